@@ -1,0 +1,80 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/FileSystem.h"
+#include "platform/Processes.h"
+#include "platform/ProfileStrings.h"
+#include "platform/Registry.h"
+#include "platform/SystemFacts.h"
+
+namespace bxvbwiz {
+
+using GuidBytes = std::array<std::uint8_t, 16>;
+
+class Guids {
+ public:
+  virtual ~Guids() = default;
+  // CoCreateGuid, in the memory order of the GUID structure; nothing when the call fails.
+  virtual std::optional<GuidBytes> Create() = 0;
+};
+
+// The settings that a Visual Basic program keeps per user: HKEY_CURRENT_USER,
+// "Software\VB and VBA Program Settings\<application>\<section>".
+class Settings {
+ public:
+  virtual ~Settings() = default;
+  virtual std::string Get(const std::string& application, const std::string& section, const std::string& key,
+                          const std::string& defaultValue) = 0;
+};
+
+class Clock {
+ public:
+  virtual ~Clock() = default;
+  // GetSystemTime and SystemTimeToFileTime; nothing when the conversion fails.
+  virtual std::optional<FileTime> SystemTime() = 0;
+  // The present local date and time in the user's default format.
+  virtual std::string LocalDateTimeText() = 0;
+};
+
+// The ANSI code page: text files, the profile strings and the registry hold text in it.
+class CodePage {
+ public:
+  virtual ~CodePage() = default;
+  // To UTF-8. A byte that the code page leaves undefined keeps its value (0x81 in 1252 is U+0081).
+  virtual std::string Decode(std::string_view bytes) const = 0;
+  // From UTF-8. What the code page cannot hold becomes "?".
+  virtual std::string Encode(std::string_view text) const = 0;
+  // IsCharAlphaNumericA on the character's code; false for what the code page cannot hold. A double-byte
+  // letter counts as a whole.
+  virtual bool IsAlphaNumeric(char32_t character) const = 0;
+};
+
+// The texts that the user sees, by number (LoadStringA on the module's resources).
+class StringTable {
+ public:
+  virtual ~StringTable() = default;
+  // The text; empty when there is none of that number.
+  virtual std::string Text(unsigned number) const = 0;
+};
+
+// What the wizard asks of an operating system, one part a subject. Whoever needs one takes that one; the
+// parts are owned by whoever made the platform and outlive its users.
+struct Platform {
+  Registry& registry;
+  SystemFacts& facts;
+  FileSystem& files;
+  ProfileStrings& profiles;
+  Processes& processes;
+  Guids& guids;
+  Settings& settings;
+  Clock& clock;
+  CodePage& codePage;
+  StringTable& strings;
+};
+
+}  // namespace bxvbwiz

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+#include "platform/SystemError.h"
+
+namespace bxvbwiz {
+
+// Numbers of the run-time errors, as Visual Basic counts them.
+constexpr std::int32_t kErrorInvalidCall = 5;
+constexpr std::int32_t kErrorOutOfMemory = 7;
+constexpr std::int32_t kErrorSubscript = 9;
+constexpr std::int32_t kErrorTypeMismatch = 13;
+constexpr std::int32_t kErrorFileNotFound = 53;
+constexpr std::int32_t kErrorDiskFull = 61;
+constexpr std::int32_t kErrorInputPastEnd = 62;
+constexpr std::int32_t kErrorPermissionDenied = 70;
+constexpr std::int32_t kErrorPathFileAccess = 75;
+constexpr std::int32_t kErrorPathNotFound = 76;
+constexpr std::int32_t kErrorObjectNotSet = 91;
+constexpr std::int32_t kErrorDuplicateKey = 457;
+
+// A run-time error. what() is the description; for a file it names the path.
+class RuntimeError : public std::runtime_error {
+ public:
+  RuntimeError(std::int32_t number, const std::string& description, std::string source = "Bx6vbwiz")
+      : std::runtime_error(description), number_(number), source_(std::move(source)) {}
+  std::int32_t Number() const { return number_; }
+  const std::string& Source() const { return source_; }
+
+ private:
+  std::int32_t number_;
+  std::string source_;
+};
+
+// The run-time error that stands for a failed file call on `path`: number, and "<what failed>: <path>".
+[[noreturn]] void RaiseSystemError(SystemError error, const std::string& path);
+// Raises unless `error` is Success.
+inline void CheckSystem(SystemError error, const std::string& path) {
+  if (error != SystemError::Success) RaiseSystemError(error, path);
+}
+
+// The wizard has ended: thrown to leave whatever was being done. No error: no trap catches it, only the entry
+// points do.
+struct WizardEnded {};
+
+}  // namespace bxvbwiz

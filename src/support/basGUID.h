@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Platform.h"
+
+namespace bxvbwiz {
+
+// A new GUID in registry form (StringFromGUID2): 38 characters with braces, 36 without; empty when none can
+// be made.
+std::string CreateGUID(Guids& guids, bool stripBraces);
+
+}  // namespace bxvbwiz

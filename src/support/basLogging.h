@@ -1,0 +1,144 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "support/Errors.h"
+#include "support/User.h"
+
+namespace bxvbwiz {
+
+// How the component was started (App.StartMode).
+enum class StartMode { StandAlone = 0, Automation = 1 };
+
+// The names of the routines that are running, oldest first.
+class CallStack {
+ public:
+  // `name` must be a literal: the stack does not copy it.
+  void Push(std::string_view name) { names_.push_back(name); }
+  // Removes the newest name when it is `name`; otherwise nothing happens.
+  void Pop(std::string_view name) {
+    if (!names_.empty() && names_.back() == name) names_.pop_back();
+  }
+  const std::vector<std::string_view>& Names() const { return names_; }
+
+ private:
+  std::vector<std::string_view> names_;
+};
+
+// The optional log file, in the machine's code page. Disabled until Init finds a level.
+class Log {
+ public:
+  explicit Log(Platform& platform) : platform_(platform) {}
+  // InitLogging: reads "LogLevel", "NewLog" and "LogName" of the section "Logging" and opens the log in the
+  // Windows folder.
+  void Init();
+  // OpenLog: goes on in `path` (append) or begins it anew. Nothing happens while logging is disabled.
+  void Open(const std::string& path, bool append = true);
+  // WriteLog: one line. Failures are ignored: a log must not stop the wizard.
+  void Write(const std::string& text);
+  bool Enabled() const { return enabled_; }
+  const std::string& Path() const { return path_; }
+
+ private:
+  Platform& platform_;
+  bool enabled_ = false;
+  std::string path_;
+};
+
+// What lives as long as the loaded component: made by the program's entry point, a fresh one for every test.
+class Session {
+ public:
+  Session(Platform& platform, StartMode mode) : log(platform), platform_(platform), startMode_(mode) {}
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  CallStack callStack;
+  Log log;
+  // Who answers the box of an unexpected error; null before the form is loaded: the error is then logged and
+  // the wizard ends.
+  User* user = nullptr;
+
+  Platform& platform() { return platform_; }
+  StartMode startMode() const { return startMode_; }
+
+ private:
+  Platform& platform_;
+  StartMode startMode_;
+};
+
+// The session of this thread; null outside every SessionScope.
+Session* CurrentSession();
+
+// Makes a session the current one of this thread while it lives.
+class SessionScope {
+ public:
+  explicit SessionScope(Session& session);
+  ~SessionScope();
+  SessionScope(const SessionScope&) = delete;
+  SessionScope& operator=(const SessionScope&) = delete;
+
+ private:
+  Session* previous_;
+};
+
+void CSPush(std::string_view name);
+void CSPop(std::string_view name);
+
+// A routine's entry on the call stack; the name must be a literal.
+class CallStackEntry {
+ public:
+  explicit CallStackEntry(std::string_view name) : name_(name) { CSPush(name_); }
+  ~CallStackEntry() { CSPop(name_); }
+  CallStackEntry(const CallStackEntry&) = delete;
+  CallStackEntry& operator=(const CallStackEntry&) = delete;
+
+ private:
+  std::string_view name_;
+};
+
+// A precondition. Without effect in the delivered program: the condition is not evaluated there.
+#define BXVBWIZ_ASSERT(condition, message) static_cast<void>(sizeof((condition) ? 1 : 0))
+
+// Writes one line to the current session's log.
+void WriteLog(const std::string& text);
+// Writes an error and the call stack to the log.
+void LogError(std::string_view routine, const RuntimeError& error);
+// Logs an unexpected error and shows it with Retry and Cancel. Returns after Retry; Cancel ends the wizard
+// with return code 0 (throws WizardEnded).
+void ReportError(std::string_view routine, const RuntimeError& error);
+
+// The exception that is being handled, as a run-time error; passes WizardEnded on.
+RuntimeError CurrentError();
+
+// The reporting trap: runs `step`; when it fails the error is reported, and the step runs again after Retry.
+// So a step is one call that may be repeated, not a group of calls that add things.
+template <class Step>
+auto Reporting(std::string_view routine, Step&& step) {
+  for (;;) {
+    try {
+      return step();
+    } catch (const WizardEnded&) {
+      throw;
+    } catch (...) {
+      ReportError(routine, CurrentError());
+    }
+  }
+}
+
+// The logging trap: runs `body`; when it fails the error is logged with the stack and the routine returns
+// what it has, that is, `body` works on variables of its caller.
+template <class Body>
+void Logging(std::string_view routine, Body&& body) {
+  try {
+    body();
+  } catch (const WizardEnded&) {
+    throw;
+  } catch (...) {
+    LogError(routine, CurrentError());
+  }
+}
+
+}  // namespace bxvbwiz

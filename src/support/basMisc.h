@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Platform.h"
+#include "support/User.h"
+
+namespace bxvbwiz {
+
+// Copies the tree below `source` into the existing folder `target`, overwriting; both get a trailing
+// backslash. Entries whose name begins with "." are left out, copies lose the read-only attribute (the wizard
+// patches them). A source that cannot be listed copies nothing. A failing step is reported and may be
+// retried.
+void CopyFileTree(FileSystem& files, User& user, std::string& source, std::string& target);
+
+// Sets creation, last-access and last-write time of an existing file to the present; a missing one is left
+// alone.
+void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path);
+
+}  // namespace bxvbwiz
