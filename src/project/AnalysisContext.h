@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "platform/Platform.h"
+#include "project/basGlobal.h"
+#include "project/FileGroupBuilder.h"
+#include "support/User.h"
+
+namespace bxvbwiz {
+
+// What every reader of a project needs; made by whoever starts an analysis, and outlives the project.
+struct AnalysisContext {
+  Platform& platform;
+  User& user;
+  basGlobal& global;
+  FileGroupBuilder& builder;
+};
+
+}  // namespace bxvbwiz

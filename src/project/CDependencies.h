@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_set>
+
+#include "project/AnalysisContext.h"
+#include "project/FileRecord.h"
+#include "support/KeyedCollection.h"
+
+namespace bxvbwiz {
+
+class CDependency;
+
+// Files that a component needs. Names that differ only in case are different files; each is keyed by its
+// name, and a key that is taken leaves the second file unkeyed rather than lost.
+class CDependencies : public KeyedCollection<CDependency> {
+ public:
+  explicit CDependencies(AnalysisContext& context) : context_(context) {}
+
+  std::string FileName;  // the .dep file that describes the owner, empty when none
+
+  // Adds a new dependency of that name.
+  std::shared_ptr<CDependency> Add(const std::string& name);
+  // Adds a dependency that another collection holds too.
+  void AddShared(const std::shared_ptr<CDependency>& dependency);
+  // True when an element's Name equals `name` exactly.
+  bool Holds(const std::string& name) const { return names_.count(name) != 0; }
+
+ private:
+  AnalysisContext& context_;
+  std::unordered_set<std::string> names_;
+};
+
+// A file that a control, a type library or another file needs.
+class CDependency : public FileRecord {
+ public:
+  explicit CDependency(AnalysisContext& context)
+      : FileRecord(RecordKind::Dependency), context_(context), dependencies_(context) {}
+
+  std::string Name;      // the file's name; also the name of its section in a .dep file
+  std::string FileName;  // the .dep file that describes it, empty when none
+  std::string Key;
+
+  CDependencies& Dependencies() { return dependencies_; }
+  // Reads what this file needs, and what that needs in turn, from its .dep file and its import table. Every
+  // file is entered in `allDependencies` and taken once a walk.
+  void GetDependencies(CDependencies& allDependencies);
+
+ private:
+  AnalysisContext& context_;
+  CDependencies dependencies_;
+};
+
+}  // namespace bxvbwiz

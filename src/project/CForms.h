@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "project/CObjects.h"
+#include "support/KeyedCollection.h"
+
+namespace bxvbwiz {
+
+// A form file of the project and the controls that it uses.
+class CForm {
+ public:
+  CForm(AnalysisContext& context, CObjects& allControls, const std::string& projectFolder)
+      : context_(context), projectFolder_(projectFolder), objects_(context, &allControls) {}
+
+  std::string Key;
+
+  CObjects& Objects() { return objects_; }
+  // Stores the name and reads the form file, a relative one in the project's folder. Raises what reading
+  // raises.
+  void SetName(const std::string& name);
+  const std::string& Name() const { return name_; }
+
+ private:
+  AnalysisContext& context_;
+  std::string projectFolder_;
+  CObjects objects_;
+  std::string name_;
+};
+
+// Forms keyed by their file name.
+class CForms : public KeyedCollection<CForm> {
+ public:
+  CForms(AnalysisContext& context, CObjects& allControls) : context_(context), allControls_(allControls) {}
+  // Adds and reads the form of a "Form=" line. Raises what reading raises, and 457 for a second form of that
+  // key.
+  std::shared_ptr<CForm> Add(const std::string& fileName, const std::string& projectFolder);
+
+ private:
+  AnalysisContext& context_;
+  CObjects& allControls_;
+};
+
+}  // namespace bxvbwiz

@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "project/CForms.h"
+#include "project/CObjects.h"
+#include "project/CReferences.h"
+
+namespace bxvbwiz {
+
+// The error of every failed reading of a project: the object-error base plus 100.
+constexpr std::int32_t kProjectReadError = -2147221404;
+
+// One Visual Basic project. Assigning the file name reads it.
+class CProject {
+ public:
+  static constexpr std::int16_t PTStandardExe = 1;
+  static constexpr std::int16_t PTActiveXExe = 2;
+  static constexpr std::int16_t PTActiveXDLL = 3;
+  static constexpr std::int16_t PTUserControl = 4;
+  static constexpr std::int16_t PTActiveXDocExe = 5;
+  static constexpr std::int16_t PTActiveXDocDll = 6;
+
+  // Begins a fresh collection of all controls and loads the system-file list if that was not done.
+  explicit CProject(const AnalysisContext& context);
+  CProject(const CProject&) = delete;
+  CProject& operator=(const CProject&) = delete;
+
+  std::string WinSysDir;
+  std::string ExeName;  // the compiled output, without folder
+  std::string Name;
+  std::string VersionCompanyName;
+  std::string MajorVer;
+  std::string MinorVer;
+  std::string RevisionVer;
+  std::string ExePath;           // the output folder as written: relative, absolute or empty
+  std::int64_t Version = 0;      // never filled by the reader
+  std::int16_t ProjectType = 0;  // a PT... constant; 0 without a type line
+  bool NeedsRebuild = false;     // the output was not found; only ever set by the reader, never cleared
+
+  CForms& Forms() { return forms_; }
+  CObjects& Objects() { return objects_; }
+  CReferences& References() { return references_; }
+
+  // Reads the project file: adds to the collections and overwrites the properties whose keys occur. The
+  // forms, controls and references are read only when NeedsRebuild is false. Raises kProjectReadError with
+  // the reason.
+  void SetFileName(const std::string& fileName);
+  const std::string& FileName() const { return fileName_; }
+
+  // The output file's full path: ExePath (against the project's folder) and ExeName.
+  std::string OutputPath();
+
+ private:
+  AnalysisContext context_;
+  CObjects allControls_;
+  CForms forms_;
+  CObjects objects_;
+  CReferences references_;
+  std::string fileName_;
+};
+
+}  // namespace bxvbwiz

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "project/basGlobal.h"
+#include "support/Errors.h"
+#include "support/KeyedCollection.h"
+
+namespace bxvbwiz {
+
+// One imported module.
+struct Dependency {
+  std::string FullName;   // the path where the system finds it, empty when it does not
+  std::string ShortName;  // as the import table gives it
+};
+
+// Results of EXEFile, as its ErrorType and ExeType give them.
+constexpr std::int32_t kExeErrorNone = 0;
+constexpr std::int32_t kExeErrorNotValid = 2;
+constexpr std::int32_t kExeErrorNoImports = 7;
+constexpr std::int32_t kExeTypeDos = 1;
+constexpr std::int32_t kExeTypeNE = 2;
+constexpr std::int32_t kExeTypeLE = 3;
+constexpr std::int32_t kExeTypeXE = 4;
+constexpr std::int32_t kExeTypePE = 5;
+
+// The number of every error that EXEFile raises.
+constexpr std::int32_t kExeFileError = static_cast<std::int32_t>(0x80040CD7U);
+
+// Reads a Windows executable or DLL: its format, imported modules and exported names. Sizes, counts and
+// addresses in the file are never trusted: what does not fit is skipped, and time and memory stay in
+// proportion to the file.
+class EXEFile {
+ public:
+  // System files of `global` (may be null) are left out of the imports.
+  EXEFile(Platform& platform, const basGlobal* global) : platform_(platform), global_(global) {}
+
+  // Maps and reads the file. True for a PE file whose imports were read, or that has exports. Raises
+  // kExeFileError after ErrorType was set.
+  bool OpenFile(const std::string& path);
+  // The same for bytes in memory; imports are not searched for (FullName stays empty) when `search` is false.
+  bool OpenBytes(std::string_view bytes, bool search);
+  // True when a function of that name is exported, case ignored.
+  bool IsExported(const std::string& name) const { return Exports.FindItem(name) != nullptr; }
+
+  KeyedCollection<std::string> Exports{KeyCase::Ignored};  // keyed by the name; one that repeats is kept once
+  std::vector<Dependency> Dependencies;                    // in the import table's order
+  std::string_view FileBase;                               // the mapped view
+  std::int32_t FileSize = 0;
+  bool IsValid = false;
+  std::int32_t ErrorType = kExeErrorNone;
+  std::int32_t ExeType = 0;
+
+ private:
+  Platform& platform_;
+  const basGlobal* global_;
+  std::unique_ptr<FileView> view_;
+};
+
+}  // namespace bxvbwiz

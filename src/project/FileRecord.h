@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace bxvbwiz {
+
+// How a file registers itself on the target machine.
+constexpr std::int32_t kRegisterNone = 0;
+constexpr std::int32_t kRegisterDll = 1;          // self-registering DLL or OCX
+constexpr std::int32_t kRegisterExe = 2;          // self-registering EXE
+constexpr std::int32_t kRegisterTypeLibrary = 3;  // type library to register
+constexpr std::int32_t kRegisterRemote = 4;       // remote-automation server file
+constexpr std::int32_t kRegisterNoMacro = 5;      // the text is no register macro
+constexpr std::int32_t kRegisterUnknownMacro = 6;
+
+enum class RecordKind { File, Dependency, Control, TypeLibrary };
+
+// The installation facts of one file, which the file-group builder fills in.
+struct FileRecord {
+  explicit FileRecord(RecordKind recordKind = RecordKind::File) : kind(recordKind) {}
+
+  bool LinkResolves = false;      // the source copy was found
+  std::string FileLinkPath;       // folder of the source copy on this machine
+  std::string Destination;        // destination macro or plain path; empty means the application folder
+  bool SharedFile = false;        // a shared system component
+  std::string FileGroup;          // name of the file group that receives the file
+  std::int32_t SelfRegister = 0;  // a kRegister... code
+
+  RecordKind kind;
+};
+
+}  // namespace bxvbwiz

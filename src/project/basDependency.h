@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "project/CDependencies.h"
+
+// The walk from a file to the files that it needs.
+namespace bxvbwiz {
+
+// Reads the import table of `fileName` (a path or a name) and adds what is not in `allDependencies` to
+// `ownDependencies` and to it, each with what it needs in turn. A file that cannot be found or read has no
+// imports.
+void FindDependencies(AnalysisContext& context, const std::string& fileName, CDependencies& ownDependencies,
+                      CDependencies& allDependencies);
+
+// Reads the numbered "Uses" keys of the section `name` of `depFile`, adds every file that is no system file
+// and not yet in `allDependencies`, and completes the list from the import table of `filePath`
+// (FindDependencies). With an empty `depFile` only the latter.
+void ReadDependencies(AnalysisContext& context, const std::string& name, const std::string& filePath,
+                      const std::string& depFile, CDependencies& ownDependencies,
+                      CDependencies& allDependencies);
+
+// The .dep file beside a component file, or the one of its title in the system folder; empty when there is
+// none.
+std::string FindDepFile(AnalysisContext& context, const std::string& filePath);
+
+}  // namespace bxvbwiz

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/Platform.h"
+#include "project/CFiles.h"
+#include "project/NumberedKeys.h"
+#include "support/User.h"
+
+namespace bxvbwiz {
+
+// Registry paths of the Borvex product.
+constexpr const char* kBorvexMainKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\Main";
+constexpr const char* kBorvexWizardKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz";
+
+// Shows the critical message 1047 for a missing registry key ("HKEY_...\" and its path) and ends the wizard.
+[[noreturn]] void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath);
+
+// Converts a dotted hexadecimal version ("1.a") to decimal ("1.10"). False when a part is empty (but for a
+// last one), longer than 7 digits or not hexadecimal, or the text begins with "."; `decimalVersion` then
+// holds the parts before the bad one.
+bool ConvertHexVersion(std::string_view hexVersion, std::string& decimalVersion);
+
+// What the machine offers to the wizard; lives as long as the loaded component. The user is replaceable,
+// because each run of the wizard has its own form.
+class basGlobal {
+ public:
+  explicit basGlobal(Platform& platform);
+
+  // The form or command line that messages go to; set before any other call.
+  User* user = nullptr;
+
+  // The Visual Basic folder with a trailing backslash, empty when none is registered.
+  std::string FindVB();
+  // "5", "6" or ""; "5" when no Visual Basic is registered.
+  std::string GetVBVer();
+  // The folder of the redistributable files; Visual Basic 6's comes without a trailing backslash. Empty when
+  // none.
+  std::string FindVBRedistFolder();
+  // Reads the system-file list once; later calls do nothing when it was read to its end. A missing product
+  // key shows message 1047 (once while the component lives) and ends the wizard.
+  void LoadSystemFiles();
+  // True when the system-file list holds the name, case ignored.
+  bool IsSystemFile(const std::string& fileName) const;
+  // Looks for `wanted` among number + suffix keys. True: `index` is the found key's number plus one. False:
+  // the first free number.
+  bool FindIniFileEntry(const std::string& file, const std::string& section, const std::string& keySuffix,
+                        const std::string& wanted, std::int16_t& index);
+  // Adds the Visual Basic runtime component to the component definitions of a setup project. True when it was
+  // listed already.
+  bool AddVBRuntimeObject(const std::string& templateFolder);
+
+  // The progress bar's next value: counts to the limit, then from 1 again.
+  std::int16_t NextProgressValue();
+  // Begins the progress anew (when the form loads).
+  void ResetProgress(std::int16_t limit);
+
+  const CFiles* gSystemFiles() const { return systemFiles_.get(); }
+  bool gSystemFilesLoaded() const { return systemFilesLoaded_; }
+  const std::string& gDepFilePath() const { return depFilePath_; }
+  Platform& platform() const { return platform_; }
+
+ private:
+  Platform& platform_;
+  std::unique_ptr<CFiles> systemFiles_;
+  std::unordered_map<std::string, bool> systemFileNames_;  // upper case
+  std::string depFilePath_;
+  bool systemFilesLoaded_ = false;
+  bool registryErrorShown_ = false;
+  std::int16_t progress_ = 0;
+  std::int16_t progressLimit_ = 0;
+};
+
+}  // namespace bxvbwiz
