@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "project/CFiles.h"
+#include "project/FileGroupBuilder.h"
+#include "project/NumberedKeys.h"
+#include "setupgen/DestinationSymbols.h"
+
+namespace bxvbwiz {
+
+// Decides for every file its destination, group, sharing and registration, and writes file groups into a
+// setup project. A routine that fails logs the error and returns false, 0 or ""; a missing product key ends
+// the wizard.
+class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
+ public:
+  // `lists` remembers the numbered lists of the setup project between calls; whoever cannot rule out other
+  // writers between two calls calls its Forget().
+  CFileGroups(Platform& platform, basGlobal& global, std::string projectFile, NumberedKeys& lists)
+      : DestinationSymbols(platform, global, std::move(projectFile)), lists_(lists) {}
+
+  void GetFileGroupInfo(const std::string& destination, const std::string& filePath,
+                        const std::string& depFile, const FileRecord* existing, FileRecord& target) override;
+  // The group's name by destination, registration and sharing; `fileName` does not matter.
+  std::string CreateFileGroupName(const std::string& fileName, const FileRecord& file);
+  bool IsSharedFile(const FileRecord& file, const std::string& filePath);
+  // The file's entry in the installation's index of redistributable files; "" when it has none.
+  std::string CheckCoreCompIni(const std::string& filePath);
+  // The kRegister... code by extension or exports.
+  std::int16_t CheckSelfRegister(const std::string& filePath);
+
+  // Enters one file into its group's list and the group into its component. `projectDir` is the setup
+  // project's folder with a trailing backslash.
+  bool CreateFileGroup(const std::string& projectDir, const CFile& file);
+  bool AddFileGroupToProject(const std::string& projectDir, const FileRecord& file);
+  bool AddFileGroupToComponent(const std::string& projectDir, const FileRecord& file);
+
+ private:
+  NumberedKeys& lists_;
+};
+
+}  // namespace bxvbwiz

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "project/basGlobal.h"
+
+namespace bxvbwiz {
+
+// Translates between the destination macros of dependency files ("$(WINSYSPATH)"), the destination symbols of
+// a setup project ("<WINSYSDIR>") and the folders of this machine, and finds where a file's source copy lies.
+// A routine that fails logs the error and returns what it had.
+class DestinationSymbols {
+ public:
+  // `projectFile` is the project's full path, for the application path; may be empty.
+  DestinationSymbols(Platform& platform, basGlobal& global, std::string projectFile)
+      : platform_(platform), global_(global), projectFile_(std::move(projectFile)) {}
+  virtual ~DestinationSymbols() = default;
+
+  // "$(APPPATH)\Data" to "<TARGETDIR>\Data\"; an empty macro to "<TARGETDIR>"; a plain path by the reverse
+  // rule; an unknown macro to "".
+  std::string ConvertDestMacroToBXDestSymbol(const std::string& macro);
+  // A symbol to this machine's folder; a text without ">" as it is; an unknown symbol to "".
+  std::string ConvertBXDestSymbolToPath(const std::string& symbol);
+  // A path below one of the known folders to symbol + "\" + rest, any other path as it is.
+  std::string ConvertPathToBXDestSymbol(const std::string& path);
+  // A register macro to a kRegister... code.
+  std::int16_t ConvertRegisterMacro(const std::string& macro);
+  // The folder where the file was found, `resolves` true; otherwise `sourcePath`, `resolves` false.
+  std::string ResolveLinkPath(const std::string& sourcePath, const std::string& fileName, bool& resolves);
+  // The first of redistributables' folder, `linkDir` and system folder that holds the file; "" when none
+  // does.
+  std::string SearchForSourceFile(const std::string& linkDir, const std::string& fileName);
+  // The first of `dir` and the system folder that holds the file; "" when neither does.
+  std::string SearchForDestPath(const std::string& dir, const std::string& fileName);
+  // GetAppPath of the project file, asked for once.
+  std::string AppPath();
+  // The project's "Path32=" folder, or the folder of the project file.
+  std::string GetAppPath(const std::string& projectFile);
+
+ protected:
+  Platform& platform_;
+  basGlobal& global_;
+
+ private:
+  std::string projectFile_;
+  std::string appPath_;
+};
+
+}  // namespace bxvbwiz

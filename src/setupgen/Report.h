@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "setupgen/TreeNode.h"
+
+namespace bxvbwiz {
+
+// The data access that the report asks the user to add.
+struct DataAccessNeeds {
+  bool daoJet = false;
+  bool daoOdbcDirect = false;
+  bool rdo = false;
+  bool ado = false;
+};
+
+// "<VBWizVar-n>" for each n from `oldCount` to `newCount` - 1.
+std::vector<std::string> ScriptDefinedVariableNames(std::int16_t oldCount, std::int16_t newCount);
+
+// The report's text, its paragraphs separated by empty lines (CR LF).
+std::string AssembleReport(const StringTable& strings, const DataAccessNeeds& needs,
+                           const std::vector<std::string>& newVariables);
+
+// Breaks a text for a display of 80 columns: at blanks from column 75 on, and where "/n" stands.
+std::string FormatFor80CharDisplay(const std::string& text);
+
+// Appends a node and its subtree to a file, one line a node, children three blanks further in.
+void WriteTreeViewToFile(Platform& platform, const TreeNode& node, std::int16_t level,
+                         const std::string& parentText, const std::string& filePath);
+
+// Appends the report and the printout of the project view to "Script Files\Report.txt" of the setup project.
+// Raises what opening the file raises.
+void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
+                 const std::vector<std::unique_ptr<TreeNode>>& projectView);
+
+}  // namespace bxvbwiz
