@@ -34,9 +34,9 @@ class ProfileStore {
   // The same text for every spelling of one path: full, case folded, "\" between the names and none at the
   // end. Made from the path alone, without a look at the disk; it is asked for on every call.
   virtual std::string Key(const std::string& path) = 0;
-  // The whole file and its stamp, taken before the bytes are read. False when there is no such file or it
-  // cannot be read.
-  virtual bool Load(const std::string& path, std::string& bytes, FileStamp& stamp) = 0;
+  // The whole file and its stamp, taken before the bytes are read. FileNotFound or PathNotFound when there is
+  // no such file, any other error when it cannot be read (a folder, no permission).
+  virtual SystemError Load(const std::string& path, std::string& bytes, FileStamp& stamp) = 0;
   // True when the file is no longer the one that `stamp` was taken of, or is gone.
   virtual bool Changed(const std::string& path, const FileStamp& stamp) = 0;
   // Success when Replace may be expected to work: the folder exists and can be written to, and the file is

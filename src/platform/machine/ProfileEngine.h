@@ -42,29 +42,45 @@ class ProfileEngine {
   std::string Bytes() const;
 
  private:
-  // Text is held in bytes of the code page, or as UTF-8 for a UTF-16 file.
+  // Texts of lines are bytes of the code page, or UTF-8 in a UTF-16 file.
   struct Line {
     enum class Kind { Heading, Key, Other };
     Kind kind = Kind::Other;
     std::string text;  // with its line end
   };
   using Lines = std::list<Line>;
+  using LineIndex = std::unordered_map<std::string, Lines::iterator>;
 
   struct Section {
     Lines::iterator heading;
-    Lines::iterator lastKey;                                // the heading as long as there is none
-    std::unordered_map<std::string, Lines::iterator> keys;  // by folded name, the first of each
+    Lines::iterator lastKey;  // the heading as long as there is no key
+    LineIndex keys;           // by folded name, the first of each
     bool repeatsKeys = false;
   };
 
-  // implementation in ProfileEngine.cpp
   void Read(std::string_view text);
+  void ReadAgain();
   void Index(Lines::iterator line, Section*& current);
+  std::string Text() const;
+
+  std::string FromCodePage(std::string_view bytes) const;
+  std::string ToCodePage(std::string_view text) const;
+  std::string Fold(std::string_view text) const;
+  std::string HeadingName(const Line& line) const;
+
+  Section* Find(std::string_view section);
+  const Section* Find(std::string_view section) const;
+  Section& Append(std::string_view section);
+  void AppendKey(Section& section, std::string_view name, std::string text);
+  std::vector<Lines::iterator> KeyLines(const Section& section) const;
+  void RemoveKeys(Section& section);
+  bool EndWithLineBreak();
 
   const CodePage* codePage_;
   bool utf16_ = false;
   Lines lines_;
   std::unordered_map<std::string, Section> sections_;  // by folded name, the first of each
+  bool repeatsSections_ = false;
 };
 
 }  // namespace bxvbwiz
