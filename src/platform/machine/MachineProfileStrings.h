@@ -86,19 +86,22 @@ class MachineProfileStrings : public ProfileStrings {
     std::vector<Edit> unsaved;
   };
 
+  using Files = std::map<std::string, File>;
+
   std::string FullPath(const std::string& file) const;
-  File* Find(const std::string& path);
-  void Reload(File& file);
+  SystemError Open(const std::string& file, Files::iterator& found);
   bool Apply(const std::string& file, Edit edit);
-  void Store(File& file);
+  static bool Make(ProfileEngine& engine, const Edit& edit);
+  SystemError Refresh(File& file);
+  bool Store(File& file);
   std::string CutList(const std::vector<std::string>& names, std::size_t size) const;
   std::string Cut(std::string_view bytes, std::size_t limit) const;
 
   const CodePage& codePage_;
   ProfileStore& store_;
   std::string windowsFolder_;
-  std::map<std::string, File> files_;  // by ProfileStore::Key
-  std::set<std::string> failed_;       // paths that could not be stored since the last Flush
+  Files files_;                   // by ProfileStore::Key
+  std::set<std::string> failed_;  // paths that could not be stored since the last Flush
 };
 
 }  // namespace bxvbwiz
