@@ -148,7 +148,7 @@ class frmMain : public User {
   std::string CleanApplicationName(const std::string& name) const;
   bool RefuseProjectKind();
   bool ReadProject();
-  void RebuildIfNeeded();
+  bool RebuildIfNeeded();
   void FillTrees();
   void AddOutputFile();
   void AddControl(TreeNode& parent, CObject& control);
@@ -166,6 +166,7 @@ class frmMain : public User {
   int handlerDepth_ = 0;
   bool cancelPending_ = false;
   bool ended_ = false;
+  std::string fileName_;  // full path of the project that is analysed
   std::string proposedApplicationName_;
   std::string proposedCompanyName_;
   std::vector<std::string> incomplete_;

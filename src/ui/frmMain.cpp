@@ -1,0 +1,224 @@
+#include "ui/frmMain.h"
+
+#include <algorithm>
+
+#include "support/basFile.h"
+#include "support/basStr.h"
+
+namespace bxvbwiz {
+
+namespace {
+
+// Number, frame, title and default button belong together.
+struct PanelRow {
+  Frame frmMain::*frame;
+  unsigned title;
+};
+
+constexpr PanelRow kPanels[] = {
+    {&frmMain::fraPanel1, 1001}, {&frmMain::fraPanel2, 1029}, {&frmMain::fraPanel3, 1009},
+    {&frmMain::fraPanel4, 1080}, {&frmMain::fraReport, 1023},
+};
+constexpr std::int16_t kPanelCount = static_cast<std::int16_t>(std::size(kPanels));
+
+bool IsPanel(std::int16_t panel) {
+  return panel >= 0 && panel < kPanelCount;
+}
+
+}  // namespace
+
+frmMain::frmMain(Session& session, basGlobal& global, Platform& platform, FormOwner& owner)
+    : session_(session), global_(global), platform_(platform), owner_(owner), lists_(platform.profiles) {}
+
+frmMain::~frmMain() = default;
+
+void frmMain::Attach(FormView& view, WizardFlow& flow) {
+  view_ = &view;
+  flow_ = &flow;
+}
+
+void frmMain::ShowPanel(std::int16_t panel) {
+  if (!IsPanel(panel)) return;
+  (this->*kPanels[panel].frame).visible = true;
+  caption = platform_.strings.Text(kPanels[panel].title);
+  defaultButton = panel == kPanelReport ? &cmdOK : &cmdNext[static_cast<std::size_t>(panel)];
+  if (panel == kPanelInformation) {
+    focus = &txtApplicationName;
+    txtApplicationName.selectionStart = 0;
+    txtApplicationName.selectionLength = CharacterCount(txtApplicationName.text);
+  }
+  if (panel == kPanelDataAccess) pbrProgress.visible = false;
+  view_->Refresh();
+}
+
+void frmMain::HidePanel(std::int16_t panel) {
+  if (!IsPanel(panel)) return;
+  (this->*kPanels[panel].frame).visible = false;
+  view_->Refresh();
+}
+
+void frmMain::ShowProgress(unsigned stringNumber) {
+  lblProgress.text = platform_.strings.Text(stringNumber);
+  AdvanceProgress();
+}
+
+// ---------------------------------------------------------------- handlers
+
+// Runs one handler of the form. The form may be gone when this returns.
+void frmMain::Handle(const std::function<void()>& handler) {
+  if (ended_) return;
+  ++handlerDepth_;
+  {
+    const SessionScope scope(session_);
+    try {
+      handler();
+      if (handlerDepth_ == 1) CheckCancelled();
+    } catch (const WizardEnded&) {
+      // Whoever ended the wizard has said why.
+    }
+  }
+  --handlerDepth_;
+  if (ended_ && handlerDepth_ == 0) {
+    view_->Unload(*this);
+    owner_.UnloadForm();
+  }
+}
+
+void frmMain::cmdNext_Click(std::int16_t index) {
+  if (handlerDepth_ == 0) {
+    Handle([this, index] { flow_->LeavePage(index); });
+  }
+}
+
+void frmMain::cmdBack_Click(std::int16_t index) {
+  if (handlerDepth_ == 0) {
+    Handle([this, index] { flow_->GoBack(index); });
+  }
+}
+
+// Cancel, Escape and closing: at once, or when the present step returns.
+void frmMain::Cancel() {
+  if (ended_ || generating) return;
+  if (handlerDepth_ > 0) {
+    cancelPending_ = true;
+    return;
+  }
+  Handle([this] { CancelWizard(*this); });
+}
+
+void frmMain::CheckCancelled() {
+  if (ended_) throw WizardEnded();
+  if (cancelPending_ && !generating) CancelWizard(*this);
+}
+
+void frmMain::cmdCancel_Click() {
+  Cancel();
+}
+
+void frmMain::Form_QueryUnload() {
+  Cancel();
+}
+
+void frmMain::Form_KeyDown(int keyCode) {
+  if (keyCode == kKeyEscape) Cancel();
+}
+
+void frmMain::cmdOK_Click() {
+  if (handlerDepth_ == 0) {
+    Handle([this] { EndWizard(*this); });
+  }
+}
+
+void frmMain::cmdBrowse_Click() {
+  Handle([this] {
+    const CallStackEntry entry("frmMain!cmdBrowse_Click");
+    const std::string chosen = Reporting("frmMain!cmdBrowse_Click", [this] {
+      return view_->BrowseForFile(platform_.strings.Text(1003), "*.vbp");
+    });
+    if (chosen.empty()) return;
+    txtVBPname.text = chosen;
+    txtVBPname_Change();
+  });
+}
+
+void frmMain::cmdHelp_Click() {
+  Handle([this] { view_->OpenHelp("bxvbwiz.chm"); });
+}
+
+void frmMain::txtVBPname_Change() {
+  Handle([this] {
+    const CallStackEntry entry("frmMain.txtVBPName_Change");
+    cmdNext[kPanelWelcome].enabled = !txtVBPname.text.empty();
+    cmdBrowse.enabled = true;
+    view_->Refresh();
+  });
+}
+
+void frmMain::optFileView_Click() {
+  Handle([this] {
+    optFileView.checked = tvwFiles.visible = true;
+    optProjectView.checked = tvwDependencies.visible = false;
+    view_->Refresh();
+  });
+}
+
+void frmMain::optProjectView_Click() {
+  Handle([this] {
+    optProjectView.checked = tvwDependencies.visible = true;
+    optFileView.checked = tvwFiles.visible = false;
+    view_->Refresh();
+  });
+}
+
+// ---------------------------------------------------------------- the user
+
+Button frmMain::ShowMessage(const Message& message) {
+  if (!message.detail.empty()) WriteLog(message.text + " (" + message.detail + ")");
+  return view_->ShowMessage(message, platform_.strings.Text(1016));
+}
+
+void frmMain::ShowStatus(const std::string& text) {
+  lblStatus.text = text;
+  view_->Refresh();
+}
+
+void frmMain::AdvanceProgress() {
+  pbrProgress.visible = true;
+  pbrProgress.value = global_.NextProgressValue();
+  view_->Refresh();
+}
+
+void frmMain::SetPointer(Pointer pointer) {
+  view_->SetPointer(pointer);
+}
+
+void frmMain::DoEvents() {
+  view_->ProcessEvents();
+}
+
+void frmMain::SetReturnCode(std::int16_t code) {
+  if (App != nullptr) App->SetReturnCode(code);
+}
+
+void frmMain::WizardHasEnded() {
+  if (ended_) return;
+  ended_ = true;
+  owner_.WizardEnding();
+}
+
+void frmMain::NoteIncomplete(const std::string& text) {
+  if (std::find(incomplete_.begin(), incomplete_.end(), text) == incomplete_.end())
+    incomplete_.push_back(text);
+}
+
+SetupAnswers frmMain::Answers() {
+  SetupAnswers answers;
+  answers.applicationName = txtApplicationName.text;
+  answers.companyName = txtCompanyName.text;
+  answers.applicationType = cboApplicationType.text;
+  answers.applicationVersion = txtApplicationVersion.text;
+  answers.exeName = project_ == nullptr ? "" : project_->ExeName;
+  return answers;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,206 @@
+#include "support/basFile.h"
+#include "support/basStr.h"
+#include "ui/frmMain.h"
+
+// The analysis step: reads the project, decides on a rebuild, and fills the two trees of the summary page.
+namespace bxvbwiz {
+
+namespace {
+
+constexpr const char* kLoadTrees = "frmPanel3.LoadTrees";
+constexpr const char* kFileGroupsKey = "FileGroups";
+
+// Makes a folder the current directory while it lives, because project files name others relative to their
+// own folder.
+class CurrentDirectoryScope {
+ public:
+  CurrentDirectoryScope(FileSystem& files, const std::string& folder)
+      : files_(files), previous_(files.CurrentDirectory()) {
+    if (!folder.empty()) files_.ChangeDirectory(folder);
+  }
+  ~CurrentDirectoryScope() { files_.ChangeDirectory(previous_); }
+  CurrentDirectoryScope(const CurrentDirectoryScope&) = delete;
+  CurrentDirectoryScope& operator=(const CurrentDirectoryScope&) = delete;
+
+ private:
+  FileSystem& files_;
+  std::string previous_;
+};
+
+// Where the facts say that a file lies.
+std::string LocationOf(const std::string& name, const FileRecord& facts) {
+  return UpperCase(FixPath(facts.FileLinkPath) + GetPathFileName(name));
+}
+
+}  // namespace
+
+bool frmMain::LoadTrees(const std::string& projectFile) {
+  const CallStackEntry entry(kLoadTrees);
+  std::string path = projectFile;
+  platform_.files.FullPath(projectFile, path);
+  const CurrentDirectoryScope folder(platform_.files, GetPathFolder(path));
+
+  project_.reset();
+  context_.reset();
+  lists_.Forget();
+  incomplete_.clear();
+  setupProjectName.clear();
+  fileGroups_ = std::make_unique<CFileGroups>(platform_, global_, path, lists_);
+  files_ = std::make_unique<CFiles>(platform_.codePage);
+  context_ = std::make_unique<AnalysisContext>(AnalysisContext{platform_, *this, global_, *fileGroups_});
+  project_ = Reporting(kLoadTrees, [this] { return std::make_unique<CProject>(*context_); });
+  project_->NeedsRebuild = chkRebuild.checked;
+  CheckCancelled();
+
+  fileName_ = path;
+  if (!ReadProject() || RefuseProjectKind()) return false;
+  CheckCancelled();
+  if (!RebuildIfNeeded()) return false;
+  FillTrees();
+  ShowStatus("");
+  return true;
+}
+
+// False when the file cannot be read: the user was told and may choose another.
+bool frmMain::ReadProject() {
+  return Reporting(kLoadTrees, [this] {
+    try {
+      project_->SetFileName(fileName_);
+      return true;
+    } catch (const RuntimeError& error) {
+      if (error.Number() != kProjectReadError) throw;
+      ShowStatus("");
+      ShowMessage(
+          {1045, kStyleExclamation, TokenReplace(platform_.strings.Text(1045), {fileName_}), error.what()});
+      return false;
+    }
+  });
+}
+
+// True when the project is of a kind that the wizard cannot package.
+bool frmMain::RefuseProjectKind() {
+  unsigned message = 0;
+  switch (project_->ProjectType) {
+    case 0:
+      message = 1015;
+      break;
+    case CProject::PTUserControl:
+      message = 1026;
+      break;
+    case CProject::PTActiveXDocExe:
+    case CProject::PTActiveXDocDll:
+      message = 1025;
+      break;
+    default:
+      return false;
+  }
+  ShowStatus("");
+  ShowMessage({message, kStyleExclamation, platform_.strings.Text(message), ""});
+  return true;
+}
+
+// False when the project cannot be read again after it was built.
+bool frmMain::RebuildIfNeeded() {
+  if (!project_->NeedsRebuild) return true;
+  const bool rebuilt = flow_->RebuildProject();
+  CheckCancelled();
+  if (rebuilt) {
+    project_->NeedsRebuild = false;
+    if (!ReadProject()) return false;
+    if (!project_->NeedsRebuild) return true;
+    ShowMessage({1028, kStyleCritical, platform_.strings.Text(1028), ""});
+    CancelWizard(*this);
+  }
+  if (ShowMessage({1091, kStyleYesNo, platform_.strings.Text(1091), ""}) == Button::No) CancelWizard(*this);
+  NoteIncomplete("The forms, controls and references of " + fileName_ +
+                 " were not read, because the project could not be rebuilt.");
+  return true;
+}
+
+void frmMain::FillTrees() {
+  std::string title = project_->Name;
+  if (title.empty()) title = ParsePath(fileName_, PathPart::Title);
+  tvwFiles.Clear();
+  tvwFiles.Add(kFileGroupsKey, title + " File Groups", NodeImage::Project);
+  tvwDependencies.Clear();
+  TreeNode& root = tvwDependencies.Add("", title, NodeImage::Project);
+  AddOutputFile();
+
+  TreeNode& forms = tvwDependencies.Add(root, "Forms", "Forms", NodeImage::Heading);
+  for (CForm& form : project_->Forms()) {
+    TreeNode& node = tvwDependencies.Add(forms, "", form.Name(), NodeImage::Form);
+    for (CObject& control : form.Objects()) AddControl(node, control);
+    CheckCancelled();
+  }
+  TreeNode& objects = tvwDependencies.Add(root, "Objects", "Objects", NodeImage::Heading);
+  for (CObject& control : project_->Objects()) AddControl(objects, control);
+  CheckCancelled();
+  TreeNode& references = tvwDependencies.Add(root, "References", "References", NodeImage::Heading);
+  for (CReference& reference : project_->References()) {
+    if (reference.Include) AddReference(references, reference);
+  }
+}
+
+void frmMain::AddOutputFile() {
+  const std::string output = project_->OutputPath();
+  FileRecord facts;
+  fileGroups_->GetFileGroupInfo("$(APPPATH)", output, "", nullptr, facts);
+  AddFile(output, facts);
+}
+
+void frmMain::AddControl(TreeNode& parent, CObject& control) {
+  TreeNode& node = tvwDependencies.Add(
+      parent, "", GetPathFileName(control.Name),
+      control.Include && control.LinkResolves ? NodeImage::Control : NodeImage::MissingFile);
+  if (!control.Include) return;
+  AddFile(control.Name, control);
+  AddDependencies(node, control.Dependencies());
+}
+
+void frmMain::AddReference(TreeNode& parent, CReference& reference) {
+  TreeNode& node =
+      tvwDependencies.Add(parent, reference.Key, reference.Name,
+                          reference.LinkResolves ? NodeImage::TypeLibrary : NodeImage::MissingFile);
+  AddFile(reference.Name, reference);
+  AddDependencies(node, reference.Dependencies());
+}
+
+void frmMain::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
+  for (CDependency& dependency : dependencies) {
+    tvwDependencies.Add(owner, "", GetPathFileName(dependency.Name),
+                        dependency.LinkResolves ? NodeImage::File : NodeImage::MissingFile);
+    AddFile(dependency.Name, dependency);
+  }
+}
+
+// Enters a file once per key into the collection and the file view. Another file whose key is taken cannot be
+// installed beside the first one, so the user is told that it was left out.
+void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
+  const std::shared_ptr<CFile> taken = files_->FindItem(files_->KeyOf(name));
+  if (taken != nullptr) {
+    const bool same = EqualsIgnoreCase(taken->FileName, name) ||
+                      LocationOf(taken->FileName, *taken) == LocationOf(name, facts);
+    if (!same) {
+      NoteIncomplete("The file " + name + " was left out, because " + taken->FileName + " has the same key.");
+    }
+    return;
+  }
+  const std::shared_ptr<CFile> file = files_->Add(name);
+  fileGroups_->GetFileGroupInfo("", name, "", &facts, *file);
+  if (!file->LinkResolves) NoteIncomplete("The file " + name + " was not found on this computer.");
+  TreeAdd(*file);
+}
+
+void frmMain::TreeAdd(const CFile& file) {
+  if (tvwFiles.Find(file.Key) != nullptr) return;
+  // The backslash keeps the keys of groups apart from those of files, which are alphanumeric.
+  const std::string groupKey = std::string(kFileGroupsKey) + "\\" + file.FileGroup;
+  TreeNode* group = tvwFiles.Find(groupKey);
+  if (group == nullptr) {
+    group = &tvwFiles.Add(*tvwFiles.Find(kFileGroupsKey), groupKey, file.FileGroup, NodeImage::FileGroup);
+  }
+  tvwFiles.Add(*group, file.Key, GetPathFileName(file.FileName),
+               file.LinkResolves ? NodeImage::File : NodeImage::MissingFile);
+}
+
+}  // namespace bxvbwiz

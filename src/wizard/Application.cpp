@@ -1,0 +1,65 @@
+#include "wizard/Application.h"
+
+#include <cstdlib>
+
+#include "support/CCmdOptions.h"
+#include "sysinfo/Keys.h"
+#include "sysinfo/Values.h"
+
+namespace bxvbwiz {
+
+namespace {
+
+// Results of a stand-alone start go below this key of HKEY_CURRENT_USER.
+constexpr const char* kResultsKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\";
+
+}  // namespace
+
+Application::Application(Component& component) : component_(component) {
+  constexpr const char* kRoutine = "Application.Class_Initialize";
+  const SessionScope scope(component_.session());
+  const CallStackEntry entry(kRoutine);
+  if (component_.session().startMode() == StartMode::StandAlone) {
+    // A command line that cannot be parsed must not stop the creation: it is reported, and the properties
+    // keep their initial values.
+    try {
+      ReadCommandLine();
+    } catch (const RuntimeError& error) {
+      ReportError(kRoutine, error);
+    }
+  }
+  component_.LoadForm(*this);
+}
+
+Application::~Application() {
+  constexpr const char* kRoutine = "Application.Class_Terminate";
+  const SessionScope scope(component_.session());
+  const CallStackEntry entry(kRoutine);
+  try {
+    if (component_.session().startMode() == StartMode::StandAlone)
+      Reporting(kRoutine, [this] { WriteResults(); });
+    component_.Detach(*this);
+  } catch (const WizardEnded&) {
+    // The box of a failed write was answered with Cancel: the object goes all the same.
+  }
+}
+
+void Application::ReadCommandLine() {
+  const CCmdOptions options(component_.CommandLine());
+  if (options.TagExists("I")) ID = options.Item("I").Text();
+  if (options.TagExists("P")) Project = options.Item("P").Text();
+  if (options.TagExists("S")) ShowPage2 = options.Item("S").Text() != "0";
+  if (options.TagExists("A")) AppName = options.Item("A").Text();
+  if (options.TagExists("V")) VBScript = options.Item("V").Text() != "0";
+}
+
+void Application::WriteResults() {
+  const auto root = Key::Root(component_.platform().registry, RegConstants::HKeyCurrentUser);
+  const auto key = root->SubKeys().Add(kResultsKey + ID);
+  if (key == nullptr)
+    throw RuntimeError(kErrorObjectNotSet, "Cannot create the key HKEY_CURRENT_USER\\" + (kResultsKey + ID));
+  key->Values().Add("ReturnCode", RegConstants::RegSz)->Set(std::to_string(std::abs(returnCode_)));
+  key->Values().Add("Project", RegConstants::RegSz)->Set(projectFile_);
+}
+
+}  // namespace bxvbwiz

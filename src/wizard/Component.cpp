@@ -1,0 +1,72 @@
+#include "wizard/Component.h"
+
+#include "wizard/Application.h"
+#include "wizard/PageDriver.h"
+
+namespace bxvbwiz {
+
+namespace {
+
+Platform WithProfiles(const Platform& platform, ProfileStrings& profiles) {
+  return Platform{platform.registry, platform.facts,    platform.files, profiles,          platform.processes,
+                  platform.guids,    platform.settings, platform.clock, platform.codePage, platform.strings};
+}
+
+}  // namespace
+
+Component::Component(Platform& platform, StartMode mode, std::string commandLine, ViewFactory viewFactory)
+    : profiles_(platform.profiles),
+      platform_(WithProfiles(platform, profiles_)),
+      session_(platform_, mode),
+      global_(platform_),
+      commandLine_(std::move(commandLine)),
+      viewFactory_(std::move(viewFactory)) {}
+
+Component::~Component() {
+  const SessionScope scope(session_);
+  gApplication.reset();
+  UnloadForm();
+}
+
+void Component::SubMain() {
+  const SessionScope scope(session_);
+  const CallStackEntry entry("Sub Main");
+  session_.log.Init();
+  if (session_.startMode() == StartMode::StandAlone) gApplication = std::make_shared<Application>(*this);
+}
+
+frmMain& Component::LoadForm(AutomationObject& app) {
+  if (form_ == nullptr) {
+    form_ = std::make_unique<frmMain>(session_, global_, platform_, *this);
+    driver_ = std::make_unique<PageDriver>(*this, *form_);
+    view_ = viewFactory_(*form_);
+    form_->Attach(*view_, *driver_);
+    session_.user = global_.user = profiles_.user = form_.get();
+    form_->App = &app;
+    form_->Form_Load();
+  }
+  form_->App = &app;
+  return *form_;
+}
+
+void Component::Detach(const AutomationObject& app) {
+  if (form_ == nullptr || form_->App != &app) return;
+  form_->App = nullptr;
+  UnloadForm();
+}
+
+void Component::WizardEnding() {
+  if (form_ == nullptr || form_->App == nullptr) return;
+  form_->App->SetStillExecuting(false);
+  form_->App = nullptr;
+}
+
+void Component::UnloadForm() {
+  session_.user = global_.user = profiles_.user = nullptr;
+  form_.reset();
+  driver_.reset();
+  view_.reset();
+  if (session_.startMode() == StartMode::StandAlone) gApplication.reset();
+}
+
+}  // namespace bxvbwiz

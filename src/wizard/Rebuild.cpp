@@ -1,0 +1,74 @@
+#include "support/basFile.h"
+#include "support/basShell.h"
+#include "wizard/PageDriver.h"
+
+// Compiles the project with the Visual Basic command line.
+namespace bxvbwiz {
+
+namespace {
+
+constexpr const char* kRoutine = "frmPanel3!RebuildProject";
+constexpr const char* kBuildLog = "_BxVbErr.txt";
+constexpr std::size_t kFolderBuffer = 254;
+
+// The compiler's switch that makes the kind of output.
+const char* MakeSwitch(std::int16_t projectType) {
+  switch (projectType) {
+    case CProject::PTActiveXDLL:
+    case CProject::PTActiveXDocDll:
+    case CProject::PTUserControl:
+      return " /l ";
+    default:
+      return " /m ";
+  }
+}
+
+// The log's second line says how the build ended.
+std::string SecondLine(Platform& platform, const std::string& path) {
+  std::string bytes;
+  CheckSystem(platform.files.Read(path, bytes), path);
+  LineReader lines(bytes);
+  std::string_view line;
+  if (!lines.Next(line) || !lines.Next(line)) {
+    throw RuntimeError(kErrorInputPastEnd, "Input past end of file: " + path);
+  }
+  return platform.codePage.Decode(line);
+}
+
+}  // namespace
+
+bool PageDriver::RebuildProject() {
+  const CallStackEntry entry(kRoutine);
+  Platform& platform = component_.platform();
+  form_.ShowStatus(platform.strings.Text(1052));
+  form_.DoEvents();
+
+  const std::string folder = component_.global().FindVB();
+  if (folder.empty()) return false;
+  const std::string version = component_.global().GetVBVer();
+  std::string log;
+  bool succeeded = version == "5" || version == "6";
+  if (succeeded) {
+    log = FixPath(platform.facts.WindowsDirectory(kFolderBuffer)) + kBuildLog;
+    platform.files.Delete(log);  // an old log, or none
+    const CProject& project = *form_.Project();
+    const std::string commandLine = folder + (version == "5" ? "vb5.exe" : "vb6.exe") +
+                                    MakeSwitch(project.ProjectType) + "\"" + project.FileName() + "\" /out " +
+                                    log;
+    ShellAndWait(platform.processes, form_, commandLine);
+    const std::string line = Reporting(kRoutine, [&] { return SecondLine(platform, log); });
+    // The log stays open until the component ends, as it always did: a later rebuild cannot delete it.
+    if (buildLog_ == kInvalidFile)
+      buildLog_ = platform.files.Open(log, kGenericRead, kShareRead, kOpenExisting, kAttributeNormal);
+    succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(1042)));
+  }
+  form_.ShowStatus("");
+  if (!succeeded) {
+    const StringTable& strings = platform.strings;
+    form_.ShowMessage(
+        {1028, kStyleCritical, strings.Text(1028) + "\r\n\r\n" + strings.Text(1065) + "\r\n" + log, ""});
+  }
+  return succeeded;
+}
+
+}  // namespace bxvbwiz
