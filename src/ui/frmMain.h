@@ -46,6 +46,8 @@ class frmMain : public User {
   void Attach(FormView& view, WizardFlow& flow);
   // Fills every control from the string table and shows the welcome page.
   void Form_Load();
+  // The form is shown: takes over what the host has set since it was loaded.
+  void Form_Activate();
 
   AutomationObject* App = nullptr;  // not owned; null before the form is shown and after the end
 

@@ -80,8 +80,14 @@ void frmMain::Form_Load() {
   optProjectView.checked = true;
   tvwFiles.visible = false;
   global_.ResetProgress(static_cast<std::int16_t>(pbrProgress.maximum));
-  InitPanel(kPanelWelcome);
   ShowPanel(kPanelWelcome);
+}
+
+void frmMain::Form_Activate() {
+  Handle([this] {
+    InitPanel(kPanelWelcome);
+    view_->Refresh();
+  });
 }
 
 }  // namespace bxvbwiz

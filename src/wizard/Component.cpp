@@ -26,6 +26,12 @@ Component::~Component() {
   const SessionScope scope(session_);
   gApplication.reset();
   UnloadForm();
+  if (buildLog_ != kInvalidFile) platform_.files.Close(buildLog_);
+}
+
+void Component::HoldBuildLog(const std::string& path) {
+  if (buildLog_ != kInvalidFile) return;
+  buildLog_ = platform_.files.Open(path, kGenericRead, kShareRead, kOpenExisting, kAttributeNormal);
 }
 
 void Component::SubMain() {

@@ -41,6 +41,9 @@ class Component : public FormOwner {
   basGlobal& global() { return global_; }
   const std::string& CommandLine() const { return commandLine_; }
 
+  // Keeps a build log open until the component ends, as it always was: a later rebuild cannot delete it.
+  void HoldBuildLog(const std::string& path);
+
   // The automation object of a stand-alone start, kept alive until the wizard ends.
   std::shared_ptr<Application> gApplication;
 
@@ -51,6 +54,7 @@ class Component : public FormOwner {
   basGlobal global_;
   std::string commandLine_;
   ViewFactory viewFactory_;
+  FileHandle buildLog_ = kInvalidFile;
   std::unique_ptr<frmMain> form_;
   std::unique_ptr<PageDriver> driver_;
   std::unique_ptr<FormView> view_;

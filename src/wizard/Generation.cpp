@@ -1,7 +1,9 @@
 #include "wizard/Generation.h"
 
+#include "setupgen/CComponents.h"
 #include "support/basFile.h"
 #include "support/basMisc.h"
+#include "sysinfo/RegConstants.h"
 #include "wizard/PageDriver.h"
 
 namespace bxvbwiz {

@@ -25,7 +25,6 @@ class PageDriver : public WizardFlow {
 
   Component& component_;
   frmMain& form_;
-  FileHandle buildLog_ = kInvalidFile;
 };
 
 // The folder under which Borvex keeps its setup projects, with a trailing backslash. A missing product key

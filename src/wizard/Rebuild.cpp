@@ -57,9 +57,7 @@ bool PageDriver::RebuildProject() {
                                     log;
     ShellAndWait(platform.processes, form_, commandLine);
     const std::string line = Reporting(kRoutine, [&] { return SecondLine(platform, log); });
-    // The log stays open until the component ends, as it always did: a later rebuild cannot delete it.
-    if (buildLog_ == kInvalidFile)
-      buildLog_ = platform.files.Open(log, kGenericRead, kShareRead, kOpenExisting, kAttributeNormal);
+    component_.HoldBuildLog(log);
     succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(1042)));
   }
   form_.ShowStatus("");
