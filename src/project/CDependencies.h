@@ -17,6 +17,10 @@ class CDependency;
 class CDependencies : public KeyedCollection<CDependency> {
  public:
   explicit CDependencies(AnalysisContext& context) : context_(context) {}
+  // Lets go of long chains of files one by one: each owns the next, and the stack is finite.
+  ~CDependencies();
+  CDependencies(const CDependencies&) = delete;
+  CDependencies& operator=(const CDependencies&) = delete;
 
   std::string FileName;  // the .dep file that describes the owner, empty when none
 
@@ -26,10 +30,13 @@ class CDependencies : public KeyedCollection<CDependency> {
   void AddShared(const std::shared_ptr<CDependency>& dependency);
   // True when an element's Name equals `name` exactly.
   bool Holds(const std::string& name) const { return names_.count(name) != 0; }
+  // Raise like Item.
+  void Remove(std::size_t position);
+  void Remove(const std::string& key);
 
  private:
   AnalysisContext& context_;
-  std::unordered_set<std::string> names_;
+  std::unordered_multiset<std::string> names_;
 };
 
 // A file that a control, a type library or another file needs.
@@ -40,7 +47,7 @@ class CDependency : public FileRecord {
 
   std::string Name;      // the file's name; also the name of its section in a .dep file
   std::string FileName;  // the .dep file that describes it, empty when none
-  std::string Key;
+  std::string Key;       // that of its name, even where another file has taken it
 
   CDependencies& Dependencies() { return dependencies_; }
   // Reads what this file needs, and what that needs in turn, from its .dep file and its import table. Every

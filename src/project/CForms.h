@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "project/CObjects.h"
 #include "support/KeyedCollection.h"
@@ -11,8 +12,13 @@ namespace bxvbwiz {
 // A form file of the project and the controls that it uses.
 class CForm {
  public:
-  CForm(AnalysisContext& context, CObjects& allControls, const std::string& projectFolder)
-      : context_(context), projectFolder_(projectFolder), objects_(context, &allControls) {}
+  // `readBuffer` holds the file while it is read; forms share one and outlive neither it nor the rest.
+  CForm(AnalysisContext& context, CObjects& allControls, const std::string& projectFolder,
+        std::string& readBuffer)
+      : context_(context),
+        projectFolder_(projectFolder),
+        readBuffer_(readBuffer),
+        objects_(context, &allControls) {}
 
   std::string Key;
 
@@ -25,6 +31,7 @@ class CForm {
  private:
   AnalysisContext& context_;
   std::string projectFolder_;
+  std::string& readBuffer_;
   CObjects objects_;
   std::string name_;
 };
@@ -40,6 +47,10 @@ class CForms : public KeyedCollection<CForm> {
  private:
   AnalysisContext& context_;
   CObjects& allControls_;
+  std::string readBuffer_;
 };
+
+// True for a path that starts at a drive or a network share.
+bool IsAbsolutePath(std::string_view path);
 
 }  // namespace bxvbwiz

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "project/CForms.h"
 #include "project/CObjects.h"
@@ -54,6 +55,15 @@ class CProject {
   std::string OutputPath();
 
  private:
+  enum class ServerKind;
+
+  void ReadFacts(std::string_view bytes);
+  void ReadType(std::string_view line, ServerKind& server);
+  void ReadMembers(std::string_view bytes);
+  void AddReference(const std::string& rawLine);
+  // Of the project file.
+  std::string Folder();
+
   AnalysisContext context_;
   CObjects allControls_;
   CForms forms_;

@@ -8,6 +8,8 @@
 
 namespace bxvbwiz {
 
+struct ComponentLine;
+
 // A type library that the project references.
 class CReference : public FileRecord {
  public:
@@ -33,6 +35,9 @@ class CReference : public FileRecord {
   const std::string& RawName() const { return rawName_; }
 
  private:
+  // Tells of a library that is registered but missing; true when the user takes the supported one instead.
+  bool ContinueWithoutFile(const ComponentLine& line, bool dataAccess);
+
   AnalysisContext& context_;
   CDependencies dependencies_;
   std::string projectPath_;

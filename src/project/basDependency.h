@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "project/AnalysisContext.h"
 #include "project/CDependencies.h"
 
 // The walk from a file to the files that it needs.
@@ -21,7 +22,14 @@ void ReadDependencies(AnalysisContext& context, const std::string& name, const s
                       CDependencies& allDependencies);
 
 // The .dep file beside a component file, or the one of its title in the system folder; empty when there is
-// none.
+// none. A name without a folder has none beside it.
 std::string FindDepFile(AnalysisContext& context, const std::string& filePath);
+
+// The section of `depFile` that describes a file: that of its name, or else that of its name and the setup's
+// language ("RICHTX32.OCX <0009>"), which generated .dep files have instead. Empty when there is neither.
+std::string FindDepSection(Platform& platform, const std::string& depFile, const std::string& name);
+
+// The system folder with a trailing backslash.
+std::string SystemFolder(Platform& platform);
 
 }  // namespace bxvbwiz

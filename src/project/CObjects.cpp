@@ -1,0 +1,39 @@
+#include "project/CObjects.h"
+
+#include "project/TypeLibrary.h"
+#include "support/basLogging.h"
+#include "support/basStr.h"
+
+namespace bxvbwiz {
+
+void CObject::SetRawName(const std::string& rawName) {
+  const CallStackEntry entry("CObject:RawName (Let)");
+  rawName_ = rawName;
+  Include = true;
+  const ComponentLine line = ReadControlLine(rawName);
+  Name = line.fileName;
+
+  const LibrarySearch search = FindLibraryFile(context_, line, Name);
+  if (search == LibrarySearch::FileMissing) ShowMissingComponent(context_, line.fileName);
+  if (search != LibrarySearch::Found) {
+    Include = false;
+    return;
+  }
+  DepFile = DescribeComponent(context_, Name, *this, dependencies_);
+}
+
+std::shared_ptr<CObject> CObjects::Add(const std::string& rawLine) {
+  const CallStackEntry entry("CObjects:Add");
+  const std::string key = MakeCollectionKey(context_.platform.codePage, rawLine);
+  std::shared_ptr<CObject> object = allControls_ ? allControls_->FindItem(key) : nullptr;
+  if (!object) {
+    object = std::make_shared<CObject>(context_);
+    object->Key = key;
+    object->SetRawName(rawLine);
+    if (allControls_) allControls_->Insert(object, key);
+  }
+  Insert(object, key);
+  return object;
+}
+
+}  // namespace bxvbwiz

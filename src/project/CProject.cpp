@@ -1,0 +1,183 @@
+#include "project/CProject.h"
+
+#include <array>
+
+#include "platform/Text.h"
+#include "project/basDependency.h"
+#include "project/TypeLibrary.h"
+#include "support/basFile.h"
+#include "support/basLogging.h"
+#include "support/basStr.h"
+
+namespace bxvbwiz {
+namespace {
+
+// A key whose value goes into a property of the project.
+struct TextKey {
+  std::string_view key;
+  std::string CProject::*property;
+  bool quoted;
+};
+
+constexpr std::array<TextKey, 7> kTextKeys{{
+    {"ExeName32=", &CProject::ExeName, true},
+    {"Path32=", &CProject::ExePath, true},
+    {"Name=", &CProject::Name, true},
+    {"MajorVer=", &CProject::MajorVer, false},
+    {"MinorVer=", &CProject::MinorVer, false},
+    {"RevisionVer=", &CProject::RevisionVer, false},
+    {"VersionCompanyName=", &CProject::VersionCompanyName, true},
+}};
+
+// What follows `key` in `line`. False when the line begins otherwise.
+bool Follows(std::string_view line, std::string_view key, std::string_view& value) {
+  if (!StartsWith(line, key)) return false;
+  value = line.substr(key.size());
+  return true;
+}
+
+// The extension of a project's output; empty for a project without a type.
+const char* OutputExtension(std::int16_t projectType) {
+  switch (projectType) {
+    case CProject::PTStandardExe:
+    case CProject::PTActiveXExe:
+    case CProject::PTActiveXDocExe:
+      return ".EXE";
+    case CProject::PTActiveXDLL:
+    case CProject::PTActiveXDocDll:
+      return ".DLL";
+    case CProject::PTUserControl:
+      return ".OCX";
+    default:
+      return "";
+  }
+}
+
+}  // namespace
+
+// The kind of server that a project's type line names. Its members decide the project type.
+enum class CProject::ServerKind { None, Dll, Exe };
+
+CProject::CProject(const AnalysisContext& context)
+    : context_(context),
+      allControls_(context_, nullptr),
+      forms_(context_, allControls_),
+      objects_(context_, &allControls_),
+      references_(context_) {
+  const CallStackEntry entry("CProject:Class_Initialize");
+  WinSysDir = SystemFolder(context_.platform);
+  if (!context_.global.gSystemFilesLoaded()) context_.global.LoadSystemFiles();
+}
+
+void CProject::SetFileName(const std::string& fileName) {
+  const CallStackEntry entry("CProject:FileName (Let)");
+  fileName_ = fileName;
+  try {
+    std::string bytes;
+    CheckSystem(context_.platform.files.Read(fileName, bytes), fileName);
+    ReadFacts(bytes);
+    const std::string extension = OutputExtension(ProjectType);
+    if (ExeName.empty() && !extension.empty()) ExeName = ParsePath(fileName, PathPart::Title) + extension;
+    // Without a name the look-up would give any file of the folder.
+    if (ExeName.empty() || Dir(context_.platform.files, OutputPath()).empty()) NeedsRebuild = true;
+    if (!NeedsRebuild) ReadMembers(bytes);
+  } catch (...) {
+    const RuntimeError error = CurrentError();
+    throw RuntimeError(kProjectReadError, error.what(), error.Source());
+  }
+}
+
+// The first pass: what the project is and what it makes. Section headings do not matter.
+void CProject::ReadFacts(std::string_view bytes) {
+  ServerKind server = ServerKind::None;
+  LineReader reader(bytes);
+  std::string_view line;
+  std::string_view value;
+  while (reader.Next(line)) {
+    bool isText = false;
+    for (const TextKey& known : kTextKeys) {
+      if (!Follows(line, known.key, value)) continue;
+      const std::string text = context_.platform.codePage.Decode(value);
+      this->*known.property = known.quoted ? StripQuotes(text) : text;
+      isText = true;
+      break;
+    }
+    if (!isText) ReadType(line, server);
+  }
+}
+
+// The later line decides: a server without classes and documents stays a plain executable, and its last
+// member makes it what that member is.
+void CProject::ReadType(std::string_view line, ServerKind& server) {
+  if (StartsWith(line, "Type=Control")) {
+    ProjectType = PTUserControl;
+  } else if (StartsWith(line, "Type=Exe")) {
+    ProjectType = PTStandardExe;
+  } else if (StartsWith(line, "Type=OleDll")) {
+    server = ServerKind::Dll;
+    ProjectType = PTStandardExe;
+  } else if (StartsWith(line, "Type=OleExe")) {
+    server = ServerKind::Exe;
+    ProjectType = PTStandardExe;
+  } else if (StartsWith(line, "Class=")) {
+    if (server == ServerKind::Dll) ProjectType = PTActiveXDLL;
+    if (server == ServerKind::Exe) ProjectType = PTActiveXExe;
+  } else if (StartsWith(line, "UserDocument=")) {
+    if (server == ServerKind::Dll) ProjectType = PTActiveXDocDll;
+    if (server == ServerKind::Exe) ProjectType = PTActiveXDocExe;
+  }
+}
+
+// The second pass: the forms, controls and type libraries, in the file's order.
+void CProject::ReadMembers(std::string_view bytes) {
+  constexpr unsigned kScanning = 1053;
+  context_.user.ShowStatus(context_.platform.strings.Text(kScanning));
+  context_.user.DoEvents();
+
+  const CodePage& codePage = context_.platform.codePage;
+  LineReader reader(bytes);
+  std::string_view line;
+  std::string_view value;
+  while (reader.Next(line)) {
+    if (Follows(line, "Form=", value)) {
+      forms_.Add(codePage.Decode(value), Folder());
+    } else if (Follows(line, "Object=", value)) {
+      objects_.Add(codePage.Decode(value));
+    } else if (Follows(line, "Reference=", value)) {
+      AddReference(codePage.Decode(value));
+    }
+  }
+}
+
+void CProject::AddReference(const std::string& rawLine) {
+  constexpr unsigned kRemoteServer = 1041;
+  const std::shared_ptr<CReference> reference = references_.Add(rawLine);
+  reference->SetProjectPath(Folder());
+  if (reference->RemoteServer) {
+    ShowComponentMessage(context_, kRemoteServer, kStyleInformation, reference->Name);
+  }
+}
+
+std::string CProject::Folder() {
+  const std::string folder = GetPathFolder(fileName_);
+  if (!folder.empty()) return folder;
+  std::string full;
+  CheckSystem(context_.platform.files.FullPath(fileName_, full), fileName_);
+  return GetPathFolder(full);
+}
+
+std::string CProject::OutputPath() {
+  if (ExePath.empty()) return FixPath(Folder()) + ExeName;
+  std::string path = ExePath;
+  if (!IsAbsolutePath(path) && !StartsWith(path, "\\\\")) {
+    std::string folder = FixPath(Folder());
+    // A path from the root means that of the project's drive.
+    if (StartsWith(path, "\\")) folder = folder.find(':') == 1 ? folder.substr(0, 2) : "";
+    path.insert(0, folder);
+  }
+  std::string full;
+  CheckSystem(context_.platform.files.FullPath(path, full), path);
+  return FixPath(full) + ExeName;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,100 @@
+#include "project/CReferences.h"
+
+#include <array>
+#include <string_view>
+
+#include "platform/Text.h"
+#include "project/TypeLibrary.h"
+#include "support/basFile.h"
+#include "support/basLogging.h"
+#include "support/basStr.h"
+
+namespace bxvbwiz {
+namespace {
+
+struct DataAccessName {
+  std::string_view name;
+  bool CReference::*family;
+};
+
+// Type libraries of the data-access families. The setup installs such a family as a whole, never its files.
+constexpr std::array<DataAccessName, 4> kDataAccessIdentifiers{{
+    {"{00000300-0000-0010-8000-00AA006D2EA4}", &CReference::ADO},
+    {"{00025E04-0000-0000-C000-000000000046}", &CReference::DAO},
+    {"{00025E01-0000-0000-C000-000000000046}", &CReference::DAO},
+    {"{EE008642-64A8-11CE-920F-08002B369A33}", &CReference::RDO},
+}};
+
+constexpr std::array<DataAccessName, 4> kDataAccessFiles{{
+    {"MSADO15.DLL", &CReference::ADO},
+    {"DAO2535.TLB", &CReference::DAO},
+    {"DAO350.DLL", &CReference::DAO},
+    {"MSRDO20.DLL", &CReference::RDO},
+}};
+
+// Flags the family of `name`. False when it belongs to none.
+bool FlagDataAccess(const std::array<DataAccessName, 4>& names, std::string_view name,
+                    CReference& reference) {
+  for (const DataAccessName& known : names) {
+    if (known.name != name) continue;
+    reference.*known.family = true;
+    reference.Include = false;
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void CReference::SetRawName(const std::string& rawName) {
+  const CallStackEntry entry("CReference:RawName");
+  rawName_ = rawName;
+  Include = true;
+  const ComponentLine line = ReadReferenceLine(rawName);
+  Name = line.fileName;
+  if (context_.global.IsSystemFile(line.fileName)) Include = false;
+  const bool dataAccess = FlagDataAccess(kDataAccessIdentifiers, line.identifier, *this);
+
+  const LibrarySearch search = FindLibraryFile(context_, line, Name);
+  if (search == LibrarySearch::LeftOut) {
+    Include = false;
+    return;
+  }
+  if (search == LibrarySearch::FileMissing && !ContinueWithoutFile(line, dataAccess)) return;
+  FlagDataAccess(kDataAccessFiles, UpperCase(GetPathFileName(Name)), *this);
+  DepFile = DescribeComponent(context_, Name, *this, dependencies_);
+}
+
+bool CReference::ContinueWithoutFile(const ComponentLine& line, bool dataAccess) {
+  Include = false;
+  const std::string component = line.description + " (" + line.fileName + ")";
+  if (!dataAccess) {
+    ShowMissingComponent(context_, component);
+    return false;
+  }
+  if (ShowComponentMessage(context_, 1037, kStyleExclamation | kStyleYesNo, component) == Button::Yes) {
+    return true;
+  }
+  ADO = RDO = DAO = false;
+  context_.user.NoteIncomplete("The data-access support that the component " + component +
+                               " stands for was refused.");
+  return false;
+}
+
+void CReference::SetProjectPath(const std::string& folder) {
+  const CallStackEntry entry("CReference:ProjectPath(Let)");
+  projectPath_ = folder;
+  const std::size_t secondCharacter = FirstCharacters(Name, 1).size();
+  if (Name.compare(secondCharacter, 1, ":") != 0) Name.insert(0, FixPath(folder));
+}
+
+std::shared_ptr<CReference> CReferences::Add(const std::string& rawLine) {
+  const CallStackEntry entry("CReferences:Add");
+  const auto reference = std::make_shared<CReference>(context_);
+  reference->Key = MakeCollectionKey(context_.platform.codePage, rawLine);
+  reference->SetRawName(rawLine);
+  Insert(reference, reference->Key);
+  return reference;
+}
+
+}  // namespace bxvbwiz

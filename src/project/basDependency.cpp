@@ -1,0 +1,219 @@
+#include "project/basDependency.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "platform/Text.h"
+#include "project/EXEFile.h"
+#include "support/basFile.h"
+#include "support/basLogging.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr std::size_t kUsesBuffer = 254;
+constexpr std::size_t kSectionBuffer = 510;
+constexpr const char* kListEnd = "NONE";  // reads where a key is missing
+
+bool SectionExists(Platform& platform, const std::string& file, const std::string& section) {
+  return !platform.profiles.GetString(section, std::nullopt, "", kSectionBuffer, file).empty();
+}
+
+// Where the facts say that the file lies; its name when they do not know.
+std::string FoundPath(const CDependency& file) {
+  return file.LinkResolves ? FixPath(file.FileLinkPath) + GetPathFileName(file.Name) : file.Name;
+}
+
+// The imported modules' file names, in the table's order. What is no executable imports nothing.
+std::vector<std::string> ReadImports(AnalysisContext& context, const std::string& path) {
+  std::vector<std::string> names;
+  EXEFile executable(context.platform, &context.global);
+  try {
+    if (!executable.OpenFile(path)) return names;
+  } catch (const RuntimeError&) {
+    return names;
+  }
+  for (const Dependency& import : executable.Dependencies) {
+    names.push_back(GetPathFileName(import.ShortName));
+  }
+  return names;
+}
+
+// The walk over a file and everything that it needs: depth first, each file followed by what it needs before
+// the next one is taken. The files under way are kept in a list, not on the stack: a chain of files is as
+// long as its author likes.
+class DependencyWalk {
+ public:
+  DependencyWalk(AnalysisContext& context, CDependencies& allDependencies)
+      : context_(context), all_(allDependencies), systemFolder_(SystemFolder(context.platform)) {}
+
+  // A file whose needs are being read: first the numbered keys of its .dep file, then its imports.
+  struct Step {
+    Step(std::string stepName, std::string stepPath, std::string stepDepFile, CDependencies& stepOwn)
+        : name(std::move(stepName)),
+          path(std::move(stepPath)),
+          depFile(std::move(stepDepFile)),
+          own(&stepOwn) {}
+
+    std::string name;
+    std::string path;     // a path or a name
+    std::string depFile;  // empty when none, or when its list has ended
+    CDependencies* own;
+    std::string section;  // of depFile
+    int lastUses = 0;
+    bool importsRead = false;
+    std::string folder;  // where the importing file was found
+    std::vector<std::string> imports;
+    std::size_t nextImport = 0;
+  };
+
+  void Run(Step first) {
+    Enter(std::move(first));
+    while (!steps_.empty()) {
+      if (!GoOn(steps_.back())) steps_.pop_back();
+    }
+  }
+
+ private:
+  void Enter(Step step) {
+    if (!step.depFile.empty()) {
+      step.own->FileName = step.depFile;
+      step.section = FindDepSection(context_.platform, step.depFile, step.name);
+      if (step.section.empty()) step.depFile.clear();
+    }
+    steps_.push_back(std::move(step));
+  }
+
+  // Takes the next file that the step's file needs and enters it. False when there is none. `step` is gone
+  // behind the call when there is one.
+  bool GoOn(Step& step) {
+    std::string name;
+    if (NextUsed(step, name)) {
+      const bool described = !FindDepSection(context_.platform, step.depFile, name).empty();
+      Take(*step.own, name, name, described ? step.depFile : "");
+      return true;
+    }
+    if (!NextImport(step, name)) return false;
+    // The redistributables have a place of their own, which the facts know; what lies elsewhere beside its
+    // importer is found by its path only.
+    const bool besideImporter = !EqualsIgnoreCase(step.folder, RedistFolder()) &&
+                                FolderHoldsFile(context_.platform.files, step.folder, name);
+    Take(*step.own, name, besideImporter ? step.folder + name : name, "");
+    return true;
+  }
+
+  bool NextUsed(Step& step, std::string& name) {
+    while (!step.depFile.empty()) {
+      const std::string key = "Uses" + std::to_string(++step.lastUses);
+      name = context_.platform.profiles.GetString(step.section, key, kListEnd, kUsesBuffer, step.depFile);
+      if (name == kListEnd || TrimBlanks(name).empty()) {
+        step.depFile.clear();
+      } else if (IsNew(name)) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  bool NextImport(Step& step, std::string& name) {
+    if (!step.importsRead) {
+      const CallStackEntry entry("FindDependencies");
+      step.importsRead = true;
+      step.folder = Locate(step.path);
+      step.imports = ReadImports(context_, step.folder + GetPathFileName(step.path));
+    }
+    while (step.nextImport < step.imports.size()) {
+      name = step.imports[step.nextImport++];
+      if (!name.empty() && IsNew(name)) return true;
+    }
+    return false;
+  }
+
+  bool IsNew(const std::string& name) const {
+    return !context_.global.IsSystemFile(name) && !all_.Holds(name);
+  }
+
+  // Adds a file, has its facts filled and enters it. `depFile` is the .dep file that is known to describe it.
+  void Take(CDependencies& own, const std::string& name, const std::string& path, std::string depFile) {
+    const std::shared_ptr<CDependency> file = own.Add(name);
+    if (&own != &all_) all_.AddShared(file);
+    context_.builder.GetFileGroupInfo("", path, depFile, nullptr, *file);
+    if (depFile.empty()) {
+      // A .dep file of its own is known only when the file has been found; it then decides the facts anew.
+      depFile = FindDepFile(context_, FoundPath(*file));
+      if (FindDepSection(context_.platform, depFile, name).empty()) depFile.clear();
+      if (!depFile.empty()) context_.builder.GetFileGroupInfo("", path, depFile, nullptr, *file);
+    }
+    file->FileName = depFile;
+    Enter(Step(name, file->LinkResolves ? FoundPath(*file) : path, depFile, file->Dependencies()));
+  }
+
+  // The folder of a file: its own, that of the redistributables, or else the system folder.
+  std::string Locate(const std::string& path) {
+    FileSystem& files = context_.platform.files;
+    const std::string name = GetPathFileName(path);
+    const std::string folder = FixPath(GetPathFolder(path));
+    if (FolderHoldsFile(files, folder, name)) return folder;
+    if (!RedistFolder().empty() && FolderHoldsFile(files, RedistFolder(), name)) return RedistFolder();
+    return systemFolder_;
+  }
+
+  // With a trailing backslash; empty when there is none.
+  const std::string& RedistFolder() {
+    if (!redistKnown_) {
+      redistKnown_ = true;
+      redistFolder_ = context_.global.FindVBRedistFolder();
+      if (!redistFolder_.empty()) redistFolder_ = FixPath(redistFolder_);
+    }
+    return redistFolder_;
+  }
+
+  AnalysisContext& context_;
+  CDependencies& all_;
+  std::vector<Step> steps_;
+  std::string systemFolder_;
+  std::string redistFolder_;
+  bool redistKnown_ = false;
+};
+
+}  // namespace
+
+std::string SystemFolder(Platform& platform) {
+  constexpr std::size_t kBuffer = 254;
+  return FixPath(platform.facts.SystemDirectory(kBuffer));
+}
+
+std::string FindDepSection(Platform& platform, const std::string& depFile, const std::string& name) {
+  if (depFile.empty() || name.empty()) return "";
+  if (SectionExists(platform, depFile, name)) return name;
+  constexpr unsigned kLanguage = 1094;  // "0009-English"
+  const std::string language = platform.strings.Text(kLanguage);
+  const std::string section = name + " <" + language.substr(0, language.find('-')) + ">";
+  return SectionExists(platform, depFile, section) ? section : "";
+}
+
+std::string FindDepFile(AnalysisContext& context, const std::string& filePath) {
+  const std::string name = ParsePath(filePath, PathPart::Title) + ".dep";
+  const std::string folder = GetPathFolder(filePath);
+  const std::string systemFolder = SystemFolder(context.platform);
+  if (!folder.empty() && FolderHoldsFile(context.platform.files, FixPath(folder), name)) {
+    return FixPath(folder) + name;
+  }
+  return FolderHoldsFile(context.platform.files, systemFolder, name) ? systemFolder + name : "";
+}
+
+void ReadDependencies(AnalysisContext& context, const std::string& name, const std::string& filePath,
+                      const std::string& depFile, CDependencies& ownDependencies,
+                      CDependencies& allDependencies) {
+  DependencyWalk(context, allDependencies)
+      .Run(DependencyWalk::Step(name, filePath, depFile, ownDependencies));
+}
+
+void FindDependencies(AnalysisContext& context, const std::string& fileName, CDependencies& ownDependencies,
+                      CDependencies& allDependencies) {
+  const CallStackEntry entry("FindDependencies");
+  ReadDependencies(context, fileName, fileName, "", ownDependencies, allDependencies);
+}
+
+}  // namespace bxvbwiz
