@@ -1,0 +1,83 @@
+#include "TestMachine.h"
+
+#include <stdlib.h>  // mkdtemp
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace bxvbwiz {
+
+namespace fs = std::filesystem;
+
+TestMachine::TestMachine() {
+  std::string pattern = (fs::temp_directory_path() / "bxvbwiz-XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+  folder_ = pattern;
+  fs::create_directories(folder_ + "/drive_c/windows/system32");
+  Write("machine.ini", "[Folders]\r\nWindows=C:\\windows\r\nSystem=C:\\windows\\system32\r\n");
+}
+
+TestMachine::~TestMachine() {
+  machine_.reset();
+  std::error_code ignored;
+  fs::remove_all(folder_, ignored);
+}
+
+void TestMachine::Write(const std::string& relativePath, const std::string& bytes) {
+  const fs::path path = fs::path(folder_) / relativePath;
+  fs::create_directories(path.parent_path());
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+void TestMachine::Registry(const std::string& lines) {
+  registry_ += lines;
+}
+
+void TestMachine::InstallProduct() {
+  Registry(
+      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\r\n"
+      "\"DepFile\"=\"C:\\\\Borvex\"\r\n\"TemplateSource\"=\"C:\\\\Borvex\\\\Template\"\r\n"
+      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\Main]\r\n"
+      "\"Path\"=\"C:\\\\Borvex\"\r\n\"DataLink\"=\"C:\\\\Links\"\r\n"
+      "[HKEY_CURRENT_USER\\SOFTWARE\\Borvex\\Borvex "
+      "Professional\\6.0\\Main]\r\n\"DataFile\"=\"C:\\\\Setups\"\r\n"
+      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion]\r\n"
+      "\"CommonFilesDir\"=\"C:\\\\Program Files\\\\Common Files\"\r\n\"ProgramFilesDir\"=\"C:\\\\Program "
+      "Files\"\r\n"
+      "[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VisualBasic.Project\"\r\n"
+      "[HKEY_CLASSES_ROOT\\VisualBasic.Project\\shell\\Make\\command]\r\n@=\"\\\"C:\\\\VB98\\\\VB6.EXE\\\" "
+      "/make "
+      "\\\"%1\\\"\"\r\n");
+  Write("drive_c/Borvex/VBWizDep.ini", "[System]\r\n1File=KERNEL32.DLL\r\n2File=USER32.DLL\r\n");
+  Write("drive_c/Borvex/Template/Base.bxp", "[Data]\r\nType=\r\n");
+  Write("drive_c/Borvex/Template/Script Files/setup.rul", "// script\r\n");
+  Write("drive_c/VB98/VB6.EXE", "");
+  fs::create_directories(folder_ + "/drive_c/Setups");
+}
+
+std::string TestMachine::Read(const std::string& relativePath) const {
+  std::ifstream file(fs::path(folder_) / relativePath, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+bool TestMachine::Exists(const std::string& relativePath) const {
+  return fs::exists(fs::path(folder_) / relativePath);
+}
+
+Machine& TestMachine::machine() {
+  if (machine_ == nullptr) {
+    Write("registry.reg", registry_);
+    machine_ = std::make_unique<Machine>(folder_);
+  }
+  return *machine_;
+}
+
+Platform& TestMachine::platform() {
+  return machine().platform();
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/machine/Machine.h"
+
+namespace bxvbwiz {
+
+// A machine folder in a temporary place, removed at the end. Files are laid out first, then the machine is
+// opened.
+class TestMachine {
+ public:
+  TestMachine();
+  ~TestMachine();
+  TestMachine(const TestMachine&) = delete;
+  TestMachine& operator=(const TestMachine&) = delete;
+
+  // Writes a file of the folder ("drive_c/x.txt", "machine.ini"), making its folders.
+  void Write(const std::string& relativePath, const std::string& bytes);
+  // Adds lines to registry.reg (REGEDIT4).
+  void Registry(const std::string& lines);
+  // The product's keys, its template project and an installed Visual Basic 6.
+  void InstallProduct();
+  std::string Read(const std::string& relativePath) const;
+  bool Exists(const std::string& relativePath) const;
+  std::string Folder() const { return folder_; }
+
+  // The machine; opened by the first call.
+  Platform& platform();
+  Machine& machine();
+
+ private:
+  std::string folder_;
+  std::string registry_ = "REGEDIT4\r\n";
+  std::unique_ptr<Machine> machine_;
+};
+
+}  // namespace bxvbwiz
