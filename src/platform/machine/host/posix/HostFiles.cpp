@@ -1,0 +1,225 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include "platform/machine/host/Host.h"
+#include "platform/machine/host/posix/HostErrors.h"
+
+namespace bxvbwiz::host {
+namespace {
+
+constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+constexpr mode_t kNewFileMode = 0666;  // less the umask
+constexpr mode_t kNewFolderMode = 0777;
+constexpr mode_t kAllWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+
+std::int64_t ModifiedNanoseconds(const struct stat& status) {
+#ifdef __APPLE__
+  const timespec& time = status.st_mtimespec;
+#else
+  const timespec& time = status.st_mtim;
+#endif
+  return static_cast<std::int64_t>(time.tv_sec) * kNanosecondsPerSecond + time.tv_nsec;
+}
+
+FileStatus FromStat(const struct stat& status) {
+  FileStatus result;
+  result.kind = S_ISREG(status.st_mode)   ? FileKind::File
+                : S_ISDIR(status.st_mode) ? FileKind::Folder
+                : S_ISLNK(status.st_mode) ? FileKind::Link
+                                          : FileKind::Other;
+  result.writable = (status.st_mode & S_IWUSR) != 0;
+  result.size = static_cast<std::uint64_t>(status.st_size);
+  result.modifiedNanoseconds = ModifiedNanoseconds(status);
+  result.inode = static_cast<std::uint64_t>(status.st_ino);
+  result.device = static_cast<std::uint64_t>(status.st_dev);
+  return result;
+}
+
+SystemError LastError() {
+  return ErrorOf(errno);
+}
+
+// A descriptor that is closed on every way out.
+class Descriptor {
+ public:
+  explicit Descriptor(int file) : file_(file) {}
+  ~Descriptor() {
+    if (file_ >= 0) close(file_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  bool IsOpen() const { return file_ >= 0; }
+  int Get() const { return file_; }
+  // The last moment at which a full disk can show.
+  SystemError Close() {
+    const int result = close(file_);
+    file_ = -1;
+    return result == 0 || errno == EINTR ? SystemError::Success : LastError();
+  }
+
+ private:
+  int file_;
+};
+
+SystemError WriteAll(int file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t written = write(file, bytes.data(), bytes.size());
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) return LastError();
+    if (written == 0) return SystemError::DiskFull;
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+  return SystemError::Success;
+}
+
+SystemError SetFileModified(int file, std::int64_t nanoseconds) {
+  std::int64_t seconds = nanoseconds / kNanosecondsPerSecond;
+  std::int64_t rest = nanoseconds % kNanosecondsPerSecond;
+  if (rest < 0) {
+    rest += kNanosecondsPerSecond;
+    --seconds;
+  }
+  timespec time = {};
+  time.tv_sec = static_cast<decltype(time.tv_sec)>(seconds);
+  time.tv_nsec = static_cast<decltype(time.tv_nsec)>(rest);
+  const timespec times[] = {time, time};
+  return futimens(file, times) == 0 ? SystemError::Success : LastError();
+}
+
+SystemError FillNewFile(int file, std::string_view bytes, const ContentOptions& options) {
+  if (!options.permissionsOf.empty()) {
+    struct stat like = {};
+    if (stat(options.permissionsOf.c_str(), &like) == 0) {
+      // Set-user-id bits must not pass on to bytes that somebody else wrote.
+      if (fchmod(file, like.st_mode & 0777) != 0) return LastError();
+    }
+  }
+  SystemError error = WriteAll(file, bytes);
+  if (error == SystemError::Success && options.modifiedNanoseconds)
+    error = SetFileModified(file, *options.modifiedNanoseconds);
+  if (error == SystemError::Success && fsync(file) != 0) error = LastError();
+  return error;
+}
+
+// A name in the folder of `path` that no other file has, unless somebody guesses it; creation checks that.
+std::string TemporaryName(const std::string& path) {
+  static std::atomic<unsigned> count{0};
+  char name[64];
+  std::snprintf(name, sizeof(name), ".bxvbwiz-%ld-%u.tmp", static_cast<long>(getpid()), ++count);
+  return path.substr(0, path.rfind('/') + 1) + name;
+}
+
+}  // namespace
+
+FileStatus StatusOf(const std::string& path) {
+  struct stat status = {};
+  return lstat(path.c_str(), &status) == 0 ? FromStat(status) : FileStatus();
+}
+
+std::string RealPath(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
+  return real ? real.get() : std::string();
+}
+
+bool ListNames(const std::string& folder, std::vector<std::string>& names) {
+  names.clear();
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.c_str()), &closedir);
+  if (!stream) return false;
+  errno = 0;
+  while (const dirent* entry = readdir(stream.get())) {
+    const std::string_view name = entry->d_name;
+    if (name != "." && name != "..") names.emplace_back(name);
+  }
+  return errno == 0;
+}
+
+InputFile::~InputFile() {
+  if (file_ >= 0) close(file_);
+}
+
+SystemError InputFile::Open(const std::string& path) {
+  // Without O_NONBLOCK a pipe with no writer would block for ever.
+  file_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
+  if (file_ < 0) return LastError();
+  struct stat status = {};
+  if (fstat(file_, &status) != 0) return LastError();
+  status_ = FromStat(status);
+  return status_.kind == FileKind::File ? SystemError::Success : SystemError::AccessDenied;
+}
+
+SystemError InputFile::Read(char* buffer, std::size_t size, std::size_t& count) {
+  count = 0;
+  while (count < size) {
+    const ssize_t got = read(file_, buffer + count, size - count);
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return LastError();
+    if (got == 0) break;
+    count += static_cast<std::size_t>(got);
+  }
+  return SystemError::Success;
+}
+
+SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options) {
+  std::string temporary;
+  int file = -1;
+  do {
+    temporary = TemporaryName(path);
+    file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kNewFileMode);
+  } while (file < 0 && errno == EEXIST);
+  if (file < 0) return LastError();
+  Descriptor descriptor(file);
+  SystemError error = FillNewFile(descriptor.Get(), bytes, options);
+  const SystemError closed = descriptor.Close();
+  if (error == SystemError::Success) error = closed;
+  if (error == SystemError::Success && rename(temporary.c_str(), path.c_str()) != 0) error = LastError();
+  if (error != SystemError::Success) unlink(temporary.c_str());
+  return error;
+}
+
+SystemError AppendContent(const std::string& path, std::string_view bytes) {
+  Descriptor file(
+      open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC, kNewFileMode));
+  if (!file.IsOpen()) return LastError();
+  struct stat status = {};
+  if (fstat(file.Get(), &status) != 0) return LastError();
+  if (!S_ISREG(status.st_mode)) return SystemError::AccessDenied;
+  const SystemError error = WriteAll(file.Get(), bytes);
+  const SystemError closed = file.Close();
+  return error == SystemError::Success ? closed : error;
+}
+
+SystemError Rename(const std::string& from, const std::string& to) {
+  return rename(from.c_str(), to.c_str()) == 0 ? SystemError::Success : LastError();
+}
+
+SystemError RemoveFile(const std::string& path) {
+  return unlink(path.c_str()) == 0 ? SystemError::Success : LastError();
+}
+
+SystemError MakeFolder(const std::string& path) {
+  return mkdir(path.c_str(), kNewFolderMode) == 0 ? SystemError::Success : LastError();
+}
+
+SystemError SetWritable(const std::string& path, bool writable) {
+  struct stat status = {};
+  if (lstat(path.c_str(), &status) != 0) return LastError();
+  const mode_t mode = status.st_mode & 07777;
+  const mode_t wanted = writable ? mode | S_IWUSR : mode & ~kAllWrite;
+  if (wanted == mode) return SystemError::Success;
+  return chmod(path.c_str(), wanted) == 0 ? SystemError::Success : LastError();
+}
+
+SystemError SetModified(const std::string& path, std::int64_t nanoseconds) {
+  // Opened for reading: a file that became read-only meanwhile can still be stamped by its owner.
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC));
+  return file.IsOpen() ? SetFileModified(file.Get(), nanoseconds) : LastError();
+}
+
+}  // namespace bxvbwiz::host
