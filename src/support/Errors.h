@@ -10,13 +10,19 @@ namespace bxvbwiz {
 
 // Numbers of the run-time errors, as Visual Basic counts them.
 constexpr std::int32_t kErrorInvalidCall = 5;
+constexpr std::int32_t kErrorOverflow = 6;
 constexpr std::int32_t kErrorOutOfMemory = 7;
 constexpr std::int32_t kErrorSubscript = 9;
 constexpr std::int32_t kErrorTypeMismatch = 13;
+constexpr std::int32_t kErrorBadFileName = 52;
 constexpr std::int32_t kErrorFileNotFound = 53;
+constexpr std::int32_t kErrorDeviceInputOutput = 57;
+constexpr std::int32_t kErrorFileExists = 58;
 constexpr std::int32_t kErrorDiskFull = 61;
 constexpr std::int32_t kErrorInputPastEnd = 62;
+constexpr std::int32_t kErrorTooManyFiles = 67;
 constexpr std::int32_t kErrorPermissionDenied = 70;
+constexpr std::int32_t kErrorDiskNotReady = 71;
 constexpr std::int32_t kErrorPathFileAccess = 75;
 constexpr std::int32_t kErrorPathNotFound = 76;
 constexpr std::int32_t kErrorObjectNotSet = 91;

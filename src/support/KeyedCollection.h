@@ -29,6 +29,15 @@ class KeyedCollection {
     }
     elements_.push_back({element, key});
   }
+  // Puts an element in the place of the one with that key, or adds it when there is none.
+  void Replace(const Pointer& element, const std::string& key) {
+    const auto found = byKey_.find(Folded(key));
+    if (found == byKey_.end()) return Insert(element, key);
+    for (Entry& entry : elements_) {
+      if (entry.element == found->second && Folded(entry.key) == found->first) entry = {element, key};
+    }
+    found->second = element;
+  }
   // By position from 1; raises error 9 outside.
   const Pointer& Item(std::size_t position) const {
     if (position < 1 || position > elements_.size())

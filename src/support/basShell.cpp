@@ -1,0 +1,14 @@
+#include "support/basShell.h"
+
+#include "support/basLogging.h"
+
+namespace bxvbwiz {
+
+void ShellAndWait(Processes& processes, User& user, const std::string& commandLine) {
+  const CallStackEntry entry("ShellAndWait");
+  constexpr std::uint32_t kMilliseconds = 5000;
+  const std::unique_ptr<Process> process = processes.Start(commandLine);
+  while (process && process->Wait(kMilliseconds) == WaitResult::TimedOut) user.DoEvents();
+}
+
+}  // namespace bxvbwiz
