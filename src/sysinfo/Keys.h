@@ -13,8 +13,8 @@ class Keys {
  public:
   Keys(Registry& registry, Key& parent) : registry_(registry), parent_(parent) {}
 
-  // Opens or creates a subkey and adds it; null when the registry refuses. A subkey that is already listed is
-  // replaced in its place.
+  // Opens or creates a subkey, lists its values and adds it; null when the registry refuses. A subkey that is
+  // already listed is replaced in its place.
   std::shared_ptr<Key> Add(const std::string& name);
   std::shared_ptr<Key> Item(std::size_t position) const { return keys_.Item(position); }
   std::shared_ptr<Key> Item(const std::string& name) const { return keys_.FindItem(name); }
@@ -29,6 +29,8 @@ class Keys {
   Key& Parent() const { return parent_; }
 
  private:
+  std::shared_ptr<Key> AddOpened(const std::string& name, RegistryHandle opened);
+
   Registry& registry_;
   Key& parent_;  // owns this
   KeyedCollection<Key> keys_{KeyCase::Ignored};
