@@ -1,0 +1,14 @@
+#!/usr/bin/env bash
+# Formats all C++ sources; with --check it changes nothing and fails when a file is not formatted.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+Sources() { find src tests fuzz bench demo \( -name '*.h' -o -name '*.cpp' \) -print0 | sort -z; }
+if [ "${1:-}" != --check ]; then
+  Sources | xargs -0 clang-format -i
+  exit 0
+fi
+unformatted=$(Sources | xargs -0 clang-format --dry-run 2>&1 | sed -n 's/^\([^:]*\):[0-9]*:[0-9]*: warning:.*/\1/p' | sort -u)
+[ -z "$unformatted" ] && exit 0
+echo "Not formatted; mend it with scripts/format.sh:"
+echo "$unformatted"
+exit 1

@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds with the sanitizers and runs every test and check.
+# The last line is "N passed, N failed"; the exit code is 0 when none failed. The whole output is in build/test.log.
+set -uo pipefail
+cd "$(dirname "$0")" || exit 1
+mkdir -p build
+log=build/test.log
+: >"$log"
+passed=0
+failed=0
+
+Finish() {
+  echo "$passed passed, $failed failed"
+  [ "$failed" -eq 0 ]
+  exit
+}
+Check() {  # Check NAME COMMAND...: a check beside the tests
+  local name=$1
+  shift
+  if "$@" >build/check.log 2>&1; then
+    passed=$((passed + 1))
+  else
+    failed=$((failed + 1))
+    echo "$name failed:"
+    cat build/check.log
+  fi
+  cat build/check.log >>"$log"
+}
+Build() { cmake --preset asan && cmake --build --preset asan --parallel 2; }
+
+scripts/install.sh build tests || { failed=1; Finish; }
+Check "The check of the floors" scripts/check_floors.sh
+Check "The check of the format" scripts/format.sh --check
+
+echo "Building with the sanitizers (build/asan) ..."
+if ! Build >build/build.log 2>&1; then
+  grep -E -B 1 -A 6 '^FAILED|error:|Error' build/build.log | head -n 80
+  echo "The build failed; all of its output is in build/build.log."
+  failed=$((failed + 1))
+  Finish
+fi
+
+# What passed is counted only; what did not is shown as it ends.
+ctest --test-dir build/asan --parallel 2 --output-on-failure --no-tests=error 2>&1 </dev/null | tee -a "$log" |
+  grep --line-buffered -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed |^Internal ctest|^Test project |^$|tests passed, '
+summary=$(grep -E '^[0-9]+% tests passed, ' "$log" | tail -n 1)
+if [[ $summary =~ ([0-9]+)\ tests?\ failed\ out\ of\ ([0-9]+) ]]; then
+  failed=$((failed + BASH_REMATCH[1]))
+  passed=$((passed + BASH_REMATCH[2] - BASH_REMATCH[1]))
+else
+  echo "CTest gave no summary."
+  failed=$((failed + 1))
+fi
+Finish
