@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# Runs bxvbwiz on the golden cases and compares all that it did with what is expected; --update rewrites the
+# expectations instead, to be read in the diff before they are kept.
+# usage: run.sh [--update] [CASE]...    without a case: all of them
+#
+# A case is a folder with
+#   options        the arguments of bxvbwiz, quoted as for a shell
+#   machine/       files laid over base/machine (optional)
+#   registry.reg   lines added to the base's registry (optional)
+#   executables    DLLs made for this case: path in the machine folder and makepe's options, one a line (optional)
+#   remove         paths of the base's machine that this case lacks, one a line (optional)
+#   readonly       paths that cannot be written, one a line (optional)
+#   expected/      output (standard output), messages (standard error), exitcode, and under machine/ every file
+#                  that the run made or changed; removed and empty-folders list what files cannot show
+# GUIDs, the time of SOURCE_DATE_EPOCH and the folder of the run are masked in all of them.
+set -euo pipefail
+golden=$(cd "$(dirname "$0")" && pwd)
+repository=$(cd "$golden/../.." && pwd)
+bxvbwiz=${BXVBWIZ:-$repository/build/asan/bin/bxvbwiz}
+makepe=${MAKEPE:-$(dirname "$bxvbwiz")/makepe}
+export LC_ALL=C TZ=UTC SOURCE_DATE_EPOCH=1137321000
+unset BXVBWIZ_MACHINE
+
+update=no
+if [ "${1:-}" = --update ]; then
+  update=yes
+  shift
+fi
+if [ $# -gt 0 ]; then
+  cases=("$@")
+else
+  mapfile -t cases < <(cd "$golden" && for file in */options; do dirname "$file"; done)
+fi
+
+work=$(mktemp -d)
+trap 'chmod -R u+w "$work"; rm -rf "$work"' EXIT
+
+MakeExecutables() {  # MakeExecutables LIST MACHINE
+  local arguments
+  while IFS= read -r line; do
+    eval "arguments=($line)"
+    (cd "$2" && "$makepe" "${arguments[@]}")
+  done <"$1"
+}
+
+LayOut() {  # LayOut CASE MACHINE
+  local source=$golden/$1 machine=$2
+  cp -R "$golden/base/machine" "$machine"
+  MakeExecutables "$golden/base/executables" "$machine"
+  [ ! -d "$source/machine" ] || cp -R "$source/machine/." "$machine"
+  [ ! -f "$source/registry.reg" ] || cat "$source/registry.reg" >>"$machine/registry.reg"
+  [ ! -f "$source/executables" ] || MakeExecutables "$source/executables" "$machine"
+  if [ -f "$source/remove" ]; then
+    while IFS= read -r path; do rm -r "${machine:?}/$path"; done <"$source/remove"
+  fi
+  if [ -f "$source/readonly" ]; then
+    while IFS= read -r path; do chmod a-w "$machine/$path"; done <"$source/readonly"
+  fi
+}
+
+# Masks what differs from run to run. A MONIKER holds a GUID too, but always the same one.
+Mask() {  # Mask MACHINE FILE
+  sed -E -i \
+    -e 's/^((Installation)?GUID=)[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}/\1<a new GUID>/' \
+    -e 's#^1/15/2006 10:30:00 AM#<the present time>#' \
+    -e "s#$1#<machine>#g" "$2"
+}
+
+# Copies what is new or changed between two folders, and lists what a copy cannot show.
+Difference() {  # Difference BEFORE AFTER OUT
+  local path
+  (cd "$2" && find . -type f -print0 | sort -z) | while IFS= read -r -d '' path; do
+    cmp -s "$1/$path" "$2/$path" && continue
+    mkdir -p "$3/machine/$(dirname "$path")"
+    cp "$2/$path" "$3/machine/$path"
+    chmod u+w "$3/machine/$path"
+  done
+  (cd "$1" && find . | sort) | while IFS= read -r path; do
+    [ -e "$2/$path" ] || echo "$path" >>"$3/removed"
+  done
+  (cd "$2" && find . -type d -empty | sort) | while IFS= read -r path; do
+    [ -e "$1/$path" ] || echo "$path" >>"$3/empty-folders"
+  done
+}
+
+RunCase() {  # RunCase CASE; leaves what happened in $work/CASE/actual
+  local folder=$work/$1 options machine code=0 file
+  machine=$folder/machine
+  mkdir -p "$folder/actual"
+  LayOut "$1" "$machine"
+  cp -R "$machine" "$folder/before"
+  eval "options=($(cat "$golden/$1/options"))"
+  (cd "$folder" && "$bxvbwiz" "${options[@]}" --machine "$machine" >actual/output 2>actual/messages </dev/null) || code=$?
+  echo "$code" >"$folder/actual/exitcode"
+  Difference "$folder/before" "$machine" "$folder/actual"
+  find "$folder/actual" -type f ! -name '*.exe' ! -name '*.dll' -print0 | while IFS= read -r -d '' file; do
+    Mask "$machine" "$file"
+  done
+}
+
+failures=0
+for case in "${cases[@]}"; do
+  if [ ! -f "$golden/$case/options" ]; then
+    echo "run.sh: no case $case in $golden" >&2
+    exit 2
+  fi
+  RunCase "$case"
+  if [ "$update" = yes ]; then
+    rm -rf "${golden:?}/$case/expected"
+    cp -R "$work/$case/actual" "$golden/$case/expected"
+  elif ! diff -r -u -a "$golden/$case/expected" "$work/$case/actual"; then
+    echo "$case: not as expected; when it is right: tests/golden/run.sh --update $case" >&2
+    failures=$((failures + 1))
+  fi
+done
+[ "$failures" -eq 0 ]
