@@ -30,10 +30,6 @@ std::string_view WithoutLineEnd(std::string_view line) {
   return line.substr(0, last == std::string_view::npos ? 0 : last + 1);
 }
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // The length of the text's first line with its end.
 std::size_t LineLength(std::string_view text) {
   const std::size_t end = text.find_first_of(kLineEnds);

@@ -1,6 +1,8 @@
 #include "platform/machine/Utf16Text.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "platform/Text.h"
 
@@ -84,6 +86,18 @@ std::string ToUtf16(std::string_view text) {
     }
   }
   return bytes;
+}
+
+bool IsAscii(std::string_view text) {
+  // Eight at a time: an export has hundreds of megabytes.
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  const char* position = text.data();
+  const char* const end = position + text.size();
+  for (std::uint64_t word = 0; end - position >= 8; position += 8) {
+    std::memcpy(&word, position, 8);
+    if ((word & kHighBits) != 0) return false;
+  }
+  return std::all_of(position, end, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 }  // namespace bxvbwiz

@@ -16,4 +16,7 @@ std::string FromUtf16(std::string_view bytes);
 // From UTF-8 to the bytes of UTF-16.
 std::string ToUtf16(std::string_view text);
 
+// True when every byte is below 0x80: such a text is the same in UTF-8 and in every code page.
+bool IsAscii(std::string_view text);
+
 }  // namespace bxvbwiz
