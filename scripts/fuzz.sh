@@ -1,0 +1,39 @@
+#!/usr/bin/env bash
+# Fuzzes for longer than test.sh: fuzz.sh [SECONDS] [TARGET]...   (60 seconds each; without a target: all of them)
+# With clang++ and its libFuzzer the runs are guided by coverage, and new inputs are kept in build/fuzz/corpus;
+# otherwise the programs of build/asan are used.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+seconds=60
+if [[ ${1:-} =~ ^[0-9]+$ ]]; then
+  seconds=$1
+  shift
+fi
+if [ $# -gt 0 ]; then
+  targets=("$@")
+else
+  mapfile -t targets < <(cd fuzz && for file in *_fuzz.cpp; do basename "$file" .cpp; done)
+fi
+
+scripts/install.sh build tests
+probe=$(mktemp -d)
+trap 'rm -rf "$probe"' EXIT
+echo 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }' >"$probe/probe.cpp"
+if clang++ -fsanitize=fuzzer,address "$probe/probe.cpp" -o "$probe/probe" 2>/dev/null; then
+  cmake --preset asan -B build/fuzz -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link \
+    -DBXVBWIZ_LIBFUZZER=ON >/dev/null
+  cmake --build build/fuzz --target "${targets[@]}"
+  for target in "${targets[@]}"; do
+    mkdir -p "build/fuzz/corpus/$target"
+    echo "== $target, $seconds seconds"
+    (cd build/fuzz && "bin/$target" "corpus/$target" "../../fuzz/corpus/$target" -max_total_time="$seconds" \
+      -timeout=20 -print_final_stats=1 -verbosity=0)
+  done
+else
+  cmake --preset asan >/dev/null
+  cmake --build --preset asan --target "${targets[@]}"
+  for target in "${targets[@]}"; do
+    echo "== $target, $seconds seconds"
+    (cd build/asan && "bin/$target" "../../fuzz/corpus/$target" "$seconds")
+  done
+fi
