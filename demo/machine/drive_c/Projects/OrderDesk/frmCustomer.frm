@@ -1,0 +1,14 @@
+VERSION 5.00
+Object = "{831FDD16-0C5C-11D2-A9FC-0000F8754DA1}#2.0#0"; "MSCOMCTL.OCX"
+Object = "{6A1B0C42-9E37-4B61-8D55-2F7A90C1E303}#1.0#0"; "LabelBar.ocx"
+Begin VB.Form frmCustomer
+   Caption         =   "Customer"
+   ClientHeight    =   4080
+   ClientWidth     =   6240
+End
+Attribute VB_Name = "frmCustomer"
+Option Explicit
+
+Private Sub cmdPrint_Click()
+    LabelBar1.PrintLabel
+End Sub
