@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/Platform.h"
 #include "project/basGlobal.h"
+#include "project/PeImage.h"
 #include "support/Errors.h"
 #include "support/KeyedCollection.h"
 
@@ -39,10 +41,13 @@ class EXEFile {
   // System files of `global` (may be null) are left out of the imports.
   EXEFile(Platform& platform, const basGlobal* global) : platform_(platform), global_(global) {}
 
-  // Maps and reads the file. True for a PE file whose imports were read, or that has exports. Raises
-  // kExeFileError after ErrorType was set.
+  // Maps and reads the file. True for a PE file with an import table; an export table it need not have. False
+  // for NE, LE and XE, which are recognised (IsValid) but not read. Raises kExeFileError for everything else,
+  // with ErrorType set and a description that names the file and the reason; a PE file without imports
+  // (ErrorType 7) has its Exports all the same, a 64-bit one nothing.
   bool OpenFile(const std::string& path);
-  // The same for bytes in memory; imports are not searched for (FullName stays empty) when `search` is false.
+  // The same for bytes in memory, which must outlive the use of FileBase; imports are not searched for
+  // (FullName stays empty) when `search` is false.
   bool OpenBytes(std::string_view bytes, bool search);
   // True when a function of that name is exported, case ignored.
   bool IsExported(const std::string& name) const { return Exports.FindItem(name) != nullptr; }
@@ -50,15 +55,25 @@ class EXEFile {
   KeyedCollection<std::string> Exports{KeyCase::Ignored};  // keyed by the name; one that repeats is kept once
   std::vector<Dependency> Dependencies;                    // in the import table's order
   std::string_view FileBase;                               // the mapped view
-  std::int32_t FileSize = 0;
-  bool IsValid = false;
+  std::int32_t FileSize = 0;                               // in bytes, at most 2^31 - 1
+  bool IsValid = false;                                    // the format was recognised (not DOS only)
   std::int32_t ErrorType = kExeErrorNone;
   std::int32_t ExeType = 0;
 
  private:
+  bool Read(std::string_view bytes, bool search);
+  void Clear();
+  [[noreturn]] void Fail(std::int32_t errorType, const std::string& reason);
+  std::uint32_t FindNewHeader();
+  bool GetImportInfo(const PeImage& image, bool search);
+  void GetExportInfo(const PeImage& image);
+  bool TakeName(const PeImage& image, std::uint32_t address, std::string& name);
+
   Platform& platform_;
   const basGlobal* global_;
+  std::string path_;  // for messages
   std::unique_ptr<FileView> view_;
+  std::size_t nameBytesLeft_ = 0;  // how many bytes of names may still be taken
 };
 
 }  // namespace bxvbwiz

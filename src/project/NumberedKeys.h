@@ -10,6 +10,12 @@
 
 namespace bxvbwiz {
 
+// What a numbered list gives for a key that is missing.
+constexpr const char* kNoEntry = "NONE";
+
+// True for what a key behind the end of a numbered list reads: "NONE" or a blank value.
+bool EndsNumberedList(std::string_view value);
+
 // Numbered lists in INI sections ("file0", "file1", ... or "0component", "1component", ...). A list ends at
 // the first key that is missing, reads "NONE" or is blank; a new entry takes that number. Reading a list for
 // every entry that is added would take time in the square of its length, so what was read is remembered; a
@@ -43,18 +49,22 @@ class NumberedKeys {
   const std::vector<std::string>& Entries(const List& list);
   // Empties or creates the bare section and forgets its lists.
   void EmptySection(const std::string& file, const std::string& section);
-  void Forget() { lists_.clear(); }
+  void Forget() { sections_.clear(); }
 
  private:
   struct Known {
+    std::size_t size = 0;
+    int first = 0;
     std::vector<std::string> entries;
     std::unordered_map<std::string, int> firstNumber;
   };
+  using Lists = std::unordered_map<std::string, Known>;
+
   Known& Read(const List& list);
   void ReadOn(const List& list, Known& known);
 
   ProfileStrings& profiles_;
-  std::unordered_map<std::string, Known> lists_;
+  std::unordered_map<std::string, Lists> sections_;  // by file and section, then by key
 };
 
 }  // namespace bxvbwiz

@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 
 #include "platform/Platform.h"
 #include "project/CFiles.h"
-#include "project/NumberedKeys.h"
 #include "support/User.h"
 
 namespace bxvbwiz {
@@ -21,19 +21,20 @@ constexpr const char* kBorvexWizardKey = "SOFTWARE\\Borvex\\Borvex Professional\
 
 // Converts a dotted hexadecimal version ("1.a") to decimal ("1.10"). False when a part is empty (but for a
 // last one), longer than 7 digits or not hexadecimal, or the text begins with "."; `decimalVersion` then
-// holds the parts before the bad one.
+// holds the parts before the bad one. The empty text converts to itself.
 bool ConvertHexVersion(std::string_view hexVersion, std::string& decimalVersion);
 
 // What the machine offers to the wizard; lives as long as the loaded component. The user is replaceable,
 // because each run of the wizard has its own form.
 class basGlobal {
  public:
-  explicit basGlobal(Platform& platform);
+  explicit basGlobal(Platform& platform) : platform_(platform) {}
 
   // The form or command line that messages go to; set before any other call.
   User* user = nullptr;
 
-  // The Visual Basic folder with a trailing backslash, empty when none is registered.
+  // The Visual Basic folder with a trailing backslash, empty when none is registered. It is taken from the
+  // command that builds a project; one that names no folder counts as none.
   std::string FindVB();
   // "5", "6" or ""; "5" when no Visual Basic is registered.
   std::string GetVBVer();
@@ -41,16 +42,18 @@ class basGlobal {
   // none.
   std::string FindVBRedistFolder();
   // Reads the system-file list once; later calls do nothing when it was read to its end. A missing product
-  // key shows message 1047 (once while the component lives) and ends the wizard.
+  // key shows message 1047 (once while the component lives) and ends the wizard. Of entries with the same key
+  // gSystemFiles holds the first.
   void LoadSystemFiles();
   // True when the system-file list holds the name, case ignored.
   bool IsSystemFile(const std::string& fileName) const;
-  // Looks for `wanted` among number + suffix keys. True: `index` is the found key's number plus one. False:
-  // the first free number.
+  // Looks for `wanted` (exact) among number + suffix keys, always afresh. True: `index` is the found key's
+  // number plus one. False: the first free number. Raises error 6 when that is over 32767.
   bool FindIniFileEntry(const std::string& file, const std::string& section, const std::string& keySuffix,
                         const std::string& wanted, std::int16_t& index);
   // Adds the Visual Basic runtime component to the component definitions of a setup project. True when it was
-  // listed already.
+  // listed already. False too when nothing was written, because no GUID could be made or Visual Basic is
+  // neither 5 nor 6.
   bool AddVBRuntimeObject(const std::string& templateFolder);
 
   // The progress bar's next value: counts to the limit, then from 1 again.
@@ -66,7 +69,7 @@ class basGlobal {
  private:
   Platform& platform_;
   std::unique_ptr<CFiles> systemFiles_;
-  std::unordered_map<std::string, bool> systemFileNames_;  // upper case
+  std::unordered_set<std::string> systemFileNames_;  // upper case
   std::string depFilePath_;
   bool systemFilesLoaded_ = false;
   bool registryErrorShown_ = false;

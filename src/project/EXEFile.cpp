@@ -1,0 +1,193 @@
+#include "project/EXEFile.h"
+
+#include <algorithm>
+#include <limits>
+#include <unordered_map>
+
+#include "platform/Text.h"
+#include "support/basLogging.h"
+
+namespace bxvbwiz {
+namespace {
+
+// Sizes and offsets of IMAGE_DOS_HEADER, IMAGE_IMPORT_DESCRIPTOR and IMAGE_EXPORT_DIRECTORY in winnt.h.
+constexpr std::uint32_t kDosHeaderSize = 64;
+constexpr std::uint16_t kDosSignature = 0x5A4D;  // "MZ"
+constexpr std::uint32_t kRelocationTable = 24;
+constexpr std::uint32_t kNewHeaderOffset = 60;
+constexpr std::uint32_t kPeSignature = 0x00004550;  // "PE"
+constexpr std::uint32_t kDescriptorSize = 20;
+constexpr std::uint32_t kDescriptorName = 12;
+constexpr std::uint32_t kNumberOfNames = 24;
+constexpr std::uint32_t kAddressOfNames = 32;
+
+// Names in a sound file take no more bytes than the file. A small file gets some more: its names may overlap.
+constexpr std::size_t kFreeNameBytes = 0x10000;
+
+// The format that the signature of the new header names; 0 when none.
+std::int32_t ExeTypeOf(std::string_view bytes, std::uint32_t newHeader) {
+  if (GetLongFromBytes(bytes, newHeader) == kPeSignature) return kExeTypePE;
+  switch (GetWordFromBytes(bytes, newHeader)) {
+    case 0x454E:
+      return kExeTypeNE;
+    case 0x454C:
+      return kExeTypeLE;
+    case 0x4558:  // the bytes "X", "E"; not the "LX" that one expects
+      return kExeTypeXE;
+    default:
+      return 0;
+  }
+}
+
+// The code page's decoding is for the rare name that needs it: every code page holds ASCII as it stands.
+std::string DecodeName(const CodePage& codePage, std::string_view bytes) {
+  const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
+                                   [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+  return isAscii ? std::string(bytes) : codePage.Decode(bytes);
+}
+
+// A name in an import table has no folder; in a table made to mislead it may have.
+std::string WithoutFolder(const std::string& name) {
+  const std::size_t separator = name.find_last_of("\\/:");
+  return separator == std::string::npos ? name : name.substr(separator + 1);
+}
+
+// Searching for a file may change the directory that the host works in; it gets it back.
+class CurrentDirectoryKeeper {
+ public:
+  explicit CurrentDirectoryKeeper(FileSystem& files) : files_(files), directory_(files.CurrentDirectory()) {}
+  ~CurrentDirectoryKeeper() { files_.ChangeDirectory(directory_); }
+  CurrentDirectoryKeeper(const CurrentDirectoryKeeper&) = delete;
+  CurrentDirectoryKeeper& operator=(const CurrentDirectoryKeeper&) = delete;
+
+ private:
+  FileSystem& files_;
+  std::string directory_;
+};
+
+}  // namespace
+
+bool EXEFile::OpenFile(const std::string& path) {
+  const CallStackEntry entry("EXEFile:OpenFile");
+  Clear();
+  path_ = path;
+  const CurrentDirectoryKeeper keeper(platform_.files);
+  const SystemError error = platform_.files.Map(path, view_);
+  if (error != SystemError::Success || !view_) {
+    const auto code = std::to_string(static_cast<std::uint32_t>(error));
+    Fail(kExeErrorNotValid, "the file cannot be opened (system error " + code + ")");
+  }
+  return Read(view_->Bytes(), true);
+}
+
+bool EXEFile::OpenBytes(std::string_view bytes, bool search) {
+  Clear();
+  return Read(bytes, search);
+}
+
+void EXEFile::Clear() {
+  path_.clear();
+  Exports.Clear();
+  Dependencies.clear();
+  FileBase = {};
+  FileSize = 0;
+  IsValid = false;
+  ErrorType = kExeErrorNone;
+  ExeType = 0;
+  view_.reset();
+}
+
+void EXEFile::Fail(std::int32_t errorType, const std::string& reason) {
+  ErrorType = errorType;
+  throw RuntimeError(kExeFileError, path_.empty() ? reason : path_ + ": " + reason);
+}
+
+bool EXEFile::Read(std::string_view bytes, bool search) {
+  constexpr std::size_t kMostBytes = std::numeric_limits<std::int32_t>::max();
+  FileBase = bytes;
+  FileSize = static_cast<std::int32_t>(std::min(bytes.size(), kMostBytes));
+  const std::uint32_t newHeader = FindNewHeader();
+  IsValid = true;
+  if (ExeType != kExeTypePE) return false;
+
+  const PeImage image(bytes, newHeader);
+  if (image.Is64Bit()) Fail(kExeErrorNoImports, "a 64-bit executable, whose imports are not read");
+  nameBytesLeft_ = bytes.size() + kFreeNameBytes;
+  const bool hasImports = GetImportInfo(image, search);
+  GetExportInfo(image);
+  if (!hasImports) Fail(kExeErrorNoImports, "the executable has no import information");
+  return true;
+}
+
+// Checks the DOS header and sets ExeType. Gives the offset of the new header.
+std::uint32_t EXEFile::FindNewHeader() {
+  if (FileBase.size() < kDosHeaderSize) Fail(kExeErrorNotValid, "too short to be an executable");
+  if (GetWordFromBytes(FileBase, 0) != kDosSignature) Fail(kExeErrorNotValid, "not an executable");
+  if (GetWordFromBytes(FileBase, kRelocationTable) < kDosHeaderSize) {
+    ExeType = kExeTypeDos;
+    Fail(kExeErrorNotValid, "a DOS program");
+  }
+  const std::uint32_t newHeader = GetLongFromBytes(FileBase, kNewHeaderOffset);
+  // The system's loader does not accept a header at an odd place or inside the DOS header either.
+  if (newHeader < kDosHeaderSize || newHeader % 2 != 0 || newHeader > FileBase.size())
+    Fail(kExeErrorNotValid,
+         "not a Windows executable: its header would be at offset " + std::to_string(newHeader));
+  ExeType = ExeTypeOf(FileBase, newHeader);
+  if (ExeType == 0) Fail(kExeErrorNotValid, "not an executable of a known format");
+  return newHeader;
+}
+
+// Reads the imported modules. False when the file has no import table.
+bool EXEFile::GetImportInfo(const PeImage& image, bool search) {
+  const std::uint32_t table = image.AddressOf(PeImage::Directory::Imports);
+  if (table == 0 || !image.At(table)) return false;
+  // Sections that overlap can show the same descriptors again and again; there are never more than fit.
+  const std::size_t most = FileBase.size() / kDescriptorSize;
+  std::unordered_map<std::string, std::string> found;  // a name that repeats is searched for once
+  std::string name;
+  for (std::size_t index = 0; index < most; ++index) {
+    const auto descriptor = image.At(std::uint64_t{table} + index * kDescriptorSize);
+    if (!descriptor) break;
+    const std::uint32_t nameAddress = GetLongFromBytes(*descriptor, kDescriptorName);
+    if (nameAddress == 0 || !TakeName(image, nameAddress, name)) break;
+    if (TrimBlanks(name).empty() || (global_ && global_->IsSystemFile(name))) continue;
+    Dependency dependency{{}, name};
+    const std::string searched = WithoutFolder(name);
+    if (search && !searched.empty()) {
+      const auto [place, isNew] = found.try_emplace(searched);
+      if (isNew) place->second = platform_.files.Search(searched);
+      dependency.FullName = place->second;
+    }
+    Dependencies.push_back(std::move(dependency));
+  }
+  return true;
+}
+
+// Reads the exported names; there are none without an export table.
+void EXEFile::GetExportInfo(const PeImage& image) {
+  const std::uint32_t table = image.AddressOf(PeImage::Directory::Exports);
+  const auto directory = table == 0 ? std::nullopt : image.At(table);
+  if (!directory) return;
+  const auto addresses = image.At(GetLongFromBytes(*directory, kAddressOfNames));
+  if (!addresses) return;
+  const std::size_t count = std::min<std::size_t>(GetLongFromBytes(*directory, kNumberOfNames),
+                                                  addresses->size() / sizeof(std::uint32_t));
+  std::string name;
+  for (std::size_t index = 0; index < count; ++index) {
+    const std::uint32_t address = GetLongFromBytes(*addresses, index * sizeof(std::uint32_t));
+    if (!TakeName(image, address, name)) break;
+    if (!name.empty() && !Exports.FindItem(name)) Exports.Insert(std::make_shared<std::string>(name), name);
+  }
+}
+
+// Reads the name at an address, empty when there is none. False when the file's names have taken more bytes
+// than it has: it was made so that few bytes are many names.
+bool EXEFile::TakeName(const PeImage& image, std::uint32_t address, std::string& name) {
+  const std::string_view bytes = image.NameAt(address);
+  if (bytes.size() >= nameBytesLeft_) return false;
+  nameBytesLeft_ -= bytes.size() + 1;
+  name = DecodeName(platform_.codePage, bytes);
+  return true;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,196 @@
+#include "project/basGlobal.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/Text.h"
+#include "project/NumberedKeys.h"
+#include "support/basFile.h"
+#include "support/basGUID.h"
+#include "support/basLogging.h"
+#include "support/basStr.h"
+#include "sysinfo/Values.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr unsigned kTextMissingKey = 1047;
+constexpr const char* kVersion5 = "5";
+constexpr const char* kVersion6 = "6";
+constexpr const char* kSystemFileList = "VBWizDep.ini";
+constexpr const char* kProgramFiles = "Program Files";
+constexpr const char* kRuntimeComponent = "Program Files\\VB Runtime Object";
+// The runtime objects that come with the setup-authoring environment.
+constexpr const char* kMoniker5 = "@bxmk:6796A580-1D1B-11D3-8B09-00105A9846E9";
+constexpr const char* kMoniker6 = "@bxmk:4F6A11A0-1D1C-11D3-8B09-00105A9846E9";
+
+// The default value of a key below HKEY_CLASSES_ROOT; empty when there is none.
+std::string ClassDefault(Registry& registry, const std::string& path) {
+  const std::shared_ptr<Key> root = Key::Root(registry, RegConstants::HKeyClassesRoot);
+  const std::shared_ptr<Key> key = root->OpenSubKeyForReading(path);
+  const std::shared_ptr<Value> value = key ? key->Values().Default() : nullptr;
+  return value ? value->Text() : std::string();
+}
+
+bool HoldsProgram(FileSystem& files, std::string_view routine, const std::string& folder,
+                  const std::string& name) {
+  return Reporting(routine, [&] { return EqualsIgnoreCase(Dir(files, folder + name), name); });
+}
+
+bool IsHexDigit(char character) {
+  return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'f') ||
+         (character >= 'A' && character <= 'F');
+}
+
+}  // namespace
+
+void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath) {
+  const std::string text = TokenReplace(strings.Text(kTextMissingKey), {fullKeyPath});
+  user.ShowMessage({kTextMissingKey, kStyleCritical, text, {}});
+  EndWizard(user);
+}
+
+bool ConvertHexVersion(std::string_view hexVersion, std::string& decimalVersion) {
+  decimalVersion.clear();
+  constexpr std::size_t kMostDigits = 7;
+  constexpr int kHexadecimal = 16;
+  std::string_view rest = hexVersion;
+  while (!rest.empty()) {
+    const std::size_t point = rest.find('.');
+    const std::string part(rest.substr(0, point));
+    rest.remove_prefix(point == std::string_view::npos ? rest.size() : point + 1);
+    const bool isHexNumber = std::all_of(part.begin(), part.end(), IsHexDigit);
+    if (part.empty() || part.size() > kMostDigits || !isHexNumber) return false;
+    if (!decimalVersion.empty()) decimalVersion += '.';
+    decimalVersion += std::to_string(std::stoul(part, nullptr, kHexadecimal));
+  }
+  return true;
+}
+
+std::string basGlobal::FindVB() {
+  const CallStackEntry entry("FindVB");
+  const std::string progId = ClassDefault(platform_.registry, ".vbp");
+  if (progId.empty()) return {};
+  const std::string command = ClassDefault(platform_.registry, progId + "\\shell\\Make\\command");
+
+  // Usually "C:\...\VB6.EXE" /make "%1", the program with or without quotes. What stays in front of the
+  // placeholder need not be a path to its last character: the folder is what counts.
+  std::string_view program = command;
+  if (StartsWith(program, "\"")) program.remove_prefix(1);
+  const std::size_t placeholder = program.find('%');
+  if (placeholder != std::string_view::npos) {
+    constexpr std::size_t kBlankAndQuote = 2;
+    program = program.substr(0, placeholder);
+    program = FirstCharacters(program, std::max(CharacterCount(program), kBlankAndQuote) - kBlankAndQuote);
+  }
+  const std::string folder = GetPathFolder(program);
+  return folder.empty() ? folder : FixPath(folder);
+}
+
+std::string basGlobal::GetVBVer() {
+  const CallStackEntry entry("GetVBVer");
+  const std::string folder = FindVB();
+  // On purpose: a machine without Visual Basic gets the files of version 5.
+  if (folder.empty()) return kVersion5;
+  if (HoldsProgram(platform_.files, "GetVBVer", folder, "vb5.exe")) return kVersion5;
+  if (HoldsProgram(platform_.files, "GetVBVer", folder, "vb6.exe")) return kVersion6;
+  return {};
+}
+
+std::string basGlobal::FindVBRedistFolder() {
+  const CallStackEntry entry("FindVBRedistFolder");
+  const std::string folder = FindVB();
+  if (folder.empty()) return {};
+  const std::string version = GetVBVer();
+  if (version == kVersion5) return folder + "setupkit\\kitfil32\\sys32\\";
+  if (version == kVersion6) return folder + "Wizards\\PDWizard\\Redist";
+  return {};
+}
+
+void basGlobal::LoadSystemFiles() {
+  const CallStackEntry entry("LoadSystemFiles");
+  if (systemFilesLoaded_) return;
+  const std::shared_ptr<Key> root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
+  const std::shared_ptr<Key> key = root->OpenSubKeyForReading(kBorvexWizardKey);
+  if (!key) {
+    if (registryErrorShown_) EndWizard(*user);
+    registryErrorShown_ = true;
+    EndWithMissingKey(*user, platform_.strings, std::string("HKEY_LOCAL_MACHINE\\") + kBorvexWizardKey);
+  }
+  const std::shared_ptr<Value> depFile = key->Values().Item("DepFile");
+  depFilePath_ = FixPath(depFile ? depFile->Text() : std::string()) + kSystemFileList;
+
+  systemFiles_ = std::make_unique<CFiles>(platform_.codePage);
+  systemFileNames_.clear();
+  NumberedKeys::List list{depFilePath_, "System", "File", NumberedKeys::Spelling::NumberThenName};
+  list.first = 1;
+  NumberedKeys keys(platform_.profiles);
+  for (const std::string& name : keys.Entries(list)) {
+    // Different names may have one key ("a-b.dll", "ab.dll"); all of them are system files.
+    systemFileNames_.insert(UpperCase(name));
+    if (!systemFiles_->FindItem(systemFiles_->KeyOf(name))) systemFiles_->Add(name);
+  }
+  systemFilesLoaded_ = true;
+}
+
+bool basGlobal::IsSystemFile(const std::string& fileName) const {
+  const CallStackEntry entry("IsSystemFile");
+  return systemFileNames_.count(UpperCase(fileName)) != 0;
+}
+
+bool basGlobal::FindIniFileEntry(const std::string& file, const std::string& section,
+                                 const std::string& keySuffix, const std::string& wanted,
+                                 std::int16_t& index) {
+  const CallStackEntry entry("basGlobal:FindIniFileEntry");
+  constexpr std::size_t kSize = 254;
+  for (std::int16_t number = 0;; ++number) {
+    const std::string key = std::to_string(number) + keySuffix;
+    const std::string value = platform_.profiles.GetString(section, key, kNoEntry, kSize, file);
+    index = number;
+    if (EndsNumberedList(value)) return false;
+    if (number == std::numeric_limits<std::int16_t>::max()) throw RuntimeError(kErrorOverflow, "Overflow");
+    if (value == wanted) {
+      ++index;
+      return true;
+    }
+  }
+}
+
+bool basGlobal::AddVBRuntimeObject(const std::string& templateFolder) {
+  const CallStackEntry entry("basGlobal:AddVBRuntimeObject");
+  const std::string guid = CreateGUID(platform_.guids, true);
+  if (guid.empty()) return false;
+  const std::string version = GetVBVer();
+  if (version != kVersion5 && version != kVersion6) return false;
+
+  const std::string file = FixPath(templateFolder) + "Component Definitions\\Default.cdf";
+  ProfileStrings& profiles = platform_.profiles;
+  // Adds the component to a list unless it is there, which it tells.
+  const auto listed = [&](const char* section, const char* keySuffix) {
+    std::int16_t number = 0;
+    if (FindIniFileEntry(file, section, keySuffix, kRuntimeComponent, number)) return true;
+    profiles.WriteString(section, std::to_string(number) + keySuffix, kRuntimeComponent, file);
+    return false;
+  };
+  if (listed("Components", "component")) return true;
+  listed(kProgramFiles, "MEMBER");
+  listed(kProgramFiles, "required");
+  profiles.WriteSection(kRuntimeComponent, std::string_view(), file);
+  profiles.WriteString(kRuntimeComponent, "MONIKER", version == kVersion5 ? kMoniker5 : kMoniker6, file);
+  profiles.WriteString(kRuntimeComponent, "GUID", guid, file);
+  profiles.WriteString(kRuntimeComponent, "VISIBLE", "No", file);
+  profiles.WriteString(kRuntimeComponent, "OBJECT", "Yes", file);
+  return false;
+}
+
+std::int16_t basGlobal::NextProgressValue() {
+  if (progress_ >= progressLimit_) progress_ = 0;
+  return ++progress_;
+}
+
+void basGlobal::ResetProgress(std::int16_t limit) {
+  progress_ = 0;
+  progressLimit_ = limit;
+}
+
+}  // namespace bxvbwiz
