@@ -103,9 +103,9 @@ SystemError MachineRegistry::DeleteKey(RegistryHandle key, const std::string& na
     return error;
   if (tree_.HasChildren(node) || !tree_.IsDeletable(node)) return SystemError::AccessDenied;
   const Node parent = tree_.Parent(node);
-  EnsureHeading(parent);
   deleted_.emplace(node, tree_.Path(node));
   tree_.Remove(node);
+  if (tree_.IsDeletable(parent) && !tree_.HasChildren(parent)) EnsureHeading(parent);
   values_.erase(node);
   sorted_.erase(node);
   if (const auto listed = sorted_.find(parent); listed != sorted_.end()) {

@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+
+#include "platform/machine/MachineRegistry.h"
+#include "platform/ProfileFakes.h"
+
+namespace bxvbwiz {
+namespace {
+
+using namespace std::string_literals;
+
+constexpr RegistryHandle kClasses = static_cast<RegistryHandle>(0x80000000U);
+constexpr RegistryHandle kMachine = static_cast<RegistryHandle>(0x80000002U);
+constexpr std::uint32_t kRead = 0x20019;
+constexpr std::uint32_t kAll = 0x2003F;
+
+const FakeCodePage kCodePage;
+
+class RegistryTest : public testing::Test {
+ protected:
+  RegistryHandle Key(const std::string& path, std::uint32_t access = kAll, RegistryHandle root = kMachine) {
+    RegistryHandle key = 0;
+    return registry_.OpenKey(root, path, access, key) == SystemError::Success ? key : 0;
+  }
+
+  const std::string source_ =
+      "REGEDIT4\r\n; by hand\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Z]\r\n@=\"def\"\r\n\"one\"=\"1\"\r\n; "
+      "note\r\n"
+      "\"bad\"=what\r\n\"two\"=\"2\"\r\n\r\n[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n\r\n"
+      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\a\\b]\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\M]\r\n\"v\"=hex:01,\\\r\n  "
+      "02\r\n";
+  MachineRegistry registry_{source_, kCodePage};
+};
+
+TEST_F(RegistryTest, AnswersWithTheSystemsCodes) {
+  RegistryHandle key = 77;
+  EXPECT_EQ(registry_.OpenKey(kMachine, "Software\\None", kRead, key), SystemError::FileNotFound);
+  EXPECT_EQ(key, 77);
+  EXPECT_EQ(registry_.OpenKey(4711, "Software", kRead, key), SystemError::InvalidHandle);
+  EXPECT_EQ(registry_.CloseKey(4711), SystemError::InvalidHandle);
+  EXPECT_EQ(registry_.CloseKey(kMachine), SystemError::Success);
+  const RegistryHandle z = Key("software\\z\\", kRead);
+  RegistryData data;
+  EXPECT_EQ(registry_.QueryValue(z, "none", 100, data), SystemError::FileNotFound);
+  EXPECT_EQ(registry_.QueryValue(z, "", 3, data), SystemError::MoreData);
+  EXPECT_EQ(registry_.QueryValue(z, "", 4, data), SystemError::Success);
+  EXPECT_EQ(data.data, "def\0"s);
+  EXPECT_EQ(registry_.SetValue(z, "x", {1, "y\0"s}), SystemError::AccessDenied);
+  EXPECT_EQ(registry_.DeleteValue(z, "one"), SystemError::AccessDenied);
+  EXPECT_EQ(registry_.CloseKey(z), SystemError::Success);
+  EXPECT_EQ(registry_.QueryValue(z, "", 100, data), SystemError::InvalidHandle);
+  EXPECT_EQ(registry_.DeleteKey(kMachine, "Software\\a"), SystemError::AccessDenied);
+  EXPECT_EQ(registry_.DeleteKey(kMachine, "Software\\x"), SystemError::FileNotFound);
+  EXPECT_EQ(registry_.CreateKey(kMachine, "a\nb", 0, kAll, key), SystemError::InvalidName);
+  EXPECT_FALSE(registry_.Changed());
+  const RegistryHandle b = Key("software\\a\\b");
+  EXPECT_EQ(registry_.DeleteKey(kMachine, "Software\\a\\b"), SystemError::Success);
+  EXPECT_EQ(registry_.SetValue(b, "x", {1, "y\0"s}), SystemError::FileNotFound);
+}
+
+TEST_F(RegistryTest, ListsSubkeysByNameAndValuesInTheOrderOfTheFile) {
+  const RegistryHandle software = Key("Software", kRead);
+  std::string names;
+  std::string name;
+  for (std::uint32_t i = 0; registry_.EnumKey(software, i, 255, name) == SystemError::Success; ++i)
+    names += name + ' ';
+  EXPECT_EQ(names, "a Classes M Z ");
+  EXPECT_EQ(registry_.EnumKey(software, 4, 255, name), SystemError::NoMoreItems);
+  EXPECT_EQ(registry_.EnumKey(software, 1, 7, name), SystemError::MoreData);
+  const RegistryHandle z = Key("Software\\Z", kRead);
+  std::uint32_t type = 0;
+  names.clear();
+  for (std::uint32_t i = 0; registry_.EnumValue(z, i, 255, name, type) == SystemError::Success; ++i)
+    names += name + ' ';
+  EXPECT_EQ(names, " one two ");
+  EXPECT_NE(Key(".VBP", kRead, kClasses), 0);
+  EXPECT_NE(Key("Software\\Classes\\.vbp", kRead), 0);
+  EXPECT_EQ(registry_.Skipped(), 1U);
+}
+
+TEST_F(RegistryTest, ChangesOnlyTheLinesOfWhatWasChanged) {
+  EXPECT_EQ(registry_.Text(), source_);
+  const RegistryHandle z = Key("Software\\Z");
+  EXPECT_EQ(registry_.SetValue(z, "ONE", {1, "1\0"s}), SystemError::Success);
+  EXPECT_FALSE(registry_.Changed());
+  EXPECT_EQ(registry_.SetValue(z, "ONE", {4, "\1\0\0\0"s}), SystemError::Success);
+  EXPECT_EQ(registry_.SetValue(z, "new", {1, "\u20AC\0"s}), SystemError::Success);
+  EXPECT_EQ(registry_.DeleteValue(z, "TWO"), SystemError::Success);
+  EXPECT_EQ(registry_.DeleteKey(kMachine, "SOFTWARE\\A\\B"), SystemError::Success);
+  EXPECT_EQ(registry_.DeleteKey(kMachine, "SOFTWARE\\M"), SystemError::Success);
+  RegistryHandle key = 0;
+  EXPECT_EQ(registry_.CreateKey(kMachine, "Software\\n\\m", 0, kAll, key), SystemError::Success);
+  EXPECT_EQ(registry_.SetValue(key, "", {1, "x\0"s}), SystemError::Success);
+  EXPECT_TRUE(registry_.Changed());
+  const std::string changed =
+      "REGEDIT4\r\n; by "
+      "hand\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Z]\r\n@=\"def\"\r\n\"one\"=dword:00000001\r\n"
+      "; note\r\n\"bad\"=what\r\n\"new\"=\"?\"\r\n\r\n[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n\r\n"
+      "\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\a]\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\n]\r\n"
+      "\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\n\\m]\r\n@=\"x\"\r\n";
+  EXPECT_EQ(registry_.Text(), changed);
+  EXPECT_EQ(MachineRegistry(changed, kCodePage).Text(), changed);
+}
+
+TEST(Registry, KeepsADeletedKeyDeletedWhereTheTextDeletesKeysItself) {
+  MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a\\b]\n[-HKEY_USERS\\a\\b]\n[HKEY_USERS\\a]", kCodePage);
+  const auto users = static_cast<RegistryHandle>(0x80000003U);
+  EXPECT_EQ(registry.DeleteKey(users, "a"), SystemError::Success);
+  std::string name;
+  EXPECT_EQ(MachineRegistry(registry.Text(), kCodePage).EnumKey(users, 0, 9, name), SystemError::NoMoreItems);
+}
+
+TEST(Registry, DoesNotLetAnUnfinishedValueSwallowWhatIsAdded) {
+  MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a]\n\"v\"=hex:01,\\", kCodePage);
+  RegistryHandle key = 0;
+  const auto users = static_cast<RegistryHandle>(0x80000003U);
+  EXPECT_EQ(registry.CreateKey(users, "b", 0, kAll, key), SystemError::Success);
+  EXPECT_EQ(registry.Text(), "REGEDIT4\n[HKEY_USERS\\a]\n\"v\"=hex:01\r\n\r\n[HKEY_USERS\\b]\r\n");
+}
+
+}  // namespace
+}  // namespace bxvbwiz
