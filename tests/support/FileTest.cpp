@@ -1,0 +1,213 @@
+#include <gtest/gtest.h>
+
+#include "support/basFile.h"
+#include "support/basLogging.h"
+#include "support/basMisc.h"
+#include "support/basShell.h"
+#include "support/FakePlatform.h"
+
+namespace bxvbwiz {
+namespace {
+
+TEST(ParsePath, CutsRootFolderNameAndTitle) {
+  struct Case {
+    const char* path;
+    const char* root;
+    int position;
+    const char* folder;
+    const char* fileName;
+    const char* title;
+  };
+  const Case cases[] = {
+      {"C:\\a\\b.c.dll", "C:\\", 4, "C:\\a", "b.c.dll", "b.c"},
+      {"C:\\x.dll", "C:\\", 4, "C:\\", "x.dll", "x"},
+      {"C:\\a\\b\\", "C:\\", 4, "C:\\a\\b", "", ""},
+      {"C:\\", "C:\\", 4, "C:\\", "", ""},
+      {"C:x.dll", "C:", 3, "C:", "x.dll", "x"},
+      {"x.dll", "", 0, "", "x.dll", "x"},
+      {"a\\b", "", 0, "a", "b", "b"},
+      {"\\x.dll", "", 0, "", "x.dll", "x"},
+      {"", "", 0, "", "", ""},
+      {"\\\\srv\\sh\\d\\x.dll", "\\\\srv\\sh", 10, "\\\\srv\\sh\\d", "x.dll", "x"},
+      {"\\\\srv\\sh\\x.dll", "\\\\srv\\sh", 10, "\\\\srv\\sh", "x.dll", "x"},
+      {"\\\\s\u00E4v\\sh\\x", "\\\\s\u00E4v\\sh", 10, "\\\\s\u00E4v\\sh", "x", "x"},
+      {"\\\\srv\\sh", "\\\\srv\\sh", 9, "\\\\srv\\sh", "", ""},
+      {"\\\\?\\C:\\x", "\\\\?\\C:\\", 8, "\\\\?\\C:\\", "x", "x"},
+      {"\\\\?\\UNC\\srv\\sh\\x", "\\\\?\\UNC\\srv\\sh", 16, "\\\\?\\UNC\\srv\\sh", "x", "x"},
+  };
+  for (const Case& row : cases) {
+    std::int16_t position = -1;
+    EXPECT_EQ(SplitPathRoot(row.path, position), row.root) << row.path;
+    EXPECT_EQ(position, row.position) << row.path;
+    EXPECT_EQ(ParsePath(row.path, PathPart::Root), row.root) << row.path;
+    EXPECT_EQ(GetPathFolder(row.path), row.folder) << row.path;
+    EXPECT_EQ(GetPathFileName(row.path), row.fileName) << row.path;
+    EXPECT_EQ(ParsePath(row.path, PathPart::Title), row.title) << row.path;
+  }
+  EXPECT_EQ(SplitPathComponents("a\\\\b\\"), (std::vector<std::string>{"a", "", "b", ""}));
+  EXPECT_TRUE(SplitPathComponents("").empty());
+}
+
+TEST(FixPath, EndsInOneBackslash) {
+  EXPECT_EQ(FixPath(""), "\\");
+  EXPECT_EQ(FixPath("C:\\a"), "C:\\a\\");
+  EXPECT_EQ(FixPath("C:\\"), "C:\\");
+  EXPECT_EQ(StripTrailingBackslash("C:\\a\\\\"), "C:\\a\\");
+  EXPECT_EQ(StripAtNull(std::string("ab\0c", 4)), "ab");
+  EXPECT_EQ(StripAtNull("ab"), "ab");
+}
+
+// One unit a byte, so that the widths can be counted in the texts.
+struct Label : LabelMetrics {
+  explicit Label(int w) : width(w) {}
+  int Width() const override { return width; }
+  int TextWidth(const std::string& text) const override { return static_cast<int>(text.size()); }
+  int width;
+};
+
+TEST(CompactPathForLabel, KeepsTheRootAndTheTrailingComponentsThatFit) {
+  const std::string path = "C:\\one\\two\\three.vbp";  // 20 units
+  const std::pair<int, const char*> cases[] = {
+      {21, "C:\\one\\two\\three.vbp"},  // 95 % of 21 are 19.95
+      {20, "C:\\...\\three.vbp"},       // the full path would fit 20, but not 19
+      {18, "C:\\...\\three.vbp"},
+      {17, "C:\\...\\three.vbp"},
+      {16, ""}};
+  for (const auto& [width, text] : cases) EXPECT_EQ(CompactPathForLabel(Label(width), path), text) << width;
+  EXPECT_EQ(CompactPathForLabel(Label(24), "C:\\folder\\one\\two\\three.vbp"), "C:\\...\\two\\three.vbp");
+  EXPECT_EQ(CompactPathForLabel(Label(17), "\\\\s\\h\\folder\\x.vbp"), "\\\\s\\h\\...\\x.vbp");
+}
+
+TEST(LineReader, TakesEveryLineEnd) {
+  LineReader reader("a\r\nb\nc\rd\r\n\r\ne");
+  std::vector<std::string> lines;
+  for (std::string_view line; reader.Next(line);) lines.emplace_back(line);
+  EXPECT_EQ(lines, (std::vector<std::string>{"a", "b", "c", "d", "", "e"}));
+}
+
+class Files : public ::testing::Test {
+ protected:
+  Files() {
+    session_.user = &user;
+    files.entries["C:\\S"] = {{}, kAttributeDirectory};
+    files.entries["C:\\T"] = {{}, kAttributeDirectory};
+  }
+  void Copy(std::string from, std::string to) { CopyFileTree(files, user, from, to); }
+
+  FakePlatform fake;
+  FakeFiles& files = fake.files;
+  RecordingUser user;
+
+ private:
+  Session session_{fake.platform, StartMode::Automation};
+  SessionScope scope_{session_};
+};
+
+TEST_F(Files, CopyingLeavesOutDottedNamesAndClearsReadOnly) {
+  files.entries["C:\\S\\a.txt"] = {"A", kAttributeReadOnly | kAttributeHidden};
+  files.entries["C:\\S\\b.txt"] = {"B", kAttributeReadOnly};
+  files.entries["C:\\S\\.git"] = {{}, kAttributeDirectory};
+  files.entries["C:\\S\\.git\\x"] = {"X"};
+  files.entries["C:\\S\\.rc"] = {"R"};
+  files.entries["C:\\S\\Sub"] = {{}, kAttributeDirectory};
+  files.entries["C:\\S\\Sub\\c.txt"] = {"C"};
+  std::string source = "C:\\S";
+  std::string target = "C:\\T";
+  CopyFileTree(files, user, source, target);
+  EXPECT_EQ(source + target, "C:\\S\\C:\\T\\");
+  EXPECT_EQ(files.entries["C:\\T\\a.txt"].attributes, kAttributeHidden);
+  EXPECT_EQ(files.entries["C:\\T\\b.txt"].attributes, kAttributeNormal);
+  EXPECT_EQ(files.entries["C:\\T\\Sub\\c.txt"].bytes, "C");
+  EXPECT_EQ(files.entries.count("C:\\T\\.git") + files.entries.count("C:\\T\\.rc"), 0U);
+  EXPECT_EQ(user.pointers.front(), Pointer::Hourglass);
+  EXPECT_EQ(user.pointers.back(), Pointer::Default);
+}
+
+TEST_F(Files, CopyingAdvancesOnceForEachFolderWithFiveFiles) {
+  for (const char* folder : {"C:\\S\\Five", "C:\\S\\Four", "C:\\S\\Six"})
+    files.entries[folder] = {{}, kAttributeDirectory};
+  for (int file = 1; file <= 6; ++file) {
+    const std::string name = "\\" + std::to_string(file);
+    if (file <= 4) files.entries["C:\\S\\Four" + name] = {};
+    if (file <= 5) files.entries["C:\\S\\Five" + name] = {};
+    files.entries["C:\\S\\Six" + name] = {};
+  }
+  Copy("C:\\S", "C:\\T");
+  EXPECT_EQ(user.advances, 2);
+}
+
+TEST_F(Files, CopyingOfNothingLeavesThePointerAlone) {
+  Copy("C:\\S", "C:\\T");
+  Copy("C:\\Missing", "C:\\T");
+  EXPECT_TRUE(user.pointers.empty());
+}
+
+TEST_F(Files, CopyingIntoAFolderOfTheSourceEnds) {
+  files.entries["C:\\S\\a.txt"] = {"A"};
+  files.entries["C:\\S\\New"] = {{}, kAttributeDirectory};
+  Copy("C:\\S", "C:\\S\\New");
+  EXPECT_EQ(files.entries["C:\\S\\New\\a.txt"].bytes, "A");
+  EXPECT_EQ(files.entries.count("C:\\S\\New\\New\\New"), 0U);
+}
+
+TEST_F(Files, CopyingRepeatsTheFailedFileAfterRetryAndStopsAfterCancel) {
+  files.entries["C:\\S\\a.txt"] = {"A"};
+  files.entries["C:\\S\\b.txt"] = {"B"};
+  files.faults = {SystemError::SharingViolation};
+  user.answers = {Button::Retry};
+  Copy("C:\\S", "C:\\T");
+  EXPECT_EQ(user.messages,
+            std::vector<std::string>{"2 (70 : Permission denied: C:\\S\\a.txt to C:\\T\\a.txt : Bx6vbwiz)"});
+  EXPECT_EQ(files.entries["C:\\T\\a.txt"].bytes + files.entries["C:\\T\\b.txt"].bytes, "AB");
+
+  files.entries.erase("C:\\T\\b.txt");
+  files.faults = {SystemError::DiskFull};
+  EXPECT_THROW(Copy("C:\\S", "C:\\T"), WizardEnded);
+  EXPECT_EQ(files.entries.count("C:\\T\\b.txt"), 0U);
+  EXPECT_EQ(user.pointers.back(), Pointer::Default);
+}
+
+TEST_F(Files, TimesOfAMissingFileStayAndItsHandleIsClosedAllTheSame) {
+  files.entries["C:\\S\\a.txt"] = {"A"};
+  SetFileTimesToNow(files, fake.parts, "C:\\S\\a.txt");
+  SetFileTimesToNow(files, fake.parts, "C:\\S\\none");
+  EXPECT_EQ(files.times, std::vector<FileTime>{42});
+  EXPECT_EQ(files.closed, (std::vector<FileHandle>{7, kInvalidFile}));
+}
+
+TEST_F(Files, DirSeesNormalFilesAndFoldersOnRequest) {
+  files.entries["C:\\S\\Fold"] = {{}, kAttributeDirectory};
+  files.entries["C:\\S\\hid.dll"] = {{}, kAttributeHidden};
+  files.entries["C:\\S\\X.dll"] = {};
+  EXPECT_EQ(Dir(files, "C:\\S\\x.DLL"), "X.dll");
+  EXPECT_EQ(Dir(files, "C:\\S\\"), "X.dll");
+  EXPECT_EQ(Dir(files, "C:\\S\\hid.dll", true), "");
+  EXPECT_EQ(Dir(files, "C:\\S\\fold"), "");
+  EXPECT_EQ(Dir(files, "C:\\S\\fold", true), "Fold");
+  EXPECT_EQ(Dir(files, "C:\\S\\*.*", true), ".");
+  EXPECT_TRUE(FolderHoldsFile(files, "C:\\S\\", "x.dll"));
+  EXPECT_FALSE(FolderHoldsFile(files, "C:\\S\\", "*.*"));
+  EXPECT_FALSE(FolderHoldsFile(files, "C:\\T\\", ""));
+}
+
+// A program that is still running at the first `timeouts` looks.
+struct Programs : Processes {
+  struct Running : Process {
+    explicit Running(int& l) : left(l) {}
+    WaitResult Wait(std::uint32_t) override { return left-- > 0 ? WaitResult::TimedOut : WaitResult::Failed; }
+    int& left;
+  };
+  std::unique_ptr<Process> Start(const std::string&) override { return std::make_unique<Running>(timeouts); }
+  int timeouts = 3;
+};
+
+TEST_F(Files, ShellAndWaitLetsEventsRunUntilTheProcessEnds) {
+  Programs programs;
+  ShellAndWait(programs, user, "vb6 /make");
+  EXPECT_EQ(user.events, 3);
+  ShellAndWait(fake.parts, user, "cannot be started");
+  EXPECT_EQ(user.events, 3);
+}
+
+}  // namespace
+}  // namespace bxvbwiz

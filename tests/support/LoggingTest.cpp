@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <new>
+
+#include "support/basLogging.h"
+#include "support/FakePlatform.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr char kLog[] = "C:\\WINDOWS\\Bx6vbwiz.LOG";
+
+TEST(CallStack, PopsOnlyTheNameOnTop) {
+  CallStack stack;
+  stack.Pop("A");
+  stack.Push("A");
+  stack.Push("B");
+  stack.Pop("A");
+  EXPECT_EQ(stack.Names(), (std::vector<std::string_view>{"A", "B"}));
+  stack.Pop("B");
+  stack.Pop("A");
+  EXPECT_TRUE(stack.Names().empty());
+}
+
+TEST(Log, FollowsItsSettings) {
+  struct Case {
+    const char* level;
+    const char* newLog;
+    bool written;
+    bool kept;  // what the log held before
+  };
+  const Case cases[] = {{"", "", false, true},      {"-1", "1", false, true}, {"x", "1", false, true},
+                        {"99999", "", false, true}, {"0", "0", true, true},   {"3", "junk", true, true},
+                        {"0", "1", true, false},    {"0", "-1", true, false}, {"0", "true", true, false}};
+  for (const Case& row : cases) {
+    FakePlatform fake;
+    fake.files.entries[kLog].bytes = "old\r\n";
+    if (*row.level != '\0') fake.parts.settings["Bx6vbwiz/Logging/LogLevel"] = row.level;
+    if (*row.newLog != '\0') fake.parts.settings["Bx6vbwiz/Logging/NewLog"] = row.newLog;
+    Log log(fake.platform);
+    log.Init();
+    log.Write("K\u00E4se");
+    EXPECT_EQ(fake.files.entries[kLog].bytes,
+              std::string(row.kept ? "old\r\n" : "") + (row.written ? "K\xE4se\r\n" : ""))
+        << row.level << " " << row.newLog;
+  }
+}
+
+TEST(Log, HasOneBackslashBetweenFolderAndName) {
+  FakePlatform fake;
+  fake.parts.windows = "W:\\";
+  fake.parts.settings = {{"Bx6vbwiz/Logging/LogLevel", "0"}, {"Bx6vbwiz/Logging/LogName", "my.log"}};
+  Log log(fake.platform);
+  log.Init();
+  EXPECT_EQ(log.Path(), "W:\\my.log");
+}
+
+TEST(ReportError, LogsTheStackRepeatsAfterRetryAndEndsAfterCancel) {
+  FakePlatform fake;
+  fake.parts.settings["Bx6vbwiz/Logging/LogLevel"] = "0";
+  Session session(fake.platform, StartMode::Automation);
+  const SessionScope scope(session);
+  session.log.Init();
+  RecordingUser user;
+  session.user = &user;
+  user.answers = {Button::Retry};
+  int runs = 0;
+  const auto routine = [&] {
+    const CallStackEntry outer("Outer");
+    const CallStackEntry entry("CFile:Step");
+    Reporting("CFile:Step", [&] {
+      const CallStackEntry failing("Gone when the trap is reached");
+      ++runs;
+      CheckSystem(SystemError::FileNotFound, "C:\\x");
+    });
+  };
+  EXPECT_THROW(routine(), WizardEnded);
+  EXPECT_EQ(runs, 2);
+  EXPECT_EQ(user.messages, std::vector<std::string>(2, "2 (53 : File not found: C:\\x : Bx6vbwiz)"));
+  EXPECT_TRUE(user.ended);
+  EXPECT_EQ(user.returnCode, 0);
+  EXPECT_TRUE(session.callStack.Names().empty());
+  const std::string report =
+      "Unexpected Error 53: File not found: C:\\x from Bx6vbwiz in CFile:Step\r\n"
+      "Call Stack:\r\n    Outer\r\n    CFile:Step\r\n";
+  EXPECT_EQ(fake.files.entries[kLog].bytes, report + report);
+}
+
+TEST(ReportError, WithoutAUserEndsTheWizard) {
+  FakePlatform fake;
+  fake.parts.settings["Bx6vbwiz/Logging/LogLevel"] = "0";
+  EXPECT_THROW(ReportError("R", RuntimeError(9, "d")), WizardEnded);
+  Session session(fake.platform, StartMode::Automation);
+  const SessionScope scope(session);
+  session.log.Init();
+  EXPECT_THROW(ReportError("R", RuntimeError(9, "d", "s")), WizardEnded);
+  EXPECT_EQ(fake.files.entries[kLog].bytes, "Unexpected Error 9: d from s in R\r\nCall stack is empty\r\n");
+}
+
+TEST(Logging, LogsAnErrorButLetsTheEndOfTheWizardPass) {
+  FakePlatform fake;
+  Session session(fake.platform, StartMode::Automation);
+  const SessionScope scope(session);
+  int done = 0;
+  Logging("R", [&] {
+    done = 1;
+    throw RuntimeError(9, "d");
+  });
+  EXPECT_EQ(done, 1);
+  EXPECT_THROW(Logging("R", [] { throw WizardEnded{}; }), WizardEnded);
+  EXPECT_THROW(Reporting("R", [] { throw WizardEnded{}; }), WizardEnded);
+}
+
+template <class Thrown>
+std::int32_t NumberOf(const Thrown& thrown) {
+  try {
+    throw thrown;
+  } catch (...) {
+    return CurrentError().Number();
+  }
+}
+
+TEST(CurrentError, NumbersEveryException) {
+  EXPECT_EQ(NumberOf(RuntimeError(61, "d")), 61);
+  EXPECT_EQ(NumberOf(std::bad_alloc()), kErrorOutOfMemory);
+  EXPECT_EQ(NumberOf(std::logic_error("x")), kErrorInvalidCall);
+  EXPECT_THROW(NumberOf(WizardEnded{}), WizardEnded);
+}
+
+TEST(RaiseSystemError, GivesTheNumberOfTheFileStatements) {
+  const std::pair<SystemError, std::int32_t> cases[] = {
+      {SystemError::FileNotFound, 53},  {SystemError::PathNotFound, 76},
+      {SystemError::AccessDenied, 75},  {SystemError::SharingViolation, 70},
+      {SystemError::DiskFull, 61},      {SystemError::AlreadyExists, 58},
+      {SystemError::InvalidName, 52},   {SystemError::NotReady, 71},
+      {SystemError::GeneralFailure, 57}};
+  for (const auto& [code, number] : cases) {
+    try {
+      CheckSystem(code, "C:\\x");
+      ADD_FAILURE() << number;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.Number(), number);
+      EXPECT_TRUE(EndsWith(error.what(), ": C:\\x")) << error.what();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace bxvbwiz

@@ -1,0 +1,221 @@
+#include <gtest/gtest.h>
+
+#include "support/basLogging.h"
+#include "support/FakePlatform.h"
+#include "sysinfo/CSystemInfo.h"
+#include "sysinfo/Keys.h"
+#include "sysinfo/Values.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr RegistryHandle kMachine = RegConstants::HKeyLocalMachine;
+constexpr char kCurrentVersion[] = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion";
+
+RegistryData Text(const std::string& text, std::uint32_t type = RegConstants::RegSz) {
+  return {type, text + '\0'};
+}
+
+TEST(RegConstants, MasksAreTheSumsOfTheirRights) {
+  EXPECT_EQ(RegConstants::KeyRead, 0x20019U);
+  EXPECT_EQ(RegConstants::KeyWrite, 0x20006U);
+  EXPECT_EQ(RegConstants::KeyAllAccess, 0x2003FU);
+}
+
+TEST(Key, TakesNameAndHandleOnce) {
+  FakeRegistry registry;
+  const auto root = Key::Make(registry);
+  root->SetName("HKEY_CURRENT_USER");
+  EXPECT_EQ(root->Handle(), RegConstants::HKeyCurrentUser);
+  root->SetName("other");
+  root->SetHandle(kMachine);
+  EXPECT_EQ(root->Handle(), RegConstants::HKeyCurrentUser);
+  EXPECT_EQ(root->Name(), "HKEY_CURRENT_USER");
+  const auto lower = Key::Make(registry);
+  lower->SetName("hkey_local_machine");
+  EXPECT_EQ(lower->Handle(), 0);
+  EXPECT_EQ(Key::Root(registry, kMachine)->Name(), "HKEY_LOCAL_MACHINE");
+}
+
+TEST(Key, OpensListsAndClosesEveryHandle) {
+  FakeRegistry registry;
+  registry.Make(kMachine, "A\\B\\One");
+  registry.Make(kMachine, "A\\B\\Two\\Deep").values = {{"v", Text("x")}};
+  registry.Make(kMachine, "A\\B").values = {{"Name", Text("n")}, {"", Text("unnamed")}};
+  registry.readOnly = {"Two"};
+  std::shared_ptr<Key> key;
+  {
+    const auto root = Key::Root(registry, kMachine);
+    EXPECT_EQ(root->OpenSubKeyForReading("A\\Missing"), nullptr);
+    EXPECT_TRUE(root->SubKeyExists("a\\b"));
+    EXPECT_FALSE(root->SubKeyExists("A\\B\\Two"));
+    EXPECT_TRUE(registry.open.empty());
+    std::uint32_t access = 0;
+    key = root->OpenSubKey("A\\B", access);
+    EXPECT_EQ(access, RegConstants::KeyAllAccess);
+  }
+  ASSERT_EQ(key->SubKeys().Count(), 2U);
+  EXPECT_EQ(key->SubKeys().Item("two")->FullPath(), "HKEY_LOCAL_MACHINE\\A\\B\\Two");
+  EXPECT_EQ(key->SubKeys().Item("Three"), nullptr);
+  EXPECT_FALSE(key->DeleteSubkeys());
+  EXPECT_EQ(key->Values().Default()->Text(), "unnamed");
+  EXPECT_EQ(key->Values().Item("NAME")->Text(), "n");
+  key->SubKeys().Refresh();
+  key->Values().Refresh();
+  EXPECT_EQ(key->SubKeys().Count() + key->Values().Count(), 4U);
+  const auto deep = key->SubKeys().Item("two")->OpenSubKeyForReading("Deep");
+  EXPECT_EQ(deep->FullPath(), "HKEY_LOCAL_MACHINE\\A\\B\\Two\\Deep");
+  EXPECT_EQ(deep->Values().Default()->Name(), "v");
+  key.reset();
+  EXPECT_EQ(registry.open.size(), 2U);  // Deep, and Two, which it keeps as its parent
+}
+
+TEST(Keys, AddsReplacesAndRemoves) {
+  FakeRegistry registry;
+  registry.Make(kMachine, "A\\Old").values = {{"v", Text("x")}};
+  const auto key = Key::Root(registry, kMachine)->OpenSubKeyForReading("A");
+  EXPECT_EQ(key->SubKeys().Add("OLD")->Values().Count(), 1U);
+  EXPECT_EQ(key->SubKeys().Count(), 1U);
+  EXPECT_EQ(key->SubKeys().Item(1)->Name(), "OLD");
+  ASSERT_NE(key->SubKeys().Add("New"), nullptr);
+  registry.readOnly = {"Locked"};
+  EXPECT_EQ(key->SubKeys().Add("Locked"), nullptr);
+  EXPECT_TRUE(key->SubKeys().Remove("new"));
+  EXPECT_FALSE(key->SubKeys().Remove("new"));
+  EXPECT_FALSE(key->SubKeys().Remove(2U));
+  EXPECT_TRUE(key->SubKeys().Remove(1U));
+  EXPECT_EQ(registry.nodes.count(FakeRegistry::PathOf(kMachine) + "\\A\\OLD"), 0U);
+}
+
+TEST(Value, IsReadByItsTypeAndNeverExpanded) {
+  using Bytes = std::vector<std::uint8_t>;
+  const std::tuple<RegistryData, ValueData> cases[] = {
+      {Text("abc"), std::string("abc")},
+      {Text(""), std::string()},
+      {{RegConstants::RegSz, ""}, std::string()},
+      {{RegConstants::RegSz, "ab\u00E4"}, std::string("ab")},
+      {Text(std::string(2047, 'x')), std::string(2047, 'x')},
+      {Text(std::string(2048, 'x')), {}},
+      {Text("%x%", RegConstants::RegExpandSz), {}},
+      {{RegConstants::RegDWord, "\xFE\xFF\xFF\xFF"}, -2},
+      {{RegConstants::RegDWord, std::string("\1\2\0\0", 4)}, 513},
+      {{RegConstants::RegBinary, "\1\xFF"}, Bytes{1, 255}},
+      {{RegConstants::RegBinary, ""}, {}},
+  };
+  for (const auto& [stored, expected] : cases) {
+    FakeRegistry registry;
+    registry.Make(kMachine, "A").values = {{"v", stored}};
+    const auto key = Key::Root(registry, kMachine)->OpenSubKeyForReading("A");
+    const auto value = key->Values().Item("V");
+    EXPECT_EQ(value->Get(), expected) << stored.type << " " << stored.data;
+    if (expected == ValueData{} || stored.data.empty() || stored.data == "ab\u00E4") continue;
+    EXPECT_TRUE(key->Values().Add("copy", stored.type)->Set(expected));
+    EXPECT_EQ(registry.nodes[FakeRegistry::PathOf(kMachine) + "\\A"].values[1].second.data, stored.data);
+  }
+}
+
+TEST(Value, RefusesDataOfAnotherTypeAndNotesAChangedType) {
+  FakeRegistry registry;
+  registry.Make(kMachine, "A").values = {{"v", Text("abc")}};
+  const auto key = Key::Root(registry, kMachine)->OpenSubKeyForReading("A");
+  const auto value = key->Values().Item("v");
+  EXPECT_FALSE(value->Set(7));
+  EXPECT_FALSE(key->Values().Add("e", RegConstants::RegExpandSz)->Set(std::string("x")));
+  registry.nodes[FakeRegistry::PathOf(kMachine) + "\\A"].values[0].second = {RegConstants::RegDWord,
+                                                                             std::string("\7\0\0\0", 4)};
+  EXPECT_EQ(value->Get(), ValueData{});
+  EXPECT_EQ(value->Get(), ValueData{7});
+  EXPECT_TRUE(key->Values().Remove("V"));
+  EXPECT_FALSE(key->Values().Remove("V"));
+  EXPECT_EQ(key->Values().Item("v"), nullptr);
+}
+
+TEST(CSystemInfo, FlagsTestFamilyAndOneNumber) {
+  struct Case {
+    std::uint32_t platformId, major, minor;
+    const char* flags;  // 95, 98, NT 3.51, NT 4, NT 5
+  };
+  const Case cases[] = {{1, 4, 0, "10000"}, {1, 4, 10, "01000"}, {1, 4, 90, "00000"}, {2, 3, 51, "00100"},
+                        {2, 4, 0, "00010"}, {2, 5, 1, "00001"},  {2, 6, 1, "00000"},  {0, 0, 0, "00000"}};
+  for (const Case& row : cases) {
+    FakePlatform fake;
+    fake.parts.version = {row.major, row.minor, 67109975, row.platformId, ""};
+    const CSystemInfo info(fake.platform);
+    std::string flags;
+    for (const bool flag : {info.IsWindows95(), info.IsWindows98(), info.IsWindowsNT351(),
+                            info.IsWindowsNT4(), info.IsWindowsNT5()})
+      flags += flag ? '1' : '0';
+    EXPECT_EQ(flags, row.flags) << row.platformId << "." << row.major << "." << row.minor;
+    EXPECT_EQ(info.WinBuildNumber(), 67109975);
+  }
+}
+
+TEST(CSystemInfo, ConvertsOnlyATextThatFillsTheServicePackBuffer) {
+  const std::pair<std::string, std::int32_t> cases[] = {{"Service Pack 3", -kErrorTypeMismatch},
+                                                        {"", -kErrorTypeMismatch},
+                                                        {"3", -kErrorTypeMismatch},
+                                                        {"3" + std::string(127, ' '), 3},
+                                                        {std::string(128, '9'), -kErrorOverflow}};
+  for (const auto& [text, result] : cases) {
+    FakePlatform fake;
+    fake.parts.version.csdVersion = text;
+    const CSystemInfo info(fake.platform);
+    std::int32_t number = 0;
+    try {
+      number = info.WinCSDVersion();
+    } catch (const RuntimeError& error) {
+      number = -error.Number();
+    }
+    EXPECT_EQ(number, result) << text;
+  }
+}
+
+TEST(CSystemInfo, FindsFoldersInTheRegistryOrUnderWindows) {
+  FakePlatform fake;
+  fake.registry.Make(kMachine, kCurrentVersion).values = {{"CommonFilesDir", Text("C:\\PF\\Common\\")},
+                                                          {"ProgramFilesDir", Text("C:\\PF")}};
+  CSystemInfo info(fake.platform);
+  EXPECT_EQ(fake.parts.folderCalls, 0);
+  EXPECT_EQ(info.WinDir() + info.WinDir() + info.WinSysDir(),
+            "C:\\WINDOWS\\C:\\WINDOWS\\C:\\WINDOWS\\system32\\");
+  EXPECT_EQ(fake.parts.folderCalls, 2);
+  EXPECT_EQ(info.CommonFilesPath(), "C:\\PF\\Common\\");
+  EXPECT_EQ(info.CommonFilesSysPath(), "C:\\PF\\Common\\System\\");
+  EXPECT_EQ(info.ProgramFilesPath(), "C:\\PF\\");
+  EXPECT_EQ(info.MSDAOPath(), "C:\\PF\\Common\\Microsoft Shared\\DAO\\");
+
+  fake.registry.Make(kMachine, "SOFTWARE\\Microsoft\\Shared Tools\\DAO").values = {
+      {"Other", Text("C:\\No\\x.dll")}, {"Path", Text("C:\\DAO\\dao350.dll")}};
+  EXPECT_EQ(CSystemInfo(fake.platform).MSDAOPath(), "C:\\DAO\\");
+
+  FakePlatform old;
+  old.parts.version.majorVersion = 3;
+  CSystemInfo nt351(old.platform);
+  EXPECT_EQ(nt351.CommonFilesPath() + nt351.ProgramFilesPath(), "C:\\WINDOWS\\C:\\WINDOWS\\");
+  EXPECT_EQ(nt351.CommonFilesSysPath(), nt351.WinSysDir());
+  EXPECT_EQ(nt351.MSDAOPath(), "C:\\WINDOWS\\MSAPPS\\DAO\\");
+}
+
+TEST(CSystemInfo, ReportsAMissingEntryAndAsksAgainAtTheNextRead) {
+  FakePlatform fake;
+  Session session(fake.platform, StartMode::Automation);
+  const SessionScope scope(session);
+  RecordingUser user;
+  session.user = &user;
+  user.answers = {Button::Retry, Button::Retry};
+  CSystemInfo info(fake.platform);
+  const std::string what = "2 (91 : Object variable or With block variable not set: HKEY_LOCAL_MACHINE\\";
+  EXPECT_EQ(info.CommonFilesPath(), "");
+  fake.registry.Make(kMachine, kCurrentVersion);
+  EXPECT_EQ(info.CommonFilesPath(), "");
+  EXPECT_EQ(user.messages,
+            (std::vector<std::string>{what + kCurrentVersion + " : Bx6vbwiz)",
+                                      what + kCurrentVersion + "\\CommonFilesDir : Bx6vbwiz)"}));
+  EXPECT_THROW(info.ProgramFilesPath(), WizardEnded);
+  fake.registry.Make(kMachine, kCurrentVersion).values = {{"CommonFilesDir", Text("C:\\CF")}};
+  EXPECT_EQ(info.CommonFilesPath(), "C:\\CF\\");
+  EXPECT_TRUE(session.callStack.Names().empty());
+}
+
+}  // namespace
+}  // namespace bxvbwiz
