@@ -28,7 +28,7 @@ CDependencies::~CDependencies() {
 
 std::shared_ptr<CDependency> CDependencies::Add(const std::string& name) {
   const CallStackEntry entry("CDependencies:Add");
-  const auto dependency = std::make_shared<CDependency>(context_);
+  auto dependency = std::make_shared<CDependency>(context_);
   dependency->Name = name;
   dependency->Key = MakeCollectionKey(context_.platform.codePage, name);
   AddShared(dependency);

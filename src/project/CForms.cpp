@@ -49,7 +49,7 @@ void CForm::SetName(const std::string& name) {
 
 std::shared_ptr<CForm> CForms::Add(const std::string& fileName, const std::string& projectFolder) {
   const CallStackEntry entry("CForms:Add");
-  const auto form = std::make_shared<CForm>(context_, allControls_, projectFolder, readBuffer_);
+  auto form = std::make_shared<CForm>(context_, allControls_, projectFolder, readBuffer_);
   form->Key = MakeCollectionKey(context_.platform.codePage, GetPathFileName(fileName));
   form->SetName(fileName);
   Insert(form, form->Key);

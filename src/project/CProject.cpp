@@ -159,7 +159,7 @@ void CProject::AddReference(const std::string& rawLine) {
 }
 
 std::string CProject::Folder() {
-  const std::string folder = GetPathFolder(fileName_);
+  std::string folder = GetPathFolder(fileName_);
   if (!folder.empty()) return folder;
   std::string full;
   CheckSystem(context_.platform.files.FullPath(fileName_, full), fileName_);

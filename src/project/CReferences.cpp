@@ -90,7 +90,7 @@ void CReference::SetProjectPath(const std::string& folder) {
 
 std::shared_ptr<CReference> CReferences::Add(const std::string& rawLine) {
   const CallStackEntry entry("CReferences:Add");
-  const auto reference = std::make_shared<CReference>(context_);
+  auto reference = std::make_shared<CReference>(context_);
   reference->Key = MakeCollectionKey(context_.platform.codePage, rawLine);
   reference->SetRawName(rawLine);
   Insert(reference, reference->Key);

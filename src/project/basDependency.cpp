@@ -153,7 +153,7 @@ class DependencyWalk {
   std::string Locate(const std::string& path) {
     FileSystem& files = context_.platform.files;
     const std::string name = GetPathFileName(path);
-    const std::string folder = FixPath(GetPathFolder(path));
+    std::string folder = FixPath(GetPathFolder(path));
     if (FolderHoldsFile(files, folder, name)) return folder;
     if (!RedistFolder().empty() && FolderHoldsFile(files, RedistFolder(), name)) return RedistFolder();
     return systemFolder_;
