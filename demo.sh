@@ -24,6 +24,7 @@ machine=demo/out/machine
 $bin/bxvbwiz machine new $machine --quiet
 cp -R demo/machine/. $machine
 cat demo/registry.reg >>$machine/registry.reg
+arguments=()
 while IFS= read -r line; do
   eval "arguments=($line)"
   (cd $machine && "../../../$bin/makepe" "${arguments[@]}")

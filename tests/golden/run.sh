@@ -9,7 +9,6 @@
 #   registry.reg   lines added to the base's registry (optional)
 #   executables    DLLs made for this case: path in the machine folder and makepe's options, one a line (optional)
 #   remove         paths of the base's machine that this case lacks, one a line (optional)
-#   readonly       paths that cannot be written, one a line (optional)
 #   expected/      output (standard output), messages (standard error), exitcode, and under machine/ every file
 #                  that the run made or changed; removed and empty-folders list what files cannot show
 # GUIDs, the time of SOURCE_DATE_EPOCH and the folder of the run are masked in all of them.
@@ -33,7 +32,7 @@ else
 fi
 
 work=$(mktemp -d)
-trap 'chmod -R u+w "$work"; rm -rf "$work"' EXIT
+trap 'rm -rf "$work"' EXIT
 
 MakeExecutables() {  # MakeExecutables LIST MACHINE
   local arguments
@@ -52,9 +51,6 @@ LayOut() {  # LayOut CASE MACHINE
   [ ! -f "$source/executables" ] || MakeExecutables "$source/executables" "$machine"
   if [ -f "$source/remove" ]; then
     while IFS= read -r path; do rm -r "${machine:?}/$path"; done <"$source/remove"
-  fi
-  if [ -f "$source/readonly" ]; then
-    while IFS= read -r path; do chmod a-w "$machine/$path"; done <"$source/readonly"
   fi
 }
 

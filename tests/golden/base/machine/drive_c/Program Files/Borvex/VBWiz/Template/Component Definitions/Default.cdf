@@ -1,0 +1,3 @@
+[General]
+Type=COMPONENTDEFINITION
+Version=1.00.000
