@@ -1,13 +1,15 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "platform/machine/CodePages.h"
+#include "platform/machine/MachineRegistry.h"
 #include "platform/machine/ProfileEngine.h"
 #include "project/CProject.h"
 #include "support/basLogging.h"
 #include "support/FakePlatform.h"
-#include "sysinfo/RegConstants.h"
 
 // A machine in memory for the fuzz targets of the project's readers.
 namespace bxvbwiz {
@@ -34,7 +36,7 @@ class SameFiles : public FakeFiles {
 // Every profile file holds the same bytes.
 class SameProfile : public FakeParts {
  public:
-  explicit SameProfile(std::string_view bytes) : engine_(*this, bytes) {}
+  SameProfile(const CodePage& codePage, std::string_view bytes) : engine_(codePage, bytes) {}
   std::string GetString(ProfileText section, ProfileText key, std::string_view defaultValue, std::size_t size,
                         const std::string&) override {
     if (!section) return {};
@@ -60,15 +62,16 @@ class NoFacts : public FileGroupBuilder {
 // The machine and what an analysis needs besides. Each question is answered the other way than the one
 // before.
 struct AnalysisFakes {
-  explicit AnalysisFakes(std::string_view bytes) : files(bytes), parts(bytes) {
-    for (const char* version : {"1.0", "2.a", "3.0"}) {
-      registry.Make(RegConstants::HKeyClassesRoot, "TypeLib\\{A}\\" + std::string(version) + "\\0\\win32")
-          .values = {{"", {RegConstants::RegSz, std::string("C:\\a.ocx\\1\0", 11)}}};
-    }
-    registry.Make(RegConstants::HKeyClassesRoot, "TypeLib\\{B}\\junk");
-    registry.Make(RegConstants::HKeyLocalMachine, kBorvexWizardKey);
+  explicit AnalysisFakes(std::string_view bytes) : files(bytes), parts(*codePage, bytes) {
     global.user = &user;
   }
+
+  static constexpr const char* kRegistry =
+      "REGEDIT4\n"
+      "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\1.0\\0\\win32]\n@=\"C:\\\\a.ocx\\\\1\"\n"
+      "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\2.a\\0\\win32]\n@=\"b.ocx\"\n"
+      "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\3.0]\n[HKEY_CLASSES_ROOT\\TypeLib\\{B}\\junk]\n"
+      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\n";
 
   class AlternatingUser : public RecordingUser {
    public:
@@ -78,10 +81,11 @@ struct AnalysisFakes {
     bool yes_ = false;
   };
 
-  FakeRegistry registry;
+  std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
+  MachineRegistry registry{kRegistry, *codePage};
   SameFiles files;
   SameProfile parts;
-  Platform platform{registry, parts, files, parts, parts, parts, parts, parts, parts, parts};
+  Platform platform{registry, parts, files, parts, parts, parts, parts, parts, *codePage, parts};
   Session session{platform, StartMode::Automation};
   SessionScope scope{session};
   AlternatingUser user;

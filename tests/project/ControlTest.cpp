@@ -1,0 +1,170 @@
+#include "project/TypeLibrary.h"
+#include "ProjectFixture.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kAdo = "{00000300-0000-0010-8000-00AA006D2EA4}";
+constexpr const char* kDao = "{00025E04-0000-0000-C000-000000000046}";
+const std::string kMissing = "1046/48 The component ";
+
+class ControlTest : public ProjectFixture {
+ protected:
+  // The outcome of a reference as "name|Include|families|messages".
+  std::string Resolve(const std::string& line) {
+    CReference reference(context());
+    user.messages.clear();
+    reference.SetRawName(line);
+    return reference.Name + "|" + (reference.Include ? "yes" : "no") + "|" + (reference.ADO ? "ADO" : "") +
+           (reference.DAO ? "DAO" : "") + (reference.RDO ? "RDO" : "") + "|" + Join(user.messages);
+  }
+};
+
+TEST_F(ControlTest, LinesAreCutAsProjectAndFormFilesWriteThem) {
+  const std::vector<std::tuple<decltype(&ReadControlLine), const char*, const char*>> cases = {
+      {ReadControlLine, "{A}#2.0#0; a;b.ocx", "{A}|2.0|a;b.ocx|"},
+      {ReadControlLine, "\"{A}#2.0#0\"; \"X.OCX\"", "{A}|2.0|X.OCX|"},
+      {ReadControlLine, "{A}#2.0#0;X.OCX", "{A}|2.0|X.OCX|"},
+      {ReadControlLine, "\"*\\A..\\Lib\\Lib.vbp\"", "*\\A..\\Lib\\Lib.vbp||Lib.vbp|"},
+      {ReadControlLine, "{A}#2.0#0; \"", "{A}|2.0|{A}#2.0#0; \"|"},
+      {ReadControlLine, "", "|||"},
+      {ReadReferenceLine, "*\\G{A}#2.0#0#..\\..\\x y\\stdole2.tlb#OLE", "{A}|2.0|stdole2.tlb|OLE"},
+      {ReadReferenceLine, "*\\G{A}#5.3#0#C:\\x\\vbscript.dll\\3#VBScript", "{A}|5.3|vbscript.dll|VBScript"},
+      {ReadReferenceLine, "*\\G{A}#e.0#0#\\\\?\\C:\\x\\WORD8.OLB#", "{A}|e.0|WORD8.OLB|"},
+      {ReadReferenceLine, "*\\A..\\Lib\\Lib.vbp", "..\\Lib\\Lib.vbp||Lib.vbp|"},
+      {ReadReferenceLine, "*\\", "||*\\|"},
+  };
+  context();
+  for (const auto& [read, text, parts] : cases) {
+    const ComponentLine line = read(text);
+    EXPECT_EQ(line.identifier + "|" + line.version + "|" + line.fileName + "|" + line.description, parts);
+  }
+}
+
+TEST_F(ControlTest, TheRegisteredVersionDecidesTheFile) {
+  Register("{A}", "1.0", "C:\\Reg\\a1.ocx");
+  Register("{A}", "2.0", "C:\\Reg\\a2.ocx");
+  Register("{A}", "a.0", "C:\\Reg\\a10.ocx");
+  Register("{B}", "1.2", "C:\\Reg\\b12.ocx");
+  Register("{B}", "1.A", "C:\\Reg\\b110.ocx");
+  Register("{C}", "1.0", "");
+  Register("{D}", "1.0", "C:\\Reg\\d.dll\\2");
+  Register("{E}", "1.0", "C:\\Reg\\e.ocx");
+  Register("{E}", "junk", "C:\\Reg\\e2.ocx");
+  Register("{F}", "2d.0", "C:\\Reg\\f.ocx");
+  Put("C:\\windows\\system32\\Sys.ocx", "");
+  const std::string other = "1095/4 The version of component x.ocx on your system";
+  const Button yes = Button::Yes;
+  const Button no = Button::No;
+  const std::vector<std::tuple<const char*, Button, const char*, bool, std::string>> cases = {
+      {"{A}#1.0#0; x.ocx", no, "C:\\Reg\\a1.ocx", true, ""},
+      {"{A}#1.1#0; x.ocx", yes, "C:\\Reg\\a10.ocx", true, other},
+      {"{A}#1.1#0; x.ocx", no, "x.ocx", false, other},
+      {"{A}#A.0#0; x.ocx", no, "C:\\Reg\\a10.ocx", true, ""},
+      {"{A}#10.0#0; x.ocx", no, "C:\\Reg\\a10.ocx", true, ""},
+      {"{A}#9.f#0; x.ocx", yes, "C:\\Reg\\a10.ocx", true, other},
+      // 1.10 is 1.1, and less than 1.2.
+      {"{B}#1.0#0; x.ocx", yes, "C:\\Reg\\b12.ocx", true, other},
+      // Nothing higher, nothing to ask: the version of the line has no key.
+      {"{A}#11.0#0; x.ocx", yes, "C:\\windows\\system32\\x.ocx", false, kMissing + "x.ocx"},
+      {"{A}##0; Sys.ocx", yes, "C:\\windows\\system32\\Sys.ocx", true, ""},
+      {"{C}#1.0#0; sys.OCX", yes, "C:\\windows\\system32\\sys.OCX", true, ""},
+      {"{C}#1.0#0; x.ocx", yes, "C:\\windows\\system32\\x.ocx", false, kMissing + "x.ocx"},
+      {"{D}#1.0#0; x.ocx", yes, "C:\\Reg\\d.dll", true, ""},
+      {"{E}#1.0#0; x.ocx", yes, "C:\\Reg\\e.ocx", true, ""},
+      {"{E}#1.1#0; x.ocx", yes, "x.ocx", false, ""},
+      {"{F}#2D.0#0; x.ocx", no, "C:\\Reg\\f.ocx", true, ""},
+      {"{F}#45.0#0; x.ocx", no, "C:\\Reg\\f.ocx", true, ""},
+      {"{None}#1.0#0; x.ocx", yes, "x.ocx", false, kMissing + "x.ocx"},
+      {"*\\A..\\Lib\\Lib.vbp", yes, "Lib.vbp", false, kMissing + "Lib.vbp"},
+      {"#1.0#0; x.ocx", yes, "x.ocx", false, kMissing + "x.ocx"},
+  };
+  for (const auto& [line, answer, name, include, messages] : cases) {
+    CObject control(context());
+    user.answers[1095] = answer;
+    user.messages.clear();
+    user.incomplete.clear();
+    builder.calls.clear();
+    control.SetRawName(line);
+    EXPECT_EQ(control.Name, name) << line;
+    EXPECT_EQ(control.Include, include) << line;
+    EXPECT_EQ(Join(user.messages), messages) << line;
+    // Whatever is left out is noted; nothing else is. Only what was resolved gets facts.
+    EXPECT_EQ(user.incomplete.size(), include ? 0U : 1U) << line;
+    EXPECT_EQ(builder.calls.size(), include ? 1U : 0U) << line;
+  }
+}
+
+TEST_F(ControlTest, TheDepFileLiesBesideTheControlOrInTheSystemFolder) {
+  for (const char* name : {"A.v1", "b", "c"}) Register(name, "1.0", "C:\\Reg\\" + std::string(name) + ".ocx");
+  Register("r", "1.0", "\\r.ocx");
+  Put("C:\\Reg\\a.V1.dep", "");
+  Put("C:\\windows\\system32\\a.v1.dep", "");
+  Put("C:\\windows\\system32\\b.dep", "");
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"A.v1#1.0#0; a", "|C:\\Reg\\A.v1.ocx|C:\\Reg\\A.v1.dep"},
+      {"b#1.0#0; b", "|C:\\Reg\\b.ocx|C:\\windows\\system32\\b.dep"},
+      {"c#1.0#0; c", "C:\\Reg\\|C:\\Reg\\c.ocx|"},
+      {"r#1.0#0; r", "|\\r.ocx|"},
+  };
+  for (const auto& [line, call] : cases) {
+    CObject control(context());
+    builder.calls.clear();
+    control.SetRawName(line);
+    EXPECT_EQ(Join(builder.calls), call);
+    EXPECT_TRUE(EndsWith(call, "|" + control.DepFile));
+  }
+}
+
+TEST_F(ControlTest, AControlOfSeveralFilesIsResolvedOnce) {
+  CObjects all(context(), nullptr);
+  CObjects project(context(), &all);
+  CObjects form(context(), &all);
+  const auto first = project.Add("{X}#1.0#0; x.ocx");
+  EXPECT_EQ(form.Add("\"{X}#1.0#0\"; \"x.ocx\""), first);
+  EXPECT_EQ(user.messages.size(), 1U);
+  EXPECT_EQ(first->Key, "KX100xocx");
+  EXPECT_THROW(form.Add("{X}#1.0#0; x.ocx"), RuntimeError);
+}
+
+TEST_F(ControlTest, ReferencesToDataAccessLibrariesAreFlaggedAndNotIncluded) {
+  Register(kAdo, "2.0", "C:\\Ado\\msado20.tlb");
+  Register("{A}", "1.0", "C:\\Ado\\MSADO15.dll");
+  Register("{D}", "1.0", "C:\\Dao\\dao350.dll");
+  Register("{R}", "1.0", "C:\\Rdo\\msrdo20.dll");
+  Register("{S}", "2.0", "C:\\s\\user32.dll");
+  Register("{X}", "1.0", "C:\\x\\x.tlb");
+  EXPECT_EQ(Resolve("*\\G" + std::string(kAdo) + "#2.0#0#x\\msado20.tlb#"), "C:\\Ado\\msado20.tlb|no|ADO|");
+  EXPECT_EQ(Resolve("*\\G{A}#1.0#0#x.dll#"), "C:\\Ado\\MSADO15.dll|no|ADO|");
+  EXPECT_EQ(Resolve("*\\G{D}#1.0#0#x.dll#"), "C:\\Dao\\dao350.dll|no|DAO|");
+  EXPECT_EQ(Resolve("*\\G{R}#1.0#0#x.dll#"), "C:\\Rdo\\msrdo20.dll|no|RDO|");
+  EXPECT_EQ(Resolve("*\\G{X}#1.0#0#x.tlb#"), "C:\\x\\x.tlb|yes||");
+  // A system file is not included, whatever the case of its name.
+  EXPECT_EQ(Resolve("*\\G{S}#2.0#0#..\\user32.DLL#"), "C:\\s\\user32.dll|no||");
+  EXPECT_TRUE(user.incomplete.empty());
+}
+
+TEST_F(ControlTest, AMissingDataAccessFileCanBeReplacedByTheSupportedOne) {
+  Register(kDao, "3.5", "");
+  Register("{X}", "1.0", "");
+  Put("C:\\windows\\system32\\here.tlb", "");
+  const std::string dao = "*\\G" + std::string(kDao) + "#3.5#0#x\\dao35.dll#Microsoft DAO 3.5";
+  const std::string question =
+      "1037/52 The component Microsoft DAO 3.5 (dao35.dll) referenced in your project";
+  EXPECT_EQ(Resolve(dao), "C:\\windows\\system32\\dao35.dll|no|DAO|" + question);
+  EXPECT_EQ(Join(builder.calls), "C:\\windows\\system32\\|C:\\windows\\system32\\dao35.dll|");
+  EXPECT_TRUE(user.incomplete.empty());
+
+  user.answers[1037] = Button::No;
+  EXPECT_EQ(Resolve(dao), "C:\\windows\\system32\\dao35.dll|no||" + question);
+  EXPECT_EQ(builder.calls.size(), 1U);
+  EXPECT_EQ(user.incomplete.size(), 1U);
+
+  EXPECT_EQ(Resolve("*\\G{X}#1.0#0#here.tlb#X"), "C:\\windows\\system32\\here.tlb|yes||");
+  EXPECT_EQ(Resolve("*\\G{X}#1.0#0#x.tlb#The X"),
+            "C:\\windows\\system32\\x.tlb|no||" + kMissing + "The X (x.tlb)");
+  EXPECT_EQ(Resolve("*\\G{None}#1.0#0#x.tlb#The X"), "x.tlb|no||" + kMissing + "x.tlb");
+}
+
+}  // namespace
+}  // namespace bxvbwiz

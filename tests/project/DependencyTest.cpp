@@ -1,0 +1,144 @@
+#include "PeWriter.h"
+#include "project/basDependency.h"
+#include "ProjectFixture.h"
+
+namespace bxvbwiz {
+namespace {
+
+const std::string kSystem = "C:\\windows\\system32\\";
+const std::string kRedist = "C:\\VB98\\Wizards\\PDWizard\\Redist\\";
+
+// Names in their order, each followed by what it needs itself.
+std::string NamesOf(CDependencies& dependencies) {
+  std::vector<std::string> names;
+  for (CDependency& dependency : dependencies) {
+    const std::string own = NamesOf(dependency.Dependencies());
+    names.push_back(dependency.Name + (own.empty() ? "" : "(" + own + ")"));
+  }
+  return Join(names);
+}
+
+class DependencyTest : public ProjectFixture {
+ protected:
+  // What C:\C\c.ocx needs, its .dep file being C:\C\c.dep when that is there.
+  CDependencies& Walk() {
+    dependencies = std::make_unique<CDependencies>(context());
+    builder.folders = {kRedist, kSystem};
+    builder.calls.clear();
+    ReadDependencies(context(), "c.ocx", "C:\\C\\c.ocx", FindDepFile(context(), "C:\\C\\c.ocx"),
+                     *dependencies, *dependencies);
+    return *dependencies;
+  }
+  std::unique_ptr<CDependencies> dependencies;
+};
+
+TEST_F(DependencyTest, DepFilesAreReadDepthFirstAndEachFileOnce) {
+  const struct {
+    const char* depFile;
+    const char* needed;
+  } cases[] = {
+      {"", ""},
+      {"[c.ocx]\nUses1=a.dll\nUses2=b.dll\n", "a.dll, b.dll"},
+      {"[C.OCX]\nuses1=a.dll\nUses3=b.dll\n", "a.dll"},
+      {"[c.ocx]\nUses1=\nUses2=b.dll\n", ""},
+      {"[c.ocx]\nUses1=NONE\nUses2=b.dll\n", ""},
+      {"[c.ocx]\nUses1=\"  \"\nUses2=b.dll\n", ""},
+      {"[c.ocx]\nUses1=kernel32.dll\nUses2=b.dll\n", "b.dll"},
+      {"[c.ocx]\nUses1=a.dll\nUses2=A.DLL\nUses3=a.dll\n", "a.dll, A.DLL"},
+      {"[c.ocx]\nUses1=a.dll\nUses2=d.dll\n[a.dll]\nUses1=b.dll\nUses2=d.dll\n[b.dll]\nUses1=e.dll\n",
+       "a.dll(b.dll(e.dll), d.dll), b.dll(e.dll), e.dll, d.dll"},
+      {"[c.ocx]\nUses1=c.ocx\nUses2=a.dll\n[a.dll]\nUses1=c.ocx\nUses2=a.dll\n", "c.ocx(a.dll), a.dll"},
+      {"[c.ocx <0009>]\nUses1=a.dll\n[a.dll <0009>]\nUses1=b.dll\n", "a.dll(b.dll), b.dll"},
+      {"[c.ocx <0007>]\nUses1=a.dll\n", ""},
+      {"[c.ocx]\nDest=x\n[c.ocx <0009>]\nUses1=a.dll\n", ""},
+  };
+  for (const auto& test : cases) {
+    Put("C:\\C\\c.dep", test.depFile);
+    EXPECT_EQ(NamesOf(Walk()), test.needed) << test.depFile;
+  }
+}
+
+TEST_F(DependencyTest, ANeededFileIsDescribedByTheSameDepFileOrItsOwn) {
+  Put("C:\\C\\c.dep",
+      "[c.ocx]\nUses1=own.dll\nUses2=same.dll\nUses3=c.dll\nUses4=far.dll\n[same.dll]\nDest=x\n");
+  Put(kRedist + "own.dll", "");
+  Put(kRedist + "own.dep", "[own.dll]\nUses1=deep.dll\n");
+  Put(kSystem + "far.dep", "[far.dll]\nDest=y\n");
+  Put(kSystem + "c.dep", "[other.dll]\nDest=z\n");  // of the same title, but says nothing of c.dll
+  EXPECT_EQ(NamesOf(Walk()), "own.dll(deep.dll), deep.dll, same.dll, c.dll, far.dll");
+  EXPECT_EQ(Join(builder.calls), "|own.dll|, |own.dll|" + kRedist +
+                                     "own.dep, |deep.dll|, |same.dll|C:\\C\\c.dep, |c.dll|, |far.dll|, "
+                                     "|far.dll|" +
+                                     kSystem + "far.dep");
+  EXPECT_EQ(dependencies->Item(1)->FileName, kRedist + "own.dep");
+  EXPECT_EQ(dependencies->Item("Ksamedll")->FileName, "C:\\C\\c.dep");
+  EXPECT_EQ(dependencies->Item("Kcdll")->FileName, "");
+}
+
+TEST_F(DependencyTest, ImportsCompleteTheList) {
+  Put("C:\\C\\c.ocx", MakePe({"beside.dll", "KERNEL32.dll", "redist.dll", "used.dll", "dir\\bare.dll"}, {}));
+  Put("C:\\C\\c.dep", "[c.ocx]\nUses1=used.dll\n");
+  Put("C:\\C\\beside.dll", MakePe({"next.dll", "used.dll"}, {}));
+  Put("C:\\C\\redist.dll", MakePe({"wrong.dll"}, {}));  // beside.dll comes from here, and so does this
+  Put(kRedist + "used.dll", MakePe({"last.dll"}, {}));
+  Put(kRedist + "next.dll", "no executable");
+  Put(kRedist + "last.dll", "");
+  EXPECT_EQ(NamesOf(Walk()),
+            "used.dll(last.dll), last.dll, beside.dll(next.dll), next.dll, redist.dll(wrong.dll), "
+            "wrong.dll, bare.dll");
+  // An import beside its importer goes by its path, unless both are redistributables.
+  EXPECT_EQ(Join(builder.calls),
+            "|used.dll|, |last.dll|, |C:\\C\\beside.dll|, |next.dll|, |C:\\C\\redist.dll|, |wrong.dll|, "
+            "|bare.dll|");
+}
+
+TEST_F(DependencyTest, AFileThatTheFactsDoNotFindIsLookedForAmongTheRedistributablesAndInTheSystem) {
+  Put(kRedist + "a.dll", MakePe({"fromredist.dll"}, {}));
+  Put(kSystem + "a.dll", MakePe({"wrong.dll"}, {}));
+  Put(kSystem + "b.dll", MakePe({"fromsystem.dll"}, {}));
+  for (const auto& [name, needed] : std::map<std::string, std::string>{
+           {"a.dll", "fromredist.dll"}, {"b.dll", "fromsystem.dll"}, {"none.dll", ""}, {"", ""}}) {
+    CDependencies own(context());
+    CDependencies all(context());
+    FindDependencies(context(), name, own, all);
+    EXPECT_EQ(NamesOf(own), needed);
+    EXPECT_EQ(NamesOf(all), needed);
+  }
+}
+
+TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
+  constexpr int kLength = 20000;
+  std::string depFile = "[c.ocx]\nUses1=0.dll\n";
+  for (int number = 0; number < kLength; ++number) {
+    depFile += "[" + std::to_string(number) + ".dll]\nUses1=" + std::to_string(number + 1) + ".dll\n";
+  }
+  Put("C:\\C\\c.dep", depFile);
+  EXPECT_EQ(Walk().Count(), static_cast<std::size_t>(kLength + 1));
+  // What remains of the chain when its first file is all that is held.
+  const std::shared_ptr<CDependency> first = dependencies->Item(1);
+  dependencies.reset();
+  EXPECT_EQ(first->Dependencies().Item(1)->Dependencies().Item(1)->Name, "2.dll");
+}
+
+TEST_F(DependencyTest, AReferenceBringsWhatItNeeds) {
+  Register("{X}", "1.0", "C:\\x\\x.tlb");
+  Put("C:\\x\\x.dep", "[x.tlb]\nUses1=need.dll\n");
+  CReferences references(context());
+  const auto reference = references.Add("*\\G{X}#1.0#0#x.tlb#X");
+  EXPECT_EQ(reference->DepFile, "C:\\x\\x.dep");
+  EXPECT_EQ(NamesOf(reference->Dependencies()), "need.dll");
+}
+
+TEST_F(DependencyTest, NamesOfOneKeyAreBothKept) {
+  CDependencies files(context());
+  files.Add("a-b.dll");
+  EXPECT_EQ(files.Add("ab.dll")->Key, "Kabdll");
+  EXPECT_EQ(files.Item("Kabdll")->Name, "a-b.dll");
+  EXPECT_TRUE(files.Holds("ab.dll") && files.Holds("a-b.dll") && !files.Holds("AB.dll"));
+  files.Remove("Kabdll");
+  EXPECT_EQ(NamesOf(files), "ab.dll");
+  EXPECT_FALSE(files.Holds("a-b.dll"));
+}
+
+}  // namespace
+}  // namespace bxvbwiz

@@ -1,0 +1,129 @@
+#include "ProjectFixture.h"
+
+namespace bxvbwiz {
+namespace {
+
+class ProjectTest : public ProjectFixture {
+ protected:
+  // Reads `text` as C:\Prj\Demo.vbp.
+  void Read(const std::string& text) {
+    Put("C:\\Prj\\Demo.vbp", text);
+    project = std::make_unique<CProject>(context());
+    project->SetFileName("C:\\Prj\\Demo.vbp");
+  }
+  std::unique_ptr<CProject> project;
+};
+
+TEST_F(ProjectTest, KeysAreExactPrefixesOfALine) {
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"", "0||||..|"},
+      {"Type=Exe\nExeName32=\"a b.exe\"\nPath32=\"..\\out\"\nName=\"Demo\"", "1|a b.exe|..\\out|Demo|..|"},
+      {"Type=Exe\rMajorVer=1\rMinorVer=02\rRevisionVer=\"3\"", "1|Demo.EXE|||1.02.\"3\"|"},
+      {"Type=Exe\r\nname=Foo\r\nName =Foo\r\n Name=Foo\r\n", "1|Demo.EXE|||..|"},
+      {"Type=Exe\n[MS Transaction Server]\nVersionCompanyName=\"Acme Inc.\"\n", "1|Demo.EXE|||..|Acme Inc."},
+      {"Type=Exe\nName=One\nName=Two\nClass=A; A.cls\n", "1|Demo.EXE||Two|..|"},
+      {"Type=Control\nExeName32=\"\"\n", "4|Demo.OCX|||..|"},
+      {"Class=A\nType=OleDll\n", "1|Demo.EXE|||..|"},
+      {"Type=OleDll\nClass=A; A.cls\nUserDocument=B\n", "6|Demo.DLL|||..|"},
+      {"Type=OleDll\nUserDocument=B\nClass=A; A.cls\n", "3|Demo.DLL|||..|"},
+      {"Type=OleExe\nClass=A; A.cls\n", "2|Demo.EXE|||..|"},
+      {"Type=OleExe\nUserDocument=B\n", "5|Demo.EXE|||..|"},
+      {"Type=OleDll\nClass=A; A.cls\nType=OleExe\n", "1|Demo.EXE|||..|"},
+  };
+  for (const auto& [text, facts] : cases) {
+    Read(text);
+    const CProject& p = *project;
+    EXPECT_EQ(std::to_string(p.ProjectType) + "|" + p.ExeName + "|" + p.ExePath + "|" + p.Name + "|" +
+                  p.MajorVer + "." + p.MinorVer + "." + p.RevisionVer + "|" + p.VersionCompanyName,
+              facts);
+  }
+}
+
+TEST_F(ProjectTest, ValuesAreDecodedFromTheMachinesCodePage) {
+  disk.Write("machine.ini", "[Machine]\nCodePage=932\n");
+  Read("Type=Exe\r\nName=\"\x83\x5c\"\r\n");  // a letter whose second byte is that of the backslash
+  EXPECT_EQ(project->Name, "\xE3\x82\xBD");
+}
+
+TEST_F(ProjectTest, AProjectWithoutItsOutputNeedsARebuild) {
+  for (const char* path : {"C:\\Prj\\Demo.exe", "C:\\Out\\Demo.exe", "C:\\Prj\\bin\\Demo.exe"}) Put(path, "");
+  const std::vector<std::tuple<const char*, const char*, bool>> cases = {
+      {"", "C:\\Prj\\Demo.EXE", false},           {"..\\Out", "C:\\Out\\Demo.EXE", false},
+      {"bin\\", "C:\\Prj\\bin\\Demo.EXE", false}, {"C:\\Out", "C:\\Out\\Demo.EXE", false},
+      {"\\Out", "C:\\Out\\Demo.EXE", false},      {"..\\None", "C:\\None\\Demo.EXE", true},
+      {"X:\\Out", "X:\\Out\\Demo.EXE", true},     {"\\\\srv\\share\\", "\\\\srv\\share\\Demo.EXE", true},
+  };
+  for (const auto& [path, output, needsRebuild] : cases) {
+    Read(std::string("Type=Exe\nPath32=\"") + path + "\"\n");
+    EXPECT_EQ(project->OutputPath(), output);
+    EXPECT_EQ(project->NeedsRebuild, needsRebuild) << path;
+  }
+}
+
+TEST_F(ProjectTest, MembersAreReadOnlyWithoutARebuild) {
+  Read("Type=Exe\nObject={1}#1.0#0; one.ocx\nReference=*\\G{2}#1.0#0#..\\two.dll#Two\n");
+  Put("C:\\Prj\\Demo.exe", "");
+  project->SetFileName("C:\\Prj\\Demo.vbp");  // NeedsRebuild is never cleared by the reader
+  EXPECT_EQ(project->Objects().Count() + project->References().Count() + user.statuses.size(), 0U);
+
+  project->NeedsRebuild = false;
+  project->SetFileName("C:\\Prj\\Demo.vbp");
+  EXPECT_EQ(project->References().Item(1)->Name, "C:\\Prj\\two.dll");
+  EXPECT_EQ(project->References().Item(1)->ProjectPath(), "C:\\Prj");
+  EXPECT_EQ(Join(user.statuses), "The Wizard is scanning your project...");
+  EXPECT_EQ(Join(user.messages), "1046/48 The component one.ocx, 1046/48 The component two.dll");
+}
+
+TEST_F(ProjectTest, WhateverSpoilsTheReadingIsOneError) {
+  Put("C:\\Prj\\Demo.exe", "");
+  Put("C:\\Prj\\a.frm", "");
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"Form=none.frm\n", "none.frm"},
+      {"Form=\"a.frm\"\n", "a.frm"},
+      {"Form=a.frm\nForm=a.frm\n", "already associated"},
+      {"Reference=*\\G{2}#1\nReference=*\\G{2}#1\n", "already associated"},
+  };
+  for (const auto& [text, reason] : cases) {
+    try {
+      Read(std::string("Type=Exe\n") + text);
+      ADD_FAILURE() << text;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.Number(), kProjectReadError);
+      EXPECT_NE(std::string(error.what()).find(reason), std::string::npos) << error.what();
+    }
+    EXPECT_TRUE(CurrentSession()->callStack.Names().empty());
+  }
+  EXPECT_THROW(project->SetFileName("C:\\Prj\\None.vbp"), RuntimeError);
+}
+
+TEST_F(ProjectTest, ControlLinesOfAFormBeginALineExactly) {
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"", ""},
+      {"VERSION 5.00\r\nObject = \"{A}#1#0\"; \"a.ocx\"\r\nObject = \"{B}#1#0\"; \"b.ocx\"\r\nBegin",
+       "a.ocx, b.ocx"},
+      {"Begin\nEnd\n' the code\nObject = {A}#1#0; a.ocx\nObject = {B}#1#0; b.ocx", "a.ocx, b.ocx"},
+      {"Object = {A}#1#0; a.ocx\rObject = {B}#1#0; b.ocx\rObject =", "a.ocx, b.ocx, "},
+      {"Object={A}#1#0; a.ocx\n Object = {A}#1#0; a.ocx\nobject = {A}#1#0; a.ocx\n", ""},
+      {"Set Object = {A}#1#0; a.ocx\nObject  = {A}#1#0; a.ocx\nObject ", ""},
+  };
+  CObjects all(context(), nullptr);
+  for (const auto& [text, controls] : cases) {
+    Put("C:\\Prj\\Main.frm", text);
+    CForms forms(context(), all);
+    std::vector<std::string> names;
+    for (CObject& object : forms.Add("Main.frm", "C:\\Prj")->Objects()) names.push_back(object.Name);
+    EXPECT_EQ(Join(names), controls) << text;
+    EXPECT_EQ(forms.Item("KMainfrm")->Name(), "Main.frm");
+  }
+}
+
+TEST_F(ProjectTest, FormsWithADriveOrAShareAreNotInTheProjectsFolder) {
+  for (const char* path : {"C:\\a.frm", "c:a.frm", "\\\\s\\s\\a.frm"})
+    EXPECT_TRUE(IsAbsolutePath(path)) << path;
+  for (const char* path :
+       {"a.frm", "1:\\a.frm", "Ab:\\a.frm", "\\a.frm", "\\\\\\s\\a.frm", "\\\\s\\\\\\a.frm", ""})
+    EXPECT_FALSE(IsAbsolutePath(path)) << path;
+}
+
+}  // namespace
+}  // namespace bxvbwiz
