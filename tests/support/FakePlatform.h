@@ -1,103 +1,44 @@
 #pragma once
 
-#include <algorithm>
 #include <deque>
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "platform/Platform.h"
+#include "platform/Forwarding.h"
+#include "platform/machine/CodePages.h"
+#include "platform/machine/MachineRegistry.h"
 #include "platform/Text.h"
 #include "support/User.h"
 
 namespace bxvbwiz {
 
-// Keys by their path in upper case, "<root handle>\A\B"; names keep their case.
-class FakeRegistry : public Registry {
+// Counts the open handles; keys of the names in `readOnly` open for reading only.
+class WatchedRegistry : public ForwardingRegistry {
  public:
-  struct Node {
-    std::string name;
-    std::vector<std::pair<std::string, RegistryData>> values;
-  };
-  std::map<std::string, Node> nodes;
-  std::set<std::string> readOnly;  // last names of keys that only open for reading
-  std::map<RegistryHandle, std::string> open;
+  using ForwardingRegistry::ForwardingRegistry;
+  std::set<std::string> readOnly;
+  int open = 0;
 
-  static std::string PathOf(RegistryHandle root) { return std::to_string(static_cast<std::uint32_t>(root)); }
-  Node& Make(RegistryHandle root, const std::string& path) {
-    std::string at = PathOf(root);
-    for (std::size_t start = 0; start <= path.size();) {
-      const std::size_t end = std::min(path.find('\\', start), path.size());
-      const std::string name = path.substr(start, end - start);
-      at += "\\" + UpperCase(name);
-      nodes.emplace(at, Node{name, {}});
-      start = end + 1;
-    }
-    return nodes[at];
-  }
   SystemError OpenKey(RegistryHandle key, const std::string& path, std::uint32_t access,
                       RegistryHandle& opened) override {
-    const auto found = nodes.find(At(key) + "\\" + UpperCase(path));
-    if (found == nodes.end()) return SystemError::FileNotFound;
-    if ((access & 2) != 0 && readOnly.count(found->second.name) != 0) return SystemError::AccessDenied;
-    opened = ++lastHandle_;
-    open[opened] = found->first;
-    return SystemError::Success;
+    if (Refused(path, access)) return SystemError::AccessDenied;
+    return Counted(ForwardingRegistry::OpenKey(key, path, access, opened));
   }
-  SystemError CloseKey(RegistryHandle key) override {
-    return open.erase(key) == 1 ? SystemError::Success : SystemError::InvalidHandle;
+  SystemError CreateKey(RegistryHandle key, const std::string& path, std::uint32_t options,
+                        std::uint32_t access, RegistryHandle& opened) override {
+    if (Refused(path, access)) return SystemError::AccessDenied;
+    return Counted(ForwardingRegistry::CreateKey(key, path, options, access, opened));
   }
-  SystemError CreateKey(RegistryHandle key, const std::string& path, std::uint32_t, std::uint32_t access,
-                        RegistryHandle& opened) override {
-    nodes.emplace(At(key) + "\\" + UpperCase(path), Node{path, {}});
-    return OpenKey(key, path, access, opened);
-  }
-  SystemError DeleteKey(RegistryHandle key, const std::string& name) override {
-    return nodes.erase(At(key) + "\\" + UpperCase(name)) == 1 ? SystemError::Success
-                                                              : SystemError::FileNotFound;
-  }
-  SystemError EnumKey(RegistryHandle key, std::uint32_t index, std::size_t, std::string& name) override {
-    const std::string prefix = At(key) + "\\";
-    for (const auto& [path, node] : nodes) {
-      if (!StartsWith(path, prefix) || path.find('\\', prefix.size()) != std::string::npos) continue;
-      if (index-- == 0) return name = node.name, SystemError::Success;
-    }
-    return SystemError::NoMoreItems;
-  }
-  SystemError EnumValue(RegistryHandle key, std::uint32_t index, std::size_t, std::string& name,
-                        std::uint32_t& type) override {
-    const auto& values = nodes[At(key)].values;
-    if (index >= values.size()) return SystemError::NoMoreItems;
-    name = values[index].first;
-    type = values[index].second.type;
-    return SystemError::Success;
-  }
-  SystemError QueryValue(RegistryHandle key, const std::string& name, std::size_t size,
-                         RegistryData& data) override {
-    for (const auto& value : nodes[At(key)].values) {
-      if (!EqualsIgnoreCase(value.first, name)) continue;
-      if (value.second.data.size() > size) return SystemError::MoreData;
-      return data = value.second, SystemError::Success;
-    }
-    return SystemError::FileNotFound;
-  }
-  SystemError SetValue(RegistryHandle key, const std::string& name, const RegistryData& data) override {
-    DeleteValue(key, name);
-    nodes[At(key)].values.emplace_back(name, data);
-    return SystemError::Success;
-  }
-  SystemError DeleteValue(RegistryHandle key, const std::string& name) override {
-    auto& values = nodes[At(key)].values;
-    for (auto value = values.begin(); value != values.end(); ++value) {
-      if (EqualsIgnoreCase(value->first, name)) return values.erase(value), SystemError::Success;
-    }
-    return SystemError::FileNotFound;
-  }
+  SystemError CloseKey(RegistryHandle key) override { return --open, ForwardingRegistry::CloseKey(key); }
 
  private:
-  std::string At(RegistryHandle key) const { return key > 0 ? open.at(key) : PathOf(key); }
-  RegistryHandle lastHandle_ = 0;
+  bool Refused(const std::string& path, std::uint32_t access) const {
+    constexpr std::uint32_t kSetValue = 2;  // KEY_SET_VALUE of winnt.h
+    return (access & kSetValue) != 0 && readOnly.count(path.substr(path.rfind('\\') + 1)) != 0;
+  }
+  SystemError Counted(SystemError result) { return open += result == SystemError::Success, result; }
 };
 
 // Files and folders by their full path as spelled. Patterns: one name, or "*.*".
@@ -173,7 +114,6 @@ class FakeParts : public SystemFacts,
                   public Guids,
                   public Settings,
                   public Clock,
-                  public CodePage,
                   public StringTable {
  public:
   VersionInfo version{5, 1, 2600, 2, "Service Pack 3"};
@@ -203,29 +143,19 @@ class FakeParts : public SystemFacts,
   }
   std::optional<FileTime> SystemTime() override { return FileTime{42}; }
   std::string LocalDateTimeText() override { return {}; }
-  // Latin-1, and nothing beyond ASCII is alphanumeric but its letters from U+00C0 on.
-  std::string Decode(std::string_view bytes) const override {
-    std::string text;
-    for (const char byte : bytes) AppendUtf8(text, static_cast<unsigned char>(byte));
-    return text;
-  }
-  std::string Encode(std::string_view text) const override {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size();) {
-      const char32_t character = NextCharacter(text, at);
-      bytes += character < 0x100 ? static_cast<char>(character) : '?';
-    }
-    return bytes;
-  }
-  bool IsAlphaNumeric(char32_t character) const override { return character >= 0xC0 && character < 0x100; }
   std::string Text(unsigned number) const override { return std::to_string(number) + " (%%1)"; }
 };
 
 struct FakePlatform {
-  FakeRegistry registry;
+  explicit FakePlatform(const std::string& registryLines = {})
+      : stored("REGEDIT4\r\n" + registryLines, *codePage) {}
+
+  std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
+  MachineRegistry stored;
+  WatchedRegistry registry{stored};
   FakeFiles files;
   FakeParts parts;
-  Platform platform{registry, parts, files, parts, parts, parts, parts, parts, parts, parts};
+  Platform platform{registry, parts, files, parts, parts, parts, parts, parts, *codePage, parts};
 };
 
 // Answers messages with the buttons given to it, Cancel when they are used up, and records what it is told.

@@ -41,9 +41,10 @@ TEST(CountChar, CountsCharactersNotBytes) {
 }
 
 TEST(MakeCollectionKey, KeepsWhatTheCodePageCallsAlphanumeric) {
-  const FakeParts codePage;
+  const auto windows1252 = MakeCodePage(1252);
+  const CodePage& codePage = *windows1252;
   EXPECT_EQ(MakeCollectionKey(codePage, "Form1.frm"), "KForm1frm");
-  EXPECT_EQ(MakeCollectionKey(codePage, "M\u00FCller & S\u00F6hne \u20AC_[`{@/:"), "KM\u00FCllerS\u00F6hne");
+  EXPECT_EQ(MakeCollectionKey(codePage, "M\u00FCller & S\u00F6hne \u0416_[`{@/:"), "KM\u00FCllerS\u00F6hne");
   EXPECT_EQ(MakeCollectionKey(codePage, ""), "K");
 }
 

@@ -16,6 +16,19 @@ RegistryData Text(const std::string& text, std::uint32_t type = RegConstants::Re
   return {type, text + '\0'};
 }
 
+void Store(Registry& registry, const std::string& path,
+           const std::vector<std::pair<std::string, RegistryData>>& values = {}) {
+  RegistryHandle opened = 0;
+  ASSERT_EQ(registry.CreateKey(kMachine, path, 0, RegConstants::KeyAllAccess, opened), SystemError::Success);
+  for (const auto& [name, data] : values) registry.SetValue(opened, name, data);
+  registry.CloseKey(opened);
+}
+
+std::shared_ptr<Key> OpenForWriting(Registry& registry, const std::string& path) {
+  std::uint32_t access = 0;
+  return Key::Root(registry, kMachine)->OpenSubKey(path, access);
+}
+
 TEST(RegConstants, MasksAreTheSumsOfTheirRights) {
   EXPECT_EQ(RegConstants::KeyRead, 0x20019U);
   EXPECT_EQ(RegConstants::KeyWrite, 0x20006U);
@@ -23,7 +36,8 @@ TEST(RegConstants, MasksAreTheSumsOfTheirRights) {
 }
 
 TEST(Key, TakesNameAndHandleOnce) {
-  FakeRegistry registry;
+  FakePlatform fake;
+  WatchedRegistry& registry = fake.registry;
   const auto root = Key::Make(registry);
   root->SetName("HKEY_CURRENT_USER");
   EXPECT_EQ(root->Handle(), RegConstants::HKeyCurrentUser);
@@ -38,10 +52,11 @@ TEST(Key, TakesNameAndHandleOnce) {
 }
 
 TEST(Key, OpensListsAndClosesEveryHandle) {
-  FakeRegistry registry;
-  registry.Make(kMachine, "A\\B\\One");
-  registry.Make(kMachine, "A\\B\\Two\\Deep").values = {{"v", Text("x")}};
-  registry.Make(kMachine, "A\\B").values = {{"Name", Text("n")}, {"", Text("unnamed")}};
+  FakePlatform fake;
+  WatchedRegistry& registry = fake.registry;
+  Store(registry, "A\\B\\One");
+  Store(registry, "A\\B\\Two\\Deep", {{"v", Text("x")}});
+  Store(registry, "A\\B", {{"Name", Text("n")}, {"", Text("unnamed")}});
   registry.readOnly = {"Two"};
   std::shared_ptr<Key> key;
   {
@@ -49,7 +64,7 @@ TEST(Key, OpensListsAndClosesEveryHandle) {
     EXPECT_EQ(root->OpenSubKeyForReading("A\\Missing"), nullptr);
     EXPECT_TRUE(root->SubKeyExists("a\\b"));
     EXPECT_FALSE(root->SubKeyExists("A\\B\\Two"));
-    EXPECT_TRUE(registry.open.empty());
+    EXPECT_EQ(registry.open, 0);
     std::uint32_t access = 0;
     key = root->OpenSubKey("A\\B", access);
     EXPECT_EQ(access, RegConstants::KeyAllAccess);
@@ -67,13 +82,14 @@ TEST(Key, OpensListsAndClosesEveryHandle) {
   EXPECT_EQ(deep->FullPath(), "HKEY_LOCAL_MACHINE\\A\\B\\Two\\Deep");
   EXPECT_EQ(deep->Values().Default()->Name(), "v");
   key.reset();
-  EXPECT_EQ(registry.open.size(), 2U);  // Deep, and Two, which it keeps as its parent
+  EXPECT_EQ(registry.open, 2);  // Deep, and Two, which it keeps as its parent
 }
 
 TEST(Keys, AddsReplacesAndRemoves) {
-  FakeRegistry registry;
-  registry.Make(kMachine, "A\\Old").values = {{"v", Text("x")}};
-  const auto key = Key::Root(registry, kMachine)->OpenSubKeyForReading("A");
+  FakePlatform fake;
+  WatchedRegistry& registry = fake.registry;
+  Store(registry, "A\\Old", {{"v", Text("x")}});
+  const auto key = OpenForWriting(registry, "A");
   EXPECT_EQ(key->SubKeys().Add("OLD")->Values().Count(), 1U);
   EXPECT_EQ(key->SubKeys().Count(), 1U);
   EXPECT_EQ(key->SubKeys().Item(1)->Name(), "OLD");
@@ -84,7 +100,7 @@ TEST(Keys, AddsReplacesAndRemoves) {
   EXPECT_FALSE(key->SubKeys().Remove("new"));
   EXPECT_FALSE(key->SubKeys().Remove(2U));
   EXPECT_TRUE(key->SubKeys().Remove(1U));
-  EXPECT_EQ(registry.nodes.count(FakeRegistry::PathOf(kMachine) + "\\A\\OLD"), 0U);
+  EXPECT_EQ(Key::Root(registry, kMachine)->OpenSubKeyForReading("A\\Old"), nullptr);
 }
 
 TEST(Value, IsReadByItsTypeAndNeverExpanded) {
@@ -103,26 +119,29 @@ TEST(Value, IsReadByItsTypeAndNeverExpanded) {
       {{RegConstants::RegBinary, ""}, {}},
   };
   for (const auto& [stored, expected] : cases) {
-    FakeRegistry registry;
-    registry.Make(kMachine, "A").values = {{"v", stored}};
-    const auto key = Key::Root(registry, kMachine)->OpenSubKeyForReading("A");
+    FakePlatform fake;
+    WatchedRegistry& registry = fake.registry;
+    Store(registry, "A", {{"v", stored}});
+    const auto key = OpenForWriting(registry, "A");
     const auto value = key->Values().Item("V");
     EXPECT_EQ(value->Get(), expected) << stored.type << " " << stored.data;
     if (expected == ValueData{} || stored.data.empty() || stored.data == "ab\u00E4") continue;
     EXPECT_TRUE(key->Values().Add("copy", stored.type)->Set(expected));
-    EXPECT_EQ(registry.nodes[FakeRegistry::PathOf(kMachine) + "\\A"].values[1].second.data, stored.data);
+    RegistryData written;
+    registry.QueryValue(key->Handle(), "copy", 4096, written);
+    EXPECT_EQ(written.data, stored.data);
   }
 }
 
 TEST(Value, RefusesDataOfAnotherTypeAndNotesAChangedType) {
-  FakeRegistry registry;
-  registry.Make(kMachine, "A").values = {{"v", Text("abc")}};
-  const auto key = Key::Root(registry, kMachine)->OpenSubKeyForReading("A");
+  FakePlatform fake;
+  WatchedRegistry& registry = fake.registry;
+  Store(registry, "A", {{"v", Text("abc")}});
+  const auto key = OpenForWriting(registry, "A");
   const auto value = key->Values().Item("v");
   EXPECT_FALSE(value->Set(7));
   EXPECT_FALSE(key->Values().Add("e", RegConstants::RegExpandSz)->Set(std::string("x")));
-  registry.nodes[FakeRegistry::PathOf(kMachine) + "\\A"].values[0].second = {RegConstants::RegDWord,
-                                                                             std::string("\7\0\0\0", 4)};
+  registry.SetValue(key->Handle(), "v", {RegConstants::RegDWord, std::string("\7\0\0\0", 4)});
   EXPECT_EQ(value->Get(), ValueData{});
   EXPECT_EQ(value->Get(), ValueData{7});
   EXPECT_TRUE(key->Values().Remove("V"));
@@ -172,8 +191,8 @@ TEST(CSystemInfo, ConvertsOnlyATextThatFillsTheServicePackBuffer) {
 
 TEST(CSystemInfo, FindsFoldersInTheRegistryOrUnderWindows) {
   FakePlatform fake;
-  fake.registry.Make(kMachine, kCurrentVersion).values = {{"CommonFilesDir", Text("C:\\PF\\Common\\")},
-                                                          {"ProgramFilesDir", Text("C:\\PF")}};
+  Store(fake.registry, kCurrentVersion,
+        {{"CommonFilesDir", Text("C:\\PF\\Common\\")}, {"ProgramFilesDir", Text("C:\\PF")}});
   CSystemInfo info(fake.platform);
   EXPECT_EQ(fake.parts.folderCalls, 0);
   EXPECT_EQ(info.WinDir() + info.WinDir() + info.WinSysDir(),
@@ -184,8 +203,8 @@ TEST(CSystemInfo, FindsFoldersInTheRegistryOrUnderWindows) {
   EXPECT_EQ(info.ProgramFilesPath(), "C:\\PF\\");
   EXPECT_EQ(info.MSDAOPath(), "C:\\PF\\Common\\Microsoft Shared\\DAO\\");
 
-  fake.registry.Make(kMachine, "SOFTWARE\\Microsoft\\Shared Tools\\DAO").values = {
-      {"Other", Text("C:\\No\\x.dll")}, {"Path", Text("C:\\DAO\\dao350.dll")}};
+  Store(fake.registry, "SOFTWARE\\Microsoft\\Shared Tools\\DAO",
+        {{"Other", Text("C:\\No\\x.dll")}, {"Path", Text("C:\\DAO\\dao350.dll")}});
   EXPECT_EQ(CSystemInfo(fake.platform).MSDAOPath(), "C:\\DAO\\");
 
   FakePlatform old;
@@ -206,13 +225,13 @@ TEST(CSystemInfo, ReportsAMissingEntryAndAsksAgainAtTheNextRead) {
   CSystemInfo info(fake.platform);
   const std::string what = "2 (91 : Object variable or With block variable not set: HKEY_LOCAL_MACHINE\\";
   EXPECT_EQ(info.CommonFilesPath(), "");
-  fake.registry.Make(kMachine, kCurrentVersion);
+  Store(fake.registry, kCurrentVersion);
   EXPECT_EQ(info.CommonFilesPath(), "");
   EXPECT_EQ(user.messages,
             (std::vector<std::string>{what + kCurrentVersion + " : Bx6vbwiz)",
                                       what + kCurrentVersion + "\\CommonFilesDir : Bx6vbwiz)"}));
   EXPECT_THROW(info.ProgramFilesPath(), WizardEnded);
-  fake.registry.Make(kMachine, kCurrentVersion).values = {{"CommonFilesDir", Text("C:\\CF")}};
+  Store(fake.registry, kCurrentVersion, {{"CommonFilesDir", Text("C:\\CF")}});
   EXPECT_EQ(info.CommonFilesPath(), "C:\\CF\\");
   EXPECT_TRUE(session.callStack.Names().empty());
 }
