@@ -126,8 +126,10 @@ std::string CompactPathForLabel(const LabelMetrics& label, const std::string& pa
   std::string fitting;
   std::string tail;
   for (std::size_t index = components.size(); index-- > 0;) {
-    tail = index + 1 == components.size() ? components[index] : components[index] + "\\" + tail;
-    std::string candidate = root + (index > 0 ? "...\\" : "") + tail;
+    if (index + 1 < components.size()) tail.insert(0, "\\");
+    tail.insert(0, components[index]);
+    std::string candidate = root;
+    candidate.append(index > 0 ? "...\\" : "").append(tail);
     if (label.TextWidth(candidate) > available) break;
     fitting = std::move(candidate);
   }

@@ -106,7 +106,7 @@ bool Key::SubKeyExists(const std::string& path) {
 
 std::string Key::FullPath() const {
   std::string path = name_;
-  for (std::shared_ptr<Key> key = Parent(); key; key = key->Parent()) path = key->Name() + "\\" + path;
+  for (std::shared_ptr<Key> key = Parent(); key; key = key->Parent()) path.insert(0, key->Name() + "\\");
   return path;
 }
 

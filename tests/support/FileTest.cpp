@@ -124,13 +124,13 @@ TEST_F(Files, CopyingLeavesOutDottedNamesAndClearsReadOnly) {
 }
 
 TEST_F(Files, CopyingAdvancesOnceForEachFolderWithFiveFiles) {
-  for (const char* folder : {"C:\\S\\Five", "C:\\S\\Four", "C:\\S\\Six"})
+  for (const char* folder : {"C:\\S\\Five", "C:\\S\\Four", "C:\\S\\Ten"})
     files.entries[folder] = {{}, kAttributeDirectory};
-  for (int file = 1; file <= 6; ++file) {
+  for (int file = 1; file <= 10; ++file) {
     const std::string name = "\\" + std::to_string(file);
     if (file <= 4) files.entries["C:\\S\\Four" + name] = {};
     if (file <= 5) files.entries["C:\\S\\Five" + name] = {};
-    files.entries["C:\\S\\Six" + name] = {};
+    files.entries["C:\\S\\Ten" + name] = {};
   }
   Copy("C:\\S", "C:\\T");
   EXPECT_EQ(user.advances, 2);

@@ -63,7 +63,7 @@ TEST(ReportError, LogsTheStackRepeatsAfterRetryAndEndsAfterCancel) {
   session.log.Init();
   RecordingUser user;
   session.user = &user;
-  user.answers = {Button::Retry};
+  user.answers = {Button::Retry, Button::Ok};  // only Retry goes on
   int runs = 0;
   const auto routine = [&] {
     const CallStackEntry outer("Outer");
