@@ -28,6 +28,7 @@ for purpose in "${@:-build}"; do
       Need clang-format HasProgram clang-format
       ;;
     bench)
+      Need time test -x /usr/bin/time
       Need libbenchmark-dev HasHeader benchmark/benchmark.h
       ;;
     *)
