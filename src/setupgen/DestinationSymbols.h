@@ -43,6 +43,9 @@ class DestinationSymbols {
   basGlobal& global_;
 
  private:
+  // The first of `dir` (unless empty) and the system folder that holds the file, with a trailing backslash.
+  std::string FolderOrSystemFolder(const std::string& dir, const std::string& fileName);
+
   std::string projectFile_;
   std::string appPath_;
 };

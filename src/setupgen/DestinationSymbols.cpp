@@ -1,0 +1,266 @@
+#include "setupgen/DestinationSymbols.h"
+
+#include "platform/Text.h"
+#include "project/CForms.h"
+#include "project/CProject.h"
+#include "support/basFile.h"
+#include "support/basLogging.h"
+#include "support/basStr.h"
+#include "sysinfo/CSystemInfo.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kTargetDir = "<TARGETDIR>";
+
+struct MacroSymbol {
+  std::string_view macro;  // upper case
+  const char* symbol;
+};
+
+constexpr MacroSymbol kMacroSymbols[] = {
+    {"$(WINPATH)", "<WINDIR>"},
+    {"$(WINSYSPATH)", "<WINSYSDIR>"},
+    {"$(WINSYSPATHSYSFILE)", "<WINSYSDIR>"},
+    {"$(APPPATH)", kTargetDir},
+    {"$(COMMONFILES)", "<COMMONFILES>"},
+    {"$(COMMONFILESSYS)", "<COMMONFILES>\\System"},
+    {"$(PROGRAMFILES)", "<PROGRAMFILES>"},
+    {"$(MSDAOPATH)", "<DAO>"},
+};
+
+struct SymbolFolder {
+  std::string_view symbol;
+  const std::string& (CSystemInfo::*folder)();
+};
+
+// A symbol is compared up to its first ">", so "<COMMONFILES>\System" needs no row: it is reached as the
+// subfolder "System" of the common files.
+constexpr SymbolFolder kSymbolFolders[] = {
+    {"<WINDIR>", &CSystemInfo::WinDir},
+    {"<WINSYSDIR>", &CSystemInfo::WinSysDir},
+    {"<COMMONFILES>", &CSystemInfo::CommonFilesPath},
+    {"<PROGRAMFILES>", &CSystemInfo::ProgramFilesPath},
+    {"<DAO>", &CSystemInfo::MSDAOPath},
+};
+
+// In this order a folder comes before those that contain it. "<DAO>" comes last on purpose: a DAO folder
+// below the common files is named relative to them.
+constexpr SymbolFolder kFolderSymbols[] = {
+    {"<WINSYSDIR>", &CSystemInfo::WinSysDir},
+    {"<WINDIR>", &CSystemInfo::WinDir},
+    {"<COMMONFILES>\\System", &CSystemInfo::CommonFilesSysPath},
+    {"<COMMONFILES>", &CSystemInfo::CommonFilesPath},
+    {"<PROGRAMFILES>", &CSystemInfo::ProgramFilesPath},
+    {"<DAO>", &CSystemInfo::MSDAOPath},
+};
+
+struct RegisterMacro {
+  std::string_view macro;  // upper case
+  std::int32_t code;
+};
+
+constexpr RegisterMacro kRegisterMacros[] = {
+    {"", kRegisterNone},
+    {"$(DLLSELFREGISTER)", kRegisterDll},
+    {"$(EXESELFREGISTER)", kRegisterExe},
+    {"$(TLBREGISTER)", kRegisterTypeLibrary},
+    {"$(REMOTE)", kRegisterRemote},
+};
+
+// Writes `path` below `folder` as symbol + "\" + rest into `result`. A folder that could not be found out is
+// empty and holds nothing, although every path begins with it.
+bool ReplaceFolder(const std::string& path, const std::string& folder, std::string_view symbol,
+                   std::string& result) {
+  const std::string_view head = FirstCharacters(path, CharacterCount(folder));
+  if (folder.empty() || !EqualsIgnoreCase(head, folder)) return false;
+  result = std::string(symbol).append("\\").append(path, head.size());
+  return true;
+}
+
+// The value of the project's "Path32=" line without its quotes; empty when there is no such line.
+std::string OutputFolder(std::string_view projectText) {
+  constexpr std::string_view kOutputFolderKey = "Path32=";
+  LineReader reader(projectText);
+  for (std::string_view line; reader.Next(line);) {
+    if (StartsWith(line, kOutputFolderKey)) return StripQuotes(line.substr(kOutputFolderKey.size()));
+  }
+  return {};
+}
+
+// `path` as seen from `folder`, which ends in a backslash. Independent of the current directory, because the
+// application path may be asked for at any time.
+std::string SeenFrom(const std::string& folder, const std::string& path) {
+  if (IsAbsolutePath(path) || StartsWith(path, "\\\\")) return path;
+  if (StartsWith(path, "\\")) return StripTrailingBackslash(ParsePath(folder, PathPart::Root)) + path;
+  return folder + path;
+}
+
+}  // namespace
+
+std::string DestinationSymbols::ConvertDestMacroToBXDestSymbol(const std::string& macro) {
+  constexpr char kRoutine[] = "CFileGroups:ConvertDestMacroToBXDestSymbol";
+  const CallStackEntry entry(kRoutine);
+  std::string symbol;
+  Logging(kRoutine, [&] {
+    if (macro.empty()) {
+      symbol = kTargetDir;
+      return;
+    }
+    // Only a macro begins with "$": "C:\Program Files (x86)\..." is a path.
+    const std::size_t end = StartsWith(macro, "$") ? macro.find(')') : std::string::npos;
+    if (end == std::string::npos) {
+      symbol = ConvertPathToBXDestSymbol(macro);
+      return;
+    }
+    const std::string head = UpperCase(macro.substr(0, end + 1));
+    std::string tail = macro.substr(end + 1);
+    if (!tail.empty()) tail = FixPath(StartsWith(tail, "\\") ? tail : "\\" + tail);
+    for (const MacroSymbol& row : kMacroSymbols) {
+      if (head != row.macro) continue;
+      symbol = row.symbol + tail;
+      return;
+    }
+  });
+  return symbol;
+}
+
+std::string DestinationSymbols::ConvertBXDestSymbolToPath(const std::string& symbol) {
+  constexpr char kRoutine[] = "CFileGroups:ConvertBXDestSymbolToPath";
+  const CallStackEntry entry(kRoutine);
+  std::string path;
+  Logging(kRoutine, [&] {
+    if (symbol.empty()) {
+      path = AppPath();
+      return;
+    }
+    const std::size_t end = symbol.find('>');
+    if (end == std::string::npos) {
+      path = symbol;
+      return;
+    }
+    const std::string head = symbol.substr(0, end + 1);
+    // The character behind ">" is skipped whatever it is; it is a backslash in every symbol that we make.
+    std::string tail = symbol.substr(end + 1);
+    tail.erase(0, FirstCharacters(tail, 1).size());
+    if (!tail.empty()) tail = FixPath(tail);
+    if (head == kTargetDir) {
+      path = AppPath() + tail;
+      return;
+    }
+    for (const SymbolFolder& row : kSymbolFolders) {
+      if (head != row.symbol) continue;
+      CSystemInfo system(platform_);
+      path = (system.*row.folder)() + tail;
+      return;
+    }
+  });
+  return path;
+}
+
+std::string DestinationSymbols::ConvertPathToBXDestSymbol(const std::string& path) {
+  constexpr char kRoutine[] = "CFileGroups:ConvertPathToBXDestSymbol";
+  const CallStackEntry entry(kRoutine);
+  std::string symbol = path;
+  Logging(kRoutine, [&] {
+    CSystemInfo system(platform_);
+    for (const SymbolFolder& row : kFolderSymbols) {
+      if (ReplaceFolder(path, (system.*row.folder)(), row.symbol, symbol)) return;
+    }
+    // Behind the program files: an application folder below them is named relative to them.
+    ReplaceFolder(path, AppPath(), kTargetDir, symbol);
+  });
+  return symbol;
+}
+
+std::int16_t DestinationSymbols::ConvertRegisterMacro(const std::string& macro) {
+  constexpr char kRoutine[] = "CFileGroups:ConvertRegisterMacro";
+  const CallStackEntry entry(kRoutine);
+  std::int32_t code = kRegisterNone;
+  Logging(kRoutine, [&] {
+    const std::string upperMacro = UpperCase(macro);
+    for (const RegisterMacro& row : kRegisterMacros) {
+      if (upperMacro != row.macro) continue;
+      code = row.code;
+      return;
+    }
+    code = StartsWith(macro, "$") ? kRegisterUnknownMacro : kRegisterNoMacro;
+  });
+  return static_cast<std::int16_t>(code);
+}
+
+std::string DestinationSymbols::ResolveLinkPath(const std::string& sourcePath, const std::string& fileName,
+                                                bool& resolves) {
+  constexpr char kRoutine[] = "CFileGroups:ResolveLinkPath";
+  const CallStackEntry entry(kRoutine);
+  std::string folder = sourcePath;
+  resolves = false;
+  Logging(kRoutine, [&] {
+    if (sourcePath.empty() || fileName.empty()) return;
+    const std::string found = SearchForSourceFile(sourcePath, fileName);
+    if (found.empty()) return;
+    folder = found;
+    resolves = true;
+  });
+  return folder;
+}
+
+std::string DestinationSymbols::SearchForSourceFile(const std::string& linkDir, const std::string& fileName) {
+  constexpr char kRoutine[] = "CFileGroups:SearchForSourceFile";
+  const CallStackEntry entry(kRoutine);
+  std::string folder;
+  Logging(kRoutine, [&] {
+    std::string redistributables = global_.FindVBRedistFolder();
+    if (!redistributables.empty()) redistributables = FixPath(redistributables);
+    folder = !redistributables.empty() && FolderHoldsFile(platform_.files, redistributables, fileName)
+                 ? redistributables
+                 : FolderOrSystemFolder(linkDir, fileName);
+  });
+  return folder;
+}
+
+std::string DestinationSymbols::SearchForDestPath(const std::string& dir, const std::string& fileName) {
+  constexpr char kRoutine[] = "CFileGroups:SearchForDestPath";
+  const CallStackEntry entry(kRoutine);
+  std::string folder;
+  Logging(kRoutine, [&] { folder = FolderOrSystemFolder(dir, fileName); });
+  return folder;
+}
+
+std::string DestinationSymbols::FolderOrSystemFolder(const std::string& dir, const std::string& fileName) {
+  if (!dir.empty()) {
+    const std::string folder = FixPath(dir);
+    if (FolderHoldsFile(platform_.files, folder, fileName)) return folder;
+  }
+  CSystemInfo system(platform_);
+  return FolderHoldsFile(platform_.files, system.WinSysDir(), fileName) ? system.WinSysDir() : "";
+}
+
+std::string DestinationSymbols::AppPath() {
+  if (appPath_.empty()) appPath_ = GetAppPath(projectFile_);
+  return appPath_;
+}
+
+std::string DestinationSymbols::GetAppPath(const std::string& projectFile) {
+  constexpr char kRoutine[] = "CFileGroups:GetAppPath";
+  const CallStackEntry entry(kRoutine);
+  std::string path = FixPath(GetPathFolder(projectFile));
+  Logging(kRoutine, [&] {
+    if (!projectFile.empty() && GetPathFolder(projectFile).empty()) {
+      std::string full;
+      CheckSystem(platform_.files.FullPath(projectFile, full), projectFile);
+      path = FixPath(GetPathFolder(full));
+    }
+    std::string bytes;
+    CheckSystem(platform_.files.Read(projectFile, bytes), projectFile);
+    const std::string output = platform_.codePage.Decode(OutputFolder(bytes));
+    if (output.empty()) return;
+    const std::string seen = SeenFrom(path, output);
+    std::string full;
+    CheckSystem(platform_.files.FullPath(seen, full), seen);
+    path = FixPath(full);
+  });
+  return path;
+}
+
+}  // namespace bxvbwiz
