@@ -26,6 +26,7 @@ faults=$(
       split($4, parts, "/"); included = parts[1]
     }
     !(floor in height) { Fault(floor " is no floor"); next }
+    $3 == "\"" && $1 == $4 { Fault("includes itself") }
     $3 == "\"" && !(included in height) { Fault("\"" $4 "\" does not begin with a floor"); next }
     $3 == "\"" && (height[included] > height[floor] || (included != floor && height[included] == height[floor])) {
       Fault(floor " may not include " included ", which does not stand below it")
