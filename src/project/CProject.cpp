@@ -53,7 +53,31 @@ const char* OutputExtension(std::int16_t projectType) {
   }
 }
 
+// The folder of a project file without a trailing backslash, but for a drive's root.
+std::string ProjectFolder(FileSystem& files, const std::string& projectFile) {
+  const std::string folder = GetPathFolder(projectFile);
+  if (!folder.empty()) return folder;
+  std::string full;
+  CheckSystem(files.FullPath(projectFile, full), projectFile);
+  return GetPathFolder(full);
+}
+
 }  // namespace
+
+std::string OutputFolder(FileSystem& files, const std::string& projectFile, const std::string& exePath) {
+  const std::string projectFolder = FixPath(ProjectFolder(files, projectFile));
+  if (exePath.empty()) return projectFolder;
+  std::string path = exePath;
+  if (!IsAbsolutePath(path) && !StartsWith(path, "\\\\")) {
+    std::string folder = projectFolder;
+    // A path from the root means that of the project's drive.
+    if (StartsWith(path, "\\")) folder = folder.find(':') == 1 ? folder.substr(0, 2) : "";
+    path.insert(0, folder);
+  }
+  std::string full;
+  CheckSystem(files.FullPath(path, full), path);
+  return FixPath(full);
+}
 
 // The kind of server that a project's type line names. Its members decide the project type.
 enum class CProject::ServerKind { None, Dll, Exe };
@@ -159,25 +183,11 @@ void CProject::AddReference(const std::string& rawLine) {
 }
 
 std::string CProject::Folder() {
-  std::string folder = GetPathFolder(fileName_);
-  if (!folder.empty()) return folder;
-  std::string full;
-  CheckSystem(context_.platform.files.FullPath(fileName_, full), fileName_);
-  return GetPathFolder(full);
+  return ProjectFolder(context_.platform.files, fileName_);
 }
 
 std::string CProject::OutputPath() {
-  if (ExePath.empty()) return FixPath(Folder()) + ExeName;
-  std::string path = ExePath;
-  if (!IsAbsolutePath(path) && !StartsWith(path, "\\\\")) {
-    std::string folder = FixPath(Folder());
-    // A path from the root means that of the project's drive.
-    if (StartsWith(path, "\\")) folder = folder.find(':') == 1 ? folder.substr(0, 2) : "";
-    path.insert(0, folder);
-  }
-  std::string full;
-  CheckSystem(context_.platform.files.FullPath(path, full), path);
-  return FixPath(full) + ExeName;
+  return OutputFolder(context_.platform.files, fileName_, ExePath) + ExeName;
 }
 
 }  // namespace bxvbwiz

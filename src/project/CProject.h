@@ -14,6 +14,11 @@ namespace bxvbwiz {
 // The error of every failed reading of a project: the object-error base plus 100.
 constexpr std::int32_t kProjectReadError = -2147221404;
 
+// The folder of a project's output with a trailing backslash: `exePath` as the project file writes it, a
+// relative one against the project's folder, an empty one that folder itself. Raises what resolving a path
+// raises.
+std::string OutputFolder(FileSystem& files, const std::string& projectFile, const std::string& exePath);
+
 // One Visual Basic project. Assigning the file name reads it.
 class CProject {
  public:

@@ -99,7 +99,7 @@ std::string ControlFileName(std::string_view rawLine) {
   if (StartsWith(file, " ")) file.remove_prefix(1);
   if (StartsWith(file, "\"")) {
     file.remove_prefix(1);
-    if (!file.empty()) file.remove_suffix(1);
+    if (!file.empty()) file = FirstCharacters(file, CharacterCount(file) - 1);
   }
   return std::string(file);
 }
