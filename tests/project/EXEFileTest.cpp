@@ -1,0 +1,219 @@
+#include "project/EXEFile.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "PeWriter.h"
+#include "support/FakePlatform.h"
+#include "TestMachine.h"
+
+namespace bxvbwiz {
+namespace {
+
+// Where MakePe puts the fields of the headers, and the section.
+constexpr std::size_t kRelocationTable = 0x18;
+constexpr std::size_t kNewHeaderOffset = 0x3C;
+constexpr std::size_t kNewHeader = 0x40;
+constexpr std::size_t kSectionCount = 0x46;
+constexpr std::size_t kMagic = 0x58;
+constexpr std::size_t kDirectoryCount = 0xB4;
+constexpr std::size_t kExportDirectory = 0xB8;
+constexpr std::size_t kImportDirectory = 0xC0;
+constexpr std::size_t kSection = 0x138;
+constexpr std::size_t kVirtualSize = kSection + 8;
+constexpr std::size_t kRawSize = kSection + 16;
+constexpr std::size_t kRawPointer = kSection + 20;
+constexpr std::size_t kDescriptors = 0x204;
+constexpr std::uint32_t kZeroFilled = 0x1C00;  // an address behind the section's raw data
+
+// A file with some of its 32-bit (or 16-bit) fields changed.
+class Made {
+ public:
+  explicit Made(std::string bytes = MakePe({"A.DLL", "B.DLL"}, {"One", "Two"})) : bytes_(std::move(bytes)) {}
+  Made Long(std::size_t offset, std::uint32_t value, std::size_t size = 4) && {
+    for (std::size_t index = 0; index < size; ++index) {
+      bytes_[offset + index] = static_cast<char>(value & 0xFFU);
+      value >>= 8;
+    }
+    return std::move(*this);
+  }
+  Made Word(std::size_t offset, std::uint32_t value) && { return std::move(*this).Long(offset, value, 2); }
+  std::uint32_t At(std::size_t offset) const { return GetLongFromBytes(bytes_, offset); }
+  operator std::string() && { return std::move(bytes_); }
+
+ private:
+  std::string bytes_;
+};
+
+// "ExeType/ErrorType" (with "!" when an error was raised), the imports, "|", the exports.
+std::string Show(const std::string& bytes) {
+  FakePlatform fake;
+  EXEFile file(fake.platform, nullptr);
+  std::string shown;
+  try {
+    const bool opened = file.OpenBytes(bytes, false);
+    EXPECT_TRUE(file.IsValid);
+    EXPECT_EQ(opened, file.ExeType == kExeTypePE);
+  } catch (const RuntimeError& error) {
+    EXPECT_EQ(error.Number(), kExeFileError);
+    EXPECT_NE(file.ErrorType, kExeErrorNone);
+    EXPECT_EQ(file.IsValid, file.ErrorType == kExeErrorNoImports);
+    shown = "!";
+  }
+  shown += std::to_string(file.ExeType) + "/" + std::to_string(file.ErrorType);
+  for (const Dependency& import : file.Dependencies) shown += " " + import.ShortName;
+  shown += " |";
+  for (const std::string& name : file.Exports) shown += " " + name;
+  return shown;
+}
+
+// The file with every address of its tables turned into the file offset, and no section.
+std::string WithoutSections() {
+  Made made;
+  for (const std::size_t field : {kDescriptors + 12, kDescriptors + 32, kImportDirectory, kExportDirectory})
+    made = std::move(made).Long(field, made.At(field) - 0xE00);
+  const std::size_t exports = made.At(kExportDirectory);
+  made = std::move(made).Long(exports + 32, made.At(exports + 32) - 0xE00);
+  const std::size_t names = made.At(exports + 32);
+  for (const std::size_t field : {names, names + 4})
+    made = std::move(made).Long(field, made.At(field) - 0xE00);
+  return std::move(made).Word(kSectionCount, 0);
+}
+
+TEST(EXEFile, NothingInAFileIsTrusted) {
+  const std::string all = "5/0 A.DLL B.DLL | One Two";
+  const struct {
+    const char* rule;
+    std::string bytes;
+    std::string shown;
+  } cases[] = {
+      {"a sound file", Made(), all},
+      {"an empty file", "", "!0/2 |"},
+      {"63 bytes", std::string(Made()).substr(0, 63), "!0/2 |"},
+      {"no MZ", Made().Word(0, 0x4D5A), "!0/2 |"},
+      {"DOS program", Made().Word(kRelocationTable, 0x1C), "!1/2 |"},
+      {"header at 0", Made().Long(kNewHeaderOffset, 0), "!0/2 |"},
+      {"odd header", Made(std::string(65, 'M') + "PE").Word(0, 0x5A4D).Long(kNewHeaderOffset, 65), "!0/2 |"},
+      {"header at the end", Made().Long(kNewHeaderOffset, 0x400), "!0/2 |"},
+      {"header behind the end", Made().Long(kNewHeaderOffset, 0xFFFFFFF0), "!0/2 |"},
+      {"NE", Made().Long(kNewHeader, 0x454E), "2/0 |"},
+      {"LE", Made().Long(kNewHeader, 0x454C), "3/0 |"},
+      {"XE", Made().Long(kNewHeader, 0x4558), "4/0 |"},
+      {"LX", Made().Long(kNewHeader, 0x584C), "!0/2 |"},
+      {"PE with more behind", Made().Long(kNewHeader, 0x10004550), "!0/2 |"},
+      {"64-bit", Made().Word(kMagic, 0x20B), "!5/7 |"},
+      {"no imports", MakePe({}, {"One"}), "!5/7 | One"},
+      {"no exports", MakePe({"A.DLL"}, {}), "5/0 A.DLL |"},
+      {"nothing at all", MakePe({}, {}), "!5/7 |"},
+      {"import directory of size 0", Made().Long(kImportDirectory + 4, 0), all},
+      {"import directory outside", Made().Long(kImportDirectory, 0x5000), "!5/7 | One Two"},
+      {"import directory near 2^32", Made().Long(kImportDirectory, 0xFFFFFFFF), "!5/7 | One Two"},
+      {"export directory outside", Made().Long(kExportDirectory, 0x5000), "5/0 A.DLL B.DLL |"},
+      {"descriptors zero-filled", Made().Long(kImportDirectory, kZeroFilled), "5/0 | One Two"},
+      {"exports zero-filled", Made().Long(kExportDirectory, kZeroFilled), "5/0 A.DLL B.DLL |"},
+      {"name zero-filled", Made().Long(kDescriptors + 12, kZeroFilled), "5/0 B.DLL | One Two"},
+      {"name outside", Made().Long(kDescriptors + 12, 0xFFFFFFFF), "5/0 B.DLL | One Two"},
+      {"only the name ends", Made().Long(kDescriptors + 32, 0), "5/0 A.DLL | One Two"},
+      {"address tables bogus", Made().Long(kDescriptors, 0xFFFFFFFF).Long(kDescriptors + 16, 1), all},
+      {"blank name", MakePe({" ", "A.DLL"}, {}), "5/0 A.DLL |"},
+      {"long name", MakePe({std::string(60000, 'x')}, {}), "5/0 " + std::string(260, 'x') + " |"},
+      {"code page", MakePe({"\xE4.DLL"}, {"\xFC"}), "5/0 \u00E4.DLL | \u00FC"},
+      {"repeated names", MakePe({"A", "A"}, {"x", "x", "X"}), "5/0 A A | X"},
+      {"no virtual size", Made().Long(kVirtualSize, 0), all},
+      {"raw size behind the end", Made().Long(kRawSize, 0xFFFFFFFF), all},
+      {"raw pointer not at a sector", Made().Long(kRawPointer, 0x3FF), all},
+      {"raw pointer behind the end", Made().Long(kRawPointer, 0xFFFFFFFF), "5/0 |"},
+      {"no raw data", Made().Long(kRawPointer, 0), "5/0 |"},
+      {"no sections", WithoutSections(), all},
+      {"more sections than fit", Made().Word(kSectionCount, 0xFFFF), all},
+      {"no directories", Made().Long(kDirectoryCount, 0), "!5/7 |"},
+      {"one directory", Made().Long(kDirectoryCount, 1), "!5/7 | One Two"},
+      {"2^32 directories", Made().Long(kDirectoryCount, 0xFFFFFFFF), all},
+      {"optional header cut off", std::string(Made()).substr(0, kImportDirectory + 2), "!5/7 |"},
+  };
+  for (const auto& each : cases) EXPECT_EQ(Show(each.bytes), each.shown) << each.rule;
+
+  // Every shorter file is read or refused; the sanitizers see a step outside.
+  const std::string whole = Made();
+  for (std::size_t size = 0; size < whole.size(); ++size) Show(whole.substr(0, size));
+}
+
+TEST(EXEFile, ManyNamesInFewBytesTakeNoMoreMemoryThanTheFile) {
+  // Every address, count and name in it is made of the same byte, and all of them are inside the section.
+  constexpr std::uint32_t kBytes = 0x100000;
+  std::string bytes = MakePe({}, {});
+  bytes.resize(kBytes, '\x01');
+  const std::string shown = Show(Made(std::move(bytes))
+                                     .Long(kSection + 12, 0x01000000)
+                                     .Long(kVirtualSize, kBytes)
+                                     .Long(kRawSize, kBytes)
+                                     .Long(kImportDirectory, 0x01020000)
+                                     .Long(kExportDirectory, 0x01020000));
+  EXPECT_GT(shown.size(), kBytes);
+  EXPECT_LT(shown.size(), kBytes + 0x20000);
+}
+
+// Looking through all sections for every name would take minutes.
+TEST(EXEFile, ManyOverlappingSectionsAreSearchedQuickly) {
+  std::mt19937 random(1);
+  std::string bytes = MakePe({"A.DLL"}, {"One"});
+  const std::size_t names = bytes.size();
+  while (bytes.size() < 0x100000) {
+    for (unsigned number = random() & 0xFFFFFFU, byte = 0; byte < 4; ++byte, number >>= 8)
+      bytes += static_cast<char>(number & 0xFFU);
+  }
+  const std::size_t exports = GetLongFromBytes(bytes, kExportDirectory) - 0xE00;
+  const auto address = static_cast<std::uint32_t>(names + 0xE00);
+  const std::string shown = Show(Made(std::move(bytes))
+                                     .Word(kSectionCount, 0xFFFF)
+                                     .Long(kVirtualSize, 0x100000)
+                                     .Long(kRawSize, 0x100000)
+                                     .Long(exports + 24, 0xFFFFFFFF)
+                                     .Long(exports + 32, address));
+  EXPECT_EQ(shown.find("5/0 A.DLL |"), 0U);
+  EXPECT_GT(std::count(shown.begin(), shown.end(), ' '), 1000);
+}
+
+TEST(EXEFile, ImportsAreSearchedByNameAndSystemFilesLeftOut) {
+  TestMachine disk;
+  disk.InstallProduct();  // lists KERNEL32.DLL as a system file
+  disk.Write("drive_c/windows/system32/found.dll", "");
+  disk.Write("drive_c/App/app.dll",
+             MakePe({"kernel32.dll", "FOUND.DLL", "lost.dll", "..\\C:\\found.dll"}, {"DllRegisterServer"}));
+  basGlobal global(disk.platform());
+  global.LoadSystemFiles();
+
+  EXEFile file(disk.platform(), &global);
+  EXPECT_TRUE(file.OpenFile("C:\\App\\APP.DLL"));
+  std::string imports;
+  for (const Dependency& import : file.Dependencies)
+    imports += import.ShortName + "=" + UpperCase(import.FullName) + " ";
+  EXPECT_EQ(imports,
+            "FOUND.DLL=C:\\WINDOWS\\SYSTEM32\\FOUND.DLL lost.dll= "
+            "..\\C:\\found.dll=C:\\WINDOWS\\SYSTEM32\\FOUND.DLL ");
+  EXPECT_TRUE(file.IsExported("DLLRegisterServer"));
+  EXPECT_FALSE(file.IsExported("DllRegister"));
+}
+
+TEST(EXEFile, AnErrorNamesTheFileAndLeavesTheCurrentDirectory) {
+  TestMachine disk;
+  disk.Write("drive_c/App/text.dll", std::string(64, 'x'));
+  Platform& platform = disk.platform();
+  platform.files.ChangeDirectory("C:\\App");
+  EXEFile file(platform, nullptr);
+  for (const char* path : {"text.dll", "missing.dll", "C:\\App"}) {
+    try {
+      file.OpenFile(path);
+      ADD_FAILURE() << path;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(std::string(error.what()).find(std::string(path) + ": "), 0U);
+      EXPECT_EQ(file.ErrorType, kExeErrorNotValid);
+    }
+    EXPECT_EQ(platform.files.CurrentDirectory(), "C:\\App");
+  }
+}
+
+}  // namespace
+}  // namespace bxvbwiz

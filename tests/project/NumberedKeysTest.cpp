@@ -1,0 +1,130 @@
+#include "project/NumberedKeys.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/Forwarding.h"
+#include "platform/machine/CodePages.h"
+#include "platform/machine/MachineProfileStrings.h"
+#include "platform/Text.h"
+
+namespace bxvbwiz {
+namespace {
+
+using Spelling = NumberedKeys::Spelling;
+
+// A disk on which nothing is read again.
+class NoDisk : public ProfileStore {
+ public:
+  std::string Key(const std::string& path) override { return UpperCase(path); }
+  SystemError Load(const std::string&, std::string&, FileStamp&) override {
+    return SystemError::FileNotFound;
+  }
+  bool Changed(const std::string&, const FileStamp&) override { return false; }
+  SystemError CheckWritable(const std::string&) override { return SystemError::Success; }
+  SystemError Replace(const std::string&, std::string_view, FileStamp&) override {
+    return SystemError::Success;
+  }
+};
+
+class CountingProfiles : public ForwardingProfileStrings {
+ public:
+  using ForwardingProfileStrings::ForwardingProfileStrings;
+  std::string GetString(ProfileText section, ProfileText key, std::string_view defaultValue, std::size_t size,
+                        const std::string& file) override {
+    ++reads;
+    return ForwardingProfileStrings::GetString(section, key, defaultValue, size, file);
+  }
+  int reads = 0;
+};
+
+struct NumberedKeysTest : ::testing::Test {
+  std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
+  NoDisk disk;
+  MachineProfileStrings engine{*codePage, disk, "C:\\WINDOWS"};
+  CountingProfiles profiles{engine};
+  NumberedKeys keys{profiles};
+};
+
+// What every entry means: the list is read from its beginning each time.
+int NumberByReading(ProfileStrings& profiles, const NumberedKeys::List& list, const std::string& value,
+                    bool& found) {
+  for (int number = list.first;; ++number) {
+    const std::string digits = std::to_string(number);
+    const std::string key =
+        list.spelling == Spelling::NameThenNumber ? list.name + digits : digits + list.name;
+    const std::string read = profiles.GetString(list.section, key, "NONE", list.size, list.file);
+    const bool isEnd = read == "NONE" || TrimBlanks(read).empty();
+    found = !isEnd && read == value;
+    if (found || isEnd) return number;
+  }
+}
+
+TEST_F(NumberedKeysTest, EveryStepIsAsIfTheListWereReadFromItsBeginning) {
+  const std::string longValue(40, 'x');
+  const std::vector<std::string> values = {"a",
+                                           "A",
+                                           "b",
+                                           "NONE",
+                                           "none",
+                                           " ",
+                                           "",
+                                           " c",
+                                           "\"q\"",
+                                           "k=v",
+                                           longValue,
+                                           longValue.substr(0, 19),
+                                           "é;",
+                                           "b ",
+                                           "d\r\nE",
+                                           "e\r\nfile9=e9",
+                                           "f\r\n[T]\r\nfile0=g"};
+  const std::vector<NumberedKeys::List> lists = {{"C:\\x.ini", "S", "file", Spelling::NameThenNumber, 20, 0},
+                                                 {"C:\\x.ini", "s", "FILE", Spelling::NumberThenName, 20, 1},
+                                                 {"C:\\X.INI", "S", "File", Spelling::NameThenNumber, 255, 0},
+                                                 {"C:\\x.ini", "T", "file", Spelling::NameThenNumber, 20, 0}};
+  const std::string kNeverThere = "\1";
+  std::mt19937 random(7);
+  const auto below = [&random](std::size_t limit) { return random() % limit; };
+  for (int round = 0; round < 200; ++round) {
+    keys.Forget();
+    for (const char* section : {"S", "T"}) engine.WriteSection(section, "", "C:\\x.ini");
+    // Entries behind gaps.
+    for (std::size_t left = below(6); left > 0; --left) {
+      const auto& list = lists[below(lists.size())];
+      engine.WriteString(list.section, "file" + std::to_string(below(6)), values[below(6)], list.file);
+      engine.WriteString(list.section, std::to_string(below(6)) + "file", values[below(6)], list.file);
+    }
+    for (int step = 0; step < 25; ++step) {
+      const auto& list = lists[below(lists.size())];
+      const std::string& value = values[below(values.size())];
+      bool expectedFound = false;
+      const int expected = NumberByReading(engine, list, value, expectedFound);
+      int number = -1;
+      ASSERT_EQ(keys.Find(list, value, number), expectedFound) << value;
+      ASSERT_EQ(number, expected) << value;
+      if (below(12) == 0) {
+        keys.EmptySection(list.file, list.section);
+      } else if (below(4) == 0) {
+        ASSERT_EQ(keys.Append(list, value), NumberByReading(engine, list, kNeverThere, expectedFound));
+      } else {
+        ASSERT_EQ(keys.AppendIfMissing(list, value), expectedFound) << value;
+      }
+    }
+  }
+}
+
+TEST_F(NumberedKeysTest, AnEntryCostsTheSameHoweverLongTheList) {
+  const NumberedKeys::List list{"C:\\x.ini", "S", "file"};
+  constexpr int kEntries = 500;
+  for (int entry = 0; entry < kEntries; ++entry) {
+    EXPECT_FALSE(keys.AppendIfMissing(list, std::to_string(entry)));
+    EXPECT_TRUE(keys.AppendIfMissing(list, std::to_string(entry)));
+  }
+  EXPECT_LE(profiles.reads, 2 * kEntries + 1);
+  EXPECT_EQ(engine.GetString("S", "file499", "", 255, "C:\\x.ini"), "499");
+}
+
+}  // namespace
+}  // namespace bxvbwiz
