@@ -250,7 +250,7 @@ bool MachineRegistry::FitsName(const std::string& name, std::size_t size) const 
 
 // Makes sure that the key is there when the text is read again, also without anything below it.
 void MachineRegistry::EnsureHeading(Node node) {
-  if (tree_.Parent(node) == RegistryTree::kNone || tree_.LastBlock(node) != RegistryTree::kNone) return;
+  if (tree_.LastBlock(node) != RegistryTree::kNone) return;
   if (std::find(added_.rbegin(), added_.rend(), node) == added_.rend()) added_.push_back(node);
 }
 

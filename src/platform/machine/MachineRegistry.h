@@ -54,8 +54,8 @@ class MachineRegistry : public Registry {
 
   struct Value {
     std::string name;
-    ScannedValue source;         // in the text
-    std::uint32_t position = 0;  // of its line in the text; 0 for a value that is not there
+    ScannedValue source;         // in the text, where it was set last
+    std::uint32_t position = 0;  // of the line that set it first; 0 for a value that the text has not
     RegistryData data;           // once `isRead`
     bool isRead = false;
     bool changed = false;

@@ -72,6 +72,7 @@ std::string_view HeadingPath(std::string_view line) {
   const std::size_t close = line.rfind(']');
   if (close == std::string_view::npos || line[1] == ' ' || line[1] == '\t') return {};
   const std::string_view path = line.substr(1, close - 1);
+  if (path.find('\0') != std::string_view::npos) return {};  // no call could name such a key
   return path.substr(0, path.find_last_not_of('\\') + 1);
 }
 

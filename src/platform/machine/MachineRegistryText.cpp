@@ -64,10 +64,9 @@ void MachineRegistry::ReadBlock(const RegistryTree::Block& block, Values& values
     if (isNew) {
       values.list.emplace_back();
       values.list.back().name = std::move(name);
+      values.list.back().position = position;
     }
-    Value& value = values.list[entry->second];
-    value.source = source;
-    value.position = position;
+    values.list[entry->second].source = source;
   });
 }
 

@@ -66,10 +66,6 @@ bool IsOddKey(std::string_view key, std::string_view value) {
          value.find_first_of(kLineEnds) != std::string_view::npos;
 }
 
-bool IsOddSection(std::string_view section) {
-  return section.find_first_of("]\r\n") != std::string_view::npos;
-}
-
 }  // namespace
 
 ProfileEngine::ProfileEngine(const CodePage& codePage, std::string_view bytes) : codePage_(&codePage) {
@@ -162,6 +158,7 @@ std::vector<std::string> ProfileEngine::Sections() const {
 bool ProfileEngine::SetValue(std::string_view section, std::string_view key, std::string_view value) {
   const std::string name = FromCodePage(Trim(key));
   const std::string text = FromCodePage(value);
+  bool oddSection = false;
   bool changed = EndWithLineBreak();
   Section* found = Find(section);
   const auto entry = found == nullptr ? LineIndex::iterator() : found->keys.find(Fold(name));
@@ -170,10 +167,11 @@ bool ProfileEngine::SetValue(std::string_view section, std::string_view key, std
     changed = changed || line != entry->second->text;
     entry->second->text = std::move(line);
   } else {
-    AppendKey(found == nullptr ? Append(section) : *found, name, name + '=' + text + "\r\n");
+    if (found == nullptr) found = &Append(section, oddSection);
+    AppendKey(*found, name, name + '=' + text + "\r\n");
     changed = true;
   }
-  if (IsOddSection(section) || IsOddKey(key, value)) ReadAgain();
+  if (oddSection || IsOddKey(key, value)) ReadAgain();
   return changed;
 }
 
@@ -208,7 +206,8 @@ bool ProfileEngine::RemoveSection(std::string_view section) {
 
 bool ProfileEngine::SetSection(std::string_view section, std::string_view entries) {
   std::vector<std::string> texts;
-  bool odd = IsOddSection(section);
+  bool odd = false;
+  bool oddSection = false;
   while (!entries.empty()) {
     const std::string_view entry = entries.substr(0, entries.find('\0'));
     entries.remove_prefix(std::min(entry.size() + 1, entries.size()));
@@ -226,13 +225,13 @@ bool ProfileEngine::SetSection(std::string_view section, std::string_view entrie
     if (same) return changed;
     RemoveKeys(*found);
   } else {
-    found = &Append(section);
+    found = &Append(section, oddSection);
   }
   for (std::string& text : texts) {
     const std::string name(KeyName(text));
     AppendKey(*found, name, std::move(text));
   }
-  if (odd) ReadAgain();
+  if (odd || oddSection) ReadAgain();
   return true;
 }
 
@@ -248,9 +247,11 @@ const ProfileEngine::Section* ProfileEngine::Find(std::string_view section) cons
   return entry == sections_.end() ? nullptr : &entry->second;
 }
 
-ProfileEngine::Section& ProfileEngine::Append(std::string_view section) {
+// `odd` gets whether the heading does not read back as that name.
+ProfileEngine::Section& ProfileEngine::Append(std::string_view section, bool& odd) {
   const std::string name = FromCodePage(Trim(section));
   lines_.push_back({Line::Kind::Heading, '[' + name + "]\r\n"});
+  odd = HeadingName(lines_.back()) != name || name.find_first_of(kLineEnds) != std::string::npos;
   Section& added = sections_[Fold(name)];
   added.heading = added.lastKey = std::prev(lines_.end());
   return added;

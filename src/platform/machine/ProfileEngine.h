@@ -70,7 +70,7 @@ class ProfileEngine {
 
   Section* Find(std::string_view section);
   const Section* Find(std::string_view section) const;
-  Section& Append(std::string_view section);
+  Section& Append(std::string_view section, bool& odd);
   void AppendKey(Section& section, std::string_view name, std::string text);
   std::vector<Lines::iterator> KeyLines(const Section& section) const;
   void RemoveKeys(Section& section);

@@ -1,0 +1,69 @@
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "platform/ProfileFakes.h"
+
+// The input is a section, a key and a value, each ended by a line feed, and a profile file behind them. What
+// is written reads back, and a file that was changed in memory is the same as its bytes read again.
+namespace {
+
+using bxvbwiz::ProfileEngine;
+
+void Require(bool holds) {
+  if (!holds) std::abort();
+}
+
+std::string TakeLine(std::string_view& rest) {
+  const std::string_view line = rest.substr(0, rest.find('\n'));
+  rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+  return std::string(line);
+}
+
+// Nothing in the text has a meaning of its own in a profile file, and every code page holds it.
+bool IsPlain(const std::string& text) {
+  return !text.empty() &&
+         text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._") ==
+             std::string::npos;
+}
+
+void RequireSame(const bxvbwiz::CodePage& codePage, const ProfileEngine& engine, bool isUtf16) {
+  const std::string bytes = engine.Bytes();
+  // Without its first lines a file may happen to begin with the mark of UTF-16.
+  if (!isUtf16 && bytes.substr(0, 2) == "\xFF\xFE") return;
+  const ProfileEngine again(codePage, bytes);
+  Require(again.Bytes() == bytes);
+  Require(again.Sections() == engine.Sections());
+  for (const std::string& section : engine.Sections()) {
+    const auto keys = engine.Keys(section);
+    Require(again.Keys(section) == keys);
+    for (const std::string& key : keys.value_or(std::vector<std::string>())) {
+      Require(again.Value(section, key) == engine.Value(section, key));
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  std::string_view rest(reinterpret_cast<const char*>(data), size);
+  const std::string section = TakeLine(rest);
+  const std::string key = TakeLine(rest);
+  const std::string value = TakeLine(rest);
+  const bxvbwiz::FakeCodePage codePage;
+  ProfileEngine engine(codePage, rest);
+  const bool isUtf16 = rest.substr(0, 2) == "\xFF\xFE";
+  RequireSame(codePage, engine, isUtf16);
+  engine.SetValue(section, key, value);
+  RequireSame(codePage, engine, isUtf16);
+  if (IsPlain(section) && IsPlain(key) && IsPlain(value)) Require(engine.Value(section, key) == value);
+  engine.SetSection(section, key + '=' + value);
+  RequireSame(codePage, engine, isUtf16);
+  engine.RemoveKey(section, key);
+  RequireSame(codePage, engine, isUtf16);
+  engine.RemoveSection(section);
+  RequireSame(codePage, engine, isUtf16);
+  return 0;
+}
