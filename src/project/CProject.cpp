@@ -55,7 +55,7 @@ const char* OutputExtension(std::int16_t projectType) {
 
 // The folder of a project file without a trailing backslash, but for a drive's root.
 std::string ProjectFolder(FileSystem& files, const std::string& projectFile) {
-  const std::string folder = GetPathFolder(projectFile);
+  std::string folder = GetPathFolder(projectFile);
   if (!folder.empty()) return folder;
   std::string full;
   CheckSystem(files.FullPath(projectFile, full), projectFile);

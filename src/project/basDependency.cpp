@@ -25,6 +25,18 @@ std::string FoundPath(const CDependency& file) {
   return file.LinkResolves ? FixPath(file.FileLinkPath) + GetPathFileName(file.Name) : file.Name;
 }
 
+// The .dep file that describes a file, and the section of it that does; both empty when there is none.
+struct Description {
+  std::string depFile;
+  std::string section;
+};
+
+// What `depFile` says of a file. One that merely has the file's title says nothing of it.
+Description Describe(Platform& platform, const std::string& depFile, const std::string& name) {
+  const std::string section = FindDepSection(platform, depFile, name);
+  return section.empty() ? Description{} : Description{depFile, section};
+}
+
 // The imported modules' file names, in the table's order. What is no executable imports nothing.
 std::vector<std::string> ReadImports(AnalysisContext& context, const std::string& path) {
   std::vector<std::string> names;
@@ -50,17 +62,12 @@ class DependencyWalk {
 
   // A file whose needs are being read: first the numbered keys of its .dep file, then its imports.
   struct Step {
-    Step(std::string stepName, std::string stepPath, std::string stepDepFile, CDependencies& stepOwn)
-        : name(std::move(stepName)),
-          path(std::move(stepPath)),
-          depFile(std::move(stepDepFile)),
-          own(&stepOwn) {}
+    Step(std::string stepPath, Description stepUses, CDependencies& stepOwn)
+        : path(std::move(stepPath)), uses(std::move(stepUses)), own(&stepOwn) {}
 
-    std::string name;
-    std::string path;     // a path or a name
-    std::string depFile;  // empty when none, or when its list has ended
+    std::string path;  // of the file, or its name
+    Description uses;  // none when its list has ended
     CDependencies* own;
-    std::string section;  // of depFile
     int lastUses = 0;
     bool importsRead = false;
     std::string folder;  // where the importing file was found
@@ -69,29 +76,19 @@ class DependencyWalk {
   };
 
   void Run(Step first) {
-    Enter(std::move(first));
+    steps_.push_back(std::move(first));
     while (!steps_.empty()) {
       if (!GoOn(steps_.back())) steps_.pop_back();
     }
   }
 
  private:
-  void Enter(Step step) {
-    if (!step.depFile.empty()) {
-      step.own->FileName = step.depFile;
-      step.section = FindDepSection(context_.platform, step.depFile, step.name);
-      if (step.section.empty()) step.depFile.clear();
-    }
-    steps_.push_back(std::move(step));
-  }
-
   // Takes the next file that the step's file needs and enters it. False when there is none. `step` is gone
   // behind the call when there is one.
   bool GoOn(Step& step) {
     std::string name;
     if (NextUsed(step, name)) {
-      const bool described = !FindDepSection(context_.platform, step.depFile, name).empty();
-      Take(*step.own, name, name, described ? step.depFile : "");
+      Take(*step.own, name, name, Describe(context_.platform, step.uses.depFile, name));
       return true;
     }
     if (!NextImport(step, name)) return false;
@@ -99,16 +96,17 @@ class DependencyWalk {
     // importer is found by its path only.
     const bool besideImporter = !EqualsIgnoreCase(step.folder, RedistFolder()) &&
                                 FolderHoldsFile(context_.platform.files, step.folder, name);
-    Take(*step.own, name, besideImporter ? step.folder + name : name, "");
+    Take(*step.own, name, besideImporter ? step.folder + name : name, {});
     return true;
   }
 
   bool NextUsed(Step& step, std::string& name) {
-    while (!step.depFile.empty()) {
+    while (!step.uses.depFile.empty()) {
       const std::string key = "Uses" + std::to_string(++step.lastUses);
-      name = context_.platform.profiles.GetString(step.section, key, kListEnd, kUsesBuffer, step.depFile);
+      name = context_.platform.profiles.GetString(step.uses.section, key, kListEnd, kUsesBuffer,
+                                                  step.uses.depFile);
       if (name == kListEnd || TrimBlanks(name).empty()) {
-        step.depFile.clear();
+        step.uses = {};
       } else if (IsNew(name)) {
         return true;
       }
@@ -134,19 +132,21 @@ class DependencyWalk {
     return !context_.global.IsSystemFile(name) && !all_.Holds(name);
   }
 
-  // Adds a file, has its facts filled and enters it. `depFile` is the .dep file that is known to describe it.
-  void Take(CDependencies& own, const std::string& name, const std::string& path, std::string depFile) {
+  // Adds a file, has its facts filled and begins to read what it needs. `known` describes it, or is none.
+  void Take(CDependencies& own, const std::string& name, const std::string& path, Description known) {
     const std::shared_ptr<CDependency> file = own.Add(name);
     if (&own != &all_) all_.AddShared(file);
-    context_.builder.GetFileGroupInfo("", path, depFile, nullptr, *file);
-    if (depFile.empty()) {
+    context_.builder.GetFileGroupInfo("", path, known.depFile, nullptr, *file);
+    if (known.depFile.empty()) {
       // A .dep file of its own is known only when the file has been found; it then decides the facts anew.
-      depFile = FindDepFile(context_, FoundPath(*file));
-      if (FindDepSection(context_.platform, depFile, name).empty()) depFile.clear();
-      if (!depFile.empty()) context_.builder.GetFileGroupInfo("", path, depFile, nullptr, *file);
+      known = Describe(context_.platform, FindDepFile(context_, FoundPath(*file)), name);
+      if (!known.depFile.empty()) {
+        context_.builder.GetFileGroupInfo("", path, known.depFile, nullptr, *file);
+      }
     }
-    file->FileName = depFile;
-    Enter(Step(name, file->LinkResolves ? FoundPath(*file) : path, depFile, file->Dependencies()));
+    file->FileName = known.depFile;
+    file->Dependencies().FileName = known.depFile;
+    steps_.emplace_back(file->LinkResolves ? FoundPath(*file) : path, std::move(known), file->Dependencies());
   }
 
   // The folder of a file: its own, that of the redistributables, or else the system folder.
@@ -206,8 +206,9 @@ std::string FindDepFile(AnalysisContext& context, const std::string& filePath) {
 void ReadDependencies(AnalysisContext& context, const std::string& name, const std::string& filePath,
                       const std::string& depFile, CDependencies& ownDependencies,
                       CDependencies& allDependencies) {
+  if (!depFile.empty()) ownDependencies.FileName = depFile;
   DependencyWalk(context, allDependencies)
-      .Run(DependencyWalk::Step(name, filePath, depFile, ownDependencies));
+      .Run({filePath, Describe(context.platform, depFile, name), ownDependencies});
 }
 
 void FindDependencies(AnalysisContext& context, const std::string& fileName, CDependencies& ownDependencies,
