@@ -61,13 +61,13 @@ TEST(GlobalTest, SystemFilesAreListedUpToAGapAndReadOnce) {
   TestMachine disk;
   disk.InstallProduct();
   const std::string list =
-      "[System]\r\n1File=A-b.dll\r\n2File=ab.DLL\r\n3File=A-B.dll\r\n4File=C:\\x.ocx\r\n6File=late.dll\r\n";
+      "[System]\r\n1File=A-b.dll\r\n2File=Ab.dll\r\n3File=A-b.dll\r\n4File=C:\\x.ocx\r\n6File=late.dll\r\n";
   disk.Write("drive_c/Borvex/VBWizDep.ini", list);
   basGlobal global(disk.platform());
   EXPECT_FALSE(global.IsSystemFile("ab.dll"));
   global.LoadSystemFiles();
   EXPECT_EQ(global.gDepFilePath(), "C:\\Borvex\\VBWizDep.ini");
-  // "A-b.dll" and "ab.DLL" have the same key; both are system files all the same.
+  // "A-b.dll" and "Ab.dll" have the same key; both are system files all the same.
   EXPECT_EQ(global.gSystemFiles()->Count(), 2U);
   for (const char* name : {"a-B.DLL", "ab.dll", "c:\\X.ocx"}) EXPECT_TRUE(global.IsSystemFile(name)) << name;
   for (const char* name : {"x.ocx", "late.dll", ""}) EXPECT_FALSE(global.IsSystemFile(name)) << name;
