@@ -141,12 +141,11 @@ std::uint32_t EXEFile::FindNewHeader() {
 bool EXEFile::GetImportInfo(const PeImage& image, bool search) {
   const std::uint32_t table = image.AddressOf(PeImage::Directory::Imports);
   if (table == 0 || !image.At(table)) return false;
-  // Sections that overlap can show the same descriptors again and again; there are never more than fit.
-  const std::size_t most = FileBase.size() / kDescriptorSize;
   std::unordered_map<std::string, std::string> found;  // a name that repeats is searched for once
   std::string name;
-  for (std::size_t index = 0; index < most; ++index) {
-    const auto descriptor = image.At(std::uint64_t{table} + index * kDescriptorSize);
+  // Every descriptor costs at least one byte of names, so a table without end comes to one.
+  for (std::uint64_t address = table;; address += kDescriptorSize) {
+    const auto descriptor = image.At(address);
     if (!descriptor) break;
     const std::uint32_t nameAddress = GetLongFromBytes(*descriptor, kDescriptorName);
     if (nameAddress == 0 || !TakeName(image, nameAddress, name)) break;
@@ -180,8 +179,8 @@ void EXEFile::GetExportInfo(const PeImage& image) {
   }
 }
 
-// Reads the name at an address, empty when there is none. False when the file's names have taken more bytes
-// than it has: it was made so that few bytes are many names.
+// Reads the name at an address, empty when there is none; it costs its bytes and the NUL. False when the
+// file's names have taken more bytes than it has: it was made so that few bytes are many names.
 bool EXEFile::TakeName(const PeImage& image, std::uint32_t address, std::string& name) {
   const std::string_view bytes = image.NameAt(address);
   if (bytes.size() >= nameBytesLeft_) return false;

@@ -113,6 +113,7 @@ TEST(EXEFile, NothingInAFileIsTrusted) {
       {"export directory outside", Made().Long(kExportDirectory, 0x5000), "5/0 A.DLL B.DLL |"},
       {"descriptors zero-filled", Made().Long(kImportDirectory, kZeroFilled), "5/0 | One Two"},
       {"exports zero-filled", Made().Long(kExportDirectory, kZeroFilled), "5/0 A.DLL B.DLL |"},
+      {"export names at address 0", Made().Long(0x290, 0x11F0), "5/0 A.DLL B.DLL |"},
       {"name zero-filled", Made().Long(kDescriptors + 12, kZeroFilled), "5/0 B.DLL | One Two"},
       {"name outside", Made().Long(kDescriptors + 12, 0xFFFFFFFF), "5/0 B.DLL | One Two"},
       {"only the name ends", Made().Long(kDescriptors + 32, 0), "5/0 A.DLL | One Two"},
