@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <utility>
+#include <cstring>
 #include <vector>
 
 #include "platform/machine/MachineRegistryTree.h"
@@ -10,6 +10,18 @@ namespace {
 
 using Node = RegistryTree::Node;
 
+// How many bytes both texts begin with in common.
+std::size_t CommonLength(std::string_view left, std::string_view right) {
+  constexpr std::size_t kStep = 8;
+  const std::size_t most = std::min(left.size(), right.size());
+  std::size_t length = 0;
+  while (length + kStep <= most && std::memcmp(left.data() + length, right.data() + length, kStep) == 0) {
+    length += kStep;
+  }
+  while (length < most && left[length] == right[length]) ++length;
+  return length;
+}
+
 // Finds the key of each heading. Exports list keys depth first, so that most of a heading's path is that of
 // the heading before: what both have in common is not looked up again.
 class HeadingReader {
@@ -18,8 +30,7 @@ class HeadingReader {
 
   // The key of "HKEY_...\path", made when it is missing; kNone when the predefined key is unknown.
   Node Enter(std::string_view path) {
-    const auto common = static_cast<std::size_t>(
-        std::mismatch(path.begin(), path.end(), last_.begin(), last_.end()).first - path.begin());
+    const std::size_t common = CommonLength(path, last_);
     while (!known_.empty() && !EndsAt(path, known_.back().end, common)) known_.pop_back();
     last_ = path;
     Node node = known_.empty() ? RegistryTree::kNone : known_.back().node;

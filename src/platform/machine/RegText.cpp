@@ -18,23 +18,22 @@ constexpr std::string_view kHexDigits = "0123456789abcdef";
 // The registry editor breaks lines of bytes behind this column.
 constexpr std::size_t kLastColumn = 76;
 
-// Converts what is not ASCII, line by line: a line feed is never part of a character in a code page.
+// Converts the lines that are not ASCII; a line feed is never part of a character in a code page.
 template <typename Convert>
 std::string ConvertLines(std::string text, Convert convert) {
-  if (IsAscii(text)) return text;
+  std::size_t other = FindNonAscii(text);
+  if (other == std::string::npos) return text;
   std::string converted;
   converted.reserve(text.size() + text.size() / 16);
-  std::string_view rest = text;
-  while (!rest.empty()) {
-    const std::size_t end = rest.find('\n');
-    const std::string_view line = rest.substr(0, end == std::string_view::npos ? end : end + 1);
-    rest.remove_prefix(line.size());
-    if (IsAscii(line)) {
-      converted.append(line);
-    } else {
-      converted.append(convert(line));
-    }
+  std::size_t copied = 0;
+  for (; other != std::string::npos; other = FindNonAscii(text, copied)) {
+    const std::size_t begin = text.rfind('\n', other) + 1;  // npos + 1 is 0
+    const std::size_t end = std::min(text.find('\n', other), text.size());
+    converted.append(text, copied, begin - copied);
+    converted.append(convert(std::string_view(text).substr(begin, end - begin)));
+    copied = end;
   }
+  converted.append(text, copied);
   return converted;
 }
 

@@ -1,6 +1,5 @@
 #include "platform/machine/Utf16Text.h"
 
-#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -88,16 +87,15 @@ std::string ToUtf16(std::string_view text) {
   return bytes;
 }
 
-bool IsAscii(std::string_view text) {
+std::size_t FindNonAscii(std::string_view text, std::size_t position) {
   // Eight at a time: an export has hundreds of megabytes.
   constexpr std::uint64_t kHighBits = 0x8080808080808080;
-  const char* position = text.data();
-  const char* const end = position + text.size();
-  for (std::uint64_t word = 0; end - position >= 8; position += 8) {
-    std::memcpy(&word, position, 8);
-    if ((word & kHighBits) != 0) return false;
+  for (std::uint64_t word = 0; position + sizeof word <= text.size(); position += sizeof word) {
+    std::memcpy(&word, text.data() + position, sizeof word);
+    if ((word & kHighBits) != 0) break;
   }
-  return std::all_of(position, end, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  while (position < text.size() && static_cast<unsigned char>(text[position]) < 0x80) ++position;
+  return position < text.size() ? position : std::string_view::npos;
 }
 
 }  // namespace bxvbwiz

@@ -16,7 +16,12 @@ std::string FromUtf16(std::string_view bytes);
 // From UTF-8 to the bytes of UTF-16.
 std::string ToUtf16(std::string_view text);
 
-// True when every byte is below 0x80: such a text is the same in UTF-8 and in every code page.
-bool IsAscii(std::string_view text);
+// Where the first byte of 0x80 or above stands, from `position` on; npos when there is none.
+std::size_t FindNonAscii(std::string_view text, std::size_t position = 0);
+
+// A text of bytes below 0x80 is the same in UTF-8 and in every code page.
+inline bool IsAscii(std::string_view text) {
+  return FindNonAscii(text) == std::string_view::npos;
+}
 
 }  // namespace bxvbwiz
