@@ -7,53 +7,38 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr const char* kMake = "[HKEY_CLASSES_ROOT\\VB.Project\\shell\\Make\\command]\r\n@=";
-
 TEST(GlobalTest, VisualBasicIsFoundByItsBuildCommand) {
+  const std::string old = "C:\\VB 9\\|5|C:\\VB 9\\setupkit\\kitfil32\\sys32\\";
   const struct {
-    const char* rule;
-    std::string registry;
-    std::vector<const char*> programs;
-    const char* folder;
-    const char* version;
-    const char* redistributables;
+    std::string command;
+    const char* program;
+    std::string found;  // FindVB|GetVBVer|FindVBRedistFolder
   } cases[] = {
-      {"no registration", "", {}, "", "5", ""},
-      {"no command", "[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n", {}, "", "5", ""},
-      {"quoted",
-       "\"\\\"C:\\\\VB 98\\\\VB6.EXE\\\" /make \\\"%1\\\"\"",
-       {"Vb6.exe"},
-       "C:\\VB 98\\",
-       "6",
-       "C:\\VB 98\\Wizards\\PDWizard\\Redist"},
-      {"not quoted",
-       "\"C:\\\\VB 98\\\\vb5.exe /make %1\"",
-       {"VB5.EXE"},
-       "C:\\VB 98\\",
-       "5",
-       "C:\\VB 98\\setupkit\\kitfil32\\sys32\\"},
-      {"both versions",
-       "\"C:\\\\VB 98\\\\vb6.exe %1\"",
-       {"vb6.exe", "vb5.exe"},
-       "C:\\VB 98\\",
-       "5",
-       "C:\\VB 98\\setupkit\\kitfil32\\sys32\\"},
-      {"neither version", "\"C:\\\\VB 98\\\\vb6.exe %1\"", {"vb7.exe"}, "C:\\VB 98\\", "", ""},
-      {"no placeholder", "\"C:\\\\VB 98\\\\vb6.exe /make\"", {}, "C:\\VB 98\\", "", ""},
-      {"placeholder only", "\"%1\"", {}, "", "5", ""},
-      {"no folder", "\"vb6.exe %1\"", {}, "", "5", ""},
-  };
+      {"", "vb6.exe", "|5|"},
+      {"%1", "vb6.exe", "|5|"},
+      {"vb6.exe %1", "vb6.exe", "|5|"},
+      {"\"C:\\VB 9\\VB6.EXE\" /make \"%1\"", "Vb6.exe", "C:\\VB 9\\|6|C:\\VB 9\\Wizards\\PDWizard\\Redist"},
+      {"C:\\VB 9\\VB6.EXE /make \"%1\"", "VB5.EXE", old},
+      {"C:\\VB 9\\VB6.EXE /make %1 %2", "both", old},
+      {"C:\\VB 9\\VB6.EXE %1", "vb7.exe", "C:\\VB 9\\||"},
+      {"C:\\VB 9\\VB6.EXE /make", "vb7.exe", "C:\\VB 9\\||"}};
+  TestMachine bare;
+  EXPECT_EQ(basGlobal(bare.platform()).GetVBVer(), "5");
   for (const auto& each : cases) {
-    SCOPED_TRACE(each.rule);
     TestMachine disk;
-    const bool isCommand = !each.registry.empty() && each.registry.front() == '"';
-    if (isCommand) disk.Registry("[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n");
-    disk.Registry(isCommand ? kMake + each.registry + "\r\n" : each.registry);
-    for (const char* program : each.programs) disk.Write(std::string("drive_c/VB 98/") + program, "");
+    std::string data;
+    for (const char character : each.command)
+      data += character == '\\' || character == '"' ? std::string{'\\', character} : std::string{character};
+    disk.Registry(
+        "[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n[HKEY_CLASSES_ROOT\\VB."
+        "Project\\shell\\Make\\command]\r\n@=\"" +
+        data + "\"\r\n");
+    const bool both = each.program == std::string("both");
+    if (both) disk.Write("drive_c/VB 9/vb5.exe", "");
+    disk.Write(std::string("drive_c/VB 9/") + (both ? "vb6.exe" : each.program), "");
     basGlobal global(disk.platform());
-    EXPECT_EQ(global.FindVB(), each.folder);
-    EXPECT_EQ(global.GetVBVer(), each.version);
-    EXPECT_EQ(global.FindVBRedistFolder(), each.redistributables);
+    EXPECT_EQ(global.FindVB() + "|" + global.GetVBVer() + "|" + global.FindVBRedistFolder(), each.found)
+        << each.command;
   }
 }
 
