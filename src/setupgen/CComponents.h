@@ -35,7 +35,8 @@ class CComponents {
 // The number of "<VBWizVar-" folders that the setup project has.
 void FindScriptDefinedVariables(Platform& platform, const std::string& projectDir, std::int16_t& count);
 
-// The last component of `folder` with the first letter of each word in upper case and the rest in lower case.
+// The last component of `folder` with the first letter of each word in upper case and the rest in lower case;
+// empty for a root.
 std::string ProperCaseFolderName(const std::string& folder);
 
 }  // namespace bxvbwiz

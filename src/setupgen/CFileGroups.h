@@ -37,6 +37,12 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   bool AddFileGroupToComponent(const std::string& projectDir, const FileRecord& file);
 
  private:
+  // The destination macro or folder of GetFileGroupInfo; `section` describes the file in `depFile`.
+  std::string DestinationMacro(const std::string& destination, const std::string& filePath,
+                               const std::string& depFile, const std::string& section);
+  bool IsBelowSharedFolder(const std::string& destination);
+  void WriteGroupProperties(const std::string& definitions, const FileRecord& file);
+
   NumberedKeys& lists_;
 };
 

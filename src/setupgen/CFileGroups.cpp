@@ -1,0 +1,286 @@
+#include "setupgen/CFileGroups.h"
+
+#include <memory>
+
+#include "platform/Text.h"
+#include "project/basDependency.h"
+#include "project/EXEFile.h"
+#include "setupgen/CComponents.h"
+#include "setupgen/Patches.h"
+#include "setupgen/SetupFiles.h"
+#include "support/basFile.h"
+#include "support/basLogging.h"
+#include "sysinfo/CSystemInfo.h"
+#include "sysinfo/Values.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kAppPath = "$(APPPATH)";
+constexpr std::size_t kBuffer = 255;
+constexpr std::size_t kListBuffer = 254;  // of the lists of files and groups
+// The groups whose files belong to Windows itself begin so, unless they lie in a subfolder.
+constexpr const char* kWindowsSystemGroups = "Windows System";
+constexpr const char* kAutomationGroups = "Automation";
+constexpr const char* kWindowsGroups = "Windows";
+
+struct GroupBase {
+  std::string_view symbol;
+  const char* name;
+};
+
+constexpr GroupBase kGroupBases[] = {
+    {"<TARGETDIR>", "Program"},
+    {"<WINSYSDIR>", "Windows System"},
+    {"<WINDIR>", "Windows"},
+    {"<COMMONFILES>", "Commonfiles"},
+    {"<COMMONFILES>\\System", "Commonfiles System"},
+    {"<PROGRAMFILES>", "Programfiles"},
+    {"<DAO>", "DAO"},
+};
+
+// Upper-case beginnings of the destinations whose files may be shared. The Windows folder and the application
+// folder never share a file.
+constexpr std::string_view kSharedDestinations[] = {
+    "<WINSYSDIR>",          "<COMMONFILES>",  "<PROGRAMFILES>",    "<DAO>",           "$(WINSYSPATH)",
+    "$(WINSYSPATHSYSFILE)", "$(COMMONFILES)", "$(COMMONFILESSYS)", "$(PROGRAMFILES)", "$(MSDAOPATH)",
+};
+
+using FolderProperty = const std::string& (CSystemInfo::*)();
+constexpr FolderProperty kSharedFolders[] = {&CSystemInfo::WinSysDir, &CSystemInfo::ProgramFilesPath,
+                                             &CSystemInfo::CommonFilesPath, &CSystemInfo::MSDAOPath};
+
+// A destination symbol as the tables of groups and components know it.
+std::string FolderSymbol(DestinationSymbols& symbols, const FileRecord& file) {
+  return StripTrailingBackslash(symbols.ConvertDestMacroToBXDestSymbol(file.Destination));
+}
+
+const char* YesOrNo(bool isSo) {
+  return isSo ? "Yes" : "No";
+}
+
+}  // namespace
+
+void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::string& filePath,
+                                   const std::string& depFile, const FileRecord* existing,
+                                   FileRecord& target) {
+  constexpr char kRoutine[] = "CFileGroups:GetFileGroupInfo";
+  const CallStackEntry entry(kRoutine);
+  Logging(kRoutine, [&] {
+    if (existing != nullptr) {
+      target.Destination = existing->Destination;
+      target.FileGroup = existing->FileGroup;
+      target.FileLinkPath = existing->FileLinkPath;
+      target.SelfRegister = existing->SelfRegister;
+      target.SharedFile = existing->SharedFile;
+      target.LinkResolves = existing->LinkResolves;
+      return;
+    }
+    const std::string name = GetPathFileName(filePath);
+    const std::string section = FindDepSection(platform_, depFile, name);
+    const std::string macro = DestinationMacro(destination, filePath, depFile, section);
+    const bool isKnown = ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos;
+    target.Destination = isKnown ? macro : kAppPath;
+    target.SharedFile = IsSharedFile(target, filePath);
+
+    std::string folder = GetPathFolder(filePath);
+    if (folder.empty())
+      folder = ConvertBXDestSymbolToPath(ConvertDestMacroToBXDestSymbol(target.Destination));
+    target.FileLinkPath = ResolveLinkPath(folder, name, target.LinkResolves);
+    if (!depFile.empty()) {
+      target.SelfRegister = ConvertRegisterMacro(
+          platform_.profiles.GetString(section.empty() ? name : section, "Register", "", kBuffer, depFile));
+    } else {
+      // The copy that will be shipped may lie elsewhere than its source was expected.
+      const bool isInFolder = FolderHoldsFile(platform_.files, FixPath(folder), name);
+      target.SelfRegister = CheckSelfRegister(FixPath(isInFolder ? folder : target.FileLinkPath) + name);
+    }
+    target.FileGroup = CreateFileGroupName(name, target);
+  });
+}
+
+std::string CFileGroups::DestinationMacro(const std::string& destination, const std::string& filePath,
+                                          const std::string& depFile, const std::string& section) {
+  if (!destination.empty()) return destination;
+  const std::string name = GetPathFileName(filePath);
+  std::string macro;
+  if (!depFile.empty()) {
+    macro = platform_.profiles.GetString(section.empty() ? name : section, "Dest", "", kBuffer, depFile);
+  }
+  if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), name);
+  if (macro.empty() && !depFile.empty()) macro = kAppPath;
+  return macro;
+}
+
+std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, const FileRecord& file) {
+  constexpr char kRoutine[] = "CFileGroups:CreateFileGroupName";
+  const CallStackEntry entry(kRoutine);
+  std::string groupName;
+  Logging(kRoutine, [&] {
+    const std::string symbol = FolderSymbol(*this, file);
+    std::string base;
+    for (const GroupBase& row : kGroupBases) {
+      if (symbol == row.symbol) base = row.name;
+    }
+    if (base.empty()) base = ProperCaseFolderName(file.FileLinkPath);
+    if (base.empty()) {
+      groupName = "Program Files";
+      return;
+    }
+    if (file.SelfRegister == kRegisterDll || file.SelfRegister == kRegisterTypeLibrary) base += " Self-reg";
+    if (file.SharedFile) base += " Shared";
+    groupName = base + " Files";
+  });
+  return groupName;
+}
+
+bool CFileGroups::IsSharedFile(const FileRecord& file, const std::string& filePath) {
+  constexpr char kRoutine[] = "CFileGroups:IsSharedFile";
+  const CallStackEntry entry(kRoutine);
+  bool isShared = false;
+  Logging(kRoutine, [&] {
+    if (!IsBelowSharedFolder(StripTrailingBackslash(UpperCase(file.Destination)))) return;
+    isShared = file.kind == RecordKind::Control || file.kind == RecordKind::TypeLibrary ||
+               !CheckCoreCompIni(GetPathFileName(filePath)).empty();
+  });
+  return isShared;
+}
+
+// `destination` in upper case. The machine's folders are asked for only when no macro or symbol fits.
+bool CFileGroups::IsBelowSharedFolder(const std::string& destination) {
+  for (const std::string_view beginning : kSharedDestinations) {
+    if (StartsWith(destination, beginning)) return true;
+  }
+  if (destination.empty() || StartsWith(destination, "$")) return false;
+  CSystemInfo system(platform_);
+  for (const FolderProperty folder : kSharedFolders) {
+    const std::string beginning = StripTrailingBackslash(UpperCase((system.*folder)()));
+    if (!beginning.empty() && StartsWith(destination, beginning)) return true;
+  }
+  return false;
+}
+
+std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
+  constexpr char kRoutine[] = "CFileGroups:CheckCoreCompIni";
+  constexpr const char* kIndex =
+      "Redistributable\\Compressed Files\\Language Independent\\OS Independent\\corecomp.ini";
+  const CallStackEntry entry(kRoutine);
+  std::string found;
+  Logging(kRoutine, [&] {
+    const auto root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
+    const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
+    if (key == nullptr)
+      EndWithMissingKey(*global_.user, platform_.strings, root->Name() + "\\" + kBorvexMainKey);
+    const auto path = key->Values().Item("Path");
+    if (path == nullptr) throw RuntimeError(kErrorObjectNotSet, key->FullPath() + " has no value Path");
+    found = platform_.profiles.GetString("Win32", GetPathFileName(filePath), "", kBuffer,
+                                         FixPath(path->Text()) + kIndex);
+  });
+  return found;
+}
+
+std::int16_t CFileGroups::CheckSelfRegister(const std::string& filePath) {
+  constexpr char kRoutine[] = "CFileGroups:CheckSelfRegister";
+  const CallStackEntry entry(kRoutine);
+  std::int32_t code = kRegisterNone;
+  Logging(kRoutine, [&] {
+    const std::string upper = UpperCase(filePath);
+    if (EndsWith(upper, ".TLB") || EndsWith(upper, ".OLB")) {
+      code = kRegisterTypeLibrary;
+      return;
+    }
+    std::unique_ptr<FileView> view;
+    if (filePath.empty() || platform_.files.Map(filePath, view) != SystemError::Success) return;
+    EXEFile file(platform_, nullptr);
+    try {
+      // Where the imports lie is of no interest here.
+      if (file.OpenBytes(view->Bytes(), false) && file.IsExported("DLLRegisterServer")) code = kRegisterDll;
+    } catch (const RuntimeError&) {
+      // No executable, or none that says what it imports: it registers nothing.
+    }
+  });
+  return static_cast<std::int16_t>(code);
+}
+
+bool CFileGroups::CreateFileGroup(const std::string& projectDir, const CFile& file) {
+  constexpr char kRoutine[] = "CFileGroups:CreateFileGroup";
+  const CallStackEntry entry(kRoutine);
+  bool made = false;
+  Logging(kRoutine, [&] {
+    const std::string listName = file.FileGroup + ".fgl";
+    const std::string folder = GroupsFolder(projectDir);
+    const NumberedKeys::List list = ListOf(folder + listName, "TopDir", "file", kListBuffer);
+    const std::string source = FixPath(file.FileLinkPath) + GetPathFileName(file.FileName);
+    // A list with entries exists. Looking it up for each of its files would store it as often.
+    if (!lists_.Entries(list).empty() || FolderHoldsFile(platform_.files, folder, listName)) {
+      lists_.AppendIfMissing(list, source);
+    } else if (AddFileGroupToProject(projectDir, file)) {
+      lists_.Append(list, source);
+    } else {
+      return;
+    }
+    made = AddFileGroupToComponent(projectDir, file);
+  });
+  return made;
+}
+
+bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const FileRecord& file) {
+  constexpr char kRoutine[] = "CFileGroups:AddFileGroupToProject";
+  const CallStackEntry entry(kRoutine);
+  bool added = false;
+  Logging(kRoutine, [&] {
+    if (file.FileGroup.find(']') != std::string::npos && global_.user != nullptr) {
+      global_.user->NoteIncomplete("The properties of the file group " + file.FileGroup +
+                                   " cannot be read back: a section's name ends at its first \"]\".");
+    }
+    const std::string list = GroupsFolder(projectDir) + file.FileGroup + ".fgl";
+    WriteSetting(platform_.profiles, list, "General", "Type", "FILELIST");
+    WriteSetting(platform_.profiles, list, "General", "Version", "1.00.000");
+    const std::string definitions = GroupsFolder(projectDir) + "Default.fdf";
+    lists_.AppendIfMissing(ListOf(definitions, "FileGroups", "group", kListBuffer), file.FileGroup);
+    WriteGroupProperties(definitions, file);
+    added = true;
+  });
+  return added;
+}
+
+// The group's section anew. The setup builder reads these keys; most are the defaults of a new group.
+void CFileGroups::WriteGroupProperties(const std::string& definitions, const FileRecord& file) {
+  const auto write = [&](const char* key, const std::string& value) {
+    WriteSetting(platform_.profiles, definitions, file.FileGroup, key, value);
+  };
+  lists_.EmptySection(definitions, file.FileGroup);
+  write("FILETYPE", YesOrNo(file.SharedFile));
+  write("SELFREGISTERING", YesOrNo(file.SelfRegister == kRegisterDll));
+  write("POTENTIALLY", "Yes");
+  write("COMPRESS", "Yes");
+  write("OPERATINGSYSTEM", "0000000000000000");
+  write("LANGUAGE", LanguageCode(platform_.strings));
+  for (const char* key : {"FTPLOCATION", "HTTPLOCATION", "MISC", "COMMENT"}) write(key, "");
+  write("INFOTYPE", "Standard");
+  write("COMPRESSDLL", "");
+  write("TARGET", FolderSymbol(*this, file));
+  write("INSTALLATION", "NEWERVERSION\\NEWERDATE");
+}
+
+bool CFileGroups::AddFileGroupToComponent(const std::string& projectDir, const FileRecord& file) {
+  constexpr char kRoutine[] = "CFileGroups:AddFileGroupToComponent";
+  const CallStackEntry entry(kRoutine);
+  bool added = false;
+  Logging(kRoutine, [&] {
+    const std::string symbol = FolderSymbol(*this, file);
+    const bool isSystem =
+        StartsWith(file.FileGroup, kWindowsSystemGroups) || StartsWith(file.FileGroup, kAutomationGroups);
+    const bool isWindows = StartsWith(file.FileGroup, kWindowsGroups);
+    const bool belongsToWindows =
+        (symbol == "<WINSYSDIR>" && isSystem) || (symbol == "<WINDIR>" && isWindows);
+    const std::string component = belongsToWindows ? kWindowsFilesComponent : kProgramFilesComponent;
+    if (!CComponents(platform_, *this, lists_).CreateComponent(projectDir, component, file)) return;
+    lists_.AppendIfMissing(ListOf(ComponentsFile(projectDir), component, "filegroup", kListBuffer),
+                           file.FileGroup);
+    added = true;
+  });
+  return added;
+}
+
+}  // namespace bxvbwiz

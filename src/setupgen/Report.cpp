@@ -1,0 +1,153 @@
+#include "setupgen/Report.h"
+
+#include "platform/Text.h"
+#include "support/basFile.h"
+#include "support/basLogging.h"
+#include "support/basStr.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kBreak = "\r\n";
+constexpr const char* kSeparator = "============================================================";
+constexpr std::size_t kIndent = 3;
+
+// Numbers of the string table.
+constexpr unsigned kIntroduction = 1021;
+constexpr unsigned kFurtherSteps = 1048;
+constexpr unsigned kDaoOdbcDirect = 1061;
+constexpr unsigned kRdo = 1062;
+constexpr unsigned kDaoJet = 1063;
+constexpr unsigned kDaoBoth = 1064;
+constexpr unsigned kNewVariables = 1073;
+constexpr unsigned kAdo = 1075;
+constexpr unsigned kNone = 1079;
+constexpr unsigned kFileTitle = 1083;
+constexpr unsigned kReportTitle = 1084;
+constexpr unsigned kTreeTitle = 1085;
+// Only the heading of Visual Basic 5 is known as one, as it always was.
+constexpr unsigned kSupportFiles = 1092;
+
+// A text of the string table with its "/n" as line breaks.
+std::string TextWithBreaks(const StringTable& strings, unsigned number) {
+  return *ReplaceAll(strings.Text(number), "/n", kBreak);
+}
+
+bool IsHeading(const StringTable& strings, const TreeNode& node, std::int16_t level) {
+  return level == 0 || node.text == "Forms" || node.text == "Objects" || node.text == "References" ||
+         node.text == strings.Text(kSupportFiles);
+}
+
+// Adds the lines of a node and its subtree; the trees of the wizard are four levels deep.
+void PrintNode(const StringTable& strings, const TreeNode& node, std::int16_t level, std::string& lines) {
+  const std::string indent(kIndent * static_cast<std::size_t>(level), ' ');
+  const bool isHeading = IsHeading(strings, node, level);
+  lines += indent + (isHeading ? "[" + node.text + "]" : "-> " + node.text) + kBreak;
+  if (node.children.empty() && isHeading)
+    lines += indent + std::string(kIndent, ' ') + strings.Text(kNone) + kBreak;
+  for (const auto& child : node.children) {
+    PrintNode(strings, *child, static_cast<std::int16_t>(level + 1), lines);
+  }
+}
+
+}  // namespace
+
+std::vector<std::string> ScriptDefinedVariableNames(std::int16_t oldCount, std::int16_t newCount) {
+  std::vector<std::string> names;
+  for (int number = oldCount; number < newCount; ++number)
+    names.push_back("<VBWizVar-" + std::to_string(number) + ">");
+  return names;
+}
+
+std::string AssembleReport(const StringTable& strings, const DataAccessNeeds& needs,
+                           const std::vector<std::string>& newVariables) {
+  std::string report = TextWithBreaks(strings, kIntroduction);
+  const auto append = [&](const std::string& text) { report += std::string(kBreak) + kBreak + text; };
+  if (needs.daoJet && needs.daoOdbcDirect) {
+    append(strings.Text(kDaoBoth));
+  } else if (needs.daoJet) {
+    append(strings.Text(kDaoJet));
+  } else if (needs.daoOdbcDirect) {
+    append(strings.Text(kDaoOdbcDirect));
+  }
+  if (needs.rdo) append(strings.Text(kRdo));
+  if (needs.ado) append(strings.Text(kAdo));
+  if (!newVariables.empty()) {
+    std::string names;
+    for (const std::string& name : newVariables) names += (names.empty() ? "" : ", ") + name;
+    append(strings.Text(kNewVariables) + kBreak + " - " + names);
+  }
+  append(TextWithBreaks(strings, kFurtherSteps));
+  return report;
+}
+
+// 1. The text's line breaks become "/n", and each "/n/n" two line breaks again; leading blanks go.
+// 2. A blank from column 75 on becomes a line break.
+// 3. "/n" becomes a line break; any other "/" stays.
+// 4. A line feed becomes a line break; a carriage return is dropped but counts a column.
+std::string FormatFor80CharDisplay(const std::string& text) {
+  constexpr char kRoutine[] = "frmMain:FormatFor80CharDisplay";
+  constexpr int kLimit = 75;
+  const CallStackEntry entry(kRoutine);
+  std::string result;
+  Logging(kRoutine, [&] {
+    std::string source = *ReplaceAll(*ReplaceAll(text, kBreak, "/n"), "/n/n", "\r\n\r\n");
+    source.erase(0, source.find_first_not_of(' '));
+    int column = 0;
+    const auto breakLine = [&] {
+      result += kBreak;
+      column = 0;
+    };
+    char previous = '\0';
+    for (std::size_t position = 0; position < source.size(); ++position) {
+      const char c = source[position];
+      const bool isContinuation = (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+      if (!isContinuation) ++column;
+      if (c == ' ' && column >= kLimit) {
+        breakLine();
+      } else if (c == '/' && position + 1 < source.size() && source[position + 1] == 'n') {
+        --column;
+      } else if (c == '\n' || (c == 'n' && previous == '/')) {
+        breakLine();
+      } else if (c != '\r') {
+        result += c;
+      }
+      previous = c;
+    }
+  });
+  return result;
+}
+
+void WriteTreeViewToFile(Platform& platform, const TreeNode& node, std::int16_t level,
+                         const std::string& /*parentText*/, const std::string& filePath) {
+  constexpr char kRoutine[] = "frmMain:WriteTreeViewToFile";
+  const CallStackEntry entry(kRoutine);
+  Logging(kRoutine, [&] {
+    std::string lines;
+    PrintNode(platform.strings, node, level, lines);
+    CheckSystem(platform.files.Write(filePath, platform.codePage.Encode(lines), WriteMode::Append), filePath);
+  });
+}
+
+void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
+                 const std::vector<std::unique_ptr<TreeNode>>& projectView) {
+  const StringTable& strings = platform.strings;
+  const std::string path = FixPath(setupDir) + "\\Script Files\\Report.txt";
+  const std::string separator = std::string(kSeparator) + kBreak + kBreak + kBreak;
+  const auto print = [&](unsigned number) { return FormatFor80CharDisplay(TextWithBreaks(strings, number)); };
+
+  // Every printed item but the first ends in a line break of its own.
+  std::string text = print(kFileTitle);
+  text += platform.clock.LocalDateTimeText() + kBreak + kBreak + kBreak;
+  text += separator;
+  text += print(kReportTitle) + kBreak;
+  text += FormatFor80CharDisplay(report) + kBreak;
+  text += std::string(kBreak) + kBreak;
+  text += separator;
+  text += print(kTreeTitle) + kBreak;
+  // In one write with the trees, so that a retry after a failure does not print the report twice.
+  for (const auto& node : projectView) PrintNode(strings, *node, 0, text);
+  CheckSystem(platform.files.Write(path, platform.codePage.Encode(text), WriteMode::Append), path);
+}
+
+}  // namespace bxvbwiz
