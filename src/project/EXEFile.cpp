@@ -71,8 +71,8 @@ bool EXEFile::OpenFile(const std::string& path) {
   const CallStackEntry entry("EXEFile:OpenFile");
   Clear();
   path_ = path;
-  const CurrentDirectoryKeeper keeper(platform_.files);
-  const SystemError error = platform_.files.Map(path, view_);
+  const CurrentDirectoryKeeper keeper(*files_);
+  const SystemError error = files_->Map(path, view_);
   if (error != SystemError::Success || !view_) {
     const auto code = std::to_string(static_cast<std::uint32_t>(error));
     Fail(kExeErrorNotValid, "the file cannot be opened (system error " + code + ")");
@@ -154,7 +154,7 @@ bool EXEFile::GetImportInfo(const PeImage& image, bool search) {
     const std::string searched = WithoutFolder(name);
     if (search && !searched.empty()) {
       const auto [place, isNew] = found.try_emplace(searched);
-      if (isNew) place->second = platform_.files.Search(searched);
+      if (isNew) place->second = files_->Search(searched);
       dependency.FullName = place->second;
     }
     Dependencies.push_back(std::move(dependency));
@@ -185,7 +185,7 @@ bool EXEFile::TakeName(const PeImage& image, std::uint32_t address, std::string&
   const std::string_view bytes = image.NameAt(address);
   if (bytes.size() >= nameBytesLeft_) return false;
   nameBytesLeft_ -= bytes.size() + 1;
-  name = DecodeName(platform_.codePage, bytes);
+  name = DecodeName(codePage_, bytes);
   return true;
 }
 

@@ -39,7 +39,10 @@ constexpr std::int32_t kExeFileError = static_cast<std::int32_t>(0x80040CD7U);
 class EXEFile {
  public:
   // System files of `global` (may be null) are left out of the imports.
-  EXEFile(Platform& platform, const basGlobal* global) : platform_(platform), global_(global) {}
+  EXEFile(Platform& platform, const basGlobal* global)
+      : files_(&platform.files), codePage_(platform.codePage), global_(global) {}
+  // For bytes in memory (OpenBytes without a search) only.
+  explicit EXEFile(const CodePage& codePage) : files_(nullptr), codePage_(codePage), global_(nullptr) {}
 
   // Maps and reads the file. True for a PE file with an import table; an export table it need not have. False
   // for NE, LE and XE, which are recognised (IsValid) but not read. Raises kExeFileError for everything else,
@@ -69,7 +72,8 @@ class EXEFile {
   void GetExportInfo(const PeImage& image);
   bool TakeName(const PeImage& image, std::uint32_t address, std::string& name);
 
-  Platform& platform_;
+  FileSystem* files_;
+  const CodePage& codePage_;
   const basGlobal* global_;
   std::string path_;  // for messages
   std::unique_ptr<FileView> view_;
