@@ -1,0 +1,146 @@
+#include "cli/ConsoleView.h"
+
+#include <cstdio>
+#include <iostream>
+
+#include "cli/Terminal.h"
+#include "support/basStr.h"
+#include "ui/frmMain.h"
+
+namespace bxvbwiz {
+namespace {
+
+// Buttons of a message box sit in the low four bits of its style.
+constexpr int kButtonsOfStyle = 15;
+
+// How often a question is answered with Retry before it counts as unanswered: nothing changes by itself.
+constexpr int kMostRetries = 3;
+
+struct ButtonName {
+  Button button;
+  const char* name;
+};
+
+constexpr ButtonName kButtonNames[] = {{Button::Ok, "ok"},
+                                       {Button::Cancel, "cancel"},
+                                       {Button::Retry, "retry"},
+                                       {Button::Yes, "yes"},
+                                       {Button::No, "no"}};
+
+std::vector<Button> ButtonsOf(int style) {
+  switch (style & kButtonsOfStyle) {
+    case kStyleYesNo:
+      return {Button::Yes, Button::No};
+    case kStyleRetryCancel:
+      return {Button::Retry, Button::Cancel};
+    default:
+      return {Button::Ok};
+  }
+}
+
+std::string NamesOf(const std::vector<Button>& buttons) {
+  std::string names;
+  for (const Button button : buttons) names += (names.empty() ? "" : "/") + std::string(NameOfButton(button));
+  return names;
+}
+
+std::string Readable(const Message& message) {
+  std::string text = *ReplaceAll(*ReplaceAll(message.text, "/n", "\n"), "\r\n", "\n");
+  if (!message.detail.empty()) text += " (" + message.detail + ")";
+  return text;
+}
+
+}  // namespace
+
+const char* NameOfButton(Button button) {
+  for (const ButtonName& row : kButtonNames) {
+    if (row.button == button) return row.name;
+  }
+  return "";
+}
+
+ConsoleView::ConsoleView(frmMain& form, const Options& options, Outcome& outcome)
+    : form_(form),
+      options_(options),
+      outcome_(outcome),
+      showsBar_(!options.quiet && !options.json && IsTerminal(Stream::Error)) {}
+
+Button ConsoleView::ShowMessage(const Message& message, const std::string& /*title*/) {
+  ClearBar();
+  std::cerr << Readable(message) << '\n';
+  const Button answer = Answer(message);
+  outcome_.messages.push_back({message, answer});
+  return answer;
+}
+
+Button ConsoleView::Answer(const Message& message) {
+  const std::vector<Button> buttons = ButtonsOf(message.style);
+  if (buttons.size() == 1) return buttons.front();
+  Button answer = Button::Cancel;
+  const auto given = options_.answers.find(message.number);
+  if (given != options_.answers.end()) {
+    for (const Button button : buttons) {
+      const bool tooOften = button == Button::Retry && ++retries_[message.text] > kMostRetries;
+      if (button == given->second && !tooOften) return button;
+    }
+  }
+  if (options_.yesNo.has_value() && buttons.front() == Button::Yes) return *options_.yesNo;
+  if (AskOnTerminal(message, answer)) return answer;
+  std::cerr << "bxvbwiz: nobody answered; give --answer " << message.number << "=" << NamesOf(buttons)
+            << '\n';
+  outcome_.messages.push_back({message, Button::Cancel});
+  CancelWizard(form_);
+}
+
+bool ConsoleView::AskOnTerminal(const Message& message, Button& answer) {
+  if (!IsTerminal(Stream::Input)) return false;
+  const std::vector<Button> buttons = ButtonsOf(message.style);
+  for (;;) {
+    std::cerr << "[" << NamesOf(buttons) << "] " << std::flush;
+    std::string line;
+    if (!std::getline(std::cin, line)) return false;
+    for (const Button button : buttons) {
+      const std::string name = NameOfButton(button);
+      if (EqualsIgnoreCase(line, name) || EqualsIgnoreCase(line, name.substr(0, 1))) {
+        answer = button;
+        return true;
+      }
+    }
+  }
+}
+
+// Draws the step's name and a bar, when something changed.
+void ConsoleView::Refresh() {
+  if (!showsBar_) return;
+  constexpr int kWidth = 30;
+  const std::string& step = form_.lblStatus.text.empty() ? form_.lblProgress.text : form_.lblStatus.text;
+  if (step.empty()) return;
+  std::string bar;
+  if (form_.pbrProgress.visible) {
+    // The wizard's steps are few; the bar fills with them.
+    const int filled = form_.pbrProgress.value < kWidth ? form_.pbrProgress.value : kWidth;
+    bar = " [" + std::string(static_cast<std::size_t>(filled), '#') +
+          std::string(static_cast<std::size_t>(kWidth - filled), '.') + "]";
+  }
+  if (step + bar == lastBar_) return;
+  lastBar_ = step + bar;
+  barShown_ = true;
+  std::cerr << "\r\x1b[K" << lastBar_ << std::flush;
+}
+
+void ConsoleView::ClearBar() {
+  if (barShown_) std::cerr << "\r\x1b[K" << std::flush;
+  barShown_ = false;
+  lastBar_.clear();
+}
+
+int ConsoleView::TextWidth(const std::string& text) const {
+  return static_cast<int>(CharacterCount(text));
+}
+
+void ConsoleView::Unload(const frmMain& /*form*/) {
+  ClearBar();
+  TakeFromForm(form_, outcome_);
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,104 @@
+#include "cli/Options.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kVersion = "bxvbwiz " BXVBWIZ_VERSION;
+
+const std::map<std::string, Button> kButtons = {{"ok", Button::Ok},
+                                                {"cancel", Button::Cancel},
+                                                {"yes", Button::Yes},
+                                                {"no", Button::No},
+                                                {"retry", Button::Retry}};
+
+// "1095=yes"
+std::pair<unsigned, Button> ReadAnswer(const std::string& text) {
+  const std::size_t equals = text.find('=');
+  const std::string number = text.substr(0, equals);
+  const auto button = kButtons.find(equals == std::string::npos ? "" : text.substr(equals + 1));
+  if (number.empty() || number.size() > 5 || number.find_first_not_of("0123456789") != std::string::npos ||
+      button == kButtons.end()) {
+    throw CLI::ValidationError("--answer",
+                               "'" + text + "' is not a string number, '=' and ok, cancel, yes, no or retry");
+  }
+  return {static_cast<unsigned>(std::stoul(number)), button->second};
+}
+
+// The options that analyse and generate share.
+struct WizardOptions {
+  std::vector<std::string> answers;
+  bool yes = false;
+  bool no = false;
+};
+
+void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) {
+  command
+      .add_option(
+          "PROJECT", options.project,
+          "The .vbp file: a Windows path on that machine, or a path of this computer in the machine folder")
+      ->required();
+  command
+      .add_option("--machine", options.machine, "The machine folder to work on (default: $BXVBWIZ_MACHINE)")
+      ->envname("BXVBWIZ_MACHINE");
+  command.add_option("--app-name", options.appName, "The application name");
+  command.add_option("--company", options.company, "The company name");
+  command.add_option("--app-type", options.appType, "The application type");
+  command.add_option("--app-version", options.appVersion, "The application version");
+  command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
+  command.add_flag("--rebuild", options.rebuild, "Compile the project first");
+  command
+      .add_option("--answer", more.answers,
+                  "Answer a message: its string number, '=', and a button (repeatable)")
+      ->type_name("N=BUTTON")
+      ->take_all();
+  auto* yes = command.add_flag("--yes", more.yes, "Answer every other Yes/No question with Yes");
+  command.add_flag("--no", more.no, "Answer every other Yes/No question with No")->excludes(yes);
+  command.add_flag("--strict", options.strict, "Exit with 4 when something is left to do");
+  command.add_flag("--json", options.json, "Print one JSON document");
+  auto* quiet = command.add_flag("--quiet", options.quiet, "Print only what is wrong");
+  command.add_flag("--verbose", options.verbose, "Print every file with its facts")->excludes(quiet);
+}
+
+void TakeAnswers(const WizardOptions& more, Options& options) {
+  for (const std::string& text : more.answers) options.answers.insert(ReadAnswer(text));
+  if (more.yes) options.yesNo = Button::Yes;
+  if (more.no) options.yesNo = Button::No;
+}
+
+}  // namespace
+
+std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
+  CLI::App app("Turns a Visual Basic 5/6 project into a Borvex setup project.", "bxvbwiz");
+  app.set_version_flag("--version", kVersion);
+  app.require_subcommand(1);
+  WizardOptions more;
+  CLI::App* analyse = app.add_subcommand("analyse", "Show the dependency trees of a project; writes nothing");
+  CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
+  CLI::App* inspect =
+      app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
+  CLI::App* machine = app.add_subcommand("machine", "Make machine folders");
+  AddWizardOptions(*analyse, options, more);
+  AddWizardOptions(*generate, options, more);
+  inspect->add_option("FILE", options.files, "The files")->required();
+  inspect->add_flag("--json", options.json, "Print one JSON document");
+  machine->require_subcommand(1);
+  machine->add_subcommand("new", "Make a machine folder with default contents")
+      ->add_option("DIR", options.newMachine, "The folder, which must not exist or be empty")
+      ->required();
+  try {
+    app.parse(argc, argv);
+    TakeAnswers(more, options);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kExitFinished : kExitUsage;
+  }
+  options.command = analyse->parsed()    ? Command::Analyse
+                    : generate->parsed() ? Command::Generate
+                    : inspect->parsed()  ? Command::Inspect
+                                         : Command::MachineNew;
+  return std::nullopt;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/User.h"
+
+namespace bxvbwiz {
+
+// Exit codes of the program.
+constexpr int kExitFinished = 0;
+constexpr int kExitNotFinished = 1;  // cancelled, fatal message, unexpected error
+constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine folder
+constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
+constexpr int kExitIncomplete = 4;   // --strict: something is left to the user's hand
+
+enum class Command { Analyse, Generate, Inspect, MachineNew };
+
+// The command line as the user gave it.
+struct Options {
+  Command command = Command::Analyse;
+  std::string project;
+  std::string machine;  // empty: this computer
+  std::optional<std::string> appName;
+  std::optional<std::string> company;
+  std::optional<std::string> appType;
+  std::optional<std::string> appVersion;
+  bool skipInfo = false;
+  bool rebuild = false;
+  std::map<unsigned, Button> answers;  // by string number
+  std::optional<Button> yesNo;         // to every other Yes/No question
+  bool strict = false;
+  bool json = false;
+  bool quiet = false;
+  bool verbose = false;
+  std::vector<std::string> files;  // of inspect
+  std::string newMachine;
+};
+
+// Reads the command line. When there is nothing to run (help, version, wrong usage) what is to be said was
+// printed, and the exit code is given.
+std::optional<int> ReadOptions(int argc, char** argv, Options& options);
+
+}  // namespace bxvbwiz

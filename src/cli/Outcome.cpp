@@ -1,0 +1,49 @@
+#include "cli/Outcome.h"
+
+#include "ui/frmMain.h"
+
+namespace bxvbwiz {
+namespace {
+
+std::vector<TreeText> CopyTree(const std::vector<std::unique_ptr<TreeNode>>& nodes) {
+  std::vector<TreeText> copies;
+  copies.reserve(nodes.size());
+  for (const auto& node : nodes) copies.push_back({node->text, CopyTree(node->children)});
+  return copies;
+}
+
+void TakeProject(CProject& project, ProjectFacts& facts) {
+  facts.fileName = project.FileName();
+  facts.name = project.Name;
+  facts.projectType = project.ProjectType;
+  facts.exeName = project.ExeName;
+  facts.exePath = project.ExePath;
+  facts.majorVer = project.MajorVer;
+  facts.minorVer = project.MinorVer;
+  facts.revisionVer = project.RevisionVer;
+  facts.versionCompanyName = project.VersionCompanyName;
+  facts.needsRebuild = project.NeedsRebuild;
+}
+
+}  // namespace
+
+void TakeFromForm(frmMain& form, Outcome& outcome) {
+  outcome.incomplete = form.Incomplete();
+  outcome.setupFolder = form.setupFolder;
+  outcome.scriptDefinedVariables = form.scriptDefinedVariables;
+  outcome.report = form.txtReport.text;
+  outcome.dataAccess = {form.chkDAOJet.checked, form.chkDAOODBCDirect.checked, form.chkRDO.checked,
+                        form.chkADO.checked};
+  if (form.Project() == nullptr) return;
+  TakeProject(*form.Project(), outcome.project);
+  outcome.projectView = CopyTree(form.tvwDependencies.Nodes());
+  outcome.fileGroupView = CopyTree(form.tvwFiles.Nodes());
+  outcome.files.clear();
+  for (const CFile& file : form.Files()) {
+    outcome.files.push_back(
+        {file.FileName, file.Destination, form.FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination),
+         file.SharedFile, file.SelfRegister, file.FileLinkPath, file.LinkResolves, file.FileGroup});
+  }
+}
+
+}  // namespace bxvbwiz

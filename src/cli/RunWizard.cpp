@@ -1,0 +1,200 @@
+#include "cli/RunWizard.h"
+
+#include <filesystem>
+#include <iostream>
+
+#include "cli/ConsoleView.h"
+#include "cli/JsonOutput.h"
+#include "cli/Outcome.h"
+#include "cli/TextOutput.h"
+#include "platform/machine/Machine.h"
+#include "platform/Text.h"
+#include "support/basFile.h"
+#include "wizard/Application.h"
+
+namespace bxvbwiz {
+namespace {
+
+bool IsWindowsPath(const std::string& path) {
+  return (path.size() > 2 && path[1] == ':') || StartsWith(path, "\\\\");
+}
+
+// Adds the files below a folder, folders after their files.
+void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix,
+               std::vector<std::string>& names) {
+  std::vector<FoundFile> found;
+  if (files.Find(folder + "*.*", found) != SystemError::Success) return;
+  std::vector<std::string> folders;
+  for (const FoundFile& file : found) {
+    if (file.name == "." || file.name == "..") continue;
+    if ((file.attributes & kAttributeDirectory) != 0) {
+      folders.push_back(file.name);
+    } else {
+      names.push_back(prefix + file.name);
+    }
+  }
+  for (const std::string& name : folders) ListFiles(files, folder + name + "\\", prefix + name + "\\", names);
+}
+
+// One run of the wizard without a window: presses the buttons that a user would.
+class Run {
+ public:
+  Run(const Options& options, Machine& machine)
+      : options_(options),
+        machine_(machine),
+        component_(machine.platform(), StartMode::Automation, "", [this](frmMain& form) {
+          return std::make_unique<ConsoleView>(form, options_, outcome_);
+        }) {}
+
+  int Go(const std::string& project) {
+    component_.SubMain();
+    const int code = Press(project);
+    outcome_.returnCode = app_->ReturnCode();
+    outcome_.projectFile = app_->ProjectFile();
+    if (!outcome_.projectFile.empty()) outcome_.projectFileHere = machine_.HostPath(outcome_.projectFile);
+    if (!outcome_.setupFolder.empty()) {
+      ListFiles(machine_.platform().files, outcome_.setupFolder, "", outcome_.writtenFiles);
+    }
+    return code;
+  }
+  const Outcome& Result() const { return outcome_; }
+
+ private:
+  // Null once the wizard has ended.
+  frmMain* Form() const { return component_.Form(); }
+
+  int Press(const std::string& project) {
+    app_ = std::make_unique<Application>(component_);
+    app_->ShowPage2 = !options_.skipInfo;
+    if (options_.skipInfo) app_->AppName = options_.appName.value_or("");
+    Form()->chkRebuild.checked = options_.rebuild;
+    Form()->txtVBPname.text = project;
+    Form()->txtVBPname_Change();
+    Form()->cmdNext_Click(kPanelWelcome);
+    if (Form() == nullptr) return kExitNotFinished;
+    if (Form()->fraPanel1.visible) {
+      TakeFromForm(*Form(), outcome_);
+      return kExitProject;
+    }
+    if (!FillInformation()) return kExitUsage;
+    if (Form() == nullptr) return kExitNotFinished;
+    return options_.command == Command::Generate ? Finish() : EndOfAnalysis();
+  }
+
+  // False when the page refuses a given name.
+  bool FillInformation() {
+    frmMain& form = *Form();
+    const auto type = [](TextBox& box, const std::optional<std::string>& text) {
+      if (text.has_value()) box.text = *text;
+    };
+    if (!options_.skipInfo) type(form.txtApplicationName, options_.appName);
+    type(form.txtCompanyName, options_.company);
+    type(form.txtApplicationVersion, options_.appVersion);
+    if (options_.appType.has_value()) form.cboApplicationType.text = *options_.appType;
+    form.txtApplicationName_Change();
+    if (options_.skipInfo) return true;
+    if (!form.cmdNext[kPanelInformation].enabled) {
+      std::cerr << "bxvbwiz: the application name, the company name and the version must not be empty\n";
+      TakeFromForm(form, outcome_);
+      return false;
+    }
+    form.cmdNext_Click(kPanelInformation);
+    if (Form() == nullptr || !Form()->fraPanel2.visible) return true;
+    TakeFromForm(*Form(), outcome_);
+    return false;
+  }
+
+  int EndOfAnalysis() {
+    TakeFromForm(*Form(), outcome_);
+    outcome_.finished = true;
+    return kExitFinished;
+  }
+
+  int Finish() {
+    Form()->cmdNext_Click(kPanelSummary);
+    if (Form() == nullptr) return kExitNotFinished;
+    if (!Form()->fraReport.visible) {  // a name that the system reserves
+      TakeFromForm(*Form(), outcome_);
+      return kExitUsage;
+    }
+    Form()->cmdOK_Click();
+    outcome_.finished = true;
+    return kExitFinished;
+  }
+
+  const Options& options_;
+  Machine& machine_;
+  Outcome outcome_;
+  Component component_;
+  std::unique_ptr<Application> app_;
+};
+
+// What standard error says last: everything that is left to do, and how much that is.
+void PrintRest(const Options& options, const Outcome& outcome) {
+  for (const std::string& text : outcome.incomplete) std::cerr << "bxvbwiz: " << text << '\n';
+  if (!outcome.finished && !outcome.setupFolder.empty()) {
+    std::cerr << "bxvbwiz: The setup folder " << outcome.setupFolder << " was created and is incomplete.\n";
+  }
+  if (options.quiet) return;
+  const std::size_t count = outcome.incomplete.size();
+  if (!outcome.finished) {
+    std::cerr << "bxvbwiz: The wizard ended without finishing";
+    if (count > 0) std::cerr << "; " << count << (count == 1 ? " thing is" : " things are") << " left to do";
+    std::cerr << ".\n";
+  } else if (count == 0) {
+    std::cerr << "bxvbwiz: Nothing is left to do.\n";
+  } else {
+    std::cerr << "bxvbwiz: " << count << (count == 1 ? " thing is" : " things are") << " left to do.\n";
+  }
+}
+
+// The project's path on the machine; empty when it lies elsewhere.
+std::string ProjectOnMachine(const Options& options, const Machine& machine) {
+  if (IsWindowsPath(options.project)) return options.project;
+  std::error_code ignored;
+  return machine.WindowsPath(std::filesystem::absolute(options.project, ignored).lexically_normal().string());
+}
+
+}  // namespace
+
+int RunWizard(const Options& options) {
+  if (options.machine.empty()) {
+    std::cerr
+        << "bxvbwiz: there is no Windows here: name a machine folder with --machine or $BXVBWIZ_MACHINE\n";
+    return kExitUsage;
+  }
+  std::unique_ptr<Machine> machine;
+  try {
+    machine = std::make_unique<Machine>(options.machine);
+  } catch (const MachineError& error) {
+    std::cerr << "bxvbwiz: " << error.what() << '\n';
+    return kExitUsage;
+  }
+  if (const std::size_t skipped = machine->SkippedRegistryValues(); skipped > 0) {
+    std::cerr << "bxvbwiz: " << skipped << " values of registry.reg could not be read and were left out.\n";
+  }
+  const std::string project = ProjectOnMachine(options, *machine);
+  if (project.empty()) {
+    std::cerr << "bxvbwiz: " << options.project << " lies outside the drives of the machine folder "
+              << options.machine << '\n';
+    return kExitProject;
+  }
+  Run run(options, *machine);
+  int code = run.Go(project);
+  try {
+    machine->Save();
+  } catch (const MachineError& error) {
+    std::cerr << "bxvbwiz: " << error.what() << '\n';
+    code = kExitNotFinished;
+  }
+  const Outcome& outcome = run.Result();
+  if (options.json) {
+    PrintJson(options, outcome);
+  } else if (!options.quiet) {
+    PrintText(options, outcome);
+  }
+  PrintRest(options, outcome);
+  return code == kExitFinished && options.strict && !outcome.incomplete.empty() ? kExitIncomplete : code;
+}
+
+}  // namespace bxvbwiz

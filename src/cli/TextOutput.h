@@ -1,0 +1,13 @@
+#pragma once
+
+#include "cli/Inspect.h"
+#include "cli/Options.h"
+#include "cli/Outcome.h"
+
+namespace bxvbwiz {
+
+// Prints the trees, and of a generation the report and the files written, on standard output.
+void PrintText(const Options& options, const Outcome& outcome);
+void PrintText(const std::vector<Inspection>& inspections);
+
+}  // namespace bxvbwiz

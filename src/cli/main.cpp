@@ -1,0 +1,33 @@
+#include <exception>
+#include <iostream>
+
+#include "cli/Inspect.h"
+#include "cli/MachineNew.h"
+#include "cli/Options.h"
+#include "cli/RunWizard.h"
+
+namespace {
+
+int Run(int argc, char** argv) {
+  bxvbwiz::Options options;
+  if (const auto code = bxvbwiz::ReadOptions(argc, argv, options)) return *code;
+  switch (options.command) {
+    case bxvbwiz::Command::Inspect:
+      return bxvbwiz::InspectFiles(options);
+    case bxvbwiz::Command::MachineNew:
+      return bxvbwiz::MakeMachine(options.newMachine);
+    default:
+      return bxvbwiz::RunWizard(options);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& error) {
+    std::cerr << "bxvbwiz: " << error.what() << '\n';
+    return bxvbwiz::kExitNotFinished;
+  }
+}
