@@ -46,11 +46,6 @@ NumberedKeys::Known& NumberedKeys::Read(const List& list) {
   return known;
 }
 
-bool NumberedKeys::Remembers(const List& list) const {
-  const auto section = sections_.find(SectionId(list.file, list.section));
-  return section != sections_.end() && section->second.count(KeyId(list)) != 0;
-}
-
 bool NumberedKeys::Find(const List& list, const std::string& value, int& number) {
   const Known& known = Read(list);
   const auto found = known.firstNumber.find(value);

@@ -38,8 +38,6 @@ class NumberedKeys {
 
   explicit NumberedKeys(ProfileStrings& profiles) : profiles_(profiles) {}
 
-  // True when the list was read before and is not forgotten.
-  bool Remembers(const List& list) const;
   // Looks for `value` (exact). True: `number` is that of the first equal key. False: the number of a new
   // entry.
   bool Find(const List& list, const std::string& value, int& number);
