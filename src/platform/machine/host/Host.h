@@ -66,7 +66,7 @@ SystemError ReplaceContent(const std::string& path, std::string_view bytes, cons
 // Adds `bytes` at the end of a regular file, which is created when it is missing.
 SystemError AppendContent(const std::string& path, std::string_view bytes);
 
-// A file or folder gets another name; a file that has it already is replaced.
+// A file or folder gets another name. AlreadyExists when there is something of that name.
 SystemError Rename(const std::string& from, const std::string& to);
 SystemError RemoveFile(const std::string& path);
 SystemError MakeFolder(const std::string& path);

@@ -196,6 +196,13 @@ SystemError AppendContent(const std::string& path, std::string_view bytes) {
 }
 
 SystemError Rename(const std::string& from, const std::string& to) {
+#ifdef RENAME_NOREPLACE
+  if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+    return SystemError::Success;
+  if (errno != EINVAL && errno != ENOSYS) return LastError();  // not every file system knows the flag
+#endif
+  struct stat status = {};
+  if (lstat(to.c_str(), &status) == 0) return SystemError::AlreadyExists;
   return rename(from.c_str(), to.c_str()) == 0 ? SystemError::Success : LastError();
 }
 

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/FileSystem.h"
+#include "platform/machine/host/Host.h"
+
+namespace bxvbwiz {
+
+// The whole of a regular file of this computer, into a text whose memory is used again. Files of 2 GB and
+// more, which no program of the machine could hold, give NotEnoughMemory. `status`, if given, is taken before
+// the bytes are read.
+SystemError ReadWholeFile(const std::string& hostPath, std::string& bytes,
+                          host::FileStatus* status = nullptr);
+
+// The same, into memory that is not cleared first.
+SystemError ReadWholeFile(const std::string& hostPath, std::unique_ptr<FileView>& view);
+
+}  // namespace bxvbwiz

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/machine/DriveTree.h"
+#include "platform/machine/MachineProfileStrings.h"
+#include "platform/Platform.h"
+
+namespace bxvbwiz {
+
+// The files and folders of a machine folder's drives. A file is read-only when its owner may not write it,
+// whoever asks; of the attributes only that one can be set. Whole files are written atomically. Names that
+// Windows cannot have, and links that lead out of the machine folder, are not listed and cannot be opened.
+class MachineFiles : public FileSystem {
+ public:
+  // `searchFolders` are where Search looks after the current directory, in this order.
+  MachineFiles(DriveTree& tree, MachineProfileStrings& profiles, const CodePage& codePage,
+               std::vector<std::string> searchFolders);
+
+  SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override;
+  FileHandle Open(const std::string& path, std::uint32_t access, std::uint32_t share,
+                  std::uint32_t disposition, std::uint32_t attributes) override;
+  bool Close(FileHandle file) override;
+  bool SetTimes(FileHandle file, FileTime time) override;
+  SystemError Read(const std::string& path, std::string& bytes) override;
+  SystemError Write(const std::string& path, std::string_view bytes, WriteMode mode) override;
+  // The file is read into memory, so that one that shrinks does no harm.
+  SystemError Map(const std::string& path, std::unique_ptr<FileView>& view) override;
+  SystemError Copy(const std::string& source, const std::string& target) override;
+  SystemError Rename(const std::string& source, const std::string& target) override;
+  SystemError Delete(const std::string& path) override;
+  SystemError MakeDirectory(const std::string& path) override;
+  SystemError SetAttributes(const std::string& path, std::uint32_t attributes) override;
+  std::string Search(const std::string& name) override;
+  SystemError FullPath(const std::string& path, std::string& full) override;
+  std::string CurrentDirectory() override { return tree_.CurrentDirectory(); }
+  SystemError ChangeDirectory(const std::string& path) override;
+
+ private:
+  struct OpenFile {
+    std::string hostPath;
+    std::uint32_t access;
+    std::uint32_t share;
+  };
+
+  SystemError Locate(const std::string& path, WindowsPath& parsed, DriveTree::Place& place);
+  SystemError LocateFile(const std::string& path, DriveTree::Place& place);
+  SystemError CheckRename(const DriveTree::Place& from, const WindowsPath& target,
+                          const DriveTree::Place& to) const;
+  void FindByPattern(DriveTree::Folder& folder, bool isRoot, std::string_view pattern,
+                     std::vector<FoundFile>& found);
+  // Whether an open file forbids an access (share bits) to it.
+  bool IsLocked(const std::string& hostPath, std::uint32_t shareNeeded) const;
+  bool HasOpenFileBelow(const std::string& hostFolder) const;
+
+  DriveTree& tree_;
+  MachineProfileStrings& profiles_;
+  const CodePage& codePage_;
+  std::vector<std::string> searchFolders_;
+  std::unordered_map<FileHandle, OpenFile> openFiles_;
+  FileHandle nextHandle_ = 4;
+};
+
+}  // namespace bxvbwiz
