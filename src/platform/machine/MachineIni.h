@@ -1,0 +1,26 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/Platform.h"
+
+namespace bxvbwiz {
+
+// What machine.ini says about the machine. Every key is optional; these are the defaults.
+struct MachineIni {
+  std::unique_ptr<CodePage> codePage;  // 1252 when the file names none; never null once it was read
+  VersionInfo version = {5, 1, 2600, 2, "Service Pack 3"};
+  std::string windowsFolder = "C:\\WINDOWS";
+  std::string systemFolder = "C:\\WINDOWS\\system32";
+  // The host program that is run in place of a program; by the program's full path in upper case.
+  std::map<std::string, std::string> programs;
+};
+
+// Reads the bytes of a machine.ini, which are UTF-8. `path` is named in messages. Throws MachineError for a
+// value that cannot be used.
+MachineIni ReadMachineIni(std::string_view bytes, const std::string& path);
+
+}  // namespace bxvbwiz
