@@ -1,0 +1,85 @@
+#include "SetupFixture.h"
+
+namespace bxvbwiz {
+namespace {
+
+using DestinationTest = SetupFixture;
+
+// A path goes to its innermost known folder, but DAO and the application come behind their parents.
+TEST_F(DestinationTest, DestinationsBecomeSymbols) {
+  const Pair cases[] = {{"", "<TARGETDIR>"},
+                        {"$(APPPATH)", "<TARGETDIR>"},
+                        {"$(apppath)\\Data", "<TARGETDIR>\\Data\\"},
+                        {"$(WINPATH)", "<WINDIR>"},
+                        {"$(WinSysPath)Sub", "<WINSYSDIR>\\Sub\\"},
+                        {"$(WINSYSPATHSYSFILE)\\", "<WINSYSDIR>\\"},
+                        {"$(COMMONFILES)", "<COMMONFILES>"},
+                        {"$(COMMONFILESSYS)\\x", "<COMMONFILES>\\System\\x\\"},
+                        {"$(PROGRAMFILES)\\a(b)", "<PROGRAMFILES>\\a(b)\\"},
+                        {"$(MSDAOPATH)", "<DAO>"},
+                        {"$(FOO)", ""},
+                        {"$(WINPATHX)", ""},
+                        {"$(WINPATH", "$(WINPATH"},
+                        {"c:\\WINDOWS\\SYSTEM32\\A.OCX", "<WINSYSDIR>\\A.OCX"},
+                        {"C:\\Windows\\", "<WINDIR>\\"},
+                        {"C:\\Windows", "C:\\Windows"},
+                        {"C:\\Program Files\\Common Files\\System\\a", "<COMMONFILES>\\System\\a"},
+                        {"C:\\Program Files\\Common Files\\Microsoft Shared\\DAO\\d",
+                         "<COMMONFILES>\\Microsoft Shared\\DAO\\d"},
+                        {"C:\\Program Files\\x", "<PROGRAMFILES>\\x"},
+                        {"C:\\Program Files (x86)\\x", "C:\\Program Files (x86)\\x"},
+                        {"C:\\APP\\out\\Data\\", "<TARGETDIR>\\Data\\"},
+                        {"C:\\App\\other", "C:\\App\\other"},
+                        {"<WINDIR>\\x", "<WINDIR>\\x"}};
+  for (const auto& [given, expected] : cases)
+    EXPECT_EQ(run().groups.ConvertDestMacroToBXDestSymbol(given), expected) << given;
+}
+
+TEST_F(DestinationTest, SymbolsBecomeFolders) {
+  const Pair cases[] = {{"", "C:\\App\\Out\\"},
+                        {"<TARGETDIR>\\Data", "C:\\App\\Out\\Data\\"},
+                        {"<WINDIR>", "C:\\windows\\"},
+                        {"<WINSYSDIR>\\x\\", "C:\\windows\\system32\\x\\"},
+                        {"<COMMONFILES>\\System", "C:\\Program Files\\Common Files\\System\\"},
+                        {"<COMMONFILES>\\System\\X", "C:\\Program Files\\Common Files\\System\\X\\"},
+                        {"<PROGRAMFILES>", "C:\\Program Files\\"},
+                        {"<DAO>", "C:\\Program Files\\Common Files\\Microsoft Shared\\DAO\\"},
+                        {"<windir>", ""},
+                        {"<UNKNOWN>\\x", ""},
+                        {"C:\\Tools\\", "C:\\Tools\\"}};
+  for (const auto& [given, expected] : cases)
+    EXPECT_EQ(run().groups.ConvertBXDestSymbolToPath(given), expected) << given;
+}
+
+TEST_F(DestinationTest, RegisterMacrosBecomeCodes) {
+  const char* const macros[] = {"",          "$(dllselfregister)", "$(EXESelfRegister)", "$(TLBRegister)",
+                                "$(Remote)", "DLLSELFREGISTER",    "$(Whatever)"};
+  for (std::int16_t code = 0; code <= 6; ++code)
+    EXPECT_EQ(run().groups.ConvertRegisterMacro(macros[code]), code) << macros[code];
+}
+
+TEST_F(DestinationTest, TheApplicationPathIsTheProjectsOutputFolder) {
+  const Pair cases[] = {{"", "C:\\P\\Sub\\"},
+                        {"path32=\"C:\\No\"", "C:\\P\\Sub\\"},
+                        {"Path32=\"\"", "C:\\P\\Sub\\"},
+                        {"Name=\"x\"\nPath32=\"..\\Out\"\nPath32=\"C:\\Second\"", "C:\\P\\Out\\"},
+                        {"Path32=\"\\Root\\\"\r\n", "C:\\Root\\"},
+                        {"Path32=D:\\Out", "D:\\Out\\"},
+                        {"Path32=\"\\\\server\\share\\x\\\"", "\\\\server\\share\\x\\"},
+                        {"Path32=\"'98\"", "C:\\P\\Sub\\'98\\"},
+                        {"Path32=\"\xDC"
+                         "ber\"",
+                         "C:\\P\\Sub\\\xC3\x9C"
+                         "ber\\"}};
+  for (const auto& [text, expected] : cases) {
+    run().platform.files.MakeDirectory("C:\\P");
+    run().platform.files.MakeDirectory("C:\\P\\Sub");
+    run().platform.files.Write("C:\\P\\Sub\\a.vbp", text, WriteMode::Create);
+    EXPECT_EQ(run().groups.GetAppPath("C:\\P\\Sub\\a.vbp"), expected) << text;
+  }
+  EXPECT_EQ(run().groups.GetAppPath("C:\\Missing\\a.vbp"), "C:\\Missing\\");
+  EXPECT_NE(disk.Read("drive_c/windows/Bx6vbwiz.LOG").find("in CFileGroups:GetAppPath"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace bxvbwiz

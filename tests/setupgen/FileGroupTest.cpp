@@ -1,0 +1,218 @@
+#include "PeWriter.h"
+#include "SetupFixture.h"
+#include "setupgen/CComponents.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kComponents = "Setup\\Component Definitions\\Default.cdf";
+constexpr const char* kGroups = "Setup\\File Groups\\Default.fdf";
+
+CFile File(const std::string& path, const std::string& group = "Program Files",
+           const std::string& destination = "$(APPPATH)") {
+  CFile file;
+  file.FileName = path;
+  file.FileLinkPath = "C:\\Src";
+  file.FileGroup = group;
+  file.Destination = destination;
+  return file;
+}
+
+using FileGroupTest = SetupFixture;
+
+TEST_F(FileGroupTest, FactsComeFromDestinationDepFileAndSearch) {
+  Put("Borvex\\Redistributable\\Compressed Files\\Language Independent\\OS Independent\\corecomp.ini",
+      "[Win32]\r\nshared.dll=1\r\n");
+  const std::string server = MakePe({"KERNEL32.dll"}, {"DllRegisterServer"});
+  for (const char* path : {"App\\Server.ocx", "windows\\system32\\Shared.dll", "windows\\win.dll",
+                           "VB98\\Wizards\\PDWizard\\Redist\\Moved.dll", "App\\x.TLB"})
+    Put(path, server);
+  for (const char* path : {"App\\Mine.dll", "App\\Moved.dll"}) Put(path, MakePe({"KERNEL32.dll"}, {"Other"}));
+  Put("App\\x.dep",
+      "[Server.ocx]\r\nDest=$(WINSYSPATH)\r\nRegister=$(DLLSelfRegister)\r\n"
+      "[Mine.dll]\r\nRegister=$(Bad)\r\n[Lang.dll <0009>]\r\nDest=$(WINPATH)\r\n");
+  struct {
+    const char* destination;
+    const char* path;
+    const char* depFile;
+    RecordKind kind;
+    const char* facts;
+  } const cases[] = {
+      {"$(FOO)", "C:\\App\\Mine.dll", "", RecordKind::File, "$(APPPATH)|C:\\App\\|1|0|0|Program Files"},
+      {"D:\\Tools", "C:\\App\\x.TLB", "", RecordKind::TypeLibrary,
+       "$(APPPATH)|C:\\App\\|1|0|3|Program Self-reg Files"},
+      {"", "C:\\App\\Server.ocx", "C:\\App\\x.dep", RecordKind::Control,
+       "$(WINSYSPATH)|C:\\App\\|1|1|1|Windows System Self-reg Shared Files"},
+      {"", "C:\\Gone\\Mine.dll", "C:\\App\\x.dep", RecordKind::File,
+       "$(APPPATH)|C:\\Gone|0|0|6|Program Files"},
+      {"", "C:\\App\\Lang.dll", "C:\\App\\x.dep", RecordKind::File, "$(WINPATH)|C:\\App|0|0|0|Windows Files"},
+      {"", "SHARED.DLL", "", RecordKind::Dependency,
+       "C:\\windows\\system32\\|C:\\windows\\system32\\|1|1|1|Windows System Self-reg Shared Files"},
+      {"$(WINPATH)", "C:\\windows\\win.dll", "", RecordKind::Control,
+       "$(WINPATH)|C:\\windows\\|1|0|1|Windows Self-reg Files"},
+      // The redistributables' copy is shipped; it is examined where the source folder has none.
+      {"$(WINSYSPATH)", "Moved.dll", "", RecordKind::File,
+       "$(WINSYSPATH)|C:\\VB98\\Wizards\\PDWizard\\Redist\\|1|0|1|Windows System Self-reg Files"},
+      {"$(APPPATH)", "C:\\App\\Moved.dll", "", RecordKind::File,
+       "$(APPPATH)|C:\\VB98\\Wizards\\PDWizard\\Redist\\|1|0|0|Program Files"},
+      {"", "none.dll", "", RecordKind::File, "|C:\\App\\Out\\|0|0|0|Program Files"},
+  };
+  const auto text = [](const FileRecord& file) {
+    return file.Destination + "|" + file.FileLinkPath + "|" + std::to_string(file.LinkResolves) + "|" +
+           std::to_string(file.SharedFile) + "|" + std::to_string(file.SelfRegister) + "|" + file.FileGroup;
+  };
+  for (const auto& row : cases) {
+    FileRecord record(row.kind);
+    run().groups.GetFileGroupInfo(row.destination, row.path, row.depFile, nullptr, record);
+    EXPECT_EQ(text(record), row.facts) << row.path;
+    FileRecord copy;
+    run().groups.GetFileGroupInfo("D:\\other", "y.dll", "", &record, copy);
+    EXPECT_EQ(text(copy), row.facts) << row.path;
+  }
+}
+
+TEST_F(FileGroupTest, GroupsAreNamedByDestinationRegistrationAndSharing) {
+  struct {
+    const char* destination;
+    const char* linkPath;
+    std::int32_t registration;
+    bool shared;
+    const char* group;
+    const char* component;  // as CreateComponentName has it
+  } const cases[] = {
+      {"", "", 0, false, "Program Files", " Files"},
+      {"$(apppath)", "", 2, false, "Program Files", "Program Files"},
+      {"$(WINSYSPATH)", "", 1, true, "Windows System Self-reg Shared Files", "Windows System Files"},
+      {"$(WINPATH)\\", "C:\\q", 3, false, "Windows Self-reg Files", "Q Files"},
+      {"$(COMMONFILES)", "", 0, true, "Commonfiles Shared Files", "Commonfiles Files"},
+      {"$(COMMONFILESSYS)", "", 0, false, "Commonfiles System Files", "Commonfiles System Files"},
+      {"$(PROGRAMFILES)", "", 0, false, "Programfiles Files", "Programfiles Files"},
+      {"$(MSDAOPATH)", "", 0, true, "DAO Shared Files", "DAO Files"},
+      {"$(APPPATH)\\x", "C:\\SRC\\MY dATA-sEt\\", 0, false, "My Data-set Files", "My Data-set Files"},
+      {"$(APPPATH)\\x", "C:\\A\xC3\x84", 0, false, "A\xC3\xA4 Files", "A\xC3\xA4 Files"},
+      {"$(APPPATH)\\x", "C:\\", 1, true, "Program Files", " Files"},
+  };
+  CComponents components(run().platform, run().groups, run().lists);
+  for (const auto& row : cases) {
+    CFile file = File("x", "", row.destination);
+    file.FileLinkPath = row.linkPath;
+    file.SelfRegister = row.registration;
+    file.SharedFile = row.shared;
+    EXPECT_EQ(run().groups.CreateFileGroupName("ignored", file), row.group) << row.destination;
+    EXPECT_EQ(components.CreateComponentName("ignored", file), row.component) << row.destination;
+  }
+}
+
+TEST_F(FileGroupTest, AFileIsEnteredOnceInListGroupAndComponent) {
+  for (const char* name : {"C:\\Else\\a.dll", "b.dll", "a.dll", "A.dll"})
+    EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, File(name)));
+  CFile control = File("c.ocx", "Windows System Self-reg Shared Files", "$(WINSYSPATH)");
+  control.SharedFile = true;
+  control.SelfRegister = kRegisterDll;
+  EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, control));
+  run().lists.Forget();
+  EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, control));
+
+  const char* list = "[General] Type=FILELIST Version=1.00.000 [TopDir] file0=C:\\Src\\";
+  EXPECT_EQ(Words("Setup\\File Groups\\Program Files.fgl"),
+            std::string(list) + "a.dll file1=C:\\Src\\b.dll file2=C:\\Src\\A.dll");
+  EXPECT_EQ(Words("Setup\\File Groups\\Windows System Self-reg Shared Files.fgl"),
+            std::string(list) + "c.ocx");
+  const std::string middle =
+      " POTENTIALLY=Yes COMPRESS=Yes OPERATINGSYSTEM=0000000000000000 LANGUAGE=0009 FTPLOCATION= "
+      "HTTPLOCATION= MISC= COMMENT= INFOTYPE=Standard COMPRESSDLL= TARGET=";
+  EXPECT_EQ(Words(kGroups),
+            "[FileGroups] group0=Program Files group1=Windows System Self-reg Shared Files [Program Files] "
+            "FILETYPE=No SELFREGISTERING=No" +
+                middle +
+                "<TARGETDIR> INSTALLATION=NEWERVERSION\\NEWERDATE [Windows System Self-reg Shared Files] "
+                "FILETYPE=Yes SELFREGISTERING=Yes" +
+                middle + "<WINSYSDIR> INSTALLATION=NEWERVERSION\\NEWERDATE");
+  const std::string component =
+      "[%] DESCRIPTION=% STATUS=Installing %... DISPLAYTEXT=% VISIBLE=Yes FILENEED=CRITICAL "
+      "INCLUDEINBUILD=Yes PASSWORD= ENCRYPT=No TARGETDIRCDROM= FTPLOCATION= HTTPLOCATION= MISC= COMMENT= "
+      "SELECTED=Yes UNINSTALLABLE=Yes HANDLERONUNINSTALLING= HANDLERONINSTALLED= HANDLERONINSTALLING= "
+      "HANDLERONUNINSTALLED= DEFSELECTION= OBJECT=No ";
+  EXPECT_EQ(Words(kComponents),
+            "[Components] component0=Program Files component1=Windows Files [TopComponents] "
+            "component0=Program Files component1=Windows Files " +
+                *ReplaceAll(component, "%", "Program Files") +
+                "filegroup0=Program Files required0=Windows Files [SETUPTYPEITEM-CUSTOM] ITEM0=Program Files "
+                "[SETUPTYPEITEM-TYPICAL] ITEM0=Program Files ITEM1=Windows Files [SETUPTYPEITEM-COMPACT] "
+                "ITEM0=Program Files ITEM1=Windows Files " +
+                *ReplaceAll(component, "%", "Windows Files") +
+                "requiredby0=Program Files filegroup0=Windows System Self-reg Shared Files");
+}
+
+TEST_F(FileGroupTest, WhatTheTemplateHoldsIsKeptAndContinued) {
+  Put(kComponents,
+      "[Components]\r\ncomponent0=Own\r\ncomponent1=Program Files\r\ncomponent2=Windows Files\r\n"
+      "[Program Files]\r\nfilegroup0=Own\r\nfilegroup2=Far\r\n[Windows Files]\r\n");
+  Put(kGroups, "[FileGroups]\r\ngroup0=Sub Files\r\n[Sub Files]\r\nTARGET=Own\r\n[Other]\r\nTARGET=x\r\n");
+  Put("Setup\\File Groups\\PROGRAM FILES.FGL", "[TopDir]\r\nfile0=C:\\Src\\own\r\n");
+  for (const CFile& file :
+       {File("a"), File("w", "Windows Files", "$(WINPATH)"), File("s", "Sub Files", "$(WINPATH)\\Sub")})
+    EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, file));
+  EXPECT_EQ(Words("Setup\\File Groups\\PROGRAM FILES.FGL"), "[TopDir] file0=C:\\Src\\own file1=C:\\Src\\a");
+  EXPECT_EQ(Words(kComponents),
+            "[Components] component0=Own component1=Program Files component2=Windows Files [Program Files] "
+            "filegroup0=Own filegroup2=Far filegroup1=Program Files filegroup3=Sub Files [Windows Files] "
+            "filegroup0=Windows Files");
+  EXPECT_EQ(Words(kGroups).find("[FileGroups] group0=Sub Files group1=Windows Files [Sub Files] FILETYPE="),
+            0U);
+  EXPECT_NE(Words(kGroups).find("TARGET=<WINDIR>\\Sub "), std::string::npos);
+}
+
+TEST_F(FileGroupTest, ADestinationWithoutSymbolGetsAScriptDefinedVariable) {
+  Put("Setup\\Component Definitions\\Default.fgl",
+      "[USERDEFINED]\r\nSubDir0=USERDEFINED\\<VBWizVar-0>\r\nSubDir1=USERDEFINED\\<vbwizvar-7>\r\n");
+  std::int16_t count = 99;
+  FindScriptDefinedVariables(run().platform, "C:\\None\\", count);
+  EXPECT_EQ(count, 0);
+  CComponents components(run().platform, run().groups, run().lists);
+  for (const auto& [component, destination] : {Pair{"A", "D:\\Tools"}, Pair{"B", "$(MSDAOPATH)"},
+                                               Pair{"C", "$(MsDaoPath)"}, Pair{"E", "$(APPPATH)"}})
+    EXPECT_TRUE(components.CreateComponent(kSetup, component, File("x", "", destination))) << component;
+
+  EXPECT_EQ(Words("Setup\\Component Definitions\\Default.fgl"),
+            "[USERDEFINED] SubDir0=USERDEFINED\\<VBWizVar-0> SubDir1=USERDEFINED\\<vbwizvar-7> "
+            "SubDir2=USERDEFINED\\<VBWizVar-1> SubDir3=USERDEFINED\\<DAO> SubDir4=USERDEFINED\\<DAO> "
+            "[USERDEFINED\\<VBWizVar-1>] DISPLAYTEXT= TYPE=TEXTSUB fulldirectory= "
+            "[USERDEFINED\\<DAO>] DISPLAYTEXT= TYPE=TEXTSUB fulldirectory=");
+  EXPECT_EQ(Words("Setup\\Text Substitutions\\Setup.tsb"),
+            "[Data] Key0=<VBWizVar-1> Key1=<DAO> [<VBWizVar-1>] KeyType=3 Value= [<DAO>] KeyType=3 Value=");
+  const std::string definitions = Words(kComponents);
+  EXPECT_NE(definitions.find("requiredby0=Program Files TARGET=<DAO> TARGETHIDDEN=Script-defined "
+                             "Folders\\<DAO> [C] "),
+            std::string::npos);
+  EXPECT_EQ(definitions.find("TARGET=", definitions.find("[E]")), std::string::npos);
+  FindScriptDefinedVariables(run().platform, kSetup, count);
+  EXPECT_EQ(count, 3);
+}
+
+TEST_F(FileGroupTest, EachFurtherFileCostsTheSameFewCalls) {
+  const auto callsFor = [&](int first, int last) {
+    run().profiles.calls = run().files.lookUps = 0;
+    for (int number = first; number < last; ++number)
+      EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, File("f" + std::to_string(number))));
+    return run().profiles.calls;
+  };
+  callsFor(0, 10);
+  EXPECT_EQ(callsFor(10, 20), 30);  // one writes, one reads it back, one finds the list's end
+  EXPECT_EQ(callsFor(20, 420), 1200);
+  EXPECT_EQ(run().files.lookUps, 0);
+}
+
+TEST_F(FileGroupTest, AFailureIsLoggedWithTheStackAndReported) {
+  run().profiles.brokenFile = "Default.cdf";
+  EXPECT_FALSE(run().groups.CreateFileGroup(kSetup, File("a")));
+  const std::string log = disk.Read("drive_c/windows/Bx6vbwiz.LOG");
+  EXPECT_NE(log.find("Error 57: broken from Bx6vbwiz in CComponents:CreateComponent\r\nCall Stack:\r\n"
+                     "    CFileGroups:CreateFileGroup\r\n    CFileGroups:AddFileGroupToComponent\r\n"
+                     "    CComponents:CreateComponent\r\n"),
+            std::string::npos)
+      << log;
+}
+
+}  // namespace
+}  // namespace bxvbwiz
