@@ -4,7 +4,7 @@
 # usage: run.sh [--update] [CASE]...    without a case: all of them
 #
 # A case is a folder with
-#   options        the arguments of bxvbwiz, quoted as for a shell
+#   options        the arguments of bxvbwiz, quoted as for a shell; $machine is the machine folder
 #   machine/       files laid over base/machine (optional)
 #   registry.reg   lines added to the base's registry (optional)
 #   executables    DLLs made for this case: path in the machine folder and makepe's options, one a line (optional)
@@ -18,7 +18,6 @@ repository=$(cd "$golden/../.." && pwd)
 bxvbwiz=${BXVBWIZ:-$repository/build/asan/bin/bxvbwiz}
 makepe=${MAKEPE:-$(dirname "$bxvbwiz")/makepe}
 export LC_ALL=C TZ=UTC SOURCE_DATE_EPOCH=1137321000
-unset BXVBWIZ_MACHINE
 
 update=no
 if [ "${1:-}" = --update ]; then
@@ -86,7 +85,7 @@ RunCase() {  # RunCase CASE; leaves what happened in $work/CASE/actual
   LayOut "$1" "$machine"
   cp -R "$machine" "$folder/before"
   eval "options=($(cat "$golden/$1/options"))"
-  (cd "$folder" && "$bxvbwiz" "${options[@]}" --machine "$machine" >actual/output 2>actual/messages </dev/null) || code=$?
+  (cd "$folder" && BXVBWIZ_MACHINE=$machine "$bxvbwiz" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
   echo "$code" >"$folder/actual/exitcode"
   Difference "$folder/before" "$machine" "$folder/actual"
   find "$folder/actual" -type f ! -name '*.exe' ! -name '*.dll' -print0 | while IFS= read -r -d '' file; do
