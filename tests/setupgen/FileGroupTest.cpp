@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "PeWriter.h"
 #include "SetupFixture.h"
 #include "setupgen/CComponents.h"
@@ -31,13 +33,8 @@ TEST_F(FileGroupTest, FactsComeFromDestinationDepFileAndSearch) {
   Put("App\\x.dep",
       "[Server.ocx]\r\nDest=$(WINSYSPATH)\r\nRegister=$(DLLSelfRegister)\r\n"
       "[Mine.dll]\r\nRegister=$(Bad)\r\n[Lang.dll <0009>]\r\nDest=$(WINPATH)\r\n");
-  struct {
-    const char* destination;
-    const char* path;
-    const char* depFile;
-    RecordKind kind;
-    const char* facts;
-  } const cases[] = {
+  // Destination, path, .dep file, kind of record; "destination|link path|resolves|shared|register|group".
+  const std::tuple<const char*, const char*, const char*, RecordKind, const char*> cases[] = {
       {"$(FOO)", "C:\\App\\Mine.dll", "", RecordKind::File, "$(APPPATH)|C:\\App\\|1|0|0|Program Files"},
       {"D:\\Tools", "C:\\App\\x.TLB", "", RecordKind::TypeLibrary,
        "$(APPPATH)|C:\\App\\|1|0|3|Program Self-reg Files"},
@@ -61,45 +58,37 @@ TEST_F(FileGroupTest, FactsComeFromDestinationDepFileAndSearch) {
     return file.Destination + "|" + file.FileLinkPath + "|" + std::to_string(file.LinkResolves) + "|" +
            std::to_string(file.SharedFile) + "|" + std::to_string(file.SelfRegister) + "|" + file.FileGroup;
   };
-  for (const auto& row : cases) {
-    FileRecord record(row.kind);
-    run().groups.GetFileGroupInfo(row.destination, row.path, row.depFile, nullptr, record);
-    EXPECT_EQ(text(record), row.facts) << row.path;
+  for (const auto& [destination, path, depFile, kind, facts] : cases) {
+    FileRecord record(kind);
+    run().groups.GetFileGroupInfo(destination, path, depFile, nullptr, record);
+    EXPECT_EQ(text(record), facts) << path;
     FileRecord copy;
     run().groups.GetFileGroupInfo("D:\\other", "y.dll", "", &record, copy);
-    EXPECT_EQ(text(copy), row.facts) << row.path;
+    EXPECT_EQ(text(copy), facts) << path;
   }
 }
 
 TEST_F(FileGroupTest, GroupsAreNamedByDestinationRegistrationAndSharing) {
-  struct {
-    const char* destination;
-    const char* linkPath;
-    std::int32_t registration;
-    bool shared;
-    const char* group;
-    const char* component;  // as CreateComponentName has it
-  } const cases[] = {
-      {"", "", 0, false, "Program Files", " Files"},
+  // Destination, link path, register code, shared; the group's name, and what CreateComponentName makes.
+  const std::tuple<const char*, const char*, int, bool, const char*, const char*> cases[] = {
       {"$(apppath)", "", 2, false, "Program Files", "Program Files"},
       {"$(WINSYSPATH)", "", 1, true, "Windows System Self-reg Shared Files", "Windows System Files"},
       {"$(WINPATH)\\", "C:\\q", 3, false, "Windows Self-reg Files", "Q Files"},
       {"$(COMMONFILES)", "", 0, true, "Commonfiles Shared Files", "Commonfiles Files"},
       {"$(COMMONFILESSYS)", "", 0, false, "Commonfiles System Files", "Commonfiles System Files"},
-      {"$(PROGRAMFILES)", "", 0, false, "Programfiles Files", "Programfiles Files"},
       {"$(MSDAOPATH)", "", 0, true, "DAO Shared Files", "DAO Files"},
       {"$(APPPATH)\\x", "C:\\SRC\\MY dATA-sEt\\", 0, false, "My Data-set Files", "My Data-set Files"},
       {"$(APPPATH)\\x", "C:\\A\xC3\x84", 0, false, "A\xC3\xA4 Files", "A\xC3\xA4 Files"},
       {"$(APPPATH)\\x", "C:\\", 1, true, "Program Files", " Files"},
   };
   CComponents components(run().platform, run().groups, run().lists);
-  for (const auto& row : cases) {
-    CFile file = File("x", "", row.destination);
-    file.FileLinkPath = row.linkPath;
-    file.SelfRegister = row.registration;
-    file.SharedFile = row.shared;
-    EXPECT_EQ(run().groups.CreateFileGroupName("ignored", file), row.group) << row.destination;
-    EXPECT_EQ(components.CreateComponentName("ignored", file), row.component) << row.destination;
+  for (const auto& [destination, linkPath, registration, shared, group, component] : cases) {
+    CFile file = File("x", "", destination);
+    file.FileLinkPath = linkPath;
+    file.SelfRegister = registration;
+    file.SharedFile = shared;
+    EXPECT_EQ(run().groups.CreateFileGroupName("ignored", file), group) << destination;
+    EXPECT_EQ(components.CreateComponentName("ignored", file), component) << destination;
   }
 }
 

@@ -9,16 +9,9 @@ namespace {
 using ReportTest = SetupFixture;
 using PatchTest = SetupFixture;
 
-constexpr const char* kAgrave = "\xC3\xA0";
-
-std::string Repeated(int count, const std::string& text) {
-  std::string repeated;
-  for (int i = 0; i < count; ++i) repeated += text;
-  return repeated;
-}
-
 TEST(Format, LinesBreakAtMarkersAndAtBlanksFromColumn75On) {
-  const std::string nine = Repeated(9, "1234567 ");  // 72 columns
+  const std::string nine = *ReplaceAll(std::string(9, '#'), "#", "1234567 ");  // 72 columns
+  const std::string accents = *ReplaceAll(std::string(73, '#'), "#", "\xC3\xA0");
   const std::pair<std::string, std::string> cases[] = {
       {"", ""},
       {"A/nB", "A\r\nB"},
@@ -26,23 +19,19 @@ TEST(Format, LinesBreakAtMarkersAndAtBlanksFromColumn75On) {
       {"A\r\nB\r\n\r\nC", "A\r\nB\r\n\r\nC"},
       {"A\nB\rC", "A\r\nBC"},
       {"   and/or n /", "and/or n /"},
-      {Repeated(100, "x"), Repeated(100, "x")},
+      {std::string(100, 'x'), std::string(100, 'x')},
       {nine + "12 b c", nine + "12\r\nb c"},  // the blank is column 75
       {nine + "1 b c", nine + "1 b\r\nc"},    // the first blank is column 74
       {nine + "a/n" + nine + "12 b", nine + "a\r\n" + nine + "12\r\nb"},
-      {Repeated(73, kAgrave) + " b c", Repeated(73, kAgrave) + " b\r\nc"},
-      {Repeated(73, "x") + "\r b", Repeated(73, "x") + "\r\nb"},  // a dropped return counts
+      {accents + " b c", accents + " b\r\nc"},
+      {std::string(73, 'x') + "\r b", std::string(73, 'x') + "\r\nb"},  // a dropped return counts
   };
   for (const auto& [text, expected] : cases) EXPECT_EQ(FormatFor80CharDisplay(text), expected) << text;
 }
 
 TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
   const StringTable& strings = run().platform.strings;
-  const std::string start =
-      "            IMPORTANT - PLEASE READ!\r\n\r\nThe Wizard has analyzed your VB project and created a "
-      "setup "
-      "project for you. Please read the following notes carefully. This information will be saved to "
-      "Report.txt in your Scripts pane.";
+  const std::string start = *ReplaceAll(strings.Text(1021), "/n", "\r\n");
   for (int bits = 0; bits < 16; ++bits) {
     const DataAccessNeeds needs{(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
     std::string expected = start;
