@@ -1,0 +1,282 @@
+#include <gtest/gtest.h>
+
+#include "platform/ContractPlatform.h"
+#include "platform/Text.h"
+
+namespace bxvbwiz {
+
+// Shows an error by its number when an expectation fails.
+inline void PrintTo(SystemError error, std::ostream* out) {
+  *out << static_cast<std::uint32_t>(error);
+}
+
+namespace {
+
+using E = SystemError;
+
+class ContractFiles : public testing::Test {
+ protected:
+  std::string At(const std::string& name) const { return platform_->Folder() + "\\" + name; }
+  void Put(const std::string& name, const std::string& bytes = "x") {
+    ASSERT_EQ(files_.Write(At(name), bytes, WriteMode::Create), E::Success) << name;
+  }
+  std::string Get(const std::string& path) {
+    std::string bytes = "left from before";
+    const E error = files_.Read(path, bytes);
+    return error == E::Success ? bytes : "error " + std::to_string(static_cast<std::uint32_t>(error));
+  }
+  std::string Names(const std::string& pattern) {
+    std::vector<FoundFile> found;
+    const E error = files_.Find(pattern, found);
+    if (error != E::Success) return "error " + std::to_string(static_cast<std::uint32_t>(error));
+    std::string names;
+    for (const FoundFile& file : found) names += (names.empty() ? "" : " ") + file.name;
+    return names;
+  }
+  std::uint32_t Attributes(const std::string& path) {
+    std::vector<FoundFile> found;
+    files_.Find(path, found);
+    return found.size() == 1 ? found[0].attributes : 0;
+  }
+
+  std::unique_ptr<ContractPlatform> platform_ = MakeContractPlatform();
+  FileSystem& files_ = platform_->platform().files;
+};
+
+TEST_F(ContractFiles, EverySpellingOfAPathNamesTheSameFile) {
+  ASSERT_EQ(files_.MakeDirectory(At("Ordner \u00C4")), E::Success);
+  Put("Ordner \u00C4\\Form1.frm", "VERSION 5.00");
+  const std::string full = At("Ordner \u00C4\\Form1.frm");
+  for (const std::string& path :
+       {full, UpperCase(full), LowerCase(full), At("ORDNER \u00E4\\\\form1.FRM"),
+        At(".\\ordner \u00E4\\form1.frm"), At("other\\..\\ordner \u00C4\\form1.frm"),
+        At("ordner \u00C4/form1.frm"), "\\\\?\\" + full, full + ".", full + "  .. ",
+        std::string("Ordner \u00C4\\form1.frm"), full.substr(2),
+        full.substr(0, 2) + "Ordner \u00C4\\Form1.frm"}) {
+    EXPECT_EQ(Get(path), "VERSION 5.00") << path;
+  }
+}
+
+TEST_F(ContractFiles, AFileKeepsTheSpellingThatItWasMadeWith) {
+  Put("MyFile.Txt");
+  Put("MYFILE.TXT", "second");
+  EXPECT_EQ(Names(At("*")), ". .. MyFile.Txt");
+  EXPECT_EQ(Names(At("myfile.txt")), "MyFile.Txt");
+  ASSERT_EQ(files_.Rename(At("myfile.txt"), At("myFILE.txt")), E::Success);
+  EXPECT_EQ(Names(At("*.*")), ". .. myFILE.txt");
+  EXPECT_EQ(Get(At("MyFile.Txt")), "second");
+}
+
+TEST_F(ContractFiles, PatternsFindWhatWindowsFinds) {
+  for (const char* name : {"b.txt", "A.TXT", "ab.txt", "none", "a.b.txt", "\u00E4.frm"}) Put(name);
+  ASSERT_EQ(files_.MakeDirectory(At("sub")), E::Success);
+  const struct {
+    const char* pattern;
+    const char* found;
+  } cases[] = {
+      {"*", ". .. a.b.txt A.TXT ab.txt b.txt none sub \u00E4.frm"},
+      {"*.*", ". .. a.b.txt A.TXT ab.txt b.txt none sub \u00E4.frm"},
+      {"*.txt", "a.b.txt A.TXT ab.txt b.txt"},
+      {"?.TXT", "A.TXT b.txt"},
+      {"a*", "a.b.txt A.TXT ab.txt"},
+      {"a?.*", "ab.txt"},
+      {"*b*.t*", "a.b.txt ab.txt b.txt"},
+      {"none.*", "none"},
+      {"?.frm", "\u00E4.frm"},
+      {"\u00C4.FRM", "\u00E4.frm"},
+      {"sub", "sub"},
+      {"sub\\*", ". .."},
+      {"sub\\", "error 2"},
+      {"*.bas", "error 2"},
+      {"missing", "error 2"},
+      {"missing\\*", "error 3"},
+      {"missing\\file", "error 3"},
+      {"none\\*", "error 3"},
+  };
+  for (const auto& test : cases) EXPECT_EQ(Names(At(test.pattern)), test.found) << test.pattern;
+  EXPECT_EQ(Names(At("*").substr(0, 3)), "error 2") << "a drive's root is no entry of any folder";
+  EXPECT_EQ(Names(At("*").substr(0, 3) + "*").substr(0, 1) == ".", false) << "a root has no dots";
+}
+
+TEST_F(ContractFiles, NamesThatWindowsCannotHaveAreRefused) {
+  for (const char* name : {"a<b", "a>b", "a:b", "a\"b", "a|b", "a?b", "a*b", "a\tb", "...\\x"}) {
+    EXPECT_NE(files_.Write(At(name), "x", WriteMode::Create), E::Success) << name;
+    EXPECT_NE(files_.MakeDirectory(At(name)), E::Success) << name;
+  }
+  EXPECT_NE(files_.Write(At(std::string("a\0b", 3)), "x", WriteMode::Create), E::Success);
+  for (const char* name : {"CON", "prn", "Aux.txt", "NUL", "nul.", "COM1.log", "lpt9 .x"}) {
+    EXPECT_NE(files_.Write(At(name), "x", WriteMode::Create), E::Success) << name;
+    EXPECT_NE(files_.MakeDirectory(At(name)), E::Success) << name;
+  }
+  EXPECT_EQ(Names(At("*")), ". ..");
+  for (const char* name : {"CONX", "COM0", "nulls.txt"}) Put(name);
+}
+
+TEST_F(ContractFiles, LengthIsLimitedAsOnWindows) {
+  const std::string longest = At(std::string(259 - At("").size(), 'a'));
+  EXPECT_EQ(files_.Write(longest, "x", WriteMode::Create), E::Success);
+  EXPECT_EQ(files_.Write(longest + "a", "x", WriteMode::Create), E::FilenameTooLong);
+  EXPECT_EQ(files_.MakeDirectory(At(std::string(248 - At("").size(), 'd'))), E::FilenameTooLong);
+  EXPECT_EQ(files_.MakeDirectory(At(std::string(247 - At("").size(), 'd'))), E::Success);
+}
+
+TEST_F(ContractFiles, EachFaultGivesTheCodeOfWindows) {
+  Put("file");
+  ASSERT_EQ(files_.MakeDirectory(At("folder")), E::Success);
+  std::string text;
+  std::unique_ptr<FileView> view;
+  EXPECT_EQ(files_.Read(At("missing"), text), E::FileNotFound);
+  EXPECT_EQ(files_.Read(At("missing\\x"), text), E::PathNotFound);
+  EXPECT_EQ(files_.Read(At("file\\x"), text), E::PathNotFound);
+  EXPECT_EQ(files_.Read("Q:\\x", text), E::PathNotFound);
+  EXPECT_EQ(files_.Read(At("folder"), text), E::AccessDenied);
+  EXPECT_EQ(files_.Map(At("folder"), view), E::AccessDenied);
+  EXPECT_EQ(files_.Map(At("missing"), view), E::FileNotFound);
+  EXPECT_EQ(files_.Write(At("folder"), "x", WriteMode::Create), E::AccessDenied);
+  EXPECT_EQ(files_.Write(At("missing\\x"), "x", WriteMode::Append), E::PathNotFound);
+  EXPECT_EQ(files_.Delete(At("folder")), E::AccessDenied);
+  EXPECT_EQ(files_.Delete(At("missing")), E::FileNotFound);
+  EXPECT_EQ(files_.MakeDirectory(At("FOLDER")), E::AlreadyExists);
+  EXPECT_EQ(files_.MakeDirectory(At("file")), E::AlreadyExists);
+  EXPECT_EQ(files_.MakeDirectory(At("missing\\x")), E::PathNotFound);
+  EXPECT_EQ(files_.Rename(At("file"), At("folder")), E::AlreadyExists);
+  EXPECT_EQ(files_.Rename(At("missing"), At("x")), E::FileNotFound);
+  EXPECT_EQ(files_.Copy(At("missing"), At("x")), E::FileNotFound);
+  EXPECT_EQ(files_.Copy(At("file"), At("folder")), E::AccessDenied);
+  EXPECT_EQ(files_.ChangeDirectory(At("file")), E::InvalidDirectory);
+  EXPECT_EQ(files_.SetAttributes(At("missing"), kAttributeNormal), E::FileNotFound);
+  EXPECT_EQ(Names(At("*")), ". .. file folder");
+}
+
+TEST_F(ContractFiles, AReadOnlyFileIsNotChangedAndItsCopyIsReadOnly) {
+  Put("file", "bytes");
+  ASSERT_EQ(files_.SetAttributes(At("file"), kAttributeReadOnly), E::Success);
+  EXPECT_EQ(files_.Write(At("file"), "x", WriteMode::Create), E::AccessDenied);
+  EXPECT_EQ(files_.Write(At("file"), "x", WriteMode::Append), E::AccessDenied);
+  EXPECT_EQ(files_.Delete(At("file")), E::AccessDenied);
+  EXPECT_EQ(files_.Open(At("file"), kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0),
+            kInvalidFile);
+  ASSERT_EQ(files_.Copy(At("file"), At("copy")), E::Success);
+  EXPECT_EQ(files_.Copy(At("copy"), At("file")), E::AccessDenied);
+  EXPECT_EQ(Attributes(At("copy")) & kAttributeReadOnly, kAttributeReadOnly);
+  ASSERT_EQ(files_.SetAttributes(At("copy"), kAttributeNormal), E::Success);
+  EXPECT_EQ(Attributes(At("copy")) & kAttributeReadOnly, 0u);
+  EXPECT_EQ(files_.Write(At("copy"), "+", WriteMode::Append), E::Success);
+  EXPECT_EQ(Get(At("copy")), "bytes+");
+  EXPECT_EQ(Get(At("file")), "bytes");
+}
+
+TEST_F(ContractFiles, BytesAreWrittenAndReadAsTheyAre) {
+  const std::string bytes("\0\r\n\x1A\xFF\n", 6);
+  Put("file", bytes);
+  EXPECT_EQ(Get(At("file")), bytes);
+  std::unique_ptr<FileView> view;
+  ASSERT_EQ(files_.Map(At("file"), view), E::Success);
+  EXPECT_EQ(view->Bytes(), bytes);
+  ASSERT_EQ(files_.Write(At("new"), "a", WriteMode::Append), E::Success);
+  ASSERT_EQ(files_.Write(At("new"), "b", WriteMode::Append), E::Success);
+  EXPECT_EQ(Get(At("new")), "ab");
+  Put("new", "");
+  EXPECT_EQ(Get(At("new")), "");
+  ASSERT_EQ(files_.Map(At("new"), view), E::Success);
+  EXPECT_TRUE(view->Bytes().empty());
+}
+
+TEST_F(ContractFiles, AnOpenFileCannotBeMovedOrDeleted) {
+  Put("file");
+  const FileHandle file = files_.Open(At("FILE"), kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0);
+  ASSERT_NE(file, kInvalidFile);
+  EXPECT_EQ(files_.Delete(At("file")), E::SharingViolation);
+  EXPECT_EQ(files_.Rename(At("file"), At("other")), E::SharingViolation);
+  EXPECT_EQ(files_.Write(At("file"), "y", WriteMode::Create), E::SharingViolation);
+  EXPECT_TRUE(files_.SetTimes(file, 127188000000000000));
+  EXPECT_TRUE(files_.Close(file));
+  EXPECT_FALSE(files_.Close(file));
+  EXPECT_EQ(files_.Open(At("missing"), kGenericRead, 0, kOpenExisting, 0), kInvalidFile);
+  EXPECT_EQ(files_.Rename(At("file"), At("other")), E::Success);
+  EXPECT_EQ(files_.Delete(At("other")), E::Success);
+}
+
+TEST_F(ContractFiles, AFolderTakesItsFilesAlongWhenItIsRenamed) {
+  ASSERT_EQ(files_.MakeDirectory(At("one")), E::Success);
+  Put("one\\file", "1");
+  EXPECT_EQ(Get(At("ONE\\file")), "1");
+  ASSERT_EQ(files_.Rename(At("one"), At("two")), E::Success);
+  EXPECT_EQ(Get(At("one\\file")), "error 3");
+  EXPECT_EQ(Get(At("two\\file")), "1");
+  ASSERT_EQ(files_.MakeDirectory(At("one")), E::Success);
+  Put("one\\file", "2");
+  EXPECT_EQ(Get(At("one\\file")) + Get(At("two\\file")), "21");
+}
+
+TEST_F(ContractFiles, FullPathsAreThoseOfWindows) {
+  const std::string drive = platform_->Folder().substr(0, 2);
+  const struct {
+    std::string path, full;
+  } cases[] = {
+      {"a", At("a")},
+      {"..\\a", drive + "\\a"},
+      {"..\\..\\..", drive + "\\"},
+      {"\\a\\.\\b\\..\\c", drive + "\\a\\c"},
+      {drive + "x", At("x")},
+      {"Q:x", "Q:\\x"},
+      {"q:\\a\\\\b\\", "q:\\a\\b\\"},
+      {"Q:\\a\\b\\..", "Q:\\a"},
+      {"Q:\\a. \\b. .", "Q:\\a. \\b"},
+      {"Q:/a/b", "Q:\\a\\b"},
+      {"\\\\server\\share\\a\\..\\..\\b", "\\\\server\\share\\b"},
+      {"\\\\?\\Q:\\a\\..\\b", "\\\\?\\Q:\\a\\..\\b"},
+  };
+  for (const auto& test : cases) {
+    std::string full;
+    EXPECT_EQ(files_.FullPath(test.path, full), E::Success) << test.path;
+    EXPECT_EQ(full, test.full) << test.path;
+  }
+  std::string full;
+  EXPECT_NE(files_.FullPath("", full), E::Success);
+}
+
+TEST_F(ContractFiles, SearchLooksInTheCurrentDirectoryAndTheSystemsFolders) {
+  SystemFacts& facts = platform_->platform().facts;
+  Put("here.dll");
+  const std::string system = facts.SystemDirectory(260) + "\\bxvbwiz_contract.dll";
+  ASSERT_EQ(files_.Write(system, "x", WriteMode::Create), E::Success);
+  EXPECT_EQ(files_.Search("here.dll"), At("here.dll"));
+  EXPECT_TRUE(EqualsIgnoreCase(files_.Search("BXVBWIZ_contract.dll"), system));
+  EXPECT_EQ(files_.Search("bxvbwiz_missing.dll"), "");
+  files_.Delete(system);
+}
+
+TEST_F(ContractFiles, TheCurrentDirectoryFollowsTheLastChange) {
+  ASSERT_EQ(files_.MakeDirectory(At("sub")), E::Success);
+  ASSERT_EQ(files_.ChangeDirectory("sub\\"), E::Success);
+  EXPECT_EQ(files_.CurrentDirectory(), At("sub"));
+  EXPECT_EQ(files_.ChangeDirectory("missing"), E::FileNotFound);
+  ASSERT_EQ(files_.Write("file", "x", WriteMode::Create), E::Success);
+  EXPECT_EQ(Names(At("sub\\*")), ". .. file");
+  ASSERT_EQ(files_.ChangeDirectory("\\"), E::Success);
+  EXPECT_EQ(files_.CurrentDirectory(), platform_->Folder().substr(0, 3));
+}
+
+TEST_F(ContractFiles, AWaitingProfileChangeIsThereForWhoeverReadsTheFile) {
+  ProfileStrings& profiles = platform_->platform().profiles;
+  ASSERT_TRUE(profiles.WriteString("s", "k", "v", At("new.ini")));
+  EXPECT_EQ(Names(At("*.ini")), "new.ini");
+  ASSERT_TRUE(profiles.WriteString("s", "k", "w", At("new.ini")));
+  EXPECT_EQ(Get(At("NEW.INI")), "[s]\r\nk=w\r\n");
+  Put("new.ini", "[s]\r\nk=changed\r\n");
+  EXPECT_EQ(profiles.GetString("s", "k", "", 255, At("new.ini")), "changed");
+}
+
+TEST_F(ContractFiles, GuidsAreRandomAndSettingsHaveDefaults) {
+  Guids& guids = platform_->platform().guids;
+  const std::optional<GuidBytes> guid = guids.Create();
+  ASSERT_TRUE(guid);
+  EXPECT_NE(guid, guids.Create());
+  EXPECT_EQ((*guid)[7] >> 4, 4) << "a random GUID has version 4";
+  EXPECT_EQ((*guid)[8] >> 6, 2);
+  EXPECT_EQ(platform_->platform().settings.Get("bxvbwiz contract", "none", "none", "default"), "default");
+}
+
+}  // namespace
+}  // namespace bxvbwiz
