@@ -229,7 +229,7 @@ std::string DestinationSymbols::SearchForDestPath(const std::string& dir, const 
 
 std::string DestinationSymbols::FolderOrSystemFolder(const std::string& dir, const std::string& fileName) {
   if (!dir.empty()) {
-    const std::string folder = FixPath(dir);
+    std::string folder = FixPath(dir);
     if (FolderHoldsFile(platform_.files, folder, fileName)) return folder;
   }
   CSystemInfo system(platform_);

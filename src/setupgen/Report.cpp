@@ -103,12 +103,11 @@ std::string FormatFor80CharDisplay(const std::string& text) {
       const char c = source[position];
       const bool isContinuation = (static_cast<unsigned char>(c) & 0xC0) == 0x80;
       if (!isContinuation) ++column;
-      if (c == ' ' && column >= kLimit) {
+      const bool beginsMarker = c == '/' && position + 1 < source.size() && source[position + 1] == 'n';
+      if (c == '\n' || (c == 'n' && previous == '/') || (c == ' ' && column >= kLimit)) {
         breakLine();
-      } else if (c == '/' && position + 1 < source.size() && source[position + 1] == 'n') {
+      } else if (beginsMarker) {
         --column;
-      } else if (c == '\n' || (c == 'n' && previous == '/')) {
-        breakLine();
       } else if (c != '\r') {
         result += c;
       }
