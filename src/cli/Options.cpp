@@ -1,7 +1,10 @@
 #include "cli/Options.h"
 
+#include <algorithm>
 #include <CLI/CLI.hpp>
 #include <cstdlib>
+
+#include "platform/CompiledStringTable.h"
 
 namespace bxvbwiz {
 namespace {
@@ -24,7 +27,20 @@ std::pair<unsigned, Button> ReadAnswer(const std::string& text) {
     throw CLI::ValidationError("--answer",
                                "'" + text + "' is not a string number, '=' and ok, cancel, yes, no or retry");
   }
-  return {static_cast<unsigned>(std::stoul(number)), button->second};
+  const auto answer = std::make_pair(static_cast<unsigned>(std::stoul(number)), button->second);
+  if (CompiledStringTable().Text(answer.first).empty())
+    throw CLI::ValidationError("--answer", "there is no message with string number " + number);
+  return answer;
+}
+
+// A box of the form holds one line; a line break would begin another line of a setup file.
+std::string CheckLine(const std::string& text) {
+  const bool isLine = std::none_of(text.begin(), text.end(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x20 || byte == 0x7F;
+  });
+  if (!isLine) return "the text contains a control character";
+  return text.empty() ? "the text is empty" : "";
 }
 
 // The options that analyse and generate share.
@@ -43,17 +59,17 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
   command
       .add_option("--machine", options.machine, "The machine folder to work on (default: $BXVBWIZ_MACHINE)")
       ->envname("BXVBWIZ_MACHINE");
-  command.add_option("--app-name", options.appName, "The application name");
-  command.add_option("--company", options.company, "The company name");
-  command.add_option("--app-type", options.appType, "The application type");
-  command.add_option("--app-version", options.appVersion, "The application version");
+  command.add_option("--app-name", options.appName, "The application name")->check(CheckLine);
+  command.add_option("--company", options.company, "The company name")->check(CheckLine);
+  command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
+  command.add_option("--app-version", options.appVersion, "The application version")->check(CheckLine);
   command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
   command.add_flag("--rebuild", options.rebuild, "Compile the project first");
   command
       .add_option("--answer", more.answers,
                   "Answer a message: its string number, '=', and a button (repeatable)")
       ->type_name("N=BUTTON")
-      ->take_all();
+      ->allow_extra_args(false);  // a PROJECT behind it is no answer
   auto* yes = command.add_flag("--yes", more.yes, "Answer every other Yes/No question with Yes");
   command.add_flag("--no", more.no, "Answer every other Yes/No question with No")->excludes(yes);
   command.add_flag("--strict", options.strict, "Exit with 4 when something is left to do");
@@ -63,7 +79,10 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
 }
 
 void TakeAnswers(const WizardOptions& more, Options& options) {
-  for (const std::string& text : more.answers) options.answers.insert(ReadAnswer(text));
+  for (const std::string& text : more.answers) {
+    if (!options.answers.insert(ReadAnswer(text)).second)
+      throw CLI::ValidationError("--answer", "'" + text + "' answers a message for the second time");
+  }
   if (more.yes) options.yesNo = Button::Yes;
   if (more.no) options.yesNo = Button::No;
 }
@@ -88,6 +107,7 @@ std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
   machine->add_subcommand("new", "Make a machine folder with default contents")
       ->add_option("DIR", options.newMachine, "The folder, which must not exist or be empty")
       ->required();
+  for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version behind a command
   try {
     app.parse(argc, argv);
     TakeAnswers(more, options);
