@@ -21,7 +21,7 @@ bin=build/native/bin
 rm -rf demo/out
 mkdir -p demo/out
 machine=demo/out/machine
-$bin/bxvbwiz machine new $machine --quiet
+$bin/bxvbwiz machine new $machine >build/demo.log
 cp -R demo/machine/. $machine
 cat demo/registry.reg >>$machine/registry.reg
 arguments=()
@@ -31,16 +31,15 @@ while IFS= read -r line; do
 done <demo/executables
 
 project='C:\Projects\OrderDesk\OrderDesk.vbp'
-touch demo/out/laid-out
 Title "The project: $project"
 grep -aE '^(Form|Reference|Object)=' $machine/drive_c/Projects/OrderDesk/OrderDesk.vbp | tr -d '\r'
 
 Title "bxvbwiz generate '$project' --machine $machine --answer 1095=yes"
 $bin/bxvbwiz generate "$project" --machine $machine --answer 1095=yes
 
-Title "The files written"
-(cd $machine && find . -newer ../laid-out -type f | sed 's|^\./||' | sort)
-
-Title "One of them: Default.cdf, the components"
-find $machine -newer demo/out/laid-out -name Default.cdf -exec cat {} + | tr -d '\r'
-printf '\nDone in %d seconds. All of it is in %s.\n' $((SECONDS - started)) $machine
+folder="$machine/drive_c/My Setups/OrderDesk"
+Title "Two of these files: OrderDesk.bxp, Windows System Self-reg Shared Files.fgl"
+tr -d '\r' <"$folder/OrderDesk.bxp"
+echo
+tr -d '\r' <"$folder/File Groups/Windows System Self-reg Shared Files.fgl"
+printf '\nDone in %d s. All of it is in %s.\n' $((SECONDS - started)) $machine

@@ -35,7 +35,7 @@ Figure() {  # Figure NAME VALUE BASE LIMIT UNIT
   }' || missed=1
 }
 NewMachine() {  # NewMachine FOLDER
-  "$bxvbwiz" machine new "$1" --quiet
+  "$bxvbwiz" machine new "$1" >"$work/output"
   mkdir -p "$1/drive_c/Src" "$1/drive_c/windows/system32"
   printf 'MZ' >"$1/drive_c/Src/Big.exe"
 }
