@@ -25,6 +25,19 @@ void TakeProject(CProject& project, ProjectFacts& facts) {
   facts.needsRebuild = project.NeedsRebuild;
 }
 
+// The generation sets the form's boxes; an analysis ends before that, so the references tell.
+DataAccessNeeds DataAccessOf(frmMain& form) {
+  DataAccessNeeds needs{form.chkDAOJet.checked, form.chkDAOODBCDirect.checked, form.chkRDO.checked,
+                        form.chkADO.checked};
+  for (const CReference& reference : form.Project()->References()) {
+    needs.daoJet = needs.daoJet || reference.DAO;
+    needs.rdo = needs.rdo || reference.RDO;
+    needs.ado = needs.ado || reference.ADO;
+  }
+  needs.daoOdbcDirect = needs.daoOdbcDirect || (needs.daoJet && needs.rdo);
+  return needs;
+}
+
 }  // namespace
 
 void TakeFromForm(frmMain& form, Outcome& outcome) {
@@ -32,10 +45,9 @@ void TakeFromForm(frmMain& form, Outcome& outcome) {
   outcome.setupFolder = form.setupFolder;
   outcome.scriptDefinedVariables = form.scriptDefinedVariables;
   outcome.report = form.txtReport.text;
-  outcome.dataAccess = {form.chkDAOJet.checked, form.chkDAOODBCDirect.checked, form.chkRDO.checked,
-                        form.chkADO.checked};
   if (form.Project() == nullptr) return;
   TakeProject(*form.Project(), outcome.project);
+  outcome.dataAccess = DataAccessOf(form);
   outcome.projectView = CopyTree(form.tvwDependencies.Nodes());
   outcome.fileGroupView = CopyTree(form.tvwFiles.Nodes());
   outcome.files.clear();

@@ -15,6 +15,8 @@
 namespace bxvbwiz {
 namespace {
 
+constexpr unsigned kIllegalCompanyName = 1051;  // as the project-information page refuses it
+
 bool IsWindowsPath(const std::string& path) {
   return (path.size() > 2 && path[1] == ':') || StartsWith(path, "\\\\");
 }
@@ -47,19 +49,35 @@ class Run {
         }) {}
 
   int Go(const std::string& project) {
-    component_.SubMain();
-    const int code = Press(project);
-    outcome_.returnCode = app_->ReturnCode();
-    outcome_.projectFile = app_->ProjectFile();
+    const SessionScope scope(component_.session());
+    const int code = Try(project);
+    if (app_ != nullptr) {
+      outcome_.returnCode = app_->ReturnCode();
+      outcome_.projectFile = app_->ProjectFile();
+    }
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = machine_.HostPath(outcome_.projectFile);
     if (!outcome_.setupFolder.empty()) {
       ListFiles(machine_.platform().files, outcome_.setupFolder, "", outcome_.writtenFiles);
     }
     return code;
   }
-  const Outcome& Result() const { return outcome_; }
+  Outcome& Result() { return outcome_; }
 
  private:
+  // What the run has done so far is told whatever happens to it.
+  int Try(const std::string& project) {
+    try {
+      component_.SubMain();
+      return Press(project);
+    } catch (const WizardEnded&) {
+      return kExitNotFinished;  // whoever ended the wizard has said why
+    } catch (const std::exception& error) {
+      std::cerr << "bxvbwiz: " << error.what() << '\n';
+      if (Form() != nullptr) TakeFromForm(*Form(), outcome_);
+      return kExitNotFinished;
+    }
+  }
+
   // Null once the wizard has ended.
   frmMain* Form() const { return component_.Form(); }
 
@@ -72,36 +90,50 @@ class Run {
     Form()->txtVBPname_Change();
     Form()->cmdNext_Click(kPanelWelcome);
     if (Form() == nullptr) return kExitNotFinished;
-    if (Form()->fraPanel1.visible) {
-      TakeFromForm(*Form(), outcome_);
-      return kExitProject;
-    }
-    if (!FillInformation()) return kExitUsage;
-    if (Form() == nullptr) return kExitNotFinished;
+    if (Form()->fraPanel1.visible) return Leave(kExitProject);
+    FillInformation();
+    const int code = LeaveInformation();
+    if (code != kExitFinished) return code;
     return options_.command == Command::Generate ? Finish() : EndOfAnalysis();
   }
 
-  // False when the page refuses a given name.
-  bool FillInformation() {
+  // The names are given to the boxes with --skip-info as well, so that a name which the page would refuse is
+  // not taken in another spelling.
+  void FillInformation() {
     frmMain& form = *Form();
-    const auto type = [](TextBox& box, const std::optional<std::string>& text) {
+    const auto type = [](Control& box, const std::optional<std::string>& text) {
       if (text.has_value()) box.text = *text;
     };
-    if (!options_.skipInfo) type(form.txtApplicationName, options_.appName);
+    type(form.txtApplicationName, options_.appName);
     type(form.txtCompanyName, options_.company);
     type(form.txtApplicationVersion, options_.appVersion);
-    if (options_.appType.has_value()) form.cboApplicationType.text = *options_.appType;
+    type(form.cboApplicationType, options_.appType);
     form.txtApplicationName_Change();
-    if (options_.skipInfo) return true;
-    if (!form.cmdNext[kPanelInformation].enabled) {
-      std::cerr << "bxvbwiz: the application name, the company name and the version must not be empty\n";
-      TakeFromForm(form, outcome_);
-      return false;
-    }
+  }
+
+  int LeaveInformation() {
+    frmMain& form = *Form();
+    if (options_.skipInfo) return form.NamesAreLegal() ? kExitFinished : Refused();
     form.cmdNext_Click(kPanelInformation);
-    if (Form() == nullptr || !Form()->fraPanel2.visible) return true;
-    TakeFromForm(*Form(), outcome_);
-    return false;
+    if (Form() == nullptr) return kExitNotFinished;
+    return form.fraPanel2.visible ? Refused() : kExitFinished;
+  }
+
+  // The page stays. A name that was given is wrong usage; one that the project has is not.
+  int Refused() {
+    const unsigned message = outcome_.messages.empty() ? 0 : outcome_.messages.back().message.number;
+    const bool isCompany = message == kIllegalCompanyName;
+    const bool wasGiven = (isCompany ? options_.company : options_.appName).has_value();
+    const char* const option = isCompany ? "--company" : "--app-name";
+    std::cerr << "bxvbwiz: " << (wasGiven ? "another name is needed for " : "give another name with ")
+              << option << '\n';
+    return Leave(wasGiven ? kExitUsage : kExitNotFinished);
+  }
+
+  // Where a page stays nobody can go on, so the wizard is left as a user leaves it.
+  int Leave(int code) {
+    Form()->cmdCancel_Click();
+    return code;
   }
 
   int EndOfAnalysis() {
@@ -113,10 +145,7 @@ class Run {
   int Finish() {
     Form()->cmdNext_Click(kPanelSummary);
     if (Form() == nullptr) return kExitNotFinished;
-    if (!Form()->fraReport.visible) {  // a name that the system reserves
-      TakeFromForm(*Form(), outcome_);
-      return kExitUsage;
-    }
+    if (!Form()->fraReport.visible) return Leave(kExitNotFinished);
     Form()->cmdOK_Click();
     outcome_.finished = true;
     return kExitFinished;
@@ -155,6 +184,18 @@ std::string ProjectOnMachine(const Options& options, const Machine& machine) {
   return machine.WindowsPath(std::filesystem::absolute(options.project, ignored).lexically_normal().string());
 }
 
+// Gives the exit code, `code` unless --strict makes another of it.
+int Show(const Options& options, const Outcome& outcome, int code) {
+  if (options.json) {
+    PrintJson(options, outcome);
+  } else if (!options.quiet) {
+    PrintText(options, outcome);
+  }
+  std::cout.flush();
+  PrintRest(options, outcome);
+  return code == kExitFinished && options.strict && !outcome.incomplete.empty() ? kExitIncomplete : code;
+}
+
 }  // namespace
 
 int RunWizard(const Options& options) {
@@ -177,7 +218,7 @@ int RunWizard(const Options& options) {
   if (project.empty()) {
     std::cerr << "bxvbwiz: " << options.project << " lies outside the drives of the machine folder "
               << options.machine << '\n';
-    return kExitProject;
+    return Show(options, Outcome{}, kExitProject);
   }
   Run run(options, *machine);
   int code = run.Go(project);
@@ -186,15 +227,9 @@ int RunWizard(const Options& options) {
   } catch (const MachineError& error) {
     std::cerr << "bxvbwiz: " << error.what() << '\n';
     code = kExitNotFinished;
+    run.Result().finished = false;
   }
-  const Outcome& outcome = run.Result();
-  if (options.json) {
-    PrintJson(options, outcome);
-  } else if (!options.quiet) {
-    PrintText(options, outcome);
-  }
-  PrintRest(options, outcome);
-  return code == kExitFinished && options.strict && !outcome.incomplete.empty() ? kExitIncomplete : code;
+  return Show(options, run.Result(), code);
 }
 
 }  // namespace bxvbwiz
