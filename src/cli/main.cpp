@@ -25,7 +25,10 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
-    return Run(argc, argv);
+    const int code = Run(argc, argv);
+    if (std::cout.flush()) return code;
+    std::cerr << "bxvbwiz: the standard output could not be written\n";
+    return bxvbwiz::kExitNotFinished;
   } catch (const std::exception& error) {
     std::cerr << "bxvbwiz: " << error.what() << '\n';
     return bxvbwiz::kExitNotFinished;
