@@ -90,7 +90,7 @@ class Run {
     Form()->txtVBPname_Change();
     Form()->cmdNext_Click(kPanelWelcome);
     if (Form() == nullptr) return kExitNotFinished;
-    if (Form()->fraPanel1.visible) return Leave(kExitProject);
+    if (Form()->fraPanel1.visible) return Stay(kExitProject);
     FillInformation();
     const int code = LeaveInformation();
     if (code != kExitFinished) return code;
@@ -119,20 +119,19 @@ class Run {
     return form.fraPanel2.visible ? Refused() : kExitFinished;
   }
 
-  // The page stays. A name that was given is wrong usage; one that the project has is not.
+  // The page stays. A name that was given is wrong usage, and the page has said so; one that the project has
+  // is not the user's fault.
   int Refused() {
     const unsigned message = outcome_.messages.empty() ? 0 : outcome_.messages.back().message.number;
     const bool isCompany = message == kIllegalCompanyName;
-    const bool wasGiven = (isCompany ? options_.company : options_.appName).has_value();
-    const char* const option = isCompany ? "--company" : "--app-name";
-    std::cerr << "bxvbwiz: " << (wasGiven ? "another name is needed for " : "give another name with ")
-              << option << '\n';
-    return Leave(wasGiven ? kExitUsage : kExitNotFinished);
+    if ((isCompany ? options_.company : options_.appName).has_value()) return Stay(kExitUsage);
+    std::cerr << "bxvbwiz: give another name with " << (isCompany ? "--company" : "--app-name") << '\n';
+    return Stay(kExitNotFinished);
   }
 
-  // Where a page stays nobody can go on, so the wizard is left as a user leaves it.
-  int Leave(int code) {
-    Form()->cmdCancel_Click();
+  // A page stays, and nobody is there to go on from it.
+  int Stay(int code) {
+    TakeFromForm(*Form(), outcome_);
     return code;
   }
 
@@ -145,7 +144,7 @@ class Run {
   int Finish() {
     Form()->cmdNext_Click(kPanelSummary);
     if (Form() == nullptr) return kExitNotFinished;
-    if (!Form()->fraReport.visible) return Leave(kExitNotFinished);
+    if (!Form()->fraReport.visible) return Stay(kExitNotFinished);
     Form()->cmdOK_Click();
     outcome_.finished = true;
     return kExitFinished;
