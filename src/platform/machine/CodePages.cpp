@@ -15,6 +15,8 @@ namespace bxvbwiz {
 namespace {
 
 constexpr int kUtf8CodePage = 65001;  // CP_UTF8 of winnls.h
+// Private characters that stand for the bytes above 0xA0 that are no part of a double-byte character.
+constexpr unsigned kPrivateBytes = 0xF700;
 constexpr char kNotInCodePage = '?';  // the default character of every code page here
 
 // The number of bytes before the first one that is not ASCII; nearly all text is ASCII as a whole.
@@ -131,8 +133,10 @@ class DoubleByteCodePage : public TableCodePage {
     }
     for (unsigned byte = 0x80; byte < 0x100; ++byte) {
       if (characters_[byte] != 0) continue;
-      characters_[byte] = static_cast<char16_t>(byte);
-      if (codes_[byte] == 0) codes_[byte] = static_cast<std::uint16_t>(byte);
+      // A lead byte that was written for a letter of Latin-1 would swallow the character behind it.
+      const unsigned character = byte <= 0xA0 ? byte : kPrivateBytes + byte;
+      characters_[byte] = static_cast<char16_t>(character);
+      if (codes_[character] == 0) codes_[character] = static_cast<std::uint16_t>(byte);
     }
   }
 
