@@ -84,12 +84,9 @@ void MachineProfileStrings::BeforeFileAccess(const std::string& path) {
   const std::string key = store_.Key(path);
   if (key.empty()) return;
   for (auto file = files_.lower_bound(key); file != files_.end() && StartsWith(file->first, key);) {
-    if (file->first.size() == key.size() || file->first[key.size()] == '\\') {
-      Store(file->second);
-      file = files_.erase(file);
-    } else {
-      ++file;
-    }
+    const bool isTouched = file->first.size() == key.size() || file->first[key.size()] == '\\';
+    // What is stored stays in memory: a change by the access shows in the file's stamp.
+    file = isTouched && !Store(file->second) ? files_.erase(file) : std::next(file);
   }
 }
 
