@@ -294,7 +294,9 @@ SystemError MachineFiles::FullPath(const std::string& path, std::string& full) {
 SystemError MachineFiles::ChangeDirectory(const std::string& path) {
   WindowsPath parsed;
   DriveTree::Place place;
-  const SystemError error = Locate(path, parsed, place);
+  // Looks at no file's content, so that what the profile strings hold need not be stored.
+  SystemError error = tree_.Parse(path, parsed);
+  if (error == SystemError::Success) error = tree_.Locate(parsed, place);
   if (error != SystemError::Success) return error;
   if (!place.Exists()) return SystemError::FileNotFound;
   if (!place.IsFolder()) return SystemError::InvalidDirectory;
