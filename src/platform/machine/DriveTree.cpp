@@ -137,6 +137,7 @@ SystemError DriveTree::CheckWritable(const Place& place) const {
 
 SystemError DriveTree::Replace(const Place& place, std::string_view bytes, host::ContentOptions options) {
   if (options.permissionsOf.empty() && place.Exists()) options.permissionsOf = place.hostPath;
+  options.flush = place.Exists();
   const SystemError error = host::ReplaceContent(place.hostPath, bytes, options);
   if (error == SystemError::Success) Created(place);
   return error;
@@ -188,7 +189,7 @@ std::string DriveTree::HostPathOf(const std::string& windowsPath) {
     const SystemError error = Locate(path, place);
     if (error == SystemError::Success) return place.hostPath + missing;
     if (error != SystemError::PathNotFound || path.IsRoot()) return {};
-    missing = "/" + std::string(path.Name()) + missing;
+    missing.insert(0, path.Name()).insert(0, "/");
     path = path.Parent();
   }
 }

@@ -41,7 +41,7 @@ bool Exists(const std::string& path) {
 
 // The absolute path of a machine folder.
 std::string OpenMachineFolder(const std::string& folder) {
-  const std::string real = host::RealPath(folder);
+  std::string real = host::RealPath(folder);
   if (real.empty()) throw MachineError(folder + ": the machine folder does not exist");
   if (host::StatusOf(real).kind != host::FileKind::Folder) throw MachineError(folder + ": not a folder");
   if (!Exists(real + kIniName) && !Exists(real + kRegistryName) && !Exists(real + kFirstDriveName)) {

@@ -193,7 +193,10 @@ SystemError MachineFiles::Copy(const std::string& source, const std::string& tar
   std::unique_ptr<FileView> view;
   error = ReadWholeFile(from.hostPath, view);
   if (error != SystemError::Success) return error;
-  return tree_.Replace(to, view->Bytes(), {from.hostPath, from.status.modifiedNanoseconds});
+  host::ContentOptions options;
+  options.permissionsOf = from.hostPath;
+  options.modifiedNanoseconds = from.status.modifiedNanoseconds;
+  return tree_.Replace(to, view->Bytes(), options);
 }
 
 // ---- names and attributes
@@ -273,8 +276,8 @@ std::string MachineFiles::Search(const std::string& name) {
   if (name.find_first_of("\\/:") != std::string::npos) {
     candidates.push_back(name);
   } else {
-    candidates.push_back(tree_.CurrentDirectory() + "\\" + name);
-    for (const std::string& folder : searchFolders_) candidates.push_back(folder + "\\" + name);
+    candidates.push_back(JoinPath(tree_.CurrentDirectory(), name));
+    for (const std::string& folder : searchFolders_) candidates.push_back(JoinPath(folder, name));
   }
   for (const std::string& candidate : candidates) {
     WindowsPath path;

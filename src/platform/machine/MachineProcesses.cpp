@@ -39,7 +39,7 @@ MachineProcesses::MachineProcesses(DriveTree& tree, std::map<std::string, std::s
 std::string MachineProcesses::HostProgram(const std::string& program) const {
   std::vector<std::string> paths = {program};
   if (program.find_first_of("\\/:") == std::string::npos) {
-    for (const std::string& folder : searchFolders_) paths.push_back(folder + "\\" + program);
+    for (const std::string& folder : searchFolders_) paths.push_back(JoinPath(folder, program));
   }
   for (const std::string& path : paths) {
     WindowsPath parsed;

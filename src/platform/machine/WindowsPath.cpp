@@ -91,6 +91,12 @@ std::string FullWindowsPath(std::string_view path, std::string_view current) {
   return Collapse(std::string(current) + "\\" + text, 3);
 }
 
+std::string JoinPath(std::string_view folder, std::string_view name) {
+  std::string path(folder);
+  if (path.back() != '\\') path += '\\';
+  return path.append(name);
+}
+
 std::size_t Utf16Length(std::string_view text) {
   std::size_t length = 0;
   for (std::size_t position = 0; position < text.size();) {

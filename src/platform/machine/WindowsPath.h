@@ -12,6 +12,9 @@ namespace bxvbwiz {
 // Network paths and "\\?\" paths stay such.
 std::string FullWindowsPath(std::string_view path, std::string_view current);
 
+// The path of a name in a folder.
+std::string JoinPath(std::string_view folder, std::string_view name);
+
 // The length in UTF-16 units, which is what the system's limits count.
 std::size_t Utf16Length(std::string_view text);
 

@@ -57,10 +57,13 @@ class InputFile {
 struct ContentOptions {
   std::string permissionsOf;  // a file whose permissions it gets; empty: a new file's
   std::optional<std::int64_t> modifiedNanoseconds;
+  // Waits until the bytes are on the disk before the old file goes. It is what takes the time; a file that
+  // replaces none has nothing to lose in a power failure.
+  bool flush = true;
 };
 
-// Makes `bytes` the content of `path`: a temporary file in the same folder, flushed and renamed over it, so
-// that there is always the old file or the new one. On a failure nothing remains of the attempt.
+// Makes `bytes` the content of `path`: a temporary file in the same folder is renamed over it, so that there
+// is always the old file or the new one. On a failure nothing remains of the attempt.
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options);
 
 // Adds `bytes` at the end of a regular file, which is created when it is missing.

@@ -104,7 +104,7 @@ SystemError FillNewFile(int file, std::string_view bytes, const ContentOptions& 
   SystemError error = WriteAll(file, bytes);
   if (error == SystemError::Success && options.modifiedNanoseconds)
     error = SetFileModified(file, *options.modifiedNanoseconds);
-  if (error == SystemError::Success && fsync(file) != 0) error = LastError();
+  if (error == SystemError::Success && options.flush && fsync(file) != 0) error = LastError();
   return error;
 }
 

@@ -25,6 +25,7 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): iconv.h defines the error value so
   bool IsValid() const { return converter_ != reinterpret_cast<iconv_t>(-1); }
 
   // The character that exactly these bytes stand for; 0 when there is none.
