@@ -64,7 +64,8 @@ class MachineProfileStrings : public ProfileStrings {
   std::vector<std::string> Flush() override;
 
   // To be called before anything else reads, writes, lists, renames or deletes `path`: a file, or a folder
-  // for all the files below it. What was changed there is stored; what the access changes is seen by its stamp.
+  // for all the files below it. What was changed there is stored; what the access changes is seen by its
+  // stamp.
   void BeforeFileAccess(const std::string& path);
   // To be called before a process starts. Files that cannot be stored are given by the next Flush.
   void StoreAll();
