@@ -41,7 +41,7 @@ if ! Build >build/build.log 2>&1; then
 fi
 
 # What passed is counted only; what did not is shown as it ends.
-ctest --test-dir build/asan --parallel 2 --output-on-failure --no-tests=error 2>&1 </dev/null | tee -a "$log" |
+ctest --test-dir build/asan --parallel 2 --output-on-failure --timeout 120 --no-tests=error 2>&1 </dev/null | tee -a "$log" |
   grep --line-buffered -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed |^Internal ctest|^Test project |^$|tests passed, '
 summary=$(grep -E '^[0-9]+% tests passed, ' "$log" | tail -n 1)
 if [[ $summary =~ ([0-9]+)\ tests?\ failed\ out\ of\ ([0-9]+) ]]; then
