@@ -224,6 +224,7 @@ TEST_F(ContractFiles, FullPathsAreThoseOfWindows) {
       {"Q:\\a\\b\\..", "Q:\\a"},
       {"Q:\\a. \\b. .", "Q:\\a. \\b"},
       {"Q:/a/b", "Q:\\a\\b"},
+      {"Q:\\a.\\b", "Q:\\a\\b"},
       {"\\\\server\\share\\a\\..\\..\\b", "\\\\server\\share\\b"},
       {"\\\\?\\Q:\\a\\..\\b", "\\\\?\\Q:\\a\\..\\b"},
   };

@@ -164,8 +164,8 @@ void DriveTree::Forget() {
 
 std::string DriveTree::WindowsPathOf(const std::string& hostPath) const {
   std::error_code error;
-  const std::filesystem::path full =
-      std::filesystem::weakly_canonical(std::filesystem::absolute(hostPath), error);
+  std::filesystem::path full = std::filesystem::absolute(hostPath, error);
+  if (!error) full = std::filesystem::weakly_canonical(full, error);
   if (error) return {};
   std::string text = full.generic_string();
   while (text.size() > 1 && text.back() == '/') text.pop_back();

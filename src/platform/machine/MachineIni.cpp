@@ -92,7 +92,8 @@ class Reader {
     for (const std::string& name : *names) {
       const std::string value = engine_.Value("Programs", name).value_or("");
       const std::optional<WindowsPath> path = FullPath(name);
-      if (!path) Refuse("Programs", name, value, "the key is not the full path of a program");
+      if (!path || path->IsRoot())
+        Refuse("Programs", name, value, "the key is not the full path of a program");
       if (value.empty()) Refuse("Programs", name, value, "the program to run in its place is missing");
       programs.emplace(path->Key(), value);
     }
