@@ -30,7 +30,7 @@ Figure() {  # Figure NAME VALUE BASE LIMIT UNIT
   awk -v name="$1" -v value="$2" -v base="$3" -v limit="$4" -v unit="$5" 'BEGIN {
     ratio = base > 0 ? value / base : 0
     printf "%-46s %8.3f %s / %8.3f %s = %6.2f (at most %s)%s\n", name, value, unit, base, unit, ratio, limit,
-      ratio > limit ? "  MISSED" : ""
+      (ratio > limit ? "  MISSED" : "")
     exit ratio > limit
   }' || missed=1
 }
