@@ -17,6 +17,7 @@ namespace {
 // What the view leaves behind; it outlives the form.
 struct Seen {
   std::vector<unsigned> messages;
+  std::string lastText;
   std::map<unsigned, Button> answers;  // by string number; Ok without one
   std::function<void(frmMain&)> whileEventsRun;
   std::vector<std::string> incomplete;
@@ -28,6 +29,7 @@ class ScriptedView : public FormView {
   ScriptedView(frmMain& form, Seen& seen) : form_(form), seen_(seen) {}
   Button ShowMessage(const Message& message, const std::string&) override {
     seen_.messages.push_back(message.number);
+    seen_.lastText = message.text;
     const auto answer = seen_.answers.find(message.number);
     if (answer == seen_.answers.end()) return message.number == 2 ? Button::Cancel : Button::Ok;
     const Button button = answer->second;
@@ -332,6 +334,30 @@ TEST_F(WizardTest, ANameInAnotherFolderIsLeftOutAloud) {
       << Form().Incomplete()[0];
   ASSERT_EQ(Form().tvwFiles.Nodes().size(), 1U);
   EXPECT_EQ(Form().tvwFiles.Nodes()[0]->text, "My: App.  File Groups");
+}
+
+// Knows a library as a remote server; nothing in the registry tells.
+class RemoteServerBuilder : public FileGroupBuilder {
+ public:
+  void GetFileGroupInfo(const std::string&, const std::string&, const std::string&, const FileRecord*,
+                        FileRecord& target) override {
+    if (target.kind == RecordKind::TypeLibrary) static_cast<CReference&>(target).RemoteServer = true;
+  }
+};
+
+TEST_F(WizardTest, ARemoteServerIsNamedAndTheReadingGoesOn) {
+  machine_.Registry("[HKEY_CLASSES_ROOT\\TypeLib\\{R}\\1.0\\0\\win32]\r\n@=\"C:\\\\One\\\\remote.tlb\"\r\n");
+  machine_.Write("drive_c/Src/Remote.vbp",
+                 "Type=Exe\r\nExeName32=\"App.exe\"\r\nPath32=\"Release\\Final\"\r\n"
+                 "Reference=*\\G{R}#1.0#0#remote.tlb#Remote\r\nForm=Main.frm\r\n");
+  Start();
+  RemoteServerBuilder builder;
+  CProject project({component_->platform(), Form(), component_->global(), builder});
+  project.SetFileName("C:\\Src\\Remote.vbp");
+  EXPECT_EQ(seen_.messages, std::vector<unsigned>{1041});
+  EXPECT_EQ(seen_.lastText.find("This project uses the remote server component C:\\One\\remote.tlb."), 0U)
+      << seen_.lastText;
+  EXPECT_EQ(project.Forms().Count(), 1U);
 }
 
 }  // namespace
