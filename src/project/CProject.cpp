@@ -69,10 +69,10 @@ std::string OutputFolder(FileSystem& files, const std::string& projectFile, cons
   if (exePath.empty()) return projectFolder;
   std::string path = exePath;
   if (!IsAbsolutePath(path) && !StartsWith(path, "\\\\")) {
-    std::string folder = projectFolder;
-    // A path from the root means that of the project's drive.
-    if (StartsWith(path, "\\")) folder = folder.find(':') == 1 ? folder.substr(0, 2) : "";
-    path.insert(0, folder);
+    // A path from the root means that of the project's drive or share.
+    const bool isFromRoot = StartsWith(path, "\\");
+    path.insert(
+        0, isFromRoot ? StripTrailingBackslash(ParsePath(projectFolder, PathPart::Root)) : projectFolder);
   }
   std::string full;
   CheckSystem(files.FullPath(path, full), path);

@@ -140,13 +140,26 @@ class DependencyWalk {
     if (known.depFile.empty()) {
       // A .dep file of its own is known only when the file has been found; it then decides the facts anew.
       known = Describe(context_.platform, FindDepFile(context_, FoundPath(*file)), name);
-      if (!known.depFile.empty()) {
-        context_.builder.GetFileGroupInfo("", path, known.depFile, nullptr, *file);
-      }
+      if (!known.depFile.empty()) DecideAnew(*file, path, known);
     }
     file->FileName = known.depFile;
     file->Dependencies().FileName = known.depFile;
     steps_.emplace_back(file->LinkResolves ? FoundPath(*file) : path, std::move(known), file->Dependencies());
+  }
+
+  // Lets a file's own .dep file decide its facts. A file that was found stays where it was found; and where
+  // the .dep file names no destination, the one that the search gave stays as well.
+  void DecideAnew(CDependency& file, const std::string& path, const Description& known) {
+    if (!file.LinkResolves) {
+      context_.builder.GetFileGroupInfo("", path, known.depFile, nullptr, file);
+      return;
+    }
+    constexpr std::size_t kDestBuffer = 255;
+    const bool saysWhere =
+        !context_.platform.profiles.GetString(known.section, "Dest", "", kDestBuffer, known.depFile).empty();
+    std::string destination = saysWhere ? "" : file.Destination;
+    if (!saysWhere && destination.empty()) destination = "$(APPPATH)";
+    context_.builder.GetFileGroupInfo(destination, FoundPath(file), known.depFile, nullptr, file);
   }
 
   // The folder of a file: its own, that of the redistributables, or else the system folder.

@@ -79,21 +79,13 @@ bool ReplaceFolder(const std::string& path, const std::string& folder, std::stri
 }
 
 // The value of the project's "Path32=" line without its quotes; empty when there is no such line.
-std::string OutputFolder(std::string_view projectText) {
+std::string OutputFolderText(std::string_view projectText) {
   constexpr std::string_view kOutputFolderKey = "Path32=";
   LineReader reader(projectText);
   for (std::string_view line; reader.Next(line);) {
     if (StartsWith(line, kOutputFolderKey)) return StripQuotes(line.substr(kOutputFolderKey.size()));
   }
   return {};
-}
-
-// `path` as seen from `folder`, which ends in a backslash. Independent of the current directory, because the
-// application path may be asked for at any time.
-std::string SeenFrom(const std::string& folder, const std::string& path) {
-  if (IsAbsolutePath(path) || StartsWith(path, "\\\\")) return path;
-  if (StartsWith(path, "\\")) return StripTrailingBackslash(ParsePath(folder, PathPart::Root)) + path;
-  return folder + path;
 }
 
 }  // namespace
@@ -253,12 +245,7 @@ std::string DestinationSymbols::GetAppPath(const std::string& projectFile) {
     }
     std::string bytes;
     CheckSystem(platform_.files.Read(projectFile, bytes), projectFile);
-    const std::string output = platform_.codePage.Decode(OutputFolder(bytes));
-    if (output.empty()) return;
-    const std::string seen = SeenFrom(path, output);
-    std::string full;
-    CheckSystem(platform_.files.FullPath(seen, full), seen);
-    path = FixPath(full);
+    path = OutputFolder(platform_.files, projectFile, platform_.codePage.Decode(OutputFolderText(bytes)));
   });
   return path;
 }

@@ -66,7 +66,7 @@ TEST_F(DependencyTest, ANeededFileIsDescribedByTheSameDepFileOrItsOwn) {
   Put(kSystem + "far.dep", "[far.dll]\nDest=y\n");
   Put(kSystem + "c.dep", "[other.dll]\nDest=z\n");  // of the same title, but says nothing of c.dll
   EXPECT_EQ(NamesOf(Walk()), "own.dll(deep.dll), deep.dll, same.dll, c.dll, far.dll");
-  EXPECT_EQ(Join(builder.calls), "|own.dll|, |own.dll|" + kRedist +
+  EXPECT_EQ(Join(builder.calls), "|own.dll|, $(APPPATH)|" + kRedist + "own.dll|" + kRedist +
                                      "own.dep, |deep.dll|, |same.dll|C:\\C\\c.dep, |c.dll|, |far.dll|, "
                                      "|far.dll|" +
                                      kSystem + "far.dep");
