@@ -44,6 +44,9 @@ class frmMain : public User {
 
   // Set once after the construction, before anything else.
   void Attach(FormView& view, WizardFlow& flow);
+  // Shows an unexpected error of `routine` outside a handler of the form. The form may be gone when this
+  // returns.
+  void Report(std::string_view routine, const RuntimeError& error);
   // Fills every control from the string table and shows the welcome page.
   void Form_Load();
   // The form is shown: takes over what the host has set since it was loaded.
@@ -107,6 +110,8 @@ class frmMain : public User {
   void InitPanel(std::int16_t panel);
   // Whether the names of the project-information page may be used; otherwise the user was told.
   bool NamesAreLegal();
+  // Notes what of the other answers the machine's code page cannot hold.
+  void NoteUnwritableAnswers();
 
   // Reads a project and fills the trees and the file collection. False when the page stays: the file cannot
   // be read, or is of a kind that cannot be packaged. May end the wizard.
@@ -143,10 +148,12 @@ class frmMain : public User {
 
  private:
   void Handle(const std::function<void()>& handler);
+  void Attempt(const std::function<void()>& handler);
   void Cancel();
   void LoadTexts();
   void RefuseCharacter(char32_t& character, unsigned message, TextBox& box);
   void UpdateInformationNext();
+  bool FitsCodePage(const std::string& text) const;
   std::string CleanApplicationName(const std::string& name) const;
   bool RefuseProjectKind();
   bool ReadProject();
@@ -156,6 +163,7 @@ class frmMain : public User {
   void AddControl(TreeNode& parent, CObject& control);
   void AddReference(TreeNode& parent, CReference& reference);
   void AddFile(const std::string& name, const FileRecord& facts);
+  void FillFileView();
   void TreeAdd(const CFile& file);
   void AddDependencies(TreeNode& owner, CDependencies& dependencies);
 

@@ -139,6 +139,7 @@ void frmMain::FillTrees() {
   for (CReference& reference : project_->References()) {
     if (reference.Include) AddReference(references, reference);
   }
+  FillFileView();
 }
 
 void frmMain::AddOutputFile() {
@@ -173,22 +174,35 @@ void frmMain::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
   }
 }
 
-// Enters a file once per key into the collection and the file view. Another file whose key is taken cannot be
-// installed beside the first one, so the user is told that it was left out.
+// Enters a file once per key into the collection. Another file whose key is taken cannot be installed beside
+// the first one, so the user is told that it was left out; but one that was found takes the place of one that
+// was not.
 void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
-  const std::shared_ptr<CFile> taken = files_->FindItem(files_->KeyOf(name));
-  if (taken != nullptr) {
-    const bool same = EqualsIgnoreCase(taken->FileName, name) ||
-                      LocationOf(taken->FileName, *taken) == LocationOf(name, facts);
-    if (!same) {
-      NoteIncomplete("The file " + name + " was left out, because " + taken->FileName + " has the same key.");
+  std::shared_ptr<CFile> file = files_->FindItem(files_->KeyOf(name));
+  if (file == nullptr) {
+    file = files_->Add(name);
+  } else if (facts.LinkResolves && !file->LinkResolves &&
+             EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name))) {
+    file->FileName = name;
+  } else {
+    const bool isMissing =
+        !facts.LinkResolves && EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
+    if (!isMissing && LocationOf(file->FileName, *file) != LocationOf(name, facts)) {
+      NoteIncomplete("The file " + FixPath(facts.FileLinkPath) + GetPathFileName(name) +
+                     " was left out, because " + FixPath(file->FileLinkPath) +
+                     GetPathFileName(file->FileName) + " has the same key.");
     }
     return;
   }
-  const std::shared_ptr<CFile> file = files_->Add(name);
   fileGroups_->GetFileGroupInfo("", name, "", &facts, *file);
-  if (!file->LinkResolves) NoteIncomplete("The file " + name + " was not found on this computer.");
-  TreeAdd(*file);
+}
+
+// Shows every file of the collection under its group.
+void frmMain::FillFileView() {
+  for (const CFile& file : *files_) {
+    if (!file.LinkResolves) NoteIncomplete("The file " + file.FileName + " was not found on this computer.");
+    TreeAdd(file);
+  }
 }
 
 void frmMain::TreeAdd(const CFile& file) {

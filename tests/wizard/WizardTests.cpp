@@ -336,6 +336,32 @@ TEST_F(WizardTest, ANameInAnotherFolderIsLeftOutAloud) {
   EXPECT_EQ(Form().tvwFiles.Nodes()[0]->text, "My: App.  File Groups");
 }
 
+TEST_F(WizardTest, ANeededFileOfOneNameIsTakenWhereItIsFoundAndTheOtherIsNamed) {
+  machine_.Registry(
+      "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\1.0\\0\\win32]\r\n@=\"C:\\\\One\\\\a.ocx\"\r\n"
+      "[HKEY_CLASSES_ROOT\\TypeLib\\{B}\\1.0\\0\\win32]\r\n@=\"C:\\\\Two\\\\b.ocx\"\r\n");
+  for (const char* file : {"One/a.ocx", "Two/b.ocx", "windows/system32/both.dll",
+                           "Src/Release/Final/both.dll", "Src/Release/Final/late.dll"}) {
+    machine_.Write(std::string("drive_c/") + file, "x");
+  }
+  machine_.Write(
+      "drive_c/One/a.dep",
+      "[a.ocx]\r\nUses1=both.dll\r\nUses2=late.dll\r\n[both.dll]\r\nDest=$(WINSYSPATH)\r\n[late.dll]\r\n"
+      "Dest=$(WINPATH)\r\n");
+  machine_.Write(
+      "drive_c/Two/b.dep",
+      "[b.ocx]\r\nUses1=both.dll\r\nUses2=late.dll\r\n[both.dll]\r\nDest=$(APPPATH)\r\n[late.dll]\r\n"
+      "Dest=$(APPPATH)\r\n");
+  machine_.Write("drive_c/Src/Main.frm",
+                 "Object = \"{A}#1.0#0\"; \"a.ocx\"\r\nObject = \"{B}#1.0#0\"; \"b.ocx\"\r\n");
+  Start();
+  LeaveWelcome();
+  EXPECT_EQ(Form().Incomplete(),
+            std::vector<std::string>{"The file C:\\Src\\Release\\Final\\both.dll was left out, because "
+                                     "C:\\windows\\system32\\both.dll has the same key."});
+  EXPECT_EQ(Form().Files().FindItem("Klatedll")->FileLinkPath, "C:\\Src\\Release\\Final\\");
+}
+
 // Knows a library as a remote server; nothing in the registry tells.
 class RemoteServerBuilder : public FileGroupBuilder {
  public:
