@@ -64,6 +64,24 @@ void frmMain::ShowProgress(unsigned stringNumber) {
 
 // ---------------------------------------------------------------- handlers
 
+// An error that no step of the handler answered is reported here, so that none leaves a form that ignores its
+// user.
+void frmMain::Attempt(const std::function<void()>& handler) {
+  try {
+    handler();
+  } catch (const WizardEnded&) {
+    throw;
+  } catch (...) {
+    generating = false;
+    ReportError("frmMain", CurrentError());
+  }
+  if (handlerDepth_ == 1) CheckCancelled();
+}
+
+void frmMain::Report(std::string_view routine, const RuntimeError& error) {
+  Handle([&] { ReportError(routine, error); });
+}
+
 // Runs one handler of the form. The form may be gone when this returns.
 void frmMain::Handle(const std::function<void()>& handler) {
   if (ended_) return;
@@ -71,8 +89,7 @@ void frmMain::Handle(const std::function<void()>& handler) {
   {
     const SessionScope scope(session_);
     try {
-      handler();
-      if (handlerDepth_ == 1) CheckCancelled();
+      Attempt(handler);
     } catch (const WizardEnded&) {
       // Whoever ended the wizard has said why.
     }

@@ -10,6 +10,9 @@ namespace bxvbwiz {
 
 namespace {
 
+constexpr unsigned kInitialApplicationName = 1014;
+constexpr unsigned kInitialCompanyName = 1043;
+constexpr unsigned kInitialVersion = 1044;
 constexpr unsigned kIllegalApplicationName = 1050;
 constexpr unsigned kIllegalCompanyName = 1051;
 
@@ -70,6 +73,10 @@ void frmMain::InitPanel(std::int16_t panel) {
   }
   if (panel != kPanelInformation || project_ == nullptr) return;
 
+  // What an earlier project or the user left there is no proposal.
+  txtApplicationName.text = platform_.strings.Text(kInitialApplicationName);
+  txtCompanyName.text = platform_.strings.Text(kInitialCompanyName);
+  txtApplicationVersion.text = platform_.strings.Text(kInitialVersion);
   const std::string host = App == nullptr ? "" : App->ProposedAppName();
   const std::string name = CleanApplicationName(host.empty() ? project_->Name : host);
   if (!name.empty()) txtApplicationName.text = name;
@@ -139,6 +146,20 @@ void frmMain::txtCompanyName_KeyPress(char32_t& character) {
   Handle([&] { RefuseCharacter(character, kIllegalCompanyName, txtCompanyName); });
 }
 
+// What the code page cannot hold would be written as "?".
+bool frmMain::FitsCodePage(const std::string& text) const {
+  return platform_.codePage.Decode(platform_.codePage.Encode(text)) == text;
+}
+
+void frmMain::NoteUnwritableAnswers() {
+  for (const Control* box : {static_cast<const Control*>(&cboApplicationType),
+                             static_cast<const Control*>(&txtApplicationVersion)}) {
+    if (!FitsCodePage(box->text)) {
+      NoteIncomplete("The text " + box->text + " cannot be written whole in the machine's code page.");
+    }
+  }
+}
+
 // What was pasted or given never met the key press. A proposal that was left alone is accepted as it is,
 // since it was cleaned or only names the company ("Acme Inc."), unless the system would not make a folder of
 // that name.
@@ -151,10 +172,12 @@ bool frmMain::NamesAreLegal() {
     view_->Refresh();
     return false;
   };
-  if (IsReservedBySystem(name) || (nameGiven && (HasIllegalCharacter(name) || EndsWith(name, " ")))) {
+  if (IsReservedBySystem(name) || !FitsCodePage(name) ||
+      (nameGiven && (HasIllegalCharacter(name) || EndsWith(name, " ")))) {
     return refuse(kIllegalApplicationName, txtApplicationName);
   }
-  if (txtCompanyName.text != proposedCompanyName_ && HasIllegalCharacter(txtCompanyName.text)) {
+  if (!FitsCodePage(txtCompanyName.text) ||
+      (txtCompanyName.text != proposedCompanyName_ && HasIllegalCharacter(txtCompanyName.text))) {
     return refuse(kIllegalCompanyName, txtCompanyName);
   }
   return true;

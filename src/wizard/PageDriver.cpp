@@ -80,6 +80,7 @@ void PageDriver::Finish() {
     if (!form_.NamesAreLegal()) return;
     Reporting(kNext, [this] { ChooseSetupProjectName(); });
   }
+  form_.NoteUnwritableAnswers();
   form_.generating = true;
   Generation(component_.platform(), component_.global(), form_).Run();
 }
