@@ -19,16 +19,15 @@ Application::Application(Component& component) : component_(component) {
   constexpr const char* kRoutine = "Application.Class_Initialize";
   const SessionScope scope(component_.session());
   const CallStackEntry entry(kRoutine);
-  if (component_.session().startMode() == StartMode::StandAlone) {
-    // A command line that cannot be parsed must not stop the creation: it is reported, and the properties
-    // keep their initial values.
-    try {
-      ReadCommandLine();
-    } catch (const RuntimeError& error) {
-      ReportError(kRoutine, error);
-    }
+  frmMain& form = component_.LoadForm(*this);
+  if (component_.session().startMode() != StartMode::StandAlone) return;
+  // A command line that cannot be parsed must not stop the creation: it is reported, which needs the form,
+  // and the properties keep their initial values.
+  try {
+    ReadCommandLine();
+  } catch (const RuntimeError& error) {
+    form.Report(kRoutine, error);
   }
-  component_.LoadForm(*this);
 }
 
 Application::~Application() {
@@ -58,8 +57,12 @@ void Application::WriteResults() {
   const auto key = root->SubKeys().Add(kResultsKey + ID);
   if (key == nullptr)
     throw RuntimeError(kErrorObjectNotSet, "Cannot create the key HKEY_CURRENT_USER\\" + (kResultsKey + ID));
-  key->Values().Add("ReturnCode", RegConstants::RegSz)->Set(std::to_string(std::abs(returnCode_)));
-  key->Values().Add("Project", RegConstants::RegSz)->Set(projectFile_);
+  const auto write = [&](const char* name, const std::string& text) {
+    if (key->Values().Add(name, RegConstants::RegSz)->Set(text)) return;
+    throw RuntimeError(kErrorPathFileAccess, "Cannot write " + key->FullPath() + ", " + name);
+  };
+  write("ReturnCode", std::to_string(std::abs(returnCode_)));
+  write("Project", projectFile_);
 }
 
 }  // namespace bxvbwiz

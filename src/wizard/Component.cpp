@@ -38,7 +38,9 @@ void Component::SubMain() {
   const SessionScope scope(session_);
   const CallStackEntry entry("Sub Main");
   session_.log.Init();
-  if (session_.startMode() == StartMode::StandAlone) gApplication = std::make_shared<Application>(*this);
+  if (session_.startMode() != StartMode::StandAlone) return;
+  gApplication = std::make_shared<Application>(*this);
+  if (form_ == nullptr) gApplication.reset();  // ended by the answer to an error of its creation
 }
 
 frmMain& Component::LoadForm(AutomationObject& app) {
@@ -68,11 +70,12 @@ void Component::WizardEnding() {
 }
 
 void Component::UnloadForm() {
+  // While there is somebody to be told that the results cannot be written.
+  if (session_.startMode() == StartMode::StandAlone) gApplication.reset();
   session_.user = global_.user = profiles_.user = nullptr;
   form_.reset();
   driver_.reset();
   view_.reset();
-  if (session_.startMode() == StartMode::StandAlone) gApplication.reset();
 }
 
 }  // namespace bxvbwiz

@@ -56,7 +56,14 @@ bool PageDriver::RebuildProject() {
                                     MakeSwitch(project.ProjectType) + "\"" + project.FileName() + "\" /out " +
                                     log;
     ShellAndWait(platform.processes, form_, commandLine);
-    const std::string line = Reporting(kRoutine, [&] { return SecondLine(platform, log); });
+    std::string line;
+    try {
+      line = SecondLine(platform, log);
+    } catch (const RuntimeError& error) {
+      // Nothing that reading again would change: after Retry the build counts as failed.
+      ReportError(kRoutine, error);
+      return false;
+    }
     component_.HoldBuildLog(log);
     succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(1042)));
   }
