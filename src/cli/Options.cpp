@@ -94,7 +94,8 @@ std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
   app.set_version_flag("--version", kVersion);
   app.require_subcommand(1);
   WizardOptions more;
-  CLI::App* analyse = app.add_subcommand("analyse", "Show the dependency trees of a project; writes nothing");
+  CLI::App* analyse = app.add_subcommand(
+      "analyse", "Show the dependency trees of a project; writes nothing but what its rebuild does");
   CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
   CLI::App* inspect =
       app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");

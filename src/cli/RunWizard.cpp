@@ -85,6 +85,9 @@ class Run {
     app_ = std::make_unique<Application>(component_);
     app_->ShowPage2 = !options_.skipInfo;
     if (options_.skipInfo) app_->AppName = options_.appName.value_or("");
+    FillInformation();
+    // Wrong usage is said before the project is read or compiled.
+    if (!Form()->NamesAreLegal()) return Stay(kExitUsage);
     Form()->chkRebuild.checked = options_.rebuild;
     Form()->txtVBPname.text = project;
     Form()->txtVBPname_Change();
@@ -163,8 +166,8 @@ void PrintRest(const Options& options, const Outcome& outcome) {
   if (!outcome.finished && !outcome.setupFolder.empty()) {
     std::cerr << "bxvbwiz: The setup folder " << outcome.setupFolder << " was created and is incomplete.\n";
   }
-  if (options.quiet) return;
   const std::size_t count = outcome.incomplete.size();
+  if (options.quiet && outcome.finished && count == 0) return;
   if (!outcome.finished) {
     std::cerr << "bxvbwiz: The wizard ended without finishing";
     if (count > 0) std::cerr << "; " << count << (count == 1 ? " thing is" : " things are") << " left to do";
