@@ -1,23 +1,22 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
 
-#include "platform/machine/CodePages.h"
-#include "platform/machine/MachineRegistry.h"
+#include "platform/Forwarding.h"
 #include "platform/machine/ProfileEngine.h"
 #include "project/CProject.h"
 #include "support/basLogging.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
+#include "TestMachine.h"
 
-// A machine in memory for the fuzz targets of the project's readers.
+// A machine for the fuzz targets of the project's readers, whose files are all the same.
 namespace bxvbwiz {
 
 // Every path is a file that holds the same bytes, so that a project finds its output and its forms.
-class SameFiles : public FakeFiles {
+class SameFiles : public ForwardingFileSystem {
  public:
-  explicit SameFiles(std::string_view content) : content_(content) {}
+  SameFiles(FileSystem& inner, std::string_view content) : ForwardingFileSystem(inner), content_(content) {}
   SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
     found = {{pattern.substr(pattern.rfind('\\') + 1), kAttributeArchive}};
     return SystemError::Success;
@@ -25,18 +24,16 @@ class SameFiles : public FakeFiles {
   SystemError Read(const std::string&, std::string& bytes) override {
     return bytes = content_, SystemError::Success;
   }
-  SystemError FullPath(const std::string& path, std::string& full) override {
-    return full = path, SystemError::Success;
-  }
 
  private:
   std::string content_;
 };
 
 // Every profile file holds the same bytes.
-class SameProfile : public FakeParts {
+class SameProfile : public ForwardingProfileStrings {
  public:
-  SameProfile(const CodePage& codePage, std::string_view bytes) : engine_(codePage, bytes) {}
+  SameProfile(Platform& machine, std::string_view bytes)
+      : ForwardingProfileStrings(machine.profiles), engine_(machine.codePage, bytes) {}
   std::string GetString(ProfileText section, ProfileText key, std::string_view defaultValue, std::size_t size,
                         const std::string&) override {
     if (!section) return {};
@@ -59,33 +56,41 @@ class NoFacts : public FileGroupBuilder {
                         FileRecord&) override {}
 };
 
-// The machine and what an analysis needs besides. Each question is answered the other way than the one
-// before.
+// Answers each question the other way than the one before.
+class AlternatingUser : public RecordingUser {
+ public:
+  Button ShowMessage(const Message&) override { return (yes_ = !yes_) ? Button::Yes : Button::No; }
+
+ private:
+  bool yes_ = false;
+};
+
+// The one machine of a target.
+inline Platform& FuzzedMachine() {
+  struct Fuzzed : TestMachine {
+    Fuzzed() {
+      Registry(
+          "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\1.0\\0\\win32]\n@=\"C:\\\\a.ocx\\\\1\"\n"
+          "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\2.a\\0\\win32]\n@=\"b.ocx\"\n"
+          "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\3.0]\n[HKEY_CLASSES_ROOT\\TypeLib\\{B}\\junk]\n"
+          "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\n");
+    }
+  };
+  static Fuzzed machine;
+  return machine.platform();
+}
+
+// The machine and what an analysis needs besides.
 struct AnalysisFakes {
-  explicit AnalysisFakes(std::string_view bytes) : files(bytes), parts(*codePage, bytes) {
+  explicit AnalysisFakes(std::string_view bytes) : files(machine.files, bytes), profiles(machine, bytes) {
     global.user = &user;
   }
 
-  static constexpr const char* kRegistry =
-      "REGEDIT4\n"
-      "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\1.0\\0\\win32]\n@=\"C:\\\\a.ocx\\\\1\"\n"
-      "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\2.a\\0\\win32]\n@=\"b.ocx\"\n"
-      "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\3.0]\n[HKEY_CLASSES_ROOT\\TypeLib\\{B}\\junk]\n"
-      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\n";
-
-  class AlternatingUser : public RecordingUser {
-   public:
-    Button ShowMessage(const Message&) override { return (yes_ = !yes_) ? Button::Yes : Button::No; }
-
-   private:
-    bool yes_ = false;
-  };
-
-  std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
-  MachineRegistry registry{kRegistry, *codePage};
+  Platform& machine = FuzzedMachine();
   SameFiles files;
-  SameProfile parts;
-  Platform platform{registry, parts, files, parts, parts, parts, parts, parts, *codePage, parts};
+  SameProfile profiles;
+  Platform platform{machine.registry, machine.facts,    files,         profiles,         machine.processes,
+                    machine.guids,    machine.settings, machine.clock, machine.codePage, machine.strings};
   Session session{platform, StartMode::Automation};
   SessionScope scope{session};
   AlternatingUser user;

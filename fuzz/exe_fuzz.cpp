@@ -1,14 +1,14 @@
 #include <cstdlib>
 
 #include "project/EXEFile.h"
-#include "support/FakePlatform.h"
+#include "TestMachine.h"
 
 // Reads the input as an executable. Only the reader's own error may come out of it, and no more names than
 // the file can pay for.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace bxvbwiz;
-  static FakePlatform fake;
-  EXEFile file(fake.platform, nullptr);
+  static TestMachine machine;
+  EXEFile file(machine.platform(), nullptr);
   bool opened = false;
   try {
     opened = file.OpenBytes(std::string_view(reinterpret_cast<const char*>(data), size), false);

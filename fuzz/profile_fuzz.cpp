@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/ProfileFakes.h"
+#include "platform/machine/CodePages.h"
+#include "platform/machine/ProfileEngine.h"
 
 // The input is a section, a key and a value, each ended by a line feed, and a profile file behind them. What
 // is written reads back, and a file that was changed in memory is the same as its bytes read again.
@@ -52,7 +53,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string section = TakeLine(rest);
   const std::string key = TakeLine(rest);
   const std::string value = TakeLine(rest);
-  const bxvbwiz::FakeCodePage codePage;
+  static const auto page = bxvbwiz::MakeCodePage(932);
+  const bxvbwiz::CodePage& codePage = *page;
   ProfileEngine engine(codePage, rest);
   const bool isUtf16 = rest.substr(0, 2) == "\xFF\xFE";
   RequireSame(codePage, engine, isUtf16);

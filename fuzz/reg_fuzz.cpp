@@ -3,8 +3,9 @@
 #include <memory>
 #include <string>
 
+#include "platform/machine/CodePages.h"
 #include "platform/machine/MachineRegistry.h"
-#include "platform/ProfileFakes.h"
+#include "platform/Text.h"
 
 // The input is an export. It is left as it is when nothing changes, and what was changed in memory is the
 // same as its text read again.
@@ -83,7 +84,8 @@ void SetFirst(MachineRegistry& registry, RegistryHandle key, unsigned depth = 0)
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const FakeCodePage codePage;
+  static const auto page = MakeCodePage(932);
+  const CodePage& codePage = *page;
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   std::unique_ptr<MachineRegistry> registry;
   try {

@@ -35,6 +35,11 @@ void TestMachine::Registry(const std::string& lines) {
   registry_ += lines;
 }
 
+void TestMachine::LogSettings(const std::map<std::string, std::string>& settings) {
+  Registry("[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Bx6vbwiz\\Logging]\r\n");
+  for (const auto& [name, text] : settings) Registry("\"" + name + "\"=\"" + text + "\"\r\n");
+}
+
 void TestMachine::InstallProduct() {
   Registry(
       "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\r\n"

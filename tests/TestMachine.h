@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 
@@ -20,6 +21,8 @@ class TestMachine {
   void Write(const std::string& relativePath, const std::string& bytes);
   // Adds lines to registry.reg (REGEDIT4).
   void Registry(const std::string& lines);
+  // The settings of the wizard's log, each a name and a text.
+  void LogSettings(const std::map<std::string, std::string>& settings);
   // The product's keys, its template project and an installed Visual Basic 6.
   void InstallProduct();
   std::string Read(const std::string& relativePath) const;

@@ -1,27 +1,34 @@
 #include <gtest/gtest.h>
 
-#include "platform/ProfileFakes.h"
+#include <filesystem>
+
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 namespace {
 
 class ProfileStringsTest : public testing::Test {
  protected:
+  ProfileStringsTest() { disk_.Write("machine.ini", "[Machine]\nCodePage=932\n"); }
   std::string Get(ProfileText section, ProfileText key, std::size_t size,
                   const std::string& file = "C:\\a.ini") {
-    return profiles_.GetString(section, key, "default  ", size, file);
+    return Profiles().GetString(section, key, "default  ", size, file);
   }
   bool Set(const std::string& value, const std::string& file = "C:\\a.ini") {
-    return profiles_.WriteString("s", "k", value, file);
+    return Profiles().WriteString("s", "k", value, file);
   }
+  void Put(const std::string& name, const std::string& bytes) { disk_.Write("drive_c/" + name, bytes); }
+  // "(none)" when the file is not on the disk.
+  std::string At(const std::string& name) const {
+    return disk_.Exists("drive_c/" + name) ? disk_.Read("drive_c/" + name) : "(none)";
+  }
+  ProfileStrings& Profiles() { return disk_.platform().profiles; }
 
-  FakeCodePage codePage_;
-  FakeProfileStore store_;
-  MachineProfileStrings profiles_{codePage_, store_, "C:\\WINDOWS"};
+  TestMachine disk_;
 };
 
 TEST_F(ProfileStringsTest, CutsToTheBufferInBytesOfTheCodePage) {
-  store_.Put("C:\\a.ini", "[s]\nk=abc\nz=\x81\x5D\x81\x5D\n[none]\n");
+  Put("a.ini", "[s]\nk=abc\nz=\x95\x5C\x95\x5C\n[none]\n");
   const struct {
     ProfileText section, key;
     std::size_t size;
@@ -31,8 +38,8 @@ TEST_F(ProfileStringsTest, CutsToTheBufferInBytesOfTheCodePage) {
       {"s", "k", 3, "ab"},
       {"s", "k", 1, ""},
       {"s", "k", 0, ""},
-      {"s", "z", 5, "\u4E00\u4E00"},
-      {"s", "z", 4, "\u4E00"},
+      {"s", "z", 5, "\u8868\u8868"},
+      {"s", "z", 4, "\u8868"},
       {"s", "x", 255, "default"},
       {"s", "x", 4, "def"},
       {"t", std::nullopt, 255, "default"},
@@ -44,62 +51,61 @@ TEST_F(ProfileStringsTest, CutsToTheBufferInBytesOfTheCodePage) {
   };
   for (const auto& c : cases) EXPECT_EQ(Get(c.section, c.key, c.size), c.expected) << c.size;
   EXPECT_EQ(Get("s", "k", 255, "C:\\b.ini"), "default");
-  EXPECT_EQ(store_.loads, 2);
 }
 
 TEST_F(ProfileStringsTest, FailsAtOnceWhereNothingCanBeWritten) {
-  store_.Put("C:\\readonly.ini", "[s]\nk=v\n");
-  store_.Put("C:\\secret.ini", "[s]\nk=v\n");
-  for (const char* file : {"C:\\missing\\a.ini", "C:\\readonly.ini", "C:\\secret.ini"}) {
+  Put("readonly.ini", "[s]\nk=v\n");
+  disk_.platform().files.SetAttributes("C:\\readonly.ini", kAttributeReadOnly);
+  disk_.platform().files.MakeDirectory("C:\\folder.ini");
+  for (const char* file : {"C:\\missing\\a.ini", "C:\\readonly.ini", "C:\\folder.ini"}) {
     EXPECT_FALSE(Set("new", file)) << file;
-    EXPECT_FALSE(profiles_.WriteString("s", "k", std::nullopt, file)) << file;
+    EXPECT_FALSE(Profiles().WriteString("s", "k", std::nullopt, file)) << file;
   }
-  EXPECT_TRUE(profiles_.WriteString("s", "k", std::nullopt, "C:\\new.ini"));
-  EXPECT_TRUE(profiles_.Flush().empty());
-  EXPECT_EQ(store_.files.size(), 2U);
-  EXPECT_EQ(store_.At("C:\\readonly.ini"), "[s]\nk=v\n");
+  EXPECT_TRUE(Profiles().WriteString("s", "k", std::nullopt, "C:\\new.ini"));
+  EXPECT_TRUE(Profiles().Flush().empty());
+  EXPECT_EQ(At("new.ini"), "(none)");
+  EXPECT_EQ(At("readonly.ini"), "[s]\nk=v\n");
 }
 
 TEST_F(ProfileStringsTest, StoresWhenTheFileIsNeededAndNotBefore) {
+  for (const char* folder : {"C:\\dir", "C:\\dir b"}) disk_.platform().files.MakeDirectory(folder);
   EXPECT_TRUE(Set("1", "C:\\dir\\a.ini"));
   EXPECT_TRUE(Set("1", "C:\\dir b\\a.ini"));
-  EXPECT_TRUE(Set("\xE2\x82\xAC", "b.ini"));
-  EXPECT_TRUE(store_.files.empty());
+  EXPECT_TRUE(Set("\u20AC", "b.ini"));
+  EXPECT_EQ(At("dir/a.ini") + At("dir b/a.ini"), "(none)(none)");
   EXPECT_EQ(Get("s", "k", 9, "c:\\DIR\\A.INI"), "1");
-  profiles_.BeforeFileAccess("C:\\Dir");
-  EXPECT_EQ(store_.At("C:\\dir\\a.ini"), "[s]\r\nk=1\r\n");
-  EXPECT_EQ(store_.files.size(), 1U);
-  EXPECT_TRUE(profiles_.Flush().empty());
-  EXPECT_EQ(store_.At("C:\\WINDOWS\\b.ini"), "[s]\r\nk=?\r\n");
-  EXPECT_EQ(store_.files.size(), 3U);
+  std::vector<FoundFile> found;
+  disk_.platform().files.Find("C:\\Dir\\*", found);
+  EXPECT_EQ(At("dir/a.ini") + At("dir b/a.ini"), "[s]\r\nk=1\r\n(none)");
+  EXPECT_TRUE(Profiles().Flush().empty());
+  EXPECT_EQ(At("dir b/a.ini"), "[s]\r\nk=1\r\n");
+  EXPECT_EQ(At("windows/b.ini"), "[s]\r\nk=?\r\n");
 }
 
 TEST_F(ProfileStringsTest, SeesAtOnceWhatAnotherProgramChanges) {
-  store_.Put("C:\\a.ini", "[s]\nk=1\n");
+  Put("a.ini", "[s]\nk=1\n");
   EXPECT_EQ(Get("s", "k", 9), "1");
-  store_.Put("C:\\a.ini", "[s]\nk=2\n");
-  EXPECT_EQ(Get("s", "k", 9), "2");
+  Put("a.ini", "[s]\nk=22\n");
+  EXPECT_EQ(Get("s", "k", 9), "22");
   EXPECT_TRUE(Set("3"));
-  store_.Put("C:\\a.ini", "[s]\nk=4\nother=5\n");
+  Put("a.ini", "[s]\nk=4\nother=5\n");
   EXPECT_EQ(Get("s", "other", 9), "5");
-  EXPECT_TRUE(profiles_.Flush().empty());
-  EXPECT_EQ(store_.At("C:\\a.ini"), "[s]\nk=3\nother=5\r\n");
-  store_.files.clear();
+  EXPECT_TRUE(Profiles().Flush().empty());
+  EXPECT_EQ(At("a.ini"), "[s]\nk=3\nother=5\r\n");
+  disk_.platform().files.Delete("C:\\a.ini");
   EXPECT_EQ(Get("s", "k", 9), "default");
 }
 
 TEST_F(ProfileStringsTest, GivesAFileThatCouldNotBeStoredOnce) {
-  store_.Put("C:\\a.ini", "[s]\nk=1\n");
+  Put("a.ini", "[s]\nk=1\n");
   EXPECT_TRUE(Set("2"));
-  EXPECT_TRUE(Set("2", "C:\\b.ini"));
-  store_.full = true;
-  profiles_.StoreAll();
+  std::filesystem::permissions(disk_.Folder() + "/drive_c/a.ini", std::filesystem::perms::owner_read);
+  std::vector<FoundFile> found;
+  disk_.platform().files.Find("C:\\*", found);
   EXPECT_EQ(Get("s", "k", 9), "1");
-  EXPECT_TRUE(Set("3"));
-  EXPECT_EQ(profiles_.Flush(), (std::vector<std::string>{"C:\\a.ini", "C:\\b.ini"}));
-  store_.full = false;
-  EXPECT_TRUE(profiles_.Flush().empty());
-  EXPECT_EQ(store_.At("C:\\a.ini"), "[s]\nk=1\n");
+  EXPECT_EQ(Profiles().Flush(), std::vector<std::string>{"C:\\a.ini"});
+  EXPECT_TRUE(Profiles().Flush().empty());
+  EXPECT_EQ(At("a.ini"), "[s]\nk=1\n");
 }
 
 }  // namespace

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/machine/CodePages.h"
 #include "platform/machine/MachineRegistry.h"
 #include "platform/machine/Utf16Text.h"
-#include "platform/ProfileFakes.h"
 
 namespace bxvbwiz {
 namespace {
@@ -14,10 +14,10 @@ using namespace std::string_literals;
 constexpr RegistryHandle kUsers = static_cast<RegistryHandle>(0x80000003U);
 constexpr std::uint32_t kRead = 0x20019;
 
-const FakeCodePage kCodePage;
+const std::unique_ptr<CodePage> kCodePage = MakeCodePage(1252);
 
 std::string Load(const std::string& lines, const std::string& name = "a", std::size_t* skipped = nullptr) {
-  MachineRegistry registry("REGEDIT4\r\n[HKEY_USERS\\k]\r\n" + lines, kCodePage);
+  MachineRegistry registry("REGEDIT4\r\n[HKEY_USERS\\k]\r\n" + lines, *kCodePage);
   RegistryHandle key = 0;
   RegistryData data;
   EXPECT_EQ(registry.OpenKey(kUsers, "k", kRead, key), SystemError::Success) << lines;
@@ -102,14 +102,14 @@ TEST(RegText, TakesTwoHeadersAndNoOther) {
   const std::string lines = "[HKEY_USERS\\\u00C4]\r\n\"v\"=hex(2):";
   const std::string five = "Windows Registry Editor Version 5.00\r\n";
   const std::string good[] = {
-      " \tREGEDIT4\n" + kCodePage.Encode(lines) + "41,e4,00",
+      " \tREGEDIT4\n" + kCodePage->Encode(lines) + "41,e4,00",
       five + lines + "41,e4,00",
       "\xEF\xBB\xBF" + five + lines + "41,e4,00",
       std::string(kUtf16Mark) + ToUtf16(five + lines + "41,00,e4,00,00,00"),
       std::string(kUtf16Mark) + ToUtf16("REGEDIT4\r\n" + lines + "41,00,e4,00,00,00"),
   };
   for (const std::string& bytes : good) {
-    MachineRegistry registry(bytes, kCodePage);
+    MachineRegistry registry(bytes, *kCodePage);
     RegistryHandle key = 0;
     RegistryData data;
     ASSERT_EQ(registry.OpenKey(kUsers, "\u00E4", kRead, key), SystemError::Success) << bytes;
@@ -120,7 +120,7 @@ TEST(RegText, TakesTwoHeadersAndNoOther) {
   for (const char* bytes :
        {"", "regedit4\n", "REGEDIT5\n", "REGEDIT4 x\n", "\nREGEDIT4\n", "\xEF\xBB\xBFREGEDIT4\n",
         "Windows Registry Editor Version 5.001\n", "[HKEY_USERS]\n"}) {
-    EXPECT_THROW(MachineRegistry(bytes, kCodePage), RegTextError) << bytes;
+    EXPECT_THROW(MachineRegistry(bytes, *kCodePage), RegTextError) << bytes;
   }
 }
 
@@ -141,12 +141,12 @@ TEST(RegText, FormatsValuesSoThatTheyReadBack) {
   };
   for (const RegEncoding encoding : {RegEncoding::CodePage, RegEncoding::Utf8, RegEncoding::Utf16}) {
     for (const RegistryData& data : values) {
-      const std::string line = FormatRegValue("n\"\\", data, encoding, kCodePage);
+      const std::string line = FormatRegValue("n\"\\", data, encoding, *kCodePage);
       ScannedValue scanned;
       EXPECT_EQ(ScanRegValue(line.data(), line.data() + line.size(), scanned), line.data() + line.size());
       ASSERT_NE(scanned.form, ScannedValue::Form::Unreadable) << line;
       EXPECT_EQ(RegValueName(scanned), "n\"\\");
-      const RegistryData read = RegValueData(scanned, encoding, kCodePage);
+      const RegistryData read = RegValueData(scanned, encoding, *kCodePage);
       EXPECT_EQ(read.type, data.type) << line;
       EXPECT_EQ(read.data, data.data) << line;
     }

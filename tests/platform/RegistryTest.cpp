@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "platform/machine/CodePages.h"
 #include "platform/machine/MachineRegistry.h"
-#include "platform/ProfileFakes.h"
 
 namespace bxvbwiz {
 namespace {
@@ -13,7 +13,7 @@ constexpr RegistryHandle kMachine = static_cast<RegistryHandle>(0x80000002U);
 constexpr std::uint32_t kRead = 0x20019;
 constexpr std::uint32_t kAll = 0x2003F;
 
-const FakeCodePage kCodePage;
+const std::unique_ptr<CodePage> kCodePage = MakeCodePage(1252);
 
 class RegistryTest : public testing::Test {
  protected:
@@ -28,7 +28,7 @@ class RegistryTest : public testing::Test {
       "\"bad\"=what\r\n\"two\"=\"2\"\r\n\r\n[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n\r\n"
       "[HKEY_LOCAL_MACHINE\\SOFTWARE\\a\\b]\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\M]\r\n\"v\"=hex:01,\\\r\n  "
       "02\r\n";
-  MachineRegistry registry_{source_, kCodePage};
+  MachineRegistry registry_{source_, *kCodePage};
 };
 
 TEST_F(RegistryTest, AnswersWithTheSystemsCodes) {
@@ -83,7 +83,7 @@ TEST_F(RegistryTest, ChangesOnlyTheLinesOfWhatWasChanged) {
   EXPECT_EQ(registry_.SetValue(z, "ONE", {1, "1\0"s}), SystemError::Success);
   EXPECT_FALSE(registry_.Changed());
   EXPECT_EQ(registry_.SetValue(z, "ONE", {4, "\1\0\0\0"s}), SystemError::Success);
-  EXPECT_EQ(registry_.SetValue(z, "new", {1, "\u20AC\0"s}), SystemError::Success);
+  EXPECT_EQ(registry_.SetValue(z, "new", {1, "\u0416\0"s}), SystemError::Success);
   EXPECT_EQ(registry_.DeleteValue(z, "TWO"), SystemError::Success);
   EXPECT_EQ(registry_.DeleteKey(kMachine, "SOFTWARE\\A\\B"), SystemError::Success);
   EXPECT_EQ(registry_.DeleteKey(kMachine, "SOFTWARE\\M"), SystemError::Success);
@@ -98,19 +98,20 @@ TEST_F(RegistryTest, ChangesOnlyTheLinesOfWhatWasChanged) {
       "\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\a]\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\n]\r\n"
       "\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\n\\m]\r\n@=\"x\"\r\n";
   EXPECT_EQ(registry_.Text(), changed);
-  EXPECT_EQ(MachineRegistry(changed, kCodePage).Text(), changed);
+  EXPECT_EQ(MachineRegistry(changed, *kCodePage).Text(), changed);
 }
 
 TEST(Registry, KeepsADeletedKeyDeletedWhereTheTextDeletesKeysItself) {
-  MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a\\b]\n[-HKEY_USERS\\a\\b]\n[HKEY_USERS\\a]", kCodePage);
+  MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a\\b]\n[-HKEY_USERS\\a\\b]\n[HKEY_USERS\\a]", *kCodePage);
   const auto users = static_cast<RegistryHandle>(0x80000003U);
   EXPECT_EQ(registry.DeleteKey(users, "a"), SystemError::Success);
   std::string name;
-  EXPECT_EQ(MachineRegistry(registry.Text(), kCodePage).EnumKey(users, 0, 9, name), SystemError::NoMoreItems);
+  EXPECT_EQ(MachineRegistry(registry.Text(), *kCodePage).EnumKey(users, 0, 9, name),
+            SystemError::NoMoreItems);
 }
 
 TEST(Registry, DoesNotLetAnUnfinishedValueSwallowWhatIsAdded) {
-  MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a]\n\"v\"=hex:01,\\", kCodePage);
+  MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a]\n\"v\"=hex:01,\\", *kCodePage);
   RegistryHandle key = 0;
   const auto users = static_cast<RegistryHandle>(0x80000003U);
   EXPECT_EQ(registry.CreateKey(users, "b", 0, kAll, key), SystemError::Success);

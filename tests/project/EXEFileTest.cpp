@@ -6,7 +6,6 @@
 #include <random>
 
 #include "PeWriter.h"
-#include "support/FakePlatform.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -47,27 +46,30 @@ class Made {
   std::string bytes_;
 };
 
-// "ExeType/ErrorType" (with "!" when an error was raised), the imports, "|", the exports.
-std::string Show(const std::string& bytes) {
-  FakePlatform fake;
-  EXEFile file(fake.platform, nullptr);
-  std::string shown;
-  try {
-    const bool opened = file.OpenBytes(bytes, false);
-    EXPECT_TRUE(file.IsValid);
-    EXPECT_EQ(opened, file.ExeType == kExeTypePE);
-  } catch (const RuntimeError& error) {
-    EXPECT_EQ(error.Number(), kExeFileError);
-    EXPECT_NE(file.ErrorType, kExeErrorNone);
-    EXPECT_EQ(file.IsValid, file.ErrorType == kExeErrorNoImports);
-    shown = "!";
+struct EXEFileTest : ::testing::Test {
+  // "ExeType/ErrorType" (with "!" when an error was raised), the imports, "|", the exports.
+  std::string Show(const std::string& bytes) {
+    EXEFile file(disk.platform(), nullptr);
+    std::string shown;
+    try {
+      const bool opened = file.OpenBytes(bytes, false);
+      EXPECT_TRUE(file.IsValid);
+      EXPECT_EQ(opened, file.ExeType == kExeTypePE);
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.Number(), kExeFileError);
+      EXPECT_NE(file.ErrorType, kExeErrorNone);
+      EXPECT_EQ(file.IsValid, file.ErrorType == kExeErrorNoImports);
+      shown = "!";
+    }
+    shown += std::to_string(file.ExeType) + "/" + std::to_string(file.ErrorType);
+    for (const Dependency& import : file.Dependencies) shown += " " + import.ShortName;
+    shown += " |";
+    for (const std::string& name : file.Exports) shown += " " + name;
+    return shown;
   }
-  shown += std::to_string(file.ExeType) + "/" + std::to_string(file.ErrorType);
-  for (const Dependency& import : file.Dependencies) shown += " " + import.ShortName;
-  shown += " |";
-  for (const std::string& name : file.Exports) shown += " " + name;
-  return shown;
-}
+
+  TestMachine disk;
+};
 
 // The file with every address of its tables turned into the file offset, and no section.
 std::string WithoutSections() {
@@ -82,7 +84,7 @@ std::string WithoutSections() {
   return std::move(made).Word(kSectionCount, 0);
 }
 
-TEST(EXEFile, NothingInAFileIsTrusted) {
+TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
   const std::string all = "5/0 A.DLL B.DLL | One Two";
   const struct {
     const char* rule;
@@ -141,7 +143,7 @@ TEST(EXEFile, NothingInAFileIsTrusted) {
   for (std::size_t size = 0; size < whole.size(); ++size) Show(whole.substr(0, size));
 }
 
-TEST(EXEFile, ManyNamesInFewBytesTakeNoMoreMemoryThanTheFile) {
+TEST_F(EXEFileTest, ManyNamesInFewBytesTakeNoMoreMemoryThanTheFile) {
   // Every address, count and name in it is made of the same byte, and all of them are inside the section.
   constexpr std::uint32_t kBytes = 0x100000;
   std::string bytes = MakePe({}, {});
@@ -157,7 +159,7 @@ TEST(EXEFile, ManyNamesInFewBytesTakeNoMoreMemoryThanTheFile) {
 }
 
 // Looking through all sections for every name would take minutes.
-TEST(EXEFile, ManyOverlappingSectionsAreSearchedQuickly) {
+TEST_F(EXEFileTest, ManyOverlappingSectionsAreSearchedQuickly) {
   std::mt19937 random(1);
   std::string bytes = MakePe({"A.DLL"}, {"One"});
   const std::size_t names = bytes.size();
@@ -177,8 +179,7 @@ TEST(EXEFile, ManyOverlappingSectionsAreSearchedQuickly) {
   EXPECT_GT(std::count(shown.begin(), shown.end(), ' '), 1000);
 }
 
-TEST(EXEFile, ImportsAreSearchedByNameAndSystemFilesLeftOut) {
-  TestMachine disk;
+TEST_F(EXEFileTest, ImportsAreSearchedByNameAndSystemFilesLeftOut) {
   disk.InstallProduct();  // lists KERNEL32.DLL as a system file
   disk.Write("drive_c/windows/system32/found.dll", "");
   disk.Write("drive_c/App/app.dll",
@@ -198,8 +199,7 @@ TEST(EXEFile, ImportsAreSearchedByNameAndSystemFilesLeftOut) {
   EXPECT_FALSE(file.IsExported("DllRegister"));
 }
 
-TEST(EXEFile, AnErrorNamesTheFileAndLeavesTheCurrentDirectory) {
-  TestMachine disk;
+TEST_F(EXEFileTest, AnErrorNamesTheFileAndLeavesTheCurrentDirectory) {
   disk.Write("drive_c/App/text.dll", std::string(64, 'x'));
   Platform& platform = disk.platform();
   platform.files.ChangeDirectory("C:\\App");

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "project/basGlobal.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {

@@ -5,28 +5,13 @@
 #include <random>
 
 #include "platform/Forwarding.h"
-#include "platform/machine/CodePages.h"
-#include "platform/machine/MachineProfileStrings.h"
 #include "platform/Text.h"
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 namespace {
 
 using Spelling = NumberedKeys::Spelling;
-
-// A disk on which nothing is read again.
-class NoDisk : public ProfileStore {
- public:
-  std::string Key(const std::string& path) override { return UpperCase(path); }
-  SystemError Load(const std::string&, std::string&, FileStamp&) override {
-    return SystemError::FileNotFound;
-  }
-  bool Changed(const std::string&, const FileStamp&) override { return false; }
-  SystemError CheckWritable(const std::string&) override { return SystemError::Success; }
-  SystemError Replace(const std::string&, std::string_view, FileStamp&) override {
-    return SystemError::Success;
-  }
-};
 
 class CountingProfiles : public ForwardingProfileStrings {
  public:
@@ -40,9 +25,8 @@ class CountingProfiles : public ForwardingProfileStrings {
 };
 
 struct NumberedKeysTest : ::testing::Test {
-  std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
-  NoDisk disk;
-  MachineProfileStrings engine{*codePage, disk, "C:\\WINDOWS"};
+  TestMachine disk;
+  ProfileStrings& engine = disk.platform().profiles;
   CountingProfiles profiles{engine};
   NumberedKeys keys{profiles};
 };

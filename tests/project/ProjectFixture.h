@@ -11,7 +11,7 @@
 #include "project/CProject.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -31,12 +31,8 @@ class AnsweringUser : public RecordingUser {
     const auto answer = answers.find(message.number);
     return answer == answers.end() ? Button::Yes : answer->second;
   }
-  void ShowStatus(const std::string& text) override { statuses.push_back(text); }
-  void NoteIncomplete(const std::string& text) override { incomplete.push_back(text); }
 
   std::map<unsigned, Button> answers;
-  std::vector<std::string> statuses;
-  std::vector<std::string> incomplete;
 };
 
 // Finds a file where its path says, or else in the given folders, and remembers its calls as

@@ -66,7 +66,7 @@ TEST_F(ReportTest, TheFileHoldsTheReportAndTheTree) {
   EXPECT_EQ(Stored("Setup\\Script Files\\Report.txt"),
             "****** Borvex VB Project Wizard Report ******\r\n\r\nThis file contains information such as the "
             "the VB Project Wizard's Report and\r\na printout of the VB Project View of file dependencies "
-            "found by the Wizard.\r\n\r\n1/2/2003\r\n\r\n\r\n" +
+            "found by the Wizard.\r\n\r\n1/2/2003 12:00:00 AM\r\n\r\n\r\n" +
                 separator + "*** VB Project Wizard Report ***\r\n\r\n\r\nfirst\r\nsecond\r\n\r\n\r\n" +
                 separator + "*** VB Project View of File Dependencies ***\r\n\r\n\r\n" + tree +
                 "[Empty]\r\n   None\r\n");

@@ -7,10 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "platform/Forwarding.h"
+#include "platform/machine/MachineFacts.h"
 #include "setupgen/CFileGroups.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -46,26 +48,26 @@ class WatchedFiles : public ForwardingFileSystem {
 // project in C:\Setup. What else lies on it is added before the first call of run().
 class SetupFixture : public ::testing::Test {
  protected:
-  struct FixedParts : FakeParts {
-    std::string LocalDateTimeText() override { return "1/2/2003"; }
-  };
   struct Run {
-    Run(Platform& machine, User& user) : profiles(machine.profiles), files(machine.files), machine_(machine) {
-      parts.settings["Bx6vbwiz/Logging/LogLevel"] = "1";
+    Run(Platform& machine, User& user)
+        : profiles(machine.profiles), files(machine.files), platform{machine.registry,
+                                                                     machine.facts,
+                                                                     files,
+                                                                     profiles,
+                                                                     machine.processes,
+                                                                     guids,
+                                                                     machine.settings,
+                                                                     clock,
+                                                                     machine.codePage,
+                                                                     machine.strings} {
       session.log.Init();
       session.user = global.user = &user;
     }
     WatchedProfiles profiles;
     WatchedFiles files;
-    FixedParts parts;  // GUIDs, settings and clock
-
-   private:
-    Platform& machine_;
-
-   public:
-    Platform platform{machine_.registry,  machine_.facts,  files, profiles,
-                      machine_.processes, parts,           parts, parts,
-                      machine_.codePage,  machine_.strings};
+    FixedGuids guids;
+    MachineClock clock{"1041465600"};
+    Platform platform;
     Session session{platform, StartMode::Automation};
     SessionScope scope{session};
     basGlobal global{platform};
@@ -75,6 +77,7 @@ class SetupFixture : public ::testing::Test {
 
   SetupFixture() {
     disk.InstallProduct();
+    disk.LogSettings({{"LogLevel", "1"}});
     Put("App\\App.vbp", "Type=Exe\r\nPath32=\"Out\"\r\n");
     for (const char* file : {"File Groups\\a", "Component Definitions\\a", "Text Substitutions\\a",
                              "Script Files\\a", "Media\\Default\\a", "Shell Objects\\a"})

@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include "platform/Forwarding.h"
+#include "platform/machine/MachineFacts.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"
 #include "support/basShell.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 namespace {
@@ -85,52 +89,76 @@ TEST(LineReader, TakesEveryLineEnd) {
   EXPECT_EQ(lines, (std::vector<std::string>{"a", "b", "c", "d", "", "e"}));
 }
 
+// A file named hidden is hidden, which the machine does not know; a copy fails as the faults say, the last
+// one first.
+class HiddenAndFaulty : public ForwardingFileSystem {
+ public:
+  using ForwardingFileSystem::ForwardingFileSystem;
+  std::vector<SystemError> faults;
+  std::uint32_t lastAttributes = 0;
+
+  SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
+    const SystemError result = ForwardingFileSystem::Find(pattern, found);
+    for (FoundFile& file : found)
+      if (file.name == "hidden") file.attributes |= kAttributeHidden;
+    return result;
+  }
+  SystemError Copy(const std::string& source, const std::string& target) override {
+    if (faults.empty()) return ForwardingFileSystem::Copy(source, target);
+    const SystemError fault = faults.back();
+    return faults.pop_back(), fault;
+  }
+  SystemError SetAttributes(const std::string& path, std::uint32_t attributes) override {
+    lastAttributes = attributes;
+    return ForwardingFileSystem::SetAttributes(path, attributes);
+  }
+};
+
+// A machine with the folders C:\S and C:\T.
 class Files : public ::testing::Test {
  protected:
   Files() {
     session_.user = &user;
-    files.entries["C:\\S"] = {{}, kAttributeDirectory};
-    files.entries["C:\\T"] = {{}, kAttributeDirectory};
+    files.MakeDirectory("C:\\S");
+    files.MakeDirectory("C:\\T");
   }
+  // Writes files of C:\S, each with its name as content.
+  void Fill(const std::vector<std::string>& names) {
+    for (const std::string& name : names) disk.Write("drive_c/S/" + name, name);
+  }
+  std::string Read(const std::string& name) const { return disk.Read("drive_c/" + name); }
   void Copy(std::string from, std::string to) { CopyFileTree(files, user, from, to); }
 
-  FakePlatform fake;
-  FakeFiles& files = fake.files;
+  TestMachine disk;
+  HiddenAndFaulty files{disk.platform().files};
   RecordingUser user;
 
  private:
-  Session session_{fake.platform, StartMode::Automation};
+  Session session_{disk.platform(), StartMode::Automation};
   SessionScope scope_{session_};
 };
 
 TEST_F(Files, CopyingLeavesOutDottedNamesAndClearsReadOnly) {
-  files.entries["C:\\S\\a.txt"] = {"A", kAttributeReadOnly | kAttributeHidden};
-  files.entries["C:\\S\\b.txt"] = {"B", kAttributeReadOnly};
-  files.entries["C:\\S\\.git"] = {{}, kAttributeDirectory};
-  files.entries["C:\\S\\.git\\x"] = {"X"};
-  files.entries["C:\\S\\.rc"] = {"R"};
-  files.entries["C:\\S\\Sub"] = {{}, kAttributeDirectory};
-  files.entries["C:\\S\\Sub\\c.txt"] = {"C"};
+  Fill({"hidden", "b.txt", ".git/x", ".rc", "Sub/c.txt"});
+  for (const char* name : {"C:\\S\\hidden", "C:\\S\\b.txt"}) files.SetAttributes(name, kAttributeReadOnly);
   std::string source = "C:\\S";
   std::string target = "C:\\T";
   CopyFileTree(files, user, source, target);
   EXPECT_EQ(source + target, "C:\\S\\C:\\T\\");
-  EXPECT_EQ(files.entries["C:\\T\\a.txt"].attributes, kAttributeHidden);
-  EXPECT_EQ(files.entries["C:\\T\\b.txt"].attributes, kAttributeNormal);
-  EXPECT_EQ(files.entries["C:\\T\\Sub\\c.txt"].bytes, "C");
-  EXPECT_EQ(files.entries.count("C:\\T\\.git") + files.entries.count("C:\\T\\.rc"), 0U);
+  EXPECT_EQ(files.lastAttributes, kAttributeHidden | kAttributeArchive);
+  EXPECT_EQ(files.Write("C:\\T\\b.txt", "B", WriteMode::Append), SystemError::Success);
+  EXPECT_EQ(Read("T/b.txt") + Read("T/Sub/c.txt"), "b.txtBSub/c.txt");
+  EXPECT_FALSE(disk.Exists("drive_c/T/.git") || disk.Exists("drive_c/T/.rc"));
   EXPECT_EQ(user.pointers.front(), Pointer::Hourglass);
   EXPECT_EQ(user.pointers.back(), Pointer::Default);
 }
 
 TEST_F(Files, CopyingAdvancesOnceForEachFolderWithFiveFiles) {
-  for (const char* folder : {"C:\\S\\Five", "C:\\S\\Four", "C:\\S\\Ten"})
-    files.entries[folder] = {{}, kAttributeDirectory};
   for (int file = 1; file <= 10; ++file) {
-    const std::string name = "\\" + std::to_string(file);
-    if (file <= 4) files.entries["C:\\S\\Four" + name] = {};
-    if (file <= 5) files.entries["C:\\S\\Five" + name] = {};
-    files.entries["C:\\S\\Ten" + name] = {};
+    const std::string name = "/" + std::to_string(file);
+    Fill({"Ten" + name});
+    if (file <= 5) Fill({"Five" + name});
+    if (file <= 4) Fill({"Four" + name});
   }
   Copy("C:\\S", "C:\\T");
   EXPECT_EQ(user.advances, 2);
@@ -143,45 +171,45 @@ TEST_F(Files, CopyingOfNothingLeavesThePointerAlone) {
 }
 
 TEST_F(Files, CopyingIntoAFolderOfTheSourceEnds) {
-  files.entries["C:\\S\\a.txt"] = {"A"};
-  files.entries["C:\\S\\New"] = {{}, kAttributeDirectory};
+  Fill({"a.txt"});
+  files.MakeDirectory("C:\\S\\New");
   Copy("C:\\S", "C:\\S\\New");
-  EXPECT_EQ(files.entries["C:\\S\\New\\a.txt"].bytes, "A");
-  EXPECT_EQ(files.entries.count("C:\\S\\New\\New\\New"), 0U);
+  EXPECT_EQ(Read("S/New/a.txt"), "a.txt");
+  EXPECT_FALSE(disk.Exists("drive_c/S/New/New/New"));
 }
 
 TEST_F(Files, CopyingRepeatsTheFailedFileAfterRetryAndStopsAfterCancel) {
-  files.entries["C:\\S\\a.txt"] = {"A"};
-  files.entries["C:\\S\\b.txt"] = {"B"};
+  Fill({"a", "b"});
   files.faults = {SystemError::SharingViolation};
   user.answers = {Button::Retry};
   Copy("C:\\S", "C:\\T");
-  EXPECT_EQ(user.messages,
-            std::vector<std::string>{"2 (70 : Permission denied: C:\\S\\a.txt to C:\\T\\a.txt : Bx6vbwiz)"});
-  EXPECT_EQ(files.entries["C:\\T\\a.txt"].bytes + files.entries["C:\\T\\b.txt"].bytes, "AB");
+  EXPECT_EQ(user.messages, std::vector<std::string>{
+                               ErrorMessage("70 : Permission denied: C:\\S\\a to C:\\T\\a : Bx6vbwiz")});
+  EXPECT_EQ(Read("T/a") + Read("T/b"), "ab");
 
-  files.entries.erase("C:\\T\\b.txt");
+  files.Delete("C:\\T\\b");
   files.faults = {SystemError::DiskFull};
   EXPECT_THROW(Copy("C:\\S", "C:\\T"), WizardEnded);
-  EXPECT_EQ(files.entries.count("C:\\T\\b.txt"), 0U);
+  EXPECT_FALSE(disk.Exists("drive_c/T/b"));
   EXPECT_EQ(user.pointers.back(), Pointer::Default);
 }
 
-TEST_F(Files, TimesOfAMissingFileStayAndItsHandleIsClosedAllTheSame) {
-  files.entries["C:\\S\\a.txt"] = {"A"};
-  SetFileTimesToNow(files, fake.parts, "C:\\S\\a.txt");
-  SetFileTimesToNow(files, fake.parts, "C:\\S\\none");
-  EXPECT_EQ(files.times, std::vector<FileTime>{42});
-  EXPECT_EQ(files.closed, (std::vector<FileHandle>{7, kInvalidFile}));
+TEST_F(Files, SettingTheTimesClosesTheFile) {
+  Fill({"a.txt"});
+  MachineClock clock("86400");
+  SetFileTimesToNow(files, clock, "C:\\S\\a.txt");
+  SetFileTimesToNow(files, clock, "C:\\S\\none");
+  struct stat status = {};
+  ASSERT_EQ(stat((disk.Folder() + "/drive_c/S/a.txt").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mtime, 86400);
+  EXPECT_EQ(files.Delete("C:\\S\\a.txt"), SystemError::Success);
 }
 
 TEST_F(Files, DirSeesNormalFilesAndFoldersOnRequest) {
-  files.entries["C:\\S\\Fold"] = {{}, kAttributeDirectory};
-  files.entries["C:\\S\\hid.dll"] = {{}, kAttributeHidden};
-  files.entries["C:\\S\\X.dll"] = {};
+  Fill({"Fold/.x", "hidden", "X.dll"});
   EXPECT_EQ(Dir(files, "C:\\S\\x.DLL"), "X.dll");
   EXPECT_EQ(Dir(files, "C:\\S\\"), "X.dll");
-  EXPECT_EQ(Dir(files, "C:\\S\\hid.dll", true), "");
+  EXPECT_EQ(Dir(files, "C:\\S\\hidden", true), "");
   EXPECT_EQ(Dir(files, "C:\\S\\fold"), "");
   EXPECT_EQ(Dir(files, "C:\\S\\fold", true), "Fold");
   EXPECT_EQ(Dir(files, "C:\\S\\*.*", true), ".");
@@ -205,7 +233,7 @@ TEST_F(Files, ShellAndWaitLetsEventsRunUntilTheProcessEnds) {
   Programs programs;
   ShellAndWait(programs, user, "vb6 /make");
   EXPECT_EQ(user.events, 3);
-  ShellAndWait(fake.parts, user, "cannot be started");
+  ShellAndWait(disk.platform().processes, user, "cannot be started");
   EXPECT_EQ(user.events, 3);
 }
 

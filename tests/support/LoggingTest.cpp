@@ -2,13 +2,15 @@
 
 #include <new>
 
+#include "platform/Text.h"
 #include "support/basLogging.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr char kLog[] = "C:\\WINDOWS\\Bx6vbwiz.LOG";
+constexpr char kLog[] = "drive_c/windows/Bx6vbwiz.LOG";
 
 TEST(CallStack, PopsOnlyTheNameOnTop) {
   CallStack stack;
@@ -33,32 +35,33 @@ TEST(Log, FollowsItsSettings) {
                         {"99999", "", false, true}, {"0", "0", true, true},   {"3", "junk", true, true},
                         {"0", "1", true, false},    {"0", "-1", true, false}, {"0", "true", true, false}};
   for (const Case& row : cases) {
-    FakePlatform fake;
-    fake.files.entries[kLog].bytes = "old\r\n";
-    if (*row.level != '\0') fake.parts.settings["Bx6vbwiz/Logging/LogLevel"] = row.level;
-    if (*row.newLog != '\0') fake.parts.settings["Bx6vbwiz/Logging/NewLog"] = row.newLog;
-    Log log(fake.platform);
+    TestMachine disk;
+    disk.Write(kLog, "old\r\n");
+    std::map<std::string, std::string> settings;
+    if (*row.level != '\0') settings["LogLevel"] = row.level;
+    if (*row.newLog != '\0') settings["NewLog"] = row.newLog;
+    disk.LogSettings(settings);
+    Log log(disk.platform());
     log.Init();
     log.Write("K\u00E4se");
-    EXPECT_EQ(fake.files.entries[kLog].bytes,
-              std::string(row.kept ? "old\r\n" : "") + (row.written ? "K\xE4se\r\n" : ""))
+    EXPECT_EQ(disk.Read(kLog), std::string(row.kept ? "old\r\n" : "") + (row.written ? "K\xE4se\r\n" : ""))
         << row.level << " " << row.newLog;
   }
 }
 
 TEST(Log, HasOneBackslashBetweenFolderAndName) {
-  FakePlatform fake;
-  fake.parts.windows = "W:\\";
-  fake.parts.settings = {{"Bx6vbwiz/Logging/LogLevel", "0"}, {"Bx6vbwiz/Logging/LogName", "my.log"}};
-  Log log(fake.platform);
+  TestMachine disk;
+  disk.Write("machine.ini", "[Folders]\r\nWindows=W:\\\r\n");
+  disk.LogSettings({{"LogLevel", "0"}, {"LogName", "my.log"}});
+  Log log(disk.platform());
   log.Init();
   EXPECT_EQ(log.Path(), "W:\\my.log");
 }
 
 TEST(ReportError, LogsTheStackRepeatsAfterRetryAndEndsAfterCancel) {
-  FakePlatform fake;
-  fake.parts.settings["Bx6vbwiz/Logging/LogLevel"] = "0";
-  Session session(fake.platform, StartMode::Automation);
+  TestMachine disk;
+  disk.LogSettings({{"LogLevel", "0"}});
+  Session session(disk.platform(), StartMode::Automation);
   const SessionScope scope(session);
   session.log.Init();
   RecordingUser user;
@@ -76,30 +79,31 @@ TEST(ReportError, LogsTheStackRepeatsAfterRetryAndEndsAfterCancel) {
   };
   EXPECT_THROW(routine(), WizardEnded);
   EXPECT_EQ(runs, 2);
-  EXPECT_EQ(user.messages, std::vector<std::string>(2, "2 (53 : File not found: C:\\x : Bx6vbwiz)"));
+  EXPECT_EQ(user.messages,
+            std::vector<std::string>(2, ErrorMessage("53 : File not found: C:\\x : Bx6vbwiz")));
   EXPECT_TRUE(user.ended);
   EXPECT_EQ(user.returnCode, 0);
   EXPECT_TRUE(session.callStack.Names().empty());
   const std::string report =
       "Unexpected Error 53: File not found: C:\\x from Bx6vbwiz in CFile:Step\r\n"
       "Call Stack:\r\n    Outer\r\n    CFile:Step\r\n";
-  EXPECT_EQ(fake.files.entries[kLog].bytes, report + report);
+  EXPECT_EQ(disk.Read(kLog), report + report);
 }
 
 TEST(ReportError, WithoutAUserEndsTheWizard) {
-  FakePlatform fake;
-  fake.parts.settings["Bx6vbwiz/Logging/LogLevel"] = "0";
+  TestMachine disk;
+  disk.LogSettings({{"LogLevel", "0"}});
   EXPECT_THROW(ReportError("R", RuntimeError(9, "d")), WizardEnded);
-  Session session(fake.platform, StartMode::Automation);
+  Session session(disk.platform(), StartMode::Automation);
   const SessionScope scope(session);
   session.log.Init();
   EXPECT_THROW(ReportError("R", RuntimeError(9, "d", "s")), WizardEnded);
-  EXPECT_EQ(fake.files.entries[kLog].bytes, "Unexpected Error 9: d from s in R\r\nCall stack is empty\r\n");
+  EXPECT_EQ(disk.Read(kLog), "Unexpected Error 9: d from s in R\r\nCall stack is empty\r\n");
 }
 
 TEST(Logging, LogsAnErrorButLetsTheEndOfTheWizardPass) {
-  FakePlatform fake;
-  Session session(fake.platform, StartMode::Automation);
+  TestMachine disk;
+  Session session(disk.platform(), StartMode::Automation);
   const SessionScope scope(session);
   int done = 0;
   Logging("R", [&] {

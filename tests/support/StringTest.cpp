@@ -1,11 +1,12 @@
 #include <gtest/gtest.h>
 
+#include "platform/machine/CodePages.h"
 #include "support/basGUID.h"
 #include "support/basParse.h"
 #include "support/basStr.h"
 #include "support/CCmdOptions.h"
 #include "support/Conversion.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
 
 namespace bxvbwiz {
 namespace {
@@ -115,7 +116,7 @@ TEST(TextToNumber, TakesNothingButADecimalNumber) {
 }
 
 TEST(CreateGUID, IsTheRegistryForm) {
-  FakeParts guids;
+  FixedGuids guids;
   EXPECT_EQ(CreateGUID(guids, false), "{0F1E2D3C-4A5B-6987-A5B4-C3D2E1F00102}");
   EXPECT_EQ(CreateGUID(guids, true), "0F1E2D3C-4A5B-6987-A5B4-C3D2E1F00102");
 }

@@ -1,16 +1,47 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "platform/Forwarding.h"
 #include "support/basLogging.h"
-#include "support/FakePlatform.h"
+#include "support/Doubles.h"
 #include "sysinfo/CSystemInfo.h"
 #include "sysinfo/Keys.h"
 #include "sysinfo/Values.h"
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 namespace {
 
 constexpr RegistryHandle kMachine = RegConstants::HKeyLocalMachine;
 constexpr char kCurrentVersion[] = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion";
+
+// Counts the open handles; keys of the names in `readOnly` open for reading only.
+class WatchedRegistry : public ForwardingRegistry {
+ public:
+  using ForwardingRegistry::ForwardingRegistry;
+  std::set<std::string> readOnly;
+  int open = 0;
+
+  SystemError OpenKey(RegistryHandle key, const std::string& path, std::uint32_t access,
+                      RegistryHandle& opened) override {
+    if (Refused(path, access)) return SystemError::AccessDenied;
+    return Counted(ForwardingRegistry::OpenKey(key, path, access, opened));
+  }
+  SystemError CreateKey(RegistryHandle key, const std::string& path, std::uint32_t options,
+                        std::uint32_t access, RegistryHandle& opened) override {
+    if (Refused(path, access)) return SystemError::AccessDenied;
+    return Counted(ForwardingRegistry::CreateKey(key, path, options, access, opened));
+  }
+  SystemError CloseKey(RegistryHandle key) override { return --open, ForwardingRegistry::CloseKey(key); }
+
+ private:
+  bool Refused(const std::string& path, std::uint32_t access) const {
+    constexpr std::uint32_t kSetValue = 2;  // KEY_SET_VALUE of winnt.h
+    return (access & kSetValue) != 0 && readOnly.count(path.substr(path.rfind('\\') + 1)) != 0;
+  }
+  SystemError Counted(SystemError result) { return open += result == SystemError::Success, result; }
+};
 
 RegistryData Text(const std::string& text, std::uint32_t type = RegConstants::RegSz) {
   return {type, text + '\0'};
@@ -35,9 +66,12 @@ TEST(RegConstants, MasksAreTheSumsOfTheirRights) {
   EXPECT_EQ(RegConstants::KeyAllAccess, 0x2003FU);
 }
 
-TEST(Key, TakesNameAndHandleOnce) {
-  FakePlatform fake;
-  WatchedRegistry& registry = fake.registry;
+struct RegistryKeys : ::testing::Test {
+  TestMachine disk;
+  WatchedRegistry registry{disk.platform().registry};
+};
+
+TEST_F(RegistryKeys, TakesNameAndHandleOnce) {
   const auto root = Key::Make(registry);
   root->SetName("HKEY_CURRENT_USER");
   EXPECT_EQ(root->Handle(), RegConstants::HKeyCurrentUser);
@@ -51,9 +85,7 @@ TEST(Key, TakesNameAndHandleOnce) {
   EXPECT_EQ(Key::Root(registry, kMachine)->Name(), "HKEY_LOCAL_MACHINE");
 }
 
-TEST(Key, OpensListsAndClosesEveryHandle) {
-  FakePlatform fake;
-  WatchedRegistry& registry = fake.registry;
+TEST_F(RegistryKeys, OpensListsAndClosesEveryHandle) {
   Store(registry, "A\\B\\One");
   Store(registry, "A\\B\\Two\\Deep", {{"v", Text("x")}});
   Store(registry, "A\\B", {{"Name", Text("n")}, {"", Text("unnamed")}});
@@ -88,9 +120,7 @@ TEST(Key, OpensListsAndClosesEveryHandle) {
   EXPECT_EQ(registry.open, 2);  // Deep, and Two, which it keeps as its parent
 }
 
-TEST(Keys, AddsReplacesAndRemoves) {
-  FakePlatform fake;
-  WatchedRegistry& registry = fake.registry;
+TEST_F(RegistryKeys, AddsReplacesAndRemoves) {
   Store(registry, "A\\Old", {{"v", Text("x")}});
   const auto key = OpenForWriting(registry, "A");
   EXPECT_EQ(key->SubKeys().Add("OLD")->Values().Count(), 1U);
@@ -106,7 +136,7 @@ TEST(Keys, AddsReplacesAndRemoves) {
   EXPECT_EQ(Key::Root(registry, kMachine)->OpenSubKeyForReading("A\\Old"), nullptr);
 }
 
-TEST(Value, IsReadByItsTypeAndNeverExpanded) {
+TEST_F(RegistryKeys, IsReadByItsTypeAndNeverExpanded) {
   using Bytes = std::vector<std::uint8_t>;
   const std::tuple<RegistryData, ValueData> cases[] = {
       {Text("abc"), std::string("abc")},
@@ -122,8 +152,6 @@ TEST(Value, IsReadByItsTypeAndNeverExpanded) {
       {{RegConstants::RegBinary, ""}, {}},
   };
   for (const auto& [stored, expected] : cases) {
-    FakePlatform fake;
-    WatchedRegistry& registry = fake.registry;
     Store(registry, "A", {{"v", stored}});
     const auto key = OpenForWriting(registry, "A");
     const auto value = key->Values().Item("V");
@@ -136,9 +164,7 @@ TEST(Value, IsReadByItsTypeAndNeverExpanded) {
   }
 }
 
-TEST(Value, RefusesDataOfAnotherTypeAndNotesAChangedType) {
-  FakePlatform fake;
-  WatchedRegistry& registry = fake.registry;
+TEST_F(RegistryKeys, RefusesDataOfAnotherTypeAndNotesAChangedType) {
   Store(registry, "A", {{"v", Text("abc")}});
   const auto key = OpenForWriting(registry, "A");
   const auto value = key->Values().Item("v");
@@ -160,9 +186,12 @@ TEST(CSystemInfo, FlagsTestFamilyAndOneNumber) {
   const Case cases[] = {{1, 4, 0, "10000"}, {1, 4, 10, "01000"}, {1, 4, 90, "00000"}, {2, 3, 51, "00100"},
                         {2, 4, 0, "00010"}, {2, 5, 1, "00001"},  {2, 6, 1, "00000"},  {0, 0, 0, "00000"}};
   for (const Case& row : cases) {
-    FakePlatform fake;
-    fake.parts.version = {row.major, row.minor, 67109975, row.platformId, ""};
-    const CSystemInfo info(fake.platform);
+    TestMachine disk;
+    disk.Write("machine.ini",
+               "[Version]\nBuildNumber=67109975\nPlatformId=" + std::to_string(row.platformId) +
+                   "\nMajorVersion=" + std::to_string(row.major) +
+                   "\nMinorVersion=" + std::to_string(row.minor) + "\n");
+    const CSystemInfo info(disk.platform());
     std::string flags;
     for (const bool flag : {info.IsWindows95(), info.IsWindows98(), info.IsWindowsNT351(),
                             info.IsWindowsNT4(), info.IsWindowsNT5()})
@@ -179,9 +208,9 @@ TEST(CSystemInfo, ConvertsOnlyATextThatFillsTheServicePackBuffer) {
                                                         {"3" + std::string(127, ' '), 3},
                                                         {std::string(128, '9'), -kErrorOverflow}};
   for (const auto& [text, result] : cases) {
-    FakePlatform fake;
-    fake.parts.version.csdVersion = text;
-    const CSystemInfo info(fake.platform);
+    TestMachine disk;
+    disk.Write("machine.ini", "[Version]\nCSDVersion=\"" + text + "\"\n");
+    const CSystemInfo info(disk.platform());
     std::int32_t number = 0;
     try {
       number = info.WinCSDVersion();
@@ -193,48 +222,45 @@ TEST(CSystemInfo, ConvertsOnlyATextThatFillsTheServicePackBuffer) {
 }
 
 TEST(CSystemInfo, FindsFoldersInTheRegistryOrUnderWindows) {
-  FakePlatform fake;
-  Store(fake.registry, kCurrentVersion,
+  TestMachine disk;
+  Store(disk.platform().registry, kCurrentVersion,
         {{"CommonFilesDir", Text("C:\\PF\\Common\\")}, {"ProgramFilesDir", Text("C:\\PF")}});
-  CSystemInfo info(fake.platform);
-  EXPECT_EQ(fake.parts.folderCalls, 0);
-  EXPECT_EQ(info.WinDir() + info.WinDir() + info.WinSysDir(),
-            "C:\\WINDOWS\\C:\\WINDOWS\\C:\\WINDOWS\\system32\\");
-  EXPECT_EQ(fake.parts.folderCalls, 2);
+  CSystemInfo info(disk.platform());
+  EXPECT_EQ(info.WinDir() + info.WinSysDir(), "C:\\windows\\C:\\windows\\system32\\");
   EXPECT_EQ(info.CommonFilesPath(), "C:\\PF\\Common\\");
   EXPECT_EQ(info.CommonFilesSysPath(), "C:\\PF\\Common\\System\\");
   EXPECT_EQ(info.ProgramFilesPath(), "C:\\PF\\");
   EXPECT_EQ(info.MSDAOPath(), "C:\\PF\\Common\\Microsoft Shared\\DAO\\");
 
-  Store(fake.registry, "SOFTWARE\\Microsoft\\Shared Tools\\DAO",
+  Store(disk.platform().registry, "SOFTWARE\\Microsoft\\Shared Tools\\DAO",
         {{"Other", Text("C:\\No\\x.dll")}, {"Path", Text("C:\\DAO\\dao350.dll")}});
-  EXPECT_EQ(CSystemInfo(fake.platform).MSDAOPath(), "C:\\DAO\\");
+  EXPECT_EQ(CSystemInfo(disk.platform()).MSDAOPath(), "C:\\DAO\\");
 
-  FakePlatform old;
-  old.parts.version.majorVersion = 3;
-  CSystemInfo nt351(old.platform);
+  TestMachine old;
+  old.Write("machine.ini", "[Version]\nMajorVersion=3\n");
+  CSystemInfo nt351(old.platform());
   EXPECT_EQ(nt351.CommonFilesPath() + nt351.ProgramFilesPath(), "C:\\WINDOWS\\C:\\WINDOWS\\");
   EXPECT_EQ(nt351.CommonFilesSysPath(), nt351.WinSysDir());
   EXPECT_EQ(nt351.MSDAOPath(), "C:\\WINDOWS\\MSAPPS\\DAO\\");
 }
 
 TEST(CSystemInfo, ReportsAMissingEntryAndAsksAgainAtTheNextRead) {
-  FakePlatform fake;
-  Session session(fake.platform, StartMode::Automation);
+  TestMachine disk;
+  Session session(disk.platform(), StartMode::Automation);
   const SessionScope scope(session);
   RecordingUser user;
   session.user = &user;
   user.answers = {Button::Retry, Button::Retry};
-  CSystemInfo info(fake.platform);
-  const std::string what = "2 (91 : Object variable or With block variable not set: HKEY_LOCAL_MACHINE\\";
+  CSystemInfo info(disk.platform());
+  const std::string what = "91 : Object variable or With block variable not set: HKEY_LOCAL_MACHINE\\";
   EXPECT_EQ(info.CommonFilesPath(), "");
-  Store(fake.registry, kCurrentVersion);
+  Store(disk.platform().registry, kCurrentVersion);
   EXPECT_EQ(info.CommonFilesPath(), "");
   EXPECT_EQ(user.messages,
-            (std::vector<std::string>{what + kCurrentVersion + " : Bx6vbwiz)",
-                                      what + kCurrentVersion + "\\CommonFilesDir : Bx6vbwiz)"}));
+            (std::vector<std::string>{ErrorMessage(what + kCurrentVersion + " : Bx6vbwiz"),
+                                      ErrorMessage(what + kCurrentVersion + "\\CommonFilesDir : Bx6vbwiz")}));
   EXPECT_THROW(info.ProgramFilesPath(), WizardEnded);
-  Store(fake.registry, kCurrentVersion, {{"CommonFilesDir", Text("C:\\CF")}});
+  Store(disk.platform().registry, kCurrentVersion, {{"CommonFilesDir", Text("C:\\CF")}});
   EXPECT_EQ(info.CommonFilesPath(), "C:\\CF\\");
   EXPECT_TRUE(session.callStack.Names().empty());
 }

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/CompiledStringTable.h"
+#include "support/basStr.h"
+#include "support/User.h"
+
+namespace bxvbwiz {
+
+// Answers messages with the buttons given to it, Cancel when they are used up, and records what it is told.
+class RecordingUser : public User {
+ public:
+  std::deque<Button> answers;
+  std::vector<std::string> messages;
+  std::vector<std::string> statuses;
+  std::vector<std::string> incomplete;
+  std::vector<Pointer> pointers;
+  int advances = 0;
+  int events = 0;
+  int returnCode = -1;
+  bool ended = false;
+
+  Button ShowMessage(const Message& message) override {
+    messages.push_back(message.text);
+    if (answers.empty()) return Button::Cancel;
+    const Button answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+  void ShowStatus(const std::string& text) override { statuses.push_back(text); }
+  void AdvanceProgress() override { ++advances; }
+  void SetPointer(Pointer pointer) override { pointers.push_back(pointer); }
+  void DoEvents() override { ++events; }
+  void SetReturnCode(std::int16_t code) override { returnCode = code; }
+  void WizardHasEnded() override { ended = true; }
+  void NoteIncomplete(const std::string& text) override { incomplete.push_back(text); }
+};
+
+// The message about an unexpected error.
+inline std::string ErrorMessage(const std::string& error) {
+  return TokenReplace(CompiledStringTable().Text(2), {error});
+}
+
+class FixedGuids : public Guids {
+ public:
+  std::optional<GuidBytes> Create() override {
+    return GuidBytes{0x3C, 0x2D, 0x1E, 0x0F, 0x5B, 0x4A, 0x87, 0x69,
+                     0xA5, 0xB4, 0xC3, 0xD2, 0xE1, 0xF0, 1,    2};
+  }
+};
+
+}  // namespace bxvbwiz
