@@ -156,6 +156,10 @@ TEST_F(WizardTest, NamesThatCannotBeFoldersAreRefused) {
     EXPECT_TRUE(Form().fraPanel2.visible) << name;
   }
   seen_.messages.clear();
+  Form().txtApplicationName.text = "\u65E5\u672C";  // not in code page 1252
+  Form().cmdNext_Click(kPanelInformation);
+  EXPECT_EQ(seen_.messages, std::vector<unsigned>{1050});
+  seen_.messages.clear();
   Form().txtApplicationName.text = "Console";
   Form().txtCompanyName.text = "Other Inc.";
   Form().cmdNext_Click(kPanelInformation);
@@ -290,6 +294,29 @@ TEST_F(WizardTest, AStandAloneStartReadsItsOptionsAndLeavesItsResults) {
     EXPECT_EQ(key->Values().Item("ReturnCode")->Text(), finished ? "1" : "0");
     EXPECT_EQ(key->Values().Item("Project")->Text(), finished ? "C:\\Setups\\One\\One.bxp" : "");
   }
+}
+
+TEST_F(WizardTest, ABadCommandLineIsReportedAndStopsNothing) {
+  seen_.answers[2] = Button::Retry;
+  Start(StartMode::StandAlone, "/IABCD /iEFGH");
+  EXPECT_EQ(seen_.messages, std::vector<unsigned>{2});
+  ASSERT_NE(component_->Form(), nullptr);
+  EXPECT_EQ(component_->gApplication->ID, "0000");
+  component_.reset();
+  seen_.answers.clear();
+  Start(StartMode::StandAlone, "/IABCD /iEFGH");  // answered with Cancel
+  EXPECT_EQ(component_->Form(), nullptr);
+  EXPECT_EQ(component_->gApplication, nullptr);
+}
+
+TEST_F(WizardTest, ABuildWithoutALogIsReportedAndMayBeGoneOnFrom) {
+  Start();
+  seen_.answers = {{2, Button::Retry}, {1091, Button::Yes}};
+  Form().chkRebuild.checked = true;
+  LeaveWelcome();
+  EXPECT_EQ(seen_.messages, (std::vector<unsigned>{2, 1091}));
+  EXPECT_TRUE(Form().fraPanel2.visible);
+  EXPECT_EQ(Form().Incomplete().size(), 1U) << "the lists were not read";
 }
 
 // Fails every write to one file.
