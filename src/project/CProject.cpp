@@ -65,7 +65,7 @@ std::string ProjectFolder(FileSystem& files, const std::string& projectFile) {
 }  // namespace
 
 std::string OutputFolder(FileSystem& files, const std::string& projectFile, const std::string& exePath) {
-  const std::string projectFolder = FixPath(ProjectFolder(files, projectFile));
+  std::string projectFolder = FixPath(ProjectFolder(files, projectFile));
   if (exePath.empty()) return projectFolder;
   std::string path = exePath;
   if (!IsAbsolutePath(path) && !StartsWith(path, "\\\\")) {

@@ -57,7 +57,7 @@ void Generation::CopyTemplate() {
     return ProductValue(platform_, form_, RegConstants::HKeyLocalMachine, kBorvexWizardKey, "TemplateSource");
   }));
   templateProjectFile_ = Reporting(kRoutine, [this] {
-    const std::string found = Dir(platform_.files, templateFolder_ + "*.bxp");
+    std::string found = Dir(platform_.files, templateFolder_ + "*.bxp");
     if (found.empty()) throw RuntimeError(kErrorFileNotFound, "File not found: " + templateFolder_ + "*.bxp");
     return found;
   });
