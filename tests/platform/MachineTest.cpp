@@ -223,15 +223,6 @@ TEST(Machine, OnlyWhatChangedIsStored) {
   EXPECT_THROW(machine.machine().Save(), MachineError);
 }
 
-TEST(Machine, SettingsAreThoseOfTheCurrentUser) {
-  TestMachine machine;
-  machine.Registry(
-      "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\App\\Section]\r\n\"Key\"=\"text\"\r\n"
-      "\"Number\"=dword:00000001\r\n");
-  EXPECT_EQ(machine.platform().settings.Get("app", "section", "key", "default"), "text");
-  EXPECT_EQ(machine.platform().settings.Get("App", "Section", "Number", "default"), "default");
-}
-
 TEST(MachineClock, AGivenTimeIsThePresentInUtc) {
   const struct {
     const char* seconds;

@@ -5,7 +5,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr const char* kAdo = "{00000300-0000-0010-8000-00AA006D2EA4}";
-constexpr const char* kDao = "{00025E04-0000-0000-C000-000000000046}";
 const std::string kMissing = "1046/48 The component ";
 
 class ControlTest : public ProjectFixture {
@@ -134,6 +133,8 @@ TEST_F(ControlTest, ReferencesToDataAccessLibrariesAreFlaggedAndNotIncluded) {
   Register("{R}", "1.0", "C:\\Rdo\\msrdo20.dll");
   Register("{S}", "2.0", "C:\\s\\user32.dll");
   Register("{X}", "1.0", "C:\\x\\x.tlb");
+  Register("{Y}", "1.0", "");
+  Put("C:\\windows\\system32\\here.tlb", "");
   EXPECT_EQ(Resolve("*\\G" + std::string(kAdo) + "#2.0#0#x\\msado20.tlb#"), "C:\\Ado\\msado20.tlb|no|ADO|");
   EXPECT_EQ(Resolve("*\\G{A}#1.0#0#x.dll#"), "C:\\Ado\\MSADO15.dll|no|ADO|");
   EXPECT_EQ(Resolve("*\\G{D}#1.0#0#x.dll#"), "C:\\Dao\\dao350.dll|no|DAO|");
@@ -142,28 +143,10 @@ TEST_F(ControlTest, ReferencesToDataAccessLibrariesAreFlaggedAndNotIncluded) {
   // A system file is not included, whatever the case of its name.
   EXPECT_EQ(Resolve("*\\G{S}#2.0#0#..\\user32.DLL#"), "C:\\s\\user32.dll|no||");
   EXPECT_TRUE(user.incomplete.empty());
-}
-
-TEST_F(ControlTest, AMissingDataAccessFileCanBeReplacedByTheSupportedOne) {
-  Register(kDao, "3.5", "");
-  Register("{X}", "1.0", "");
-  Put("C:\\windows\\system32\\here.tlb", "");
-  const std::string dao = "*\\G" + std::string(kDao) + "#3.5#0#x\\dao35.dll#Microsoft DAO 3.5";
-  const std::string question =
-      "1037/52 The component Microsoft DAO 3.5 (dao35.dll) referenced in your project";
-  EXPECT_EQ(Resolve(dao), "C:\\windows\\system32\\dao35.dll|no|DAO|" + question);
-  EXPECT_EQ(Join(builder.calls), "C:\\windows\\system32\\|C:\\windows\\system32\\dao35.dll|");
-  EXPECT_TRUE(user.incomplete.empty());
-
-  user.answers[1037] = Button::No;
-  EXPECT_EQ(Resolve(dao), "C:\\windows\\system32\\dao35.dll|no||" + question);
-  EXPECT_EQ(builder.calls.size(), 1U);
-  EXPECT_EQ(user.incomplete.size(), 1U);
-
-  EXPECT_EQ(Resolve("*\\G{X}#1.0#0#here.tlb#X"), "C:\\windows\\system32\\here.tlb|yes||");
-  EXPECT_EQ(Resolve("*\\G{X}#1.0#0#x.tlb#The X"),
-            "C:\\windows\\system32\\x.tlb|no||" + kMissing + "The X (x.tlb)");
   EXPECT_EQ(Resolve("*\\G{None}#1.0#0#x.tlb#The X"), "x.tlb|no||" + kMissing + "x.tlb");
+  EXPECT_EQ(Resolve("*\\G{Y}#1.0#0#here.tlb#X"), "C:\\windows\\system32\\here.tlb|yes||");
+  EXPECT_EQ(Resolve("*\\G{Y}#1.0#0#x.tlb#The X"),
+            "C:\\windows\\system32\\x.tlb|no||" + kMissing + "The X (x.tlb)");
 }
 
 }  // namespace

@@ -7,7 +7,6 @@ namespace bxvbwiz {
 namespace {
 
 using ReportTest = SetupFixture;
-using PatchTest = SetupFixture;
 
 TEST(Format, LinesBreakAtMarkersAndAtBlanksFromColumn75On) {
   const std::string nine = *ReplaceAll(std::string(9, '#'), "#", "1234567 ");  // 72 columns
@@ -77,32 +76,9 @@ TEST_F(ReportTest, TheFileHoldsTheReportAndTheTree) {
   EXPECT_THROW(WriteReport(run().platform, "C:\\None", "", view), RuntimeError);
 }
 
-TEST_F(PatchTest, TheTemplateIsFilledWithTheAnswers) {
-  Put("Setup\\My.bxp", "[Data]\r\nInstallationGUID=old\r\n[Language]\r\nLanguageSupport0=0007\r\n");
-  Put("Setup\\String Tables\\0009-English\\value.shl", "");
+TEST_F(ReportTest, ADataLinkReplacesALongerOne) {
   Put("Links\\Old.bxl", "something longer than what will be written into the data link file afterwards");
-  const SetupAnswers answers{"My App", "Acme", "Utility", "1.2", "my.exe"};
-  for (int repeat = 0; repeat < 2; ++repeat) {
-    PatchIpr(run().platform, run().lists, answers, "C:\\Setup\\My.bxp");
-    run().lists.Forget();
-  }
-  PatchShl(run().platform, answers, "C:\\Setup");
-  PatchMda(run().platform, answers, "C:\\Setup");
-  PatchShell(run().platform, answers, kSetup);
   CreateDataLink(run().platform, kSetup, "Old");
-  EXPECT_EQ(Words("Setup\\My.bxp"),
-            "[Data] InstallationGUID=0F1E2D3C-4A5B-6987-A5B4-C3D2E1F00102 InstallRoot=C:\\Setup "
-            "CompanyName=Acme Type=Utility Version=1.2 ProductName=My App [Language] LanguageSupport0=0007 "
-            "LanguageSupport1=0009");
-  EXPECT_EQ(Words("Setup\\String Tables\\0009-English\\value.shl"),
-            "[Data] TITLE_MAIN=My App UNINST_KEY=My App TITLE_CAPTIONBAR=My App Setup "
-            "UNINST_DISPLAY_NAME=My App FOLDER_NAME=My App PRODUCT_NAME=My App COMPANY_NAME=Acme "
-            "PRODUCT_VERSION=1.2 PRODUCT_KEY=my.exe");
-  EXPECT_EQ(Words("Setup\\Media\\Default\\Default.mda"),
-            "[SetupInfo] APPLICATIONNAME=My App [TagFileInfo] APPLICATIONNAME=My App");
-  EXPECT_EQ(Words("Setup\\Shell Objects\\Default.shl"),
-            "[Shortcut0] DisplayText=My App Target=<TARGETDIR>\\my.exe [Icon0] DisplayText=My App "
-            "Target=<TARGETDIR>\\my.exe [Data] Shortcut0=Folder2\\My App Icon0=Group0\\My App");
   EXPECT_EQ(Stored("Links\\Old.bxl"),
             "[Data]\r\nLocation=C:\\Setup\r\n\r\n[General]\r\nId=BXLinkFile\r\nVersion=1.00.000\r\n");
 }
