@@ -61,7 +61,8 @@ constexpr std::string_view kRegistry = R"(REGEDIT4
 @="\"C:\\Program Files\\Microsoft Visual Studio\\VB98\\VB6.EXE\" /make \"%1\""
 )";
 
-// Parts of Windows itself, which no setup may install.
+// Parts of Windows itself, which no setup may install, and of the Visual Basic runtime, which comes with a
+// component of its own.
 constexpr std::string_view kSystemFiles = R"([System]
 1File=KERNEL32.DLL
 2File=USER32.DLL
@@ -83,6 +84,11 @@ constexpr std::string_view kSystemFiles = R"([System]
 18File=MPR.DLL
 19File=SHLWAPI.DLL
 20File=IMM32.DLL
+21File=MSVBVM50.DLL
+22File=MSVBVM60.DLL
+23File=STDOLE2.TLB
+24File=OLEPRO32.DLL
+25File=ASYCFILT.DLL
 )";
 
 constexpr std::string_view kProject = R"([Data]
