@@ -7,7 +7,7 @@
 #include "platform/machine/ProfileEngine.h"
 #include "project/CProject.h"
 #include "support/basLogging.h"
-#include "support/Doubles.h"
+#include "support/RecordingUser.h"
 #include "TestMachine.h"
 
 // A machine for the fuzz targets of the project's readers, whose files are all the same.

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/CompiledStringTable.h"
-
 namespace bxvbwiz {
 namespace {
 
@@ -39,13 +37,6 @@ TEST(Text, ABrokenSequenceIsCharactersOfItsBytes) {
   EXPECT_EQ(CharacterCount("\xF4\x90\x80\x80"), 4u) << "behind the last code point";
   EXPECT_EQ(CharacterCount("\xF0\x9F\x98\x80"), 1u);
   EXPECT_EQ(FirstCharacters("\u00E4\u8868z", 2), "\u00E4\u8868");
-}
-
-TEST(CompiledStringTable, GivesEachTextByItsNumberAndNothingForOthers) {
-  const CompiledStringTable table;
-  EXPECT_EQ(table.Text(1016), "Visual Basic Project Wizard");
-  EXPECT_EQ(table.Text(1040), " Setup");
-  for (const unsigned missing : {0u, 1u, 1022u, 65535u}) EXPECT_EQ(table.Text(missing), "");
 }
 
 }  // namespace

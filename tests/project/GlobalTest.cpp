@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "project/basGlobal.h"
-#include "support/Doubles.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -60,24 +59,6 @@ TEST(GlobalTest, SystemFilesAreListedUpToAGapAndReadOnce) {
   disk.platform().profiles.WriteString("System", "5File", "new.dll", global.gDepFilePath());
   global.LoadSystemFiles();
   EXPECT_FALSE(global.IsSystemFile("new.dll"));
-}
-
-TEST(GlobalTest, AMissingProductKeyIsToldOnceAndAlwaysEndsTheWizard) {
-  TestMachine disk;
-  RecordingUser user;
-  basGlobal global(disk.platform());
-  global.user = &user;
-  for (int time = 0; time < 2; ++time) {
-    EXPECT_THROW(global.LoadSystemFiles(), WizardEnded);
-    EXPECT_TRUE(user.ended);
-    user.ended = false;
-  }
-  EXPECT_EQ(user.messages, (std::vector<std::string>{
-                               "The key HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex "
-                               "Professional\\6.0\\VBWiz cannot be found in the "
-                               "Registry. Borvex may not be properly installed. The Wizard will abort."}));
-  EXPECT_EQ(user.returnCode, -1);
-  EXPECT_FALSE(global.gSystemFilesLoaded());
 }
 
 TEST(GlobalTest, AnIniEntryIsFoundByItsExactValueBeforeTheFirstGap) {

@@ -11,7 +11,7 @@
 #include "project/CProject.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
-#include "support/Doubles.h"
+#include "support/RecordingUser.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {

@@ -39,12 +39,6 @@ TEST_F(ProjectTest, KeysAreExactPrefixesOfALine) {
   }
 }
 
-TEST_F(ProjectTest, ValuesAreDecodedFromTheMachinesCodePage) {
-  disk.Write("machine.ini", "[Machine]\nCodePage=932\n");
-  Read("Type=Exe\r\nName=\"\x83\x5c\"\r\n");  // a letter whose second byte is that of the backslash
-  EXPECT_EQ(project->Name, "\xE3\x82\xBD");
-}
-
 TEST_F(ProjectTest, AProjectWithoutItsOutputNeedsARebuild) {
   for (const char* path : {"C:\\Prj\\Demo.exe", "C:\\Out\\Demo.exe", "C:\\Prj\\bin\\Demo.exe"}) Put(path, "");
   const std::vector<std::tuple<const char*, const char*, bool>> cases = {

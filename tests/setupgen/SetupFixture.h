@@ -8,11 +8,10 @@
 #include <vector>
 
 #include "platform/Forwarding.h"
-#include "platform/machine/MachineFacts.h"
 #include "setupgen/CFileGroups.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
-#include "support/Doubles.h"
+#include "support/RecordingUser.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -50,23 +49,15 @@ class SetupFixture : public ::testing::Test {
  protected:
   struct Run {
     Run(Platform& machine, User& user)
-        : profiles(machine.profiles), files(machine.files), platform{machine.registry,
-                                                                     machine.facts,
-                                                                     files,
-                                                                     profiles,
-                                                                     machine.processes,
-                                                                     guids,
-                                                                     machine.settings,
-                                                                     clock,
-                                                                     machine.codePage,
-                                                                     machine.strings} {
+        : profiles(machine.profiles),
+          files(machine.files),
+          platform{machine.registry, machine.facts,    files,         profiles,         machine.processes,
+                   machine.guids,    machine.settings, machine.clock, machine.codePage, machine.strings} {
       session.log.Init();
       session.user = global.user = &user;
     }
     WatchedProfiles profiles;
     WatchedFiles files;
-    FixedGuids guids;
-    MachineClock clock{"1041465600"};
     Platform platform;
     Session session{platform, StartMode::Automation};
     SessionScope scope{session};

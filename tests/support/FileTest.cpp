@@ -7,7 +7,7 @@
 #include "support/basLogging.h"
 #include "support/basMisc.h"
 #include "support/basShell.h"
-#include "support/Doubles.h"
+#include "support/RecordingUser.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {

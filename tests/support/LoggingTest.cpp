@@ -4,7 +4,7 @@
 
 #include "platform/Text.h"
 #include "support/basLogging.h"
-#include "support/Doubles.h"
+#include "support/RecordingUser.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {

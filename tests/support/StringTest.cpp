@@ -6,7 +6,6 @@
 #include "support/basStr.h"
 #include "support/CCmdOptions.h"
 #include "support/Conversion.h"
-#include "support/Doubles.h"
 
 namespace bxvbwiz {
 namespace {
@@ -114,6 +113,14 @@ TEST(TextToNumber, TakesNothingButADecimalNumber) {
   EXPECT_EQ(RoundToInteger(-3.5, -9, 9), -4);
   EXPECT_EQ(RoundToInteger(9.5, -9, 9), std::nullopt);
 }
+
+class FixedGuids : public Guids {
+ public:
+  std::optional<GuidBytes> Create() override {
+    return GuidBytes{0x3C, 0x2D, 0x1E, 0x0F, 0x5B, 0x4A, 0x87, 0x69,
+                     0xA5, 0xB4, 0xC3, 0xD2, 0xE1, 0xF0, 1,    2};
+  }
+};
 
 TEST(CreateGUID, IsTheRegistryForm) {
   FixedGuids guids;

@@ -44,12 +44,4 @@ inline std::string ErrorMessage(const std::string& error) {
   return TokenReplace(CompiledStringTable().Text(2), {error});
 }
 
-class FixedGuids : public Guids {
- public:
-  std::optional<GuidBytes> Create() override {
-    return GuidBytes{0x3C, 0x2D, 0x1E, 0x0F, 0x5B, 0x4A, 0x87, 0x69,
-                     0xA5, 0xB4, 0xC3, 0xD2, 0xE1, 0xF0, 1,    2};
-  }
-};
-
 }  // namespace bxvbwiz
