@@ -1,0 +1,165 @@
+#include "WizardFixture.h"
+
+namespace bxvbwiz {
+namespace {
+
+TEST_F(WizardTest, PagesFollowEachOtherAndBack) {
+  Start();
+  EXPECT_FALSE(Form().cmdNext[kPanelWelcome].enabled) << "no project yet";
+  EXPECT_EQ(Form().defaultButton, &Form().cmdNext[0]);
+  LeaveWelcome();
+  EXPECT_TRUE(Form().fraPanel2.visible);
+  EXPECT_FALSE(Form().fraPanel1.visible);
+  EXPECT_EQ(Form().caption, "Visual Basic Project Wizard - Project Information");
+  EXPECT_EQ(Form().focus, &Form().txtApplicationName);
+  EXPECT_EQ(Form().txtApplicationName.text, "My  App");
+  EXPECT_EQ(Form().txtCompanyName.text, "Acme Inc.");
+  EXPECT_EQ(Form().txtApplicationVersion.text, "2.7");
+  EXPECT_EQ(Form().lblExeName.text, "C:\\...\\App.exe");
+  Form().cmdBack_Click(kPanelInformation);
+  EXPECT_TRUE(Form().fraPanel1.visible);
+  LeaveWelcome();
+  Form().cmdNext_Click(kPanelInformation);
+  EXPECT_TRUE(Form().fraPanel3.visible);
+  Form().ShowPanel(kPanelDataAccess);
+  EXPECT_FALSE(Form().pbrProgress.visible);
+  Form().cmdNext_Click(kPanelDataAccess);
+  EXPECT_TRUE(Form().fraPanel4.visible) << "no step leads on from the data-access page";
+  Form().cmdBack_Click(kPanelDataAccess);
+  EXPECT_FALSE(Form().fraPanel4.visible);
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_TRUE(Form().fraReport.visible);
+  EXPECT_EQ(Form().defaultButton, &Form().cmdOK);
+  EXPECT_EQ(app_->ProjectFile(), "C:\\Setups\\My  App\\My  App.bxp");
+  Form().cmdOK_Click();
+  EXPECT_EQ(app_->ReturnCode(), -1);
+  EXPECT_FALSE(app_->StillExecuting());
+  EXPECT_EQ(component_->Form(), nullptr);
+  EXPECT_TRUE(seen_.messages.empty());
+}
+
+TEST_F(WizardTest, TheInformationPageIsSkippedBothWays) {
+  Start();
+  app_->ShowPage2 = false;
+  app_->AppName = "Host's name";
+  LeaveWelcome();
+  EXPECT_TRUE(Form().fraPanel3.visible);
+  Form().cmdBack_Click(kPanelSummary);
+  EXPECT_TRUE(Form().fraPanel1.visible);
+  LeaveWelcome();
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_EQ(app_->ProjectFile(), "C:\\Setups\\Host s name\\Host s name.bxp");
+}
+
+TEST_F(WizardTest, NamesThatCannotBeFoldersAreRefused) {
+  Start();
+  LeaveWelcome();
+  for (const char* name : {"a.b", "a\\b", "a'b", "CON", "con", "Lpt1", "blank ", "tab\tin", "nul"}) {
+    seen_.messages.clear();
+    Form().txtApplicationName.text = name;
+    Form().cmdNext_Click(kPanelInformation);
+    EXPECT_EQ(seen_.messages, std::vector<unsigned>{1050}) << name;
+    EXPECT_TRUE(Form().fraPanel2.visible) << name;
+  }
+  seen_.messages.clear();
+  Form().txtApplicationName.text = "\u65E5\u672C";  // not in code page 1252
+  Form().cmdNext_Click(kPanelInformation);
+  EXPECT_EQ(seen_.messages, std::vector<unsigned>{1050});
+  seen_.messages.clear();
+  Form().txtApplicationName.text = "Console";
+  Form().txtCompanyName.text = "Other Inc.";
+  Form().cmdNext_Click(kPanelInformation);
+  EXPECT_EQ(seen_.messages, std::vector<unsigned>{1051}) << "only the proposal may keep its full stop";
+  Form().txtCompanyName.text = "Acme Inc.";
+  Form().cmdNext_Click(kPanelInformation);
+  EXPECT_TRUE(Form().fraPanel3.visible);
+}
+
+TEST_F(WizardTest, AnIllegalKeyIsRefusedAndAnEmptyTextDisablesNext) {
+  Start();
+  LeaveWelcome();
+  char32_t key = U'.';
+  Form().txtApplicationName_KeyPress(key);
+  EXPECT_EQ(key, 0U);
+  key = U'|';
+  Form().txtCompanyName_KeyPress(key);
+  key = U'\u00E9';
+  Form().txtCompanyName_KeyPress(key);
+  EXPECT_EQ(key, U'\u00E9');
+  EXPECT_EQ(seen_.messages, (std::vector<unsigned>{1050, 1051}));
+  Form().txtApplicationVersion.text.clear();
+  Form().txtApplicationVersion_Change();
+  EXPECT_FALSE(Form().cmdNext[kPanelInformation].enabled);
+  Form().txtApplicationVersion.text = "3";
+  Form().txtApplicationVersion_Change();
+  EXPECT_TRUE(Form().cmdNext[kPanelInformation].enabled);
+}
+
+TEST_F(WizardTest, EveryWayToCancelLeavesZeroAndNothingBehind) {
+  const std::vector<std::function<void(frmMain&)>> ways = {
+      [](frmMain& form) { form.cmdCancel_Click(); }, [](frmMain& form) { form.Form_KeyDown(kKeyEscape); },
+      [](frmMain& form) { form.Form_QueryUnload(); }};
+  for (const auto& cancel : ways) {
+    for (const bool whileScanning : {false, true}) {
+      seen_ = Seen();
+      Start();
+      if (whileScanning) {
+        seen_.whileEventsRun = [&](frmMain& form) {
+          cancel(form);
+          form.cmdNext_Click(kPanelWelcome);  // ignored: the handler of the first one still runs
+          EXPECT_FALSE(form.Ended()) << "the step goes on";
+        };
+        LeaveWelcome();
+      } else {
+        LeaveWelcome();
+        Form().Form_KeyDown(112);  // F1
+        ASSERT_NE(component_->Form(), nullptr);
+        cancel(Form());
+      }
+      EXPECT_TRUE(seen_.unloaded);
+      EXPECT_EQ(component_->Form(), nullptr);
+      EXPECT_EQ(app_->ReturnCode(), 0);
+      EXPECT_FALSE(app_->StillExecuting());
+      app_.reset();
+    }
+  }
+  EXPECT_FALSE(machine_.Exists("drive_c/Setups/My  App"));
+}
+
+TEST_F(WizardTest, AStandAloneStartReadsItsOptionsAndLeavesItsResults) {
+  for (const bool finished : {true, false}) {
+    Start(StartMode::StandAlone, "/IABCD /S0 /PC:\\Src\\App.vbp /A" + std::string(finished ? "One" : "Two"));
+    EXPECT_FALSE(component_->gApplication->ShowPage2);
+    Form().Form_Activate();
+    EXPECT_TRUE(Form().cmdNext[kPanelWelcome].enabled) << "the project is proposed";
+    Form().cmdNext_Click(kPanelWelcome);
+    if (finished) {
+      Form().cmdNext_Click(kPanelSummary);
+      Form().cmdOK_Click();
+    } else {
+      Form().cmdCancel_Click();
+    }
+    EXPECT_EQ(component_->gApplication, nullptr);
+    const auto key = Key::Root(machine_.platform().registry, RegConstants::HKeyCurrentUser)
+                         ->OpenSubKeyForReading("SOFTWARE\\Borvex\\Borvex Professional\\6.0\\ABCD");
+    ASSERT_NE(key, nullptr);
+    EXPECT_EQ(key->Values().Item("ReturnCode")->Text(), finished ? "1" : "0");
+    EXPECT_EQ(key->Values().Item("Project")->Text(), finished ? "C:\\Setups\\One\\One.bxp" : "");
+  }
+}
+
+TEST_F(WizardTest, ABadCommandLineIsReportedAndStopsNothing) {
+  seen_.answers[2] = Button::Retry;
+  Start(StartMode::StandAlone, "/IABCD /iEFGH");
+  EXPECT_EQ(seen_.messages, std::vector<unsigned>{2});
+  ASSERT_NE(component_->Form(), nullptr);
+  EXPECT_EQ(component_->gApplication->ID, "0000");
+  component_.reset();
+  seen_.answers.clear();
+  Start(StartMode::StandAlone, "/IABCD /iEFGH");  // answered with Cancel
+  EXPECT_EQ(component_->Form(), nullptr);
+  EXPECT_EQ(component_->gApplication, nullptr);
+}
+
+}  // namespace
+}  // namespace bxvbwiz

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "sysinfo/Values.h"
+#include "TestMachine.h"
+#include "wizard/Application.h"
+
+// Drives the whole wizard without a window: a view that answers by a script, and a small project on a machine
+// folder.
+namespace bxvbwiz {
+
+// What the view leaves behind; it outlives the form.
+struct Seen {
+  std::vector<unsigned> messages;
+  std::string lastText;
+  std::map<unsigned, Button> answers;  // by string number; Ok without one
+  std::function<void(frmMain&)> whileEventsRun;
+  std::vector<std::string> incomplete;
+  bool unloaded = false;
+};
+
+class ScriptedView : public FormView {
+ public:
+  ScriptedView(frmMain& form, Seen& seen) : form_(form), seen_(seen) {}
+  Button ShowMessage(const Message& message, const std::string&) override {
+    seen_.messages.push_back(message.number);
+    seen_.lastText = message.text;
+    const auto answer = seen_.answers.find(message.number);
+    if (answer == seen_.answers.end()) return message.number == 2 ? Button::Cancel : Button::Ok;
+    const Button button = answer->second;
+    if (message.number == 2) seen_.answers.erase(answer);  // Retry once, then Cancel
+    return button;
+  }
+  void Refresh() override {}
+  void ProcessEvents() override {
+    if (seen_.whileEventsRun) seen_.whileEventsRun(form_);
+  }
+  void SetPointer(Pointer) override {}
+  std::string BrowseForFile(const std::string&, const std::string& pattern) override {
+    return "C:\\Src\\App" + pattern.substr(1);
+  }
+  void OpenHelp(const std::string&) override {}
+  int TextWidth(const std::string& text) const override { return static_cast<int>(text.size()); }
+  int ExeLabelWidth() const override { return 20; }
+  void Unload(const frmMain& form) override {
+    seen_.unloaded = true;
+    seen_.incomplete = form.Incomplete();
+  }
+
+ private:
+  frmMain& form_;
+  Seen& seen_;
+};
+
+class WizardTest : public testing::Test {
+ protected:
+  WizardTest() {
+    machine_.InstallProduct();
+    machine_.Write("drive_c/Src/App.vbp",
+                   "Type=Exe\r\nForm=Main.frm\r\nName=\"My: App. "
+                   "\"\r\nExeName32=\"App.exe\"\r\nMajorVer=2\r\nPath32=\"Release\\Final\"\r\n"
+                   "RevisionVer=7\r\nVersionCompanyName=\"Acme Inc.\"\r\n");
+    machine_.Write("drive_c/Src/Main.frm", "VERSION 5.00\r\n");
+    machine_.Write("drive_c/Src/Release/Final/App.exe", "MZ");
+  }
+
+  void Start(StartMode mode = StartMode::Automation, const std::string& commandLine = "") {
+    StartOn(machine_.platform(), mode, commandLine);
+  }
+  void StartOn(Platform& platform, StartMode mode = StartMode::Automation,
+               const std::string& commandLine = "") {
+    component_ = std::make_unique<Component>(platform, mode, commandLine, [this](frmMain& form) {
+      return std::make_unique<ScriptedView>(form, seen_);
+    });
+    component_->SubMain();
+    if (mode == StartMode::Automation) app_ = std::make_unique<Application>(*component_);
+  }
+  void TearDown() override {
+    app_.reset();
+    component_.reset();
+  }
+  frmMain& Form() { return *component_->Form(); }
+  void LeaveWelcome(const std::string& project = "C:\\Src\\App.vbp") {
+    Form().txtVBPname.text = project;
+    Form().txtVBPname_Change();
+    Form().cmdNext_Click(kPanelWelcome);
+  }
+
+  TestMachine machine_;
+  Seen seen_;
+  std::unique_ptr<Component> component_;
+  std::unique_ptr<Application> app_;
+};
+
+}  // namespace bxvbwiz
