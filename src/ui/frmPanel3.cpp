@@ -29,7 +29,7 @@ class CurrentDirectoryScope {
 
 // Where the facts say that a file lies.
 std::string LocationOf(const std::string& name, const FileRecord& facts) {
-  return UpperCase(FixPath(facts.FileLinkPath) + GetPathFileName(name));
+  return FixPath(facts.FileLinkPath) + GetPathFileName(name);
 }
 
 }  // namespace
@@ -181,18 +181,18 @@ void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
   std::shared_ptr<CFile> file = files_->FindItem(files_->KeyOf(name));
   if (file == nullptr) {
     file = files_->Add(name);
-  } else if (facts.LinkResolves && !file->LinkResolves &&
-             EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name))) {
-    file->FileName = name;
   } else {
-    const bool isMissing =
-        !facts.LinkResolves && EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
-    if (!isMissing && LocationOf(file->FileName, *file) != LocationOf(name, facts)) {
-      NoteIncomplete("The file " + FixPath(facts.FileLinkPath) + GetPathFileName(name) +
-                     " was left out, because " + FixPath(file->FileLinkPath) +
-                     GetPathFileName(file->FileName) + " has the same key.");
+    const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
+    // A copy that was not found is no other file: the one that is there serves.
+    if (isSameName && !facts.LinkResolves) return;
+    const std::string location = LocationOf(name, facts);
+    const std::string taken = LocationOf(file->FileName, *file);
+    if (EqualsIgnoreCase(location, taken)) return;
+    if (!isSameName || file->LinkResolves) {
+      return NoteIncomplete("The file " + location + " was left out, because " + taken +
+                            " has the same key.");
     }
-    return;
+    file->FileName = name;
   }
   fileGroups_->GetFileGroupInfo("", name, "", &facts, *file);
 }

@@ -22,7 +22,6 @@ struct Seen {
   std::string lastText;
   std::map<unsigned, Button> answers;  // by string number; Ok without one
   std::function<void(frmMain&)> whileEventsRun;
-  std::vector<std::string> incomplete;
   bool unloaded = false;
 };
 
@@ -49,10 +48,7 @@ class ScriptedView : public FormView {
   void OpenHelp(const std::string&) override {}
   int TextWidth(const std::string& text) const override { return static_cast<int>(text.size()); }
   int ExeLabelWidth() const override { return 20; }
-  void Unload(const frmMain& form) override {
-    seen_.unloaded = true;
-    seen_.incomplete = form.Incomplete();
-  }
+  void Unload(const frmMain&) override { seen_.unloaded = true; }
 
  private:
   frmMain& form_;
