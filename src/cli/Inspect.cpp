@@ -20,13 +20,14 @@ constexpr int kCodePage = 1252;
 // False, with a message, for what cannot be read; only regular files are opened, so that nothing waits for a
 // pipe.
 bool ReadBytes(const std::string& path, std::string& bytes) {
+  const std::filesystem::path place = std::filesystem::u8path(path);
   std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) {
-    const bool exists = std::filesystem::exists(path, error);
+  if (!std::filesystem::is_regular_file(place, error)) {
+    const bool exists = std::filesystem::exists(place, error);
     std::cerr << "bxvbwiz: " << path << (exists ? " is no regular file\n" : " does not exist\n");
     return false;
   }
-  std::ifstream file(path, std::ios::binary);
+  std::ifstream file(place, std::ios::binary);
   bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
   if (!file.is_open() || file.bad()) {
     std::cerr << "bxvbwiz: " << path << " cannot be read\n";

@@ -178,19 +178,20 @@ int Refuse(const std::string& path, const std::string& reason, int code) {
 
 int MakeMachine(const std::string& folder) {
   std::error_code error;
-  if (fs::exists(folder, error) && (!fs::is_directory(folder, error) || !fs::is_empty(folder, error))) {
+  const fs::path root = fs::u8path(folder);
+  if (fs::exists(root, error) && (!fs::is_directory(root, error) || !fs::is_empty(root, error))) {
     return Refuse(folder, "exists and is no empty folder", kExitUsage);
   }
   for (const char* path : kFolderPaths) {
-    const fs::path made = fs::path(folder) / path;
+    const fs::path made = root / path;
     if (!fs::create_directories(made, error) && error)
-      return Refuse(made.string(), error.message(), kExitNotFinished);
+      return Refuse(made.u8string(), error.message(), kExitNotFinished);
   }
   for (const TemplateFile& file : kFiles) {
-    const fs::path path = fs::path(folder) / file.path;
+    const fs::path path = root / file.path;
     fs::create_directories(path.parent_path(), error);
     if (!WriteWithWindowsLines(path, file.text))
-      return Refuse(path.string(), "cannot be written", kExitNotFinished);
+      return Refuse(path.u8string(), "cannot be written", kExitNotFinished);
   }
   std::cout << "Made the machine folder " << folder << ".\n";
   return kExitFinished;

@@ -89,9 +89,10 @@ void TakeAnswers(const WizardOptions& more, Options& options) {
 
 }  // namespace
 
-std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
+std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& options) {
   CLI::App app("Turns a Visual Basic 5/6 project into a Borvex setup project.", "bxvbwiz");
   app.set_version_flag("--version", kVersion);
+  app.allow_windows_style_options(false);  // a path of another system may begin with a slash
   app.require_subcommand(1);
   WizardOptions more;
   CLI::App* analyse = app.add_subcommand(
@@ -110,7 +111,8 @@ std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
       ->required();
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version behind a command
   try {
-    app.parse(argc, argv);
+    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    app.parse(std::move(arguments));
     TakeAnswers(more, options);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kExitFinished : kExitUsage;

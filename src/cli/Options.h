@@ -41,6 +41,6 @@ struct Options {
 
 // Reads the command line. When there is nothing to run (help, version, wrong usage) what is to be said was
 // printed, and the exit code is given.
-std::optional<int> ReadOptions(int argc, char** argv, Options& options);
+std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& options);
 
 }  // namespace bxvbwiz

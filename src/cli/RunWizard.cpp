@@ -1,8 +1,8 @@
 #include "cli/RunWizard.h"
 
-#include <filesystem>
 #include <iostream>
 
+#include "cli/Computer.h"
 #include "cli/ConsoleView.h"
 #include "cli/JsonOutput.h"
 #include "cli/Outcome.h"
@@ -16,10 +16,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr unsigned kIllegalCompanyName = 1051;  // as the project-information page refuses it
-
-bool IsWindowsPath(const std::string& path) {
-  return (path.size() > 2 && path[1] == ':') || StartsWith(path, "\\\\");
-}
 
 // Adds the files below a folder, folders after their files.
 void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix,
@@ -41,10 +37,10 @@ void ListFiles(FileSystem& files, const std::string& folder, const std::string& 
 // One run of the wizard without a window: presses the buttons that a user would.
 class Run {
  public:
-  Run(const Options& options, Machine& machine)
+  Run(const Options& options, Computer& computer)
       : options_(options),
-        machine_(machine),
-        component_(machine.platform(), StartMode::Automation, "", [this](frmMain& form) {
+        computer_(computer),
+        component_(computer.platform(), StartMode::Automation, "", [this](frmMain& form) {
           return std::make_unique<ConsoleView>(form, options_, outcome_);
         }) {}
 
@@ -55,9 +51,9 @@ class Run {
       outcome_.returnCode = app_->ReturnCode();
       outcome_.projectFile = app_->ProjectFile();
     }
-    if (!outcome_.projectFile.empty()) outcome_.projectFileHere = machine_.HostPath(outcome_.projectFile);
+    if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
     if (!outcome_.setupFolder.empty()) {
-      ListFiles(machine_.platform().files, outcome_.setupFolder, "", outcome_.writtenFiles);
+      ListFiles(computer_.platform().files, outcome_.setupFolder, "", outcome_.writtenFiles);
     }
     return code;
   }
@@ -154,7 +150,7 @@ class Run {
   }
 
   const Options& options_;
-  Machine& machine_;
+  Computer& computer_;
   Outcome outcome_;
   Component component_;
   std::unique_ptr<Application> app_;
@@ -179,13 +175,6 @@ void PrintRest(const Options& options, const Outcome& outcome) {
   }
 }
 
-// The project's path on the machine; empty when it lies elsewhere.
-std::string ProjectOnMachine(const Options& options, const Machine& machine) {
-  if (IsWindowsPath(options.project)) return options.project;
-  std::error_code ignored;
-  return machine.WindowsPath(std::filesystem::absolute(options.project, ignored).lexically_normal().string());
-}
-
 // Gives the exit code, `code` unless --strict makes another of it.
 int Show(const Options& options, const Outcome& outcome, int code) {
   if (options.json) {
@@ -198,34 +187,39 @@ int Show(const Options& options, const Outcome& outcome, int code) {
   return code == kExitFinished && options.strict && !outcome.incomplete.empty() ? kExitIncomplete : code;
 }
 
+// Null, with a message, when there is no machine to work on.
+std::unique_ptr<Computer> OpenComputer(const Options& options) {
+  if (!options.machine.empty()) {
+    try {
+      return OpenMachineFolder(options.machine);
+    } catch (const MachineError& error) {
+      std::cerr << "bxvbwiz: " << error.what() << '\n';
+      return nullptr;
+    }
+  }
+  std::unique_ptr<Computer> computer = OpenThisComputer();
+  if (computer == nullptr) {
+    std::cerr
+        << "bxvbwiz: there is no Windows here: name a machine folder with --machine or $BXVBWIZ_MACHINE\n";
+  }
+  return computer;
+}
+
 }  // namespace
 
 int RunWizard(const Options& options) {
-  if (options.machine.empty()) {
-    std::cerr
-        << "bxvbwiz: there is no Windows here: name a machine folder with --machine or $BXVBWIZ_MACHINE\n";
-    return kExitUsage;
-  }
-  std::unique_ptr<Machine> machine;
-  try {
-    machine = std::make_unique<Machine>(options.machine);
-  } catch (const MachineError& error) {
-    std::cerr << "bxvbwiz: " << error.what() << '\n';
-    return kExitUsage;
-  }
-  if (const std::size_t skipped = machine->SkippedRegistryValues(); skipped > 0) {
-    std::cerr << "bxvbwiz: " << skipped << " values of registry.reg could not be read and were left out.\n";
-  }
-  const std::string project = ProjectOnMachine(options, *machine);
+  const std::unique_ptr<Computer> computer = OpenComputer(options);
+  if (computer == nullptr) return kExitUsage;
+  const std::string project = computer->ProjectPath(options.project);
   if (project.empty()) {
     std::cerr << "bxvbwiz: " << options.project << " lies outside the drives of the machine folder "
               << options.machine << '\n';
     return Show(options, Outcome{}, kExitProject);
   }
-  Run run(options, *machine);
+  Run run(options, *computer);
   int code = run.Go(project);
   try {
-    machine->Save();
+    computer->Save();
   } catch (const MachineError& error) {
     std::cerr << "bxvbwiz: " << error.what() << '\n';
     code = kExitNotFinished;

@@ -5,12 +5,13 @@
 #include "cli/MachineNew.h"
 #include "cli/Options.h"
 #include "cli/RunWizard.h"
+#include "cli/Terminal.h"
 
 namespace {
 
-int Run(int argc, char** argv) {
+int Run(std::vector<std::string> arguments) {
   bxvbwiz::Options options;
-  if (const auto code = bxvbwiz::ReadOptions(argc, argv, options)) return *code;
+  if (const auto code = bxvbwiz::ReadOptions(std::move(arguments), options)) return *code;
   switch (options.command) {
     case bxvbwiz::Command::Inspect:
       return bxvbwiz::InspectFiles(options);
@@ -25,7 +26,7 @@ int Run(int argc, char** argv) {
 
 int main(int argc, char** argv) {
   try {
-    const int code = Run(argc, argv);
+    const int code = Run(bxvbwiz::ProgramArguments(argc, argv));
     if (std::cout.flush()) return code;
     std::cerr << "bxvbwiz: the standard output could not be written\n";
     return bxvbwiz::kExitNotFinished;

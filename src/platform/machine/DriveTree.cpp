@@ -164,10 +164,10 @@ void DriveTree::Forget() {
 
 std::string DriveTree::WindowsPathOf(const std::string& hostPath) const {
   std::error_code error;
-  std::filesystem::path full = std::filesystem::absolute(hostPath, error);
+  std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(hostPath), error);
   if (!error) full = std::filesystem::weakly_canonical(full, error);
   if (error) return {};
-  std::string text = full.generic_string();
+  std::string text = full.generic_u8string();
   while (text.size() > 1 && text.back() == '/') text.pop_back();
   const std::string prefix = machineFolder_ + std::string(kDrivePrefix);
   if (!StartsWith(text, prefix) || text.size() == prefix.size()) return {};

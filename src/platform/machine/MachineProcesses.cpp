@@ -46,8 +46,7 @@ std::string MachineProcesses::HostProgram(const std::string& program) const {
     if (tree_.Parse(path, parsed) != SystemError::Success) continue;
     const auto found = programs_.find(parsed.Key());
     if (found == programs_.end()) continue;
-    const bool absolute = found->second.front() == '/';
-    return absolute ? found->second : tree_.MachineFolder() + "/" + found->second;
+    return host::IsAbsolutePath(found->second) ? found->second : tree_.MachineFolder() + "/" + found->second;
   }
   return {};
 }

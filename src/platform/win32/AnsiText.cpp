@@ -2,45 +2,36 @@
 
 #include <windows.h>
 
-namespace bxvbwiz {
+#include <algorithm>
 
+#include "platform/win32/WideText.h"
+
+namespace bxvbwiz {
 namespace {
 
-std::wstring Widen(std::string_view bytes, UINT codePage) {
-  if (bytes.empty()) return {};
-  const int size = static_cast<int>(bytes.size());
-  std::wstring wide(
-      static_cast<std::size_t>(MultiByteToWideChar(codePage, 0, bytes.data(), size, nullptr, 0)), L'\0');
-  MultiByteToWideChar(codePage, 0, bytes.data(), size, wide.data(), static_cast<int>(wide.size()));
-  return wide;
-}
-
-std::string Narrow(const std::wstring& wide, UINT codePage) {
-  if (wide.empty()) return {};
-  const int size = static_cast<int>(wide.size());
-  std::string bytes(static_cast<std::size_t>(
-                        WideCharToMultiByte(codePage, 0, wide.data(), size, nullptr, 0, nullptr, nullptr)),
-                    '\0');
-  WideCharToMultiByte(codePage, 0, wide.data(), size, bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                      nullptr);
-  return bytes;
-}
-
 bool IsAscii(std::string_view text) {
-  for (const char c : text) {
-    if (static_cast<unsigned char>(c) >= 0x80) return false;
-  }
-  return true;
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
 }  // namespace
 
 std::string FromAnsi(std::string_view bytes) {
-  return IsAscii(bytes) ? std::string(bytes) : Narrow(Widen(bytes, CP_ACP), CP_UTF8);
+  if (IsAscii(bytes)) return std::string(bytes);
+  const int size = static_cast<int>(bytes.size());
+  const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide.data(), length);
+  return Narrow(wide);
 }
 
 std::string ToAnsi(std::string_view text) {
-  return IsAscii(text) ? std::string(text) : Narrow(Widen(text, CP_UTF8), CP_ACP);
+  if (IsAscii(text)) return std::string(text);
+  const std::wstring wide = Widen(text);
+  const int size = static_cast<int>(wide.size());
+  const int length = WideCharToMultiByte(CP_ACP, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), size, bytes.data(), length, nullptr, nullptr);
+  return bytes;
 }
 
 }  // namespace bxvbwiz

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "platform/win32/AnsiText.h"
+#include "platform/win32/OwnedHandle.h"
 
 namespace bxvbwiz {
 
@@ -14,36 +15,6 @@ SystemError LastError() {
 SystemError Result(BOOL succeeded) {
   return succeeded != FALSE ? SystemError::Success : LastError();
 }
-
-class OwnedHandle {
- public:
-  explicit OwnedHandle(HANDLE handle) : handle_(handle) {}
-  ~OwnedHandle() {
-    if (Valid()) CloseHandle(handle_);
-  }
-  OwnedHandle(const OwnedHandle&) = delete;
-  OwnedHandle& operator=(const OwnedHandle&) = delete;
-  bool Valid() const { return handle_ != nullptr && handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE Get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
-
-class OwnedSearch {
- public:
-  explicit OwnedSearch(HANDLE search) : search_(search) {}
-  ~OwnedSearch() {
-    if (Valid()) FindClose(search_);
-  }
-  OwnedSearch(const OwnedSearch&) = delete;
-  OwnedSearch& operator=(const OwnedSearch&) = delete;
-  bool Valid() const { return search_ != INVALID_HANDLE_VALUE; }
-  HANDLE Get() const { return search_; }
-
- private:
-  HANDLE search_;
-};
 
 class MappedView : public FileView {
  public:

@@ -12,7 +12,8 @@
 #include "platform/SystemError.h"
 
 // What a machine folder needs of the computer that it lies on and the standard library does not have. Paths
-// are paths of this computer. No declaration here shows a type of an operating system.
+// are paths of this computer in UTF-8, with "/" between the names on every system. No declaration here shows
+// a type of an operating system.
 namespace bxvbwiz::host {
 
 enum class FileKind { Missing, File, Folder, Link, Other };
@@ -31,6 +32,8 @@ FileStatus StatusOf(const std::string& path);
 
 // The absolute path without links; empty when it leads nowhere.
 std::string RealPath(const std::string& path);
+// Whether a path needs no current folder (nor, on Windows, a current drive).
+bool IsAbsolutePath(const std::string& path);
 
 // The names in a folder without "." and "..", in no order. False when it cannot be read.
 bool ListNames(const std::string& folder, std::vector<std::string>& names);
@@ -49,7 +52,7 @@ class InputFile {
   SystemError Read(char* buffer, std::size_t size, std::size_t& count);
 
  private:
-  int file_ = -1;
+  std::intptr_t file_ = -1;  // the system's handle; -1: none
   FileStatus status_;
 };
 

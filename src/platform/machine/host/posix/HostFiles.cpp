@@ -128,6 +128,10 @@ std::string RealPath(const std::string& path) {
   return real ? real.get() : std::string();
 }
 
+bool IsAbsolutePath(const std::string& path) {
+  return !path.empty() && path.front() == '/';
+}
+
 bool ListNames(const std::string& folder, std::vector<std::string>& names) {
   names.clear();
   const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.c_str()), &closedir);
@@ -141,15 +145,16 @@ bool ListNames(const std::string& folder, std::vector<std::string>& names) {
 }
 
 InputFile::~InputFile() {
-  if (file_ >= 0) close(file_);
+  if (file_ >= 0) close(static_cast<int>(file_));
 }
 
 SystemError InputFile::Open(const std::string& path) {
   // Without O_NONBLOCK a pipe with no writer would block for ever.
-  file_ = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
-  if (file_ < 0) return LastError();
+  const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
+  if (file < 0) return LastError();
+  file_ = file;
   struct stat status = {};
-  if (fstat(file_, &status) != 0) return LastError();
+  if (fstat(file, &status) != 0) return LastError();
   status_ = FromStat(status);
   return status_.kind == FileKind::File ? SystemError::Success : SystemError::AccessDenied;
 }
@@ -157,7 +162,7 @@ SystemError InputFile::Open(const std::string& path) {
 SystemError InputFile::Read(char* buffer, std::size_t size, std::size_t& count) {
   count = 0;
   while (count < size) {
-    const ssize_t got = read(file_, buffer + count, size - count);
+    const ssize_t got = read(static_cast<int>(file_), buffer + count, size - count);
     if (got < 0 && errno == EINTR) continue;
     if (got < 0) return LastError();
     if (got == 0) break;

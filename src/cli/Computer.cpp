@@ -1,0 +1,45 @@
+#include "cli/Computer.h"
+
+#include <filesystem>
+#include <iostream>
+
+#include "platform/machine/Machine.h"
+#include "platform/Text.h"
+
+namespace bxvbwiz {
+namespace {
+
+bool IsWindowsPath(const std::string& path) {
+  return (path.size() > 2 && path[1] == ':') || StartsWith(path, "\\\\");
+}
+
+class MachineFolder : public Computer {
+ public:
+  explicit MachineFolder(const std::string& folder) : machine_(folder) {
+    if (const std::size_t skipped = machine_.SkippedRegistryValues(); skipped > 0) {
+      std::cerr << "bxvbwiz: " << skipped << " values of registry.reg could not be read and were left out.\n";
+    }
+  }
+
+  Platform& platform() override { return machine_.platform(); }
+  std::string ProjectPath(const std::string& project) override {
+    // On Windows both kinds of path look alike; what lies inside the folder is meant there.
+    std::error_code ignored;
+    const std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(project), ignored);
+    const std::string inside = machine_.WindowsPath(full.lexically_normal().u8string());
+    return inside.empty() && IsWindowsPath(project) ? project : inside;
+  }
+  std::string HostPath(const std::string& windowsPath) override { return machine_.HostPath(windowsPath); }
+  void Save() override { machine_.Save(); }
+
+ private:
+  Machine machine_;
+};
+
+}  // namespace
+
+std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder) {
+  return std::make_unique<MachineFolder>(folder);
+}
+
+}  // namespace bxvbwiz

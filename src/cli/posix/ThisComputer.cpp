@@ -1,0 +1,9 @@
+#include "cli/Computer.h"
+
+namespace bxvbwiz {
+
+std::unique_ptr<Computer> OpenThisComputer() {
+  return nullptr;
+}
+
+}  // namespace bxvbwiz

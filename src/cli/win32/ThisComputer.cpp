@@ -1,0 +1,27 @@
+#include "cli/Computer.h"
+#include "platform/win32/Win32Platform.h"
+
+namespace bxvbwiz {
+namespace {
+
+class ThisComputer : public Computer {
+ public:
+  Platform& platform() override { return platform_.platform(); }
+  std::string ProjectPath(const std::string& project) override {
+    std::string full;
+    return platform().files.FullPath(project, full) == SystemError::Success ? full : std::string();
+  }
+  std::string HostPath(const std::string& windowsPath) override { return windowsPath; }
+  void Save() override {}  // the system stores every write at once
+
+ private:
+  Win32Platform platform_;
+};
+
+}  // namespace
+
+std::unique_ptr<Computer> OpenThisComputer() {
+  return std::make_unique<ThisComputer>();
+}
+
+}  // namespace bxvbwiz
