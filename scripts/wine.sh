@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Runs a Windows program under Wine, in a prefix of its own in the build tree that is made when it is missing.
+# usage: wine.sh PROGRAM [ARGUMENT]...   the program's exit code is given
+#        wine.sh --stop                  ends the prefix's Wine server
+# BXVBWIZ_WINEPREFIX names another prefix. Without a display of its own (BXVBWIZ_DISPLAY) no window is shown.
+set -euo pipefail
+repository=$(cd "$(dirname "$0")/.." && pwd)
+export WINEPREFIX=${BXVBWIZ_WINEPREFIX:-$repository/build/wine}
+export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d" WINEDEBUG=${WINEDEBUG:--all}
+unset DISPLAY WAYLAND_DISPLAY
+[ -z "${BXVBWIZ_DISPLAY:-}" ] || export DISPLAY=$BXVBWIZ_DISPLAY
+
+if [ "${1:-}" = --stop ]; then
+  [ ! -d "$WINEPREFIX" ] || wineserver -k || true
+  exit 0
+fi
+
+MakePrefix() {
+  mkdir -p "$(dirname "$WINEPREFIX")"
+  (
+    flock 9
+    [ ! -e "$WINEPREFIX/made" ] || exit 0
+    rm -rf "$WINEPREFIX"
+    wineboot -i >/dev/null 2>&1 9>&-
+    # Programs without windows need no display.
+    wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d x11,null /f >/dev/null 2>&1 9>&-
+    wineserver -w
+    touch "$WINEPREFIX/made"
+  ) 9>"$WINEPREFIX.lock"
+}
+[ -e "$WINEPREFIX/made" ] || MakePrefix
+# Stays a while after the last program, so that the next one starts fast; and belongs to none of them, so that
+# nobody who waits for a program's output waits for the server.
+wineserver -p60 </dev/null >/dev/null 2>&1 || true
+exec wine "$@"
