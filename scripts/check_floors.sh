@@ -34,7 +34,7 @@ faults=$(
     $3 == "<" && tolower($4) ~ /^(windows|windowsx|winnt|winreg|winbase|objbase|ole2|oleauto|oaidl|unknwn|shlobj|commctrl|commdlg)\.h$/ &&
       $1 !~ /(^|\/)(win32|com)\// { Fault("<" $4 "> belongs into a folder named win32 or com") }
     $3 == "<" && $4 ~ /^((sys|linux|asm|netinet|arpa)\/.*|(unistd|iconv|fcntl|dirent|pwd|grp|dlfcn|pthread|poll|spawn|termios|langinfo|glob|fnmatch|ftw|libgen|strings|syslog|utime|wordexp|sched|semaphore)\.h)$/ &&
-      $1 !~ /(^|\/)posix\// { Fault("<" $4 "> belongs into a folder named posix") }
+      $1 !~ /(^|\/)(posix|win32)\// { Fault("<" $4 "> belongs into a folder named posix") }
   ' "$includes"
   # A header that includes itself over others: tsort names the loop.
   awk -F'\t' '$3 == "\"" && $1 ~ /\.h$/ { print $1, $4 }' "$includes" | tsort 2>&1 >/dev/null |

@@ -1,20 +1,19 @@
 #include "TestMachine.h"
 
-#include <stdlib.h>  // mkdtemp
-
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <sstream>
-#include <stdexcept>
 
 namespace bxvbwiz {
 
 namespace fs = std::filesystem;
 
 TestMachine::TestMachine() {
-  std::string pattern = (fs::temp_directory_path() / "bxvbwiz-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  folder_ = pattern;
+  std::random_device random;
+  do {
+    folder_ = (fs::temp_directory_path() / ("bxvbwiz-" + std::to_string(random()))).generic_string();
+  } while (!fs::create_directory(folder_));
   fs::create_directories(folder_ + "/drive_c/windows/system32");
   Write("machine.ini", "[Folders]\r\nWindows=C:\\windows\r\nSystem=C:\\windows\\system32\r\n");
 }
@@ -22,11 +21,15 @@ TestMachine::TestMachine() {
 TestMachine::~TestMachine() {
   machine_.reset();
   std::error_code ignored;
+#ifdef _WIN32  // where a read-only file is not removed
+  for (fs::recursive_directory_iterator entry(folder_, ignored), end; entry != end; entry.increment(ignored))
+    fs::permissions(entry->path(), fs::perms::all, ignored);
+#endif
   fs::remove_all(folder_, ignored);
 }
 
 void TestMachine::Write(const std::string& relativePath, const std::string& bytes) {
-  const fs::path path = fs::path(folder_) / relativePath;
+  const fs::path path = fs::path(folder_) / fs::u8path(relativePath);
   fs::create_directories(path.parent_path());
   std::ofstream(path, std::ios::binary) << bytes;
 }
@@ -67,14 +70,14 @@ void TestMachine::InstallProduct() {
 }
 
 std::string TestMachine::Read(const std::string& relativePath) const {
-  std::ifstream file(fs::path(folder_) / relativePath, std::ios::binary);
+  std::ifstream file(fs::path(folder_) / fs::u8path(relativePath), std::ios::binary);
   std::ostringstream text;
   text << file.rdbuf();
   return text.str();
 }
 
 bool TestMachine::Exists(const std::string& relativePath) const {
-  return fs::exists(fs::path(folder_) / relativePath);
+  return fs::exists(fs::path(folder_) / fs::u8path(relativePath));
 }
 
 Machine& TestMachine::machine() {

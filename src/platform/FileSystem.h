@@ -22,6 +22,8 @@ constexpr std::uint32_t kAttributeNormal = 128;
 constexpr std::uint32_t kGenericRead = 0x80000000;
 constexpr std::uint32_t kGenericWrite = 0x40000000;
 constexpr std::uint32_t kShareRead = 1;
+constexpr std::uint32_t kShareWrite = 2;
+constexpr std::uint32_t kShareDelete = 4;
 constexpr std::uint32_t kOpenExisting = 3;
 
 // One entry of a directory listing.

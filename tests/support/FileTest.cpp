@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include "platform/Forwarding.h"
+#include "platform/machine/host/Host.h"
 #include "platform/machine/MachineFacts.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
@@ -199,9 +199,7 @@ TEST_F(Files, SettingTheTimesClosesTheFile) {
   MachineClock clock("86400");
   SetFileTimesToNow(files, clock, "C:\\S\\a.txt");
   SetFileTimesToNow(files, clock, "C:\\S\\none");
-  struct stat status = {};
-  ASSERT_EQ(stat((disk.Folder() + "/drive_c/S/a.txt").c_str(), &status), 0);
-  EXPECT_EQ(status.st_mtime, 86400);
+  EXPECT_EQ(host::StatusOf(disk.Folder() + "/drive_c/S/a.txt").modifiedNanoseconds, 86'400'000'000'000);
   EXPECT_EQ(files.Delete("C:\\S\\a.txt"), SystemError::Success);
 }
 

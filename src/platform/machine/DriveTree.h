@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/machine/host/Host.h"
+#include "platform/machine/OpenFiles.h"
 #include "platform/machine/WindowsPath.h"
 #include "platform/SystemError.h"
 
@@ -85,6 +86,8 @@ class DriveTree {
   // Where a Windows path lies, as far as it exists, and would lie beyond that; empty when it names no drive.
   std::string HostPathOf(const std::string& windowsPath);
   const std::string& MachineFolder() const { return machineFolder_; }
+
+  OpenFiles openFiles;
 
  private:
   std::string DriveFolder(char drive) const;

@@ -10,8 +10,6 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr std::uint32_t kShareWrite = 2;  // FILE_SHARE_WRITE and FILE_SHARE_DELETE of winnt.h
-constexpr std::uint32_t kShareDelete = 4;
 constexpr std::size_t kMaximumDirectory = 248;  // MAX_PATH less a name of the form 8.3
 constexpr std::size_t kSearchBuffer = 260;
 constexpr FileTime kUnixEpoch = 116444736000000000;  // 1970-01-01 as FILETIME counts
@@ -98,51 +96,28 @@ SystemError MachineFiles::Find(const std::string& pattern, std::vector<FoundFile
 
 // ---- open files
 
-bool MachineFiles::IsLocked(const std::string& hostPath, std::uint32_t shareNeeded) const {
-  return std::any_of(openFiles_.begin(), openFiles_.end(), [&](const auto& entry) {
-    return entry.second.hostPath == hostPath && (entry.second.share & shareNeeded) != shareNeeded;
-  });
-}
-
-bool MachineFiles::HasOpenFileBelow(const std::string& hostFolder) const {
-  const std::string prefix = hostFolder + "/";
-  return std::any_of(openFiles_.begin(), openFiles_.end(),
-                     [&](const auto& entry) { return StartsWith(entry.second.hostPath, prefix); });
-}
-
 FileHandle MachineFiles::Open(const std::string& path, std::uint32_t access, std::uint32_t share,
                               std::uint32_t disposition, std::uint32_t /*attributes*/) {
   DriveTree::Place place;
   if (disposition != kOpenExisting || LocateFile(path, place) != SystemError::Success || !place.IsFile()) {
     return kInvalidFile;
   }
-  const bool writes = (access & kGenericWrite) != 0;
-  if (writes && !place.status.writable) return kInvalidFile;
-  const std::uint32_t needed = ((access & kGenericRead) != 0 ? kShareRead : 0) | (writes ? kShareWrite : 0);
-  if (IsLocked(place.hostPath, needed)) return kInvalidFile;
-  for (const auto& [handle, file] : openFiles_) {
-    if (file.hostPath != place.hostPath) continue;
-    // What was opened before must not do what the new opener does not share.
-    if ((file.access & kGenericRead) != 0 && (share & kShareRead) == 0) return kInvalidFile;
-    if ((file.access & kGenericWrite) != 0 && (share & kShareWrite) == 0) return kInvalidFile;
-  }
-  const FileHandle handle = std::exchange(nextHandle_, nextHandle_ + 4);
-  openFiles_[handle] = {place.hostPath, access, share};
-  return handle;
+  if ((access & kGenericWrite) != 0 && !place.status.writable) return kInvalidFile;
+  return tree_.openFiles.Open(place.hostPath, access, share);
 }
 
 bool MachineFiles::Close(FileHandle file) {
-  return openFiles_.erase(file) != 0;
+  return tree_.openFiles.Close(file);
 }
 
 bool MachineFiles::SetTimes(FileHandle file, FileTime time) {
-  const auto found = openFiles_.find(file);
-  if (found == openFiles_.end() || (found->second.access & kGenericWrite) == 0) return false;
+  const OpenFiles::OpenFile* const open = tree_.openFiles.Find(file);
+  if (open == nullptr || (open->access & kGenericWrite) == 0) return false;
   constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
   if (time > static_cast<FileTime>(kMost)) return false;
   const std::int64_t units = static_cast<std::int64_t>(time) - static_cast<std::int64_t>(kUnixEpoch);
   if (units > kMost / kNanosecondsPerUnit || units < -kMost / kNanosecondsPerUnit) return false;
-  return host::SetModified(found->second.hostPath, units * kNanosecondsPerUnit) == SystemError::Success;
+  return host::SetModified(open->hostPath, units * kNanosecondsPerUnit) == SystemError::Success;
 }
 
 // ---- content
@@ -152,7 +127,7 @@ SystemError MachineFiles::Read(const std::string& path, std::string& bytes) {
   const SystemError error = LocateFile(path, place);
   if (error != SystemError::Success) return error;
   if (!place.Exists()) return SystemError::FileNotFound;
-  if (IsLocked(place.hostPath, kShareRead)) return SystemError::SharingViolation;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareRead)) return SystemError::SharingViolation;
   return ReadWholeFile(place.hostPath, bytes);
 }
 
@@ -161,7 +136,7 @@ SystemError MachineFiles::Map(const std::string& path, std::unique_ptr<FileView>
   const SystemError error = LocateFile(path, place);
   if (error != SystemError::Success) return error;
   if (!place.Exists()) return SystemError::FileNotFound;
-  if (IsLocked(place.hostPath, kShareRead)) return SystemError::SharingViolation;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareRead)) return SystemError::SharingViolation;
   return ReadWholeFile(place.hostPath, view);
 }
 
@@ -170,7 +145,7 @@ SystemError MachineFiles::Write(const std::string& path, std::string_view bytes,
   SystemError error = LocateFile(path, place);
   if (error == SystemError::Success) error = tree_.CheckWritable(place);
   if (error != SystemError::Success) return error;
-  if (IsLocked(place.hostPath, kShareWrite)) return SystemError::SharingViolation;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareWrite)) return SystemError::SharingViolation;
   if (mode == WriteMode::Create) return tree_.Replace(place, bytes);
   error = host::AppendContent(place.hostPath, bytes);
   if (!place.Exists()) tree_.Created(place);
@@ -186,8 +161,8 @@ SystemError MachineFiles::Copy(const std::string& source, const std::string& tar
   error = LocateFile(target, to);
   if (error == SystemError::Success) error = tree_.CheckWritable(to);
   if (error != SystemError::Success) return error;
-  if (from.hostPath == to.hostPath || IsLocked(from.hostPath, kShareRead) ||
-      IsLocked(to.hostPath, kShareWrite)) {
+  if (from.hostPath == to.hostPath || tree_.openFiles.IsLocked(from.hostPath, kShareRead) ||
+      tree_.openFiles.IsLocked(to.hostPath, kShareWrite)) {
     return SystemError::SharingViolation;
   }
   std::unique_ptr<FileView> view;
@@ -208,9 +183,9 @@ SystemError MachineFiles::CheckRename(const DriveTree::Place& from, const Window
   // A name may change its case.
   if (to.Exists() && (to.linkPath != from.linkPath || target.IsRoot())) return SystemError::AlreadyExists;
   if (!from.folder->status.writable || !to.folder->status.writable) return SystemError::AccessDenied;
-  if (IsLocked(from.linkPath, kShareDelete)) return SystemError::SharingViolation;
+  if (tree_.openFiles.IsLocked(from.linkPath, kShareDelete)) return SystemError::SharingViolation;
   if (!from.IsFolder()) return SystemError::Success;
-  if (HasOpenFileBelow(from.linkPath)) return SystemError::AccessDenied;
+  if (tree_.openFiles.HasFileBelow(from.linkPath)) return SystemError::AccessDenied;
   const bool tooLong = Utf16Length(target.Text()) >= kMaximumDirectory;
   return tooLong ? SystemError::FilenameTooLong : SystemError::Success;
 }
@@ -240,7 +215,7 @@ SystemError MachineFiles::Delete(const std::string& path) {
   if (error != SystemError::Success) return error;
   if (!place.Exists()) return SystemError::FileNotFound;
   if (!place.status.writable || !place.folder->status.writable) return SystemError::AccessDenied;
-  if (IsLocked(place.hostPath, kShareDelete)) return SystemError::SharingViolation;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareDelete)) return SystemError::SharingViolation;
   error = host::RemoveFile(place.linkPath);
   if (error == SystemError::Success) tree_.Removed(place);
   return error;

@@ -2,7 +2,6 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/machine/DriveTree.h"
@@ -40,28 +39,17 @@ class MachineFiles : public FileSystem {
   SystemError ChangeDirectory(const std::string& path) override;
 
  private:
-  struct OpenFile {
-    std::string hostPath;
-    std::uint32_t access;
-    std::uint32_t share;
-  };
-
   SystemError Locate(const std::string& path, WindowsPath& parsed, DriveTree::Place& place);
   SystemError LocateFile(const std::string& path, DriveTree::Place& place);
   SystemError CheckRename(const DriveTree::Place& from, const WindowsPath& target,
                           const DriveTree::Place& to) const;
   void FindByPattern(DriveTree::Folder& folder, bool isRoot, std::string_view pattern,
                      std::vector<FoundFile>& found);
-  // Whether an open file forbids an access (share bits) to it.
-  bool IsLocked(const std::string& hostPath, std::uint32_t shareNeeded) const;
-  bool HasOpenFileBelow(const std::string& hostFolder) const;
 
   DriveTree& tree_;
   MachineProfileStrings& profiles_;
   const CodePage& codePage_;
   std::vector<std::string> searchFolders_;
-  std::unordered_map<FileHandle, OpenFile> openFiles_;
-  FileHandle nextHandle_ = 4;
 };
 
 }  // namespace bxvbwiz

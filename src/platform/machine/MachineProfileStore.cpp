@@ -46,16 +46,21 @@ bool MachineProfileStore::Changed(const std::string& path, const FileStamp& stam
   return !(StampOf(place.status) == stamp);
 }
 
+SystemError MachineProfileStore::LocateToWrite(const std::string& path, DriveTree::Place& place) {
+  SystemError error = Locate(path, place);
+  if (error == SystemError::Success) error = tree_.CheckWritable(place);
+  const bool locked = error == SystemError::Success && tree_.openFiles.IsLocked(place.hostPath, kShareWrite);
+  return locked ? SystemError::SharingViolation : error;
+}
+
 SystemError MachineProfileStore::CheckWritable(const std::string& path) {
   DriveTree::Place place;
-  const SystemError error = Locate(path, place);
-  return error == SystemError::Success ? tree_.CheckWritable(place) : error;
+  return LocateToWrite(path, place);
 }
 
 SystemError MachineProfileStore::Replace(const std::string& path, std::string_view bytes, FileStamp& stamp) {
   DriveTree::Place place;
-  SystemError error = Locate(path, place);
-  if (error == SystemError::Success) error = tree_.CheckWritable(place);
+  SystemError error = LocateToWrite(path, place);
   if (error == SystemError::Success) error = tree_.Replace(place, bytes);
   if (error == SystemError::Success) stamp = StampOf(host::StatusOf(place.hostPath));
   return error;

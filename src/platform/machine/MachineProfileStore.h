@@ -21,6 +21,8 @@ class MachineProfileStore : public ProfileStore {
 
  private:
   SystemError Locate(const std::string& path, DriveTree::Place& place);
+  // As Locate; fails as well where the file may not be written.
+  SystemError LocateToWrite(const std::string& path, DriveTree::Place& place);
 
   DriveTree& tree_;
 };

@@ -72,7 +72,11 @@ SystemError CheckNames(std::string_view names, bool wildcardsInLast) {
 }  // namespace
 
 std::string FullWindowsPath(std::string_view path, std::string_view current) {
-  if (StartsWith(path, kLongPathPrefix)) return std::string(path);
+  if (StartsWith(path, kLongPathPrefix)) {
+    const std::string_view rest = path.substr(kLongPathPrefix.size());
+    const bool hasRoot = BeginsWithDrive(rest) && rest.substr(2, 1) == "\\";
+    return hasRoot ? std::string(kLongPathPrefix).append(FullWindowsPath(rest, current)) : std::string(path);
+  }
   std::string text(path);
   std::replace(text.begin(), text.end(), '/', '\\');
   if (StartsWith(text, kNetworkPrefix)) {
@@ -163,9 +167,9 @@ SystemError WindowsPath::Parse(std::string_view path, std::string_view current, 
   if (path.empty()) return SystemError::PathNotFound;
   if (path.size() > kMaximumLongPath * 4) return SystemError::FilenameTooLong;
   if (path.find('\0') != std::string_view::npos) return SystemError::InvalidName;
-  parsed.text_ = FullWindowsPath(path, current);
-  const bool isLong = StartsWith(parsed.text_, kLongPathPrefix);
-  if (isLong) parsed.text_.erase(0, kLongPathPrefix.size());
+  // Behind "\\?\" a path is opened as it stands.
+  const bool isLong = StartsWith(path, kLongPathPrefix);
+  parsed.text_ = isLong ? std::string(path.substr(kLongPathPrefix.size())) : FullWindowsPath(path, current);
   if (!BeginsWithDrive(parsed.text_)) return SystemError::PathNotFound;
   if (parsed.text_.size() == 2) parsed.text_ += '\\';
   if (parsed.text_[2] != '\\') return SystemError::InvalidName;

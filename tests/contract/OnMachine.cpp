@@ -1,4 +1,4 @@
-#include "platform/ContractPlatform.h"
+#include "contract/ContractPlatform.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -7,12 +7,17 @@ namespace {
 class ContractMachine : public ContractPlatform {
  public:
   ContractMachine() {
+    machine_.Write("machine.ini",
+                   "[Folders]\r\nWindows=C:\\windows\r\nSystem=C:\\windows\\system32\r\n[Programs]\r\n" +
+                       ChildProgram() + "=" BXVBWIZ_CHILD_PROGRAM "\r\n");
     machine_.Write("drive_c/work/x", "");
+    machine_.Write("drive_c/My Tools/child.exe", "");
     machine_.platform().files.Delete("C:\\work\\x");
     machine_.platform().files.ChangeDirectory(Folder());
   }
   Platform& platform() override { return machine_.platform(); }
   std::string Folder() const override { return "C:\\work"; }
+  std::string ChildProgram() const override { return "C:\\My Tools\\child.exe"; }
 
  private:
   TestMachine machine_;

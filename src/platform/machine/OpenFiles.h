@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+
+#include "platform/FileSystem.h"
+
+namespace bxvbwiz {
+
+// The files of a machine folder that are held open, and what they forbid to others meanwhile.
+class OpenFiles {
+ public:
+  struct OpenFile {
+    std::string hostPath;
+    std::uint32_t access;
+    std::uint32_t share;
+  };
+
+  // kInvalidFile when one that is open does not share `access`, or `share` does not allow what it may do.
+  FileHandle Open(const std::string& hostPath, std::uint32_t access, std::uint32_t share);
+  bool Close(FileHandle file) { return files_.erase(file) != 0; }
+  // Null when there is no such handle.
+  const OpenFile* Find(FileHandle file) const;
+  // Whether an open file forbids an access (share bits) to it.
+  bool IsLocked(const std::string& hostPath, std::uint32_t shareNeeded) const;
+  bool HasFileBelow(const std::string& hostFolder) const;
+
+ private:
+  std::unordered_map<FileHandle, OpenFile> files_;
+  FileHandle next_ = 4;
+};
+
+}  // namespace bxvbwiz
