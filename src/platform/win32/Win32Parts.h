@@ -19,6 +19,7 @@ class Win32SystemFacts : public SystemFacts {
   VersionInfo Version() override;
   std::string WindowsDirectory(std::size_t size) override;
   std::string SystemDirectory(std::size_t size) override;
+  std::uint32_t UserLanguage() override;
 };
 
 class Win32Processes : public Processes {
