@@ -22,6 +22,7 @@ constexpr std::string_view kMachineIni =
 [Machine]
 ; The ANSI code page of text files, profile strings and the registry's text.
 CodePage=1252
+Language=0409
 [Version]
 PlatformId=2
 MajorVersion=5

@@ -38,10 +38,7 @@ DataAccessNeeds DataAccessOf(frmMain& form) {
   return needs;
 }
 
-}  // namespace
-
-void TakeFromForm(frmMain& form, Outcome& outcome) {
-  outcome.incomplete = form.Incomplete();
+void TakeResults(frmMain& form, Outcome& outcome) {
   outcome.setupFolder = form.setupFolder;
   outcome.scriptDefinedVariables = form.scriptDefinedVariables;
   outcome.report = form.txtReport.text;
@@ -56,6 +53,13 @@ void TakeFromForm(frmMain& form, Outcome& outcome) {
         {file.FileName, file.Destination, form.FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination),
          file.SharedFile, file.SelfRegister, file.FileLinkPath, file.LinkResolves, file.FileGroup});
   }
+}
+
+}  // namespace
+
+void TakeFromForm(frmMain& form, Outcome& outcome) {
+  TakeResults(form, outcome);
+  outcome.incomplete = form.Incomplete();  // last: the results ask the machine, which may fail
 }
 
 }  // namespace bxvbwiz

@@ -18,20 +18,22 @@ namespace {
 constexpr unsigned kIllegalCompanyName = 1051;  // as the project-information page refuses it
 
 // Adds the files below a folder, folders after their files.
-void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix,
-               std::vector<std::string>& names) {
+void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix, Outcome& outcome) {
   std::vector<FoundFile> found;
-  if (files.Find(folder + "*.*", found) != SystemError::Success) return;
+  if (files.Find(folder + "*.*", found) != SystemError::Success) {
+    outcome.incomplete.push_back("The files that were written to " + folder + " could not be listed.");
+  }
   std::vector<std::string> folders;
   for (const FoundFile& file : found) {
     if (file.name == "." || file.name == "..") continue;
     if ((file.attributes & kAttributeDirectory) != 0) {
       folders.push_back(file.name);
     } else {
-      names.push_back(prefix + file.name);
+      outcome.writtenFiles.push_back(prefix + file.name);
     }
   }
-  for (const std::string& name : folders) ListFiles(files, folder + name + "\\", prefix + name + "\\", names);
+  for (const std::string& name : folders)
+    ListFiles(files, folder + name + "\\", prefix + name + "\\", outcome);
 }
 
 // One run of the wizard without a window: presses the buttons that a user would.
@@ -53,7 +55,7 @@ class Run {
     }
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
     if (!outcome_.setupFolder.empty()) {
-      ListFiles(computer_.platform().files, outcome_.setupFolder, "", outcome_.writtenFiles);
+      ListFiles(computer_.platform().files, outcome_.setupFolder, "", outcome_);
     }
     return code;
   }
@@ -209,17 +211,20 @@ std::unique_ptr<Computer> OpenComputer(const Options& options) {
 
 int RunWizard(const Options& options) {
   const std::unique_ptr<Computer> computer = OpenComputer(options);
-  if (computer == nullptr) return kExitUsage;
-  const std::string project = computer->ProjectPath(options.project);
+  return computer == nullptr ? kExitUsage : RunWizardOn(options, *computer);
+}
+
+int RunWizardOn(const Options& options, Computer& computer) {
+  const std::string project = computer.ProjectPath(options.project);
   if (project.empty()) {
     std::cerr << "bxvbwiz: " << options.project << " lies outside the drives of the machine folder "
               << options.machine << '\n';
     return Show(options, Outcome{}, kExitProject);
   }
-  Run run(options, *computer);
+  Run run(options, computer);
   int code = run.Go(project);
   try {
-    computer->Save();
+    computer.Save();
   } catch (const MachineError& error) {
     std::cerr << "bxvbwiz: " << error.what() << '\n';
     code = kExitNotFinished;

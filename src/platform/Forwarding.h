@@ -97,6 +97,7 @@ class ForwardingProfileStrings : public ProfileStrings {
   bool WriteSection(ProfileText section, ProfileText entries, const std::string& file) override {
     return inner_.WriteSection(section, entries, file);
   }
+  std::vector<std::string> Unreadable() override { return inner_.Unreadable(); }
   std::vector<std::string> Flush() override { return inner_.Flush(); }
 
  private:

@@ -19,6 +19,8 @@ enum class SystemError : std::uint32_t {
   GeneralFailure = 31,
   SharingViolation = 32,
   HandleEof = 38,
+  BadNetworkPath = 53,
+  BadNetworkName = 67,
   FileExists = 80,
   DiskFull = 112,
   InvalidName = 123,
@@ -29,5 +31,22 @@ enum class SystemError : std::uint32_t {
   NoMoreItems = 259,
   InvalidDirectory = 267,
 };
+
+// True for the errors that say that there is no such file or key: an answer, where the others leave open
+// whether there is one.
+constexpr bool MeansMissing(SystemError error) {
+  switch (error) {
+    case SystemError::FileNotFound:
+    case SystemError::PathNotFound:
+    case SystemError::BadNetworkPath:
+    case SystemError::BadNetworkName:
+    case SystemError::InvalidName:
+    case SystemError::FilenameTooLong:
+    case SystemError::InvalidDirectory:
+      return true;
+    default:
+      return false;
+  }
+}
 
 }  // namespace bxvbwiz

@@ -26,6 +26,9 @@ class SystemFacts {
   // fit.
   virtual std::string WindowsDirectory(std::size_t size) = 0;
   virtual std::string SystemDirectory(std::size_t size) = 0;
+  // GetUserDefaultLCID: the language in the low word (0x0409), its primary language in that word's low 10
+  // bits.
+  virtual std::uint32_t UserLanguage() = 0;
 };
 
 }  // namespace bxvbwiz

@@ -1,6 +1,10 @@
 #include "project/basDependency.h"
 
+#include <algorithm>
+#include <charconv>
+#include <iterator>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -14,10 +18,30 @@ namespace {
 
 constexpr std::size_t kUsesBuffer = 254;
 constexpr std::size_t kSectionBuffer = 510;
-constexpr const char* kListEnd = "NONE";  // reads where a key is missing
+constexpr std::size_t kSectionListBuffer = 0xFFFF;  // bytes; the names of some thousand sections
+constexpr const char* kListEnd = "NONE";            // reads where a key is missing
+
+// Parts of an LCID: LANGIDFROMLCID, PRIMARYLANGID and LANG_ENGLISH of winnt.h.
+constexpr std::uint32_t kLanguageOfLcid = 0xFFFF;
+constexpr std::uint32_t kPrimaryLanguage = 0x3FF;
+constexpr std::uint32_t kEnglish = 0x09;
 
 bool SectionExists(Platform& platform, const std::string& file, const std::string& section) {
   return !platform.profiles.GetString(section, std::nullopt, "", kSectionBuffer, file).empty();
+}
+
+// The language of a section that is named "<name> <0009>", four hexadecimal digits; nothing when it is not.
+std::optional<std::uint32_t> SectionLanguage(const std::string& section, const std::string& name) {
+  constexpr std::size_t kTail = 7;  // " <0009>"
+  if (section.size() <= kTail || !EndsWith(section, ">")) return std::nullopt;
+  const std::size_t end = section.size() - kTail;
+  if (section.compare(end, 2, " <") != 0) return std::nullopt;
+  std::uint32_t language = 0;
+  const char* digitsEnd = section.data() + section.size() - 1;
+  const auto [rest, error] = std::from_chars(section.data() + end + 2, digitsEnd, language, 16);
+  if (error != std::errc() || rest != digitsEnd) return std::nullopt;
+  if (!EqualsIgnoreCase(std::string_view(section).substr(0, end), name)) return std::nullopt;
+  return language;
 }
 
 // Where the facts say that the file lies; its name when they do not know.
@@ -200,10 +224,24 @@ std::string SystemFolder(Platform& platform) {
 std::string FindDepSection(Platform& platform, const std::string& depFile, const std::string& name) {
   if (depFile.empty() || name.empty()) return "";
   if (SectionExists(platform, depFile, name)) return name;
-  constexpr unsigned kLanguage = 1094;  // "0009-English"
-  const std::string language = platform.strings.Text(kLanguage);
-  const std::string section = name + " <" + language.substr(0, language.find('-')) + ">";
-  return SectionExists(platform, depFile, section) ? section : "";
+  const std::uint32_t language = platform.facts.UserLanguage() & kLanguageOfLcid;
+  const std::uint32_t wanted[] = {language, language & kPrimaryLanguage, kEnglish};
+  std::size_t bestRank = std::size(wanted) + 1;
+  std::string best;
+  const std::string list =
+      platform.profiles.GetString(std::nullopt, std::nullopt, "", kSectionListBuffer, depFile);
+  for (std::size_t start = 0; start < list.size();) {
+    const std::string section = list.substr(start, list.find('\0', start) - start);
+    start += section.size() + 1;
+    const std::optional<std::uint32_t> found = SectionLanguage(section, name);
+    if (!found) continue;
+    const auto* place = std::find(std::begin(wanted), std::end(wanted), *found);
+    const auto rank = static_cast<std::size_t>(place - std::begin(wanted));
+    if (rank >= bestRank || !SectionExists(platform, depFile, section)) continue;
+    bestRank = rank;
+    best = section;
+  }
+  return best;
 }
 
 std::string FindDepFile(AnalysisContext& context, const std::string& filePath) {

@@ -25,8 +25,9 @@ void ReadDependencies(AnalysisContext& context, const std::string& name, const s
 // none. A name without a folder has none beside it.
 std::string FindDepFile(AnalysisContext& context, const std::string& filePath);
 
-// The section of `depFile` that describes a file: that of its name, or else that of its name and the setup's
-// language ("RICHTX32.OCX <0009>"), which generated .dep files have instead. Empty when there is neither.
+// The section of `depFile` that describes a file: that of its name. Generated .dep files have sections of the
+// name and a language instead ("RICHTX32.OCX <0009>"); of these it is the one of the user's language, of its
+// primary language, of English, or the first there is. Empty when there is none.
 std::string FindDepSection(Platform& platform, const std::string& depFile, const std::string& name);
 
 // The system folder with a trailing backslash.

@@ -137,7 +137,9 @@ void WriteReport(Platform& platform, const std::string& setupDir, const std::str
 
   // Every printed item but the first ends in a line break of its own.
   std::string text = print(kFileTitle);
-  text += platform.clock.LocalDateTimeText() + kBreak + kBreak + kBreak;
+  const std::string now = platform.clock.LocalDateTimeText();
+  if (now.empty()) TellFailure("The report " + path + " bears no date: the system did not tell it.");
+  text += now + kBreak + kBreak + kBreak;
   text += separator;
   text += print(kReportTitle) + kBreak;
   text += FormatFor80CharDisplay(report) + kBreak;

@@ -4,6 +4,14 @@
 
 namespace bxvbwiz {
 
+std::string CheckedProfileStrings::GetString(ProfileText section, ProfileText key,
+                                             std::string_view defaultValue, std::size_t size,
+                                             const std::string& file) {
+  std::string value = ForwardingProfileStrings::GetString(section, key, defaultValue, size, file);
+  for (const std::string& unread : Unreadable()) Tell("The file " + unread + " could not be read.");
+  return value;
+}
+
 bool CheckedProfileStrings::WriteString(ProfileText section, ProfileText key, ProfileText value,
                                         const std::string& file) {
   return Check(ForwardingProfileStrings::WriteString(section, key, value, file), file);
@@ -20,10 +28,12 @@ std::vector<std::string> CheckedProfileStrings::Flush() {
 }
 
 bool CheckedProfileStrings::Check(bool written, const std::string& file) {
-  if (written || !failed_.insert(file).second) return written;
-  WriteLog("Cannot write " + file);
-  if (user != nullptr) user->NoteIncomplete("The file " + file + " could not be written.");
-  return false;
+  if (!written) Tell("The file " + file + " could not be written.");
+  return written;
+}
+
+void CheckedProfileStrings::Tell(const std::string& text) {
+  if (told_.insert(text).second) TellFailure(text);
 }
 
 }  // namespace bxvbwiz

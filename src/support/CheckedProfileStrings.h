@@ -4,26 +4,25 @@
 #include <string>
 
 #include "platform/Forwarding.h"
-#include "support/User.h"
 
 namespace bxvbwiz {
 
-// Profile strings whose failed writes are not lost: each file that could not be written is logged and told to
-// the user as incomplete, once.
+// Profile strings whose failures are not lost: each file that could not be read or written is told, once.
 class CheckedProfileStrings : public ForwardingProfileStrings {
  public:
   explicit CheckedProfileStrings(ProfileStrings& inner) : ForwardingProfileStrings(inner) {}
 
-  User* user = nullptr;  // whom a failure is told; null: it is only logged
-
+  std::string GetString(ProfileText section, ProfileText key, std::string_view defaultValue, std::size_t size,
+                        const std::string& file) override;
   bool WriteString(ProfileText section, ProfileText key, ProfileText value, const std::string& file) override;
   bool WriteSection(ProfileText section, ProfileText entries, const std::string& file) override;
   std::vector<std::string> Flush() override;
 
  private:
   bool Check(bool written, const std::string& file);
+  void Tell(const std::string& text);
 
-  std::set<std::string> failed_;
+  std::set<std::string> told_;
 };
 
 }  // namespace bxvbwiz

@@ -9,7 +9,10 @@ namespace bxvbwiz {
 std::string CreateGUID(Guids& guids, bool stripBraces) {
   const CallStackEntry entry("CreateGUID");
   const std::optional<GuidBytes> guid = guids.Create();
-  if (!guid) return {};
+  if (!guid) {
+    TellFailure("The system gave no new identifier (GUID).");
+    return {};
+  }
   // The first three parts of a GUID are numbers, which lie in memory with the low byte first.
   constexpr std::size_t kOrder[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
   constexpr char kDigits[] = "0123456789ABCDEF";

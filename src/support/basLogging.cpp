@@ -90,6 +90,22 @@ void LogError(std::string_view routine, const RuntimeError& error) {
   for (const std::string_view name : names) WriteLog("    " + std::string(name));
 }
 
+void PassOver(std::string_view routine, const RuntimeError& error) {
+  LogError(routine, error);
+  if (currentSession == nullptr || currentSession->user == nullptr) return;
+  currentSession->user->NoteIncomplete("A step failed (" + std::string(routine) + "): " + error.what() + ".");
+}
+
+void TellFailure(const std::string& text) {
+  WriteLog(text);
+  if (currentSession != nullptr && currentSession->user != nullptr)
+    currentSession->user->NoteIncomplete(text);
+}
+
+std::string ErrorCodeText(SystemError error) {
+  return " (system error " + std::to_string(static_cast<std::uint32_t>(error)) + ")";
+}
+
 void ReportError(std::string_view routine, const RuntimeError& error) {
   LogError(routine, error);
   if (currentSession == nullptr || currentSession->user == nullptr) throw WizardEnded{};

@@ -82,10 +82,12 @@ void CopyFileTree(FileSystem& files, User& user, std::string& source, std::strin
 
 void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path) {
   const FileHandle file = files.Open(path, kGenericWrite, kShareRead, kOpenExisting, kAttributeNormal);
+  bool isSet = false;
   if (file != kInvalidFile) {
     const std::optional<FileTime> now = clock.SystemTime();
-    if (now) files.SetTimes(file, *now);
+    isSet = now && files.SetTimes(file, *now);
   }
+  if (!isSet) TellFailure("The times of the file " + path + " could not be set.");
   // A failed open gives a handle of all ones, which is not zero and has always been closed as well.
   if (file != 0) files.Close(file);
 }

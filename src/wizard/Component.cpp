@@ -5,18 +5,21 @@
 
 namespace bxvbwiz {
 
-namespace {
-
-Platform WithProfiles(const Platform& platform, ProfileStrings& profiles) {
-  return Platform{platform.registry, platform.facts,    platform.files, profiles,          platform.processes,
-                  platform.guids,    platform.settings, platform.clock, platform.codePage, platform.strings};
-}
-
-}  // namespace
-
 Component::Component(Platform& platform, StartMode mode, std::string commandLine, ViewFactory viewFactory)
-    : profiles_(platform.profiles),
-      platform_(WithProfiles(platform, profiles_)),
+    : registry_(platform.registry),
+      facts_(platform.facts),
+      files_(platform.files),
+      profiles_(platform.profiles),
+      platform_{registry_,
+                facts_,
+                files_,
+                profiles_,
+                platform.processes,
+                platform.guids,
+                platform.settings,
+                platform.clock,
+                platform.codePage,
+                platform.strings},
       session_(platform_, mode),
       global_(platform_),
       commandLine_(std::move(commandLine)),
@@ -49,7 +52,7 @@ frmMain& Component::LoadForm(AutomationObject& app) {
     driver_ = std::make_unique<PageDriver>(*this, *form_);
     view_ = viewFactory_(*form_);
     form_->Attach(*view_, *driver_);
-    session_.user = global_.user = profiles_.user = form_.get();
+    session_.user = global_.user = form_.get();
     form_->App = &app;
     form_->Form_Load();
   }
@@ -72,7 +75,7 @@ void Component::WizardEnding() {
 void Component::UnloadForm() {
   // While there is somebody to be told that the results cannot be written.
   if (session_.startMode() == StartMode::StandAlone) gApplication.reset();
-  session_.user = global_.user = profiles_.user = nullptr;
+  session_.user = global_.user = nullptr;
   form_.reset();
   driver_.reset();
   view_.reset();

@@ -6,7 +6,9 @@
 
 #include "project/basGlobal.h"
 #include "support/basLogging.h"
+#include "support/CheckedFileSystem.h"
 #include "support/CheckedProfileStrings.h"
+#include "sysinfo/CheckedRegistry.h"
 #include "ui/frmMain.h"
 
 namespace bxvbwiz {
@@ -48,8 +50,11 @@ class Component : public FormOwner {
   std::shared_ptr<Application> gApplication;
 
  private:
+  CheckedRegistry registry_;
+  CheckedFacts facts_;
+  CheckedFileSystem files_;
   CheckedProfileStrings profiles_;
-  Platform platform_;  // with the checked profile strings
+  Platform platform_;  // with the checked parts
   Session session_;
   basGlobal global_;
   std::string commandLine_;

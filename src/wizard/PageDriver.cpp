@@ -25,7 +25,13 @@ std::string ProductValue(Platform& platform, User& user, RegistryHandle root, co
                        "Object variable or With block variable not set: the registry key " + fullPath +
                            " has no value " + valueName);
   }
-  return value->Text();
+  const ValueData data = value->Get();
+  // Without its data the path would be that of a drive's root.
+  if (!std::holds_alternative<std::string>(data)) {
+    throw RuntimeError(kErrorPathFileAccess,
+                       "Path/File access error: the value " + valueName + " of the registry key " + fullPath);
+  }
+  return std::get<std::string>(data);
 }
 
 std::string DataFolder(Platform& platform, User& user) {

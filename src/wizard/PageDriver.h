@@ -32,7 +32,7 @@ class PageDriver : public WizardFlow {
 std::string DataFolder(Platform& platform, User& user);
 
 // A text value of a product key. A missing key shows message 1047 and ends the wizard; a missing value raises
-// error 91.
+// error 91, one that cannot be read as text error 75.
 std::string ProductValue(Platform& platform, User& user, RegistryHandle root, const std::string& path,
                          const std::string& valueName);
 

@@ -2,6 +2,7 @@
 # Runs bxvbwiz on the golden cases and compares all that it did with what is expected; --update rewrites the
 # expectations instead, to be read in the diff before they are kept.
 # usage: run.sh [--update] [CASE]...    without a case: all of them
+#        run.sh --lay-out CASE DIR      only makes the case's machine folder DIR, without a run
 #
 # A case is a folder with
 #   options        the arguments of bxvbwiz, quoted as for a shell; $machine is the machine folder
@@ -24,10 +25,10 @@ if [ "${1:-}" = --update ]; then
   update=yes
   shift
 fi
-if [ $# -gt 0 ]; then
-  cases=("$@")
-else
-  mapfile -t cases < <(cd "$golden" && for file in */options; do dirname "$file"; done)
+layOut=no
+if [ "${1:-}" = --lay-out ]; then
+  layOut=yes
+  shift
 fi
 
 work=$(mktemp -d)
@@ -92,6 +93,16 @@ RunCase() {  # RunCase CASE; leaves what happened in $work/CASE/actual
     Mask "$machine" "$file"
   done
 }
+
+if [ "$layOut" = yes ]; then
+  LayOut "$1" "$2"
+  exit
+fi
+if [ $# -gt 0 ]; then
+  cases=("$@")
+else
+  mapfile -t cases < <(cd "$golden" && for file in */options; do dirname "$file"; done)
+fi
 
 failures=0
 for case in "${cases[@]}"; do

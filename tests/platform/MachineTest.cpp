@@ -31,6 +31,8 @@ TEST(Machine, AValueThatCannotBeUsedIsNamedWithItsFile) {
   } cases[] = {
       {"[Machine]\nCodePage=437\n", "CodePage=437"},
       {"[Machine]\nCodePage=abc\n", "CodePage=abc"},
+      {"[Machine]\nLanguage=409\n", "Language=409"},
+      {"[Machine]\nLanguage=English\n", "Language=English"},
       {"[Version]\nMajorVersion=-1\n", "MajorVersion=-1"},
       {"[Version]\nBuildNumber=4294967296\n", "BuildNumber=4294967296"},
       {"[Version]\nPlatformId=\n", "PlatformId="},
@@ -64,6 +66,7 @@ TEST(Machine, TheFactsAreThoseOfMachineIniOrTheDefaults) {
   const VersionInfo standard = plain.platform().facts.Version();
   EXPECT_EQ(standard.majorVersion, 5u);
   EXPECT_EQ(standard.csdVersion, "Service Pack 3");
+  EXPECT_EQ(plain.platform().facts.UserLanguage(), 0x0409u);
   EXPECT_EQ(plain.platform().facts.SystemDirectory(20), "C:\\WINDOWS\\system32");
   EXPECT_EQ(plain.platform().facts.SystemDirectory(19), "") << "no room for the NUL";
 

@@ -53,6 +53,15 @@ TEST_F(ProfileStringsTest, CutsToTheBufferInBytesOfTheCodePage) {
   EXPECT_EQ(Get("s", "k", 255, "C:\\b.ini"), "default");
 }
 
+TEST_F(ProfileStringsTest, TellsOnceWhatIsThereAndCannotBeRead) {
+  disk_.platform().files.MakeDirectory("C:\\folder.ini");
+  for (const char* file : {"C:\\folder.ini", "C:\\missing.ini", "C:\\missing\\a.ini", "C:\\folder.ini"}) {
+    EXPECT_EQ(Get("s", "k", 255, file), "default");
+  }
+  EXPECT_EQ(Profiles().Unreadable(), std::vector<std::string>{"C:\\folder.ini"});
+  EXPECT_TRUE(Profiles().Unreadable().empty());
+}
+
 TEST_F(ProfileStringsTest, FailsAtOnceWhereNothingCanBeWritten) {
   Put("readonly.ini", "[s]\nk=v\n");
   disk_.platform().files.SetAttributes("C:\\readonly.ini", kAttributeReadOnly);

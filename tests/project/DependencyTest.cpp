@@ -49,12 +49,39 @@ TEST_F(DependencyTest, DepFilesAreReadDepthFirstAndEachFileOnce) {
        "a.dll(b.dll(e.dll), d.dll), b.dll(e.dll), e.dll, d.dll"},
       {"[c.ocx]\nUses1=c.ocx\nUses2=a.dll\n[a.dll]\nUses1=c.ocx\nUses2=a.dll\n", "c.ocx(a.dll), a.dll"},
       {"[c.ocx <0009>]\nUses1=a.dll\n[a.dll <0009>]\nUses1=b.dll\n", "a.dll(b.dll), b.dll"},
-      {"[c.ocx <0007>]\nUses1=a.dll\n", ""},
-      {"[c.ocx]\nDest=x\n[c.ocx <0009>]\nUses1=a.dll\n", ""},
   };
   for (const auto& test : cases) {
     Put("C:\\C\\c.dep", test.depFile);
     EXPECT_EQ(NamesOf(Walk()), test.needed) << test.depFile;
+  }
+}
+
+TEST_F(DependencyTest, WithoutAPlainSectionTheOneOfTheFittestLanguageCounts) {
+  const struct {
+    const char* userLanguage;
+    const char* sections;
+    const char* chosen;
+  } cases[] = {
+      {"0407", "[c.ocx <0009>] [c.ocx <0007>] [c.ocx <0407>] [c.ocx]", "c.ocx"},
+      {"0407", "[c.ocx <0009>] [c.ocx <0007>] [C.OCX <0407>]", "C.OCX <0407>"},
+      {"0c07", "[c.ocx <0009>] [c.ocx <0407>] [c.ocx <0007>]", "c.ocx <0007>"},
+      {"0407", "[c.ocx <000C>] [c.ocx <0009>]", "c.ocx <0009>"},
+      {"0407", "[c.ocx <000C>] [c.ocx <0010>]", "c.ocx <000C>"},
+      {"0409", "[c.ocx <0407>] [c.ocx <0809>] [c.ocx <0009>]", "c.ocx <0009>"},
+      {"0C0C", "[c.ocx <000c>] [c.ocx <0C0c>]", "c.ocx <0C0c>"},
+      {"0409", "[c.ocx 0009] [c.ocx<0009>] [c.ocx <009>] [c.ocx <x009>] [c.ocx <0009>x]", ""},
+      {"0409", "[cc.ocx <0009>] [.ocx <0009>] [ <0009>]", ""},
+  };
+  for (const auto& test : cases) {
+    TestMachine machine;
+    machine.Write("machine.ini", std::string("[Machine]\nLanguage=") + test.userLanguage + "\n");
+    std::string depFile = test.sections;
+    for (std::size_t at = 0; (at = depFile.find(']', at)) != std::string::npos;) {
+      depFile.replace(at, depFile[at + 1] == ' ' ? 2 : 1, "]\nDest=x\n");
+      ++at;
+    }
+    machine.Write("drive_c/c.dep", "[c.ocx <0409>]\n" + depFile);  // an empty section says nothing
+    EXPECT_EQ(FindDepSection(machine.platform(), "C:\\c.dep", "c.ocx"), test.chosen) << test.sections;
   }
 }
 

@@ -68,32 +68,6 @@ TEST_F(WizardTest, ABuildWithoutALogIsReportedAndMayBeGoneOnFrom) {
   EXPECT_EQ(Form().Incomplete().size(), 1U) << "the lists were not read";
 }
 
-// Fails every write to one file.
-class ReadOnlyProfile : public ForwardingProfileStrings {
- public:
-  using ForwardingProfileStrings::ForwardingProfileStrings;
-  bool WriteString(ProfileText section, ProfileText key, ProfileText value,
-                   const std::string& file) override {
-    return !EndsWith(file, "value.shl") && ForwardingProfileStrings::WriteString(section, key, value, file);
-  }
-};
-
-TEST_F(WizardTest, AFailedWriteIsNamedOnceAndTheRunGoesOn) {
-  Platform& real = machine_.platform();
-  ReadOnlyProfile profiles(real.profiles);
-  Platform platform{real.registry, real.facts,    real.files, profiles,      real.processes,
-                    real.guids,    real.settings, real.clock, real.codePage, real.strings};
-  StartOn(platform);
-  app_->ShowPage2 = false;
-  LeaveWelcome();
-  Form().cmdNext_Click(kPanelSummary);
-  ASSERT_TRUE(Form().fraReport.visible);
-  ASSERT_EQ(Form().Incomplete().size(), 1U) << testing::PrintToString(Form().Incomplete());
-  EXPECT_NE(Form().Incomplete()[0].find("value.shl"), std::string::npos);
-  app_.reset();
-  component_.reset();
-}
-
 TEST_F(WizardTest, ANameInAnotherFolderIsLeftOutAloud) {
   machine_.Registry(
       "[HKEY_CLASSES_ROOT\\TypeLib\\{A}\\1.0\\0\\win32]\r\n@=\"C:\\\\One\\\\same.ocx\"\r\n"

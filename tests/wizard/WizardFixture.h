@@ -68,11 +68,7 @@ class WizardTest : public testing::Test {
   }
 
   void Start(StartMode mode = StartMode::Automation, const std::string& commandLine = "") {
-    StartOn(machine_.platform(), mode, commandLine);
-  }
-  void StartOn(Platform& platform, StartMode mode = StartMode::Automation,
-               const std::string& commandLine = "") {
-    component_ = std::make_unique<Component>(platform, mode, commandLine, [this](frmMain& form) {
+    component_ = std::make_unique<Component>(machine_.platform(), mode, commandLine, [this](frmMain& form) {
       return std::make_unique<ScriptedView>(form, seen_);
     });
     component_->SubMain();

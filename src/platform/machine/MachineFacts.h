@@ -15,6 +15,7 @@ class MachineFacts : public SystemFacts {
   VersionInfo Version() override { return ini_.version; }
   std::string WindowsDirectory(std::size_t size) override { return Fitting(ini_.windowsFolder, size); }
   std::string SystemDirectory(std::size_t size) override { return Fitting(ini_.systemFolder, size); }
+  std::uint32_t UserLanguage() override { return ini_.userLanguage; }
 
  private:
   std::string Fitting(const std::string& folder, std::size_t size) const {

@@ -24,6 +24,7 @@ class Reader {
   MachineIni Read() {
     MachineIni ini;
     ini.codePage = ReadCodePage();
+    ReadLanguage(ini.userLanguage);
     ReadNumber("PlatformId", ini.version.platformId);
     ReadNumber("MajorVersion", ini.version.majorVersion);
     ReadNumber("MinorVersion", ini.version.minorVersion);
@@ -62,6 +63,18 @@ class Reader {
              "not one of the supported code pages 874, 932, 936, 949, 950, 1250 to 1258 and 65001");
     }
     return codePage;
+  }
+
+  void ReadLanguage(std::uint32_t& language) const {
+    const std::optional<std::string> value = engine_.Value("Machine", "Language");
+    if (!value) return;
+    const char* end = value->data() + value->size();
+    std::uint16_t number = 0;
+    const auto [rest, error] = std::from_chars(value->data(), end, number, 16);
+    if (value->size() != 4 || rest != end || error != std::errc()) {
+      Refuse("Machine", "Language", *value, "not the four hexadecimal digits of a language");
+    }
+    language = number;
   }
 
   void ReadNumber(const std::string& key, std::uint32_t& number) const {

@@ -11,7 +11,8 @@ namespace bxvbwiz {
 
 // What machine.ini says about the machine. Every key is optional; these are the defaults.
 struct MachineIni {
-  std::unique_ptr<CodePage> codePage;  // 1252 when the file names none; never null once it was read
+  std::unique_ptr<CodePage> codePage;   // 1252 when the file names none; never null once it was read
+  std::uint32_t userLanguage = 0x0409;  // an LCID; this one is English (United States)
   VersionInfo version = {5, 1, 2600, 2, "Service Pack 3"};
   std::string windowsFolder = "C:\\WINDOWS";
   std::string systemFolder = "C:\\WINDOWS\\system32";

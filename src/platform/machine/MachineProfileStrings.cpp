@@ -17,6 +17,13 @@ bool IsMissing(SystemError error) {
   return error == SystemError::FileNotFound || error == SystemError::PathNotFound;
 }
 
+// The paths, which are forgotten.
+std::vector<std::string> Taken(std::set<std::string>& paths) {
+  std::vector<std::string> taken(paths.begin(), paths.end());
+  paths.clear();
+  return taken;
+}
+
 }  // namespace
 
 MachineProfileStrings::MachineProfileStrings(const CodePage& codePage, ProfileStore& store,
@@ -28,7 +35,10 @@ std::string MachineProfileStrings::GetString(ProfileText section, ProfileText ke
                                              const std::string& file) {
   if (size == 0) return {};
   Files::iterator found;
-  if (Open(file, found) == SystemError::Success) {
+  const SystemError error = Open(file, found);
+  if (error != SystemError::Success) {
+    if (!IsMissing(error)) unreadable_.insert(FullPath(file));
+  } else {
     const ProfileEngine& engine = found->second.engine;
     if (!section) return CutList(engine.Sections(), size);
     const std::string name = codePage_.Encode(UpToNul(*section));
@@ -66,11 +76,13 @@ bool MachineProfileStrings::WriteSection(ProfileText section, ProfileText entrie
   return Apply(file, std::move(edit));
 }
 
+std::vector<std::string> MachineProfileStrings::Unreadable() {
+  return Taken(unreadable_);
+}
+
 std::vector<std::string> MachineProfileStrings::Flush() {
   StoreAll();
-  std::vector<std::string> failed(failed_.begin(), failed_.end());
-  failed_.clear();
-  return failed;
+  return Taken(failed_);
 }
 
 void MachineProfileStrings::StoreAll() {

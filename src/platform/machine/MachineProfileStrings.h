@@ -60,6 +60,7 @@ class MachineProfileStrings : public ProfileStrings {
                         const std::string& file) override;
   bool WriteString(ProfileText section, ProfileText key, ProfileText value, const std::string& file) override;
   bool WriteSection(ProfileText section, ProfileText entries, const std::string& file) override;
+  std::vector<std::string> Unreadable() override;
   // What could not be stored is lost, as a failed write on Windows is; its files are given once.
   std::vector<std::string> Flush() override;
 
@@ -101,8 +102,9 @@ class MachineProfileStrings : public ProfileStrings {
   const CodePage& codePage_;
   ProfileStore& store_;
   std::string windowsFolder_;
-  Files files_;                   // by ProfileStore::Key
-  std::set<std::string> failed_;  // paths that could not be stored since the last Flush
+  Files files_;                       // by ProfileStore::Key
+  std::set<std::string> failed_;      // paths that could not be stored since the last Flush
+  std::set<std::string> unreadable_;  // paths that could not be read since the last Unreadable
 };
 
 }  // namespace bxvbwiz

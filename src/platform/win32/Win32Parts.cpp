@@ -54,6 +54,10 @@ std::string Win32SystemFacts::SystemDirectory(std::size_t size) {
   return Folder([](char* buffer, UINT length) { return GetSystemDirectoryA(buffer, length); }, size);
 }
 
+std::uint32_t Win32SystemFacts::UserLanguage() {
+  return GetUserDefaultLCID();
+}
+
 std::unique_ptr<Process> Win32Processes::Start(const std::string& commandLine) {
   std::string line = ToAnsi(commandLine);  // the call may write into it
   STARTUPINFOA startup{};

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <set>
+#include <string>
+#include <vector>
+
 #include "platform/Platform.h"
 
 // The smaller subjects of the seam on the system itself.
@@ -11,7 +15,11 @@ class Win32ProfileStrings : public ProfileStrings {
                         const std::string& file) override;
   bool WriteString(ProfileText section, ProfileText key, ProfileText value, const std::string& file) override;
   bool WriteSection(ProfileText section, ProfileText entries, const std::string& file) override;
+  std::vector<std::string> Unreadable() override;
   std::vector<std::string> Flush() override { return {}; }  // the system stores every write at once
+
+ private:
+  std::set<std::string> unreadable_;
 };
 
 class Win32SystemFacts : public SystemFacts {
@@ -19,6 +27,7 @@ class Win32SystemFacts : public SystemFacts {
   VersionInfo Version() override;
   std::string WindowsDirectory(std::size_t size) override;
   std::string SystemDirectory(std::size_t size) override;
+  std::uint32_t UserLanguage() override;
 };
 
 class Win32Processes : public Processes {

@@ -69,7 +69,8 @@ struct ContentOptions {
 // is always the old file or the new one. On a failure nothing remains of the attempt.
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options);
 
-// Adds `bytes` at the end of a regular file, which is created when it is missing.
+// Adds `bytes` at the end of a regular file, which is created when it is missing. On a failure what was added
+// is taken back, where the system allows it.
 SystemError AppendContent(const std::string& path, std::string_view bytes);
 
 // A file or folder gets another name. AlreadyExists when there is something of that name.

@@ -196,6 +196,8 @@ SystemError AppendContent(const std::string& path, std::string_view bytes) {
   if (fstat(file.Get(), &status) != 0) return LastError();
   if (!S_ISREG(status.st_mode)) return SystemError::AccessDenied;
   const SystemError error = WriteAll(file.Get(), bytes);
+  // What was written of a text that did not fit would stand before the whole text when it is tried again.
+  if (error != SystemError::Success && ftruncate(file.Get(), status.st_size) != 0) return LastError();
   const SystemError closed = file.Close();
   return error == SystemError::Success ? closed : error;
 }

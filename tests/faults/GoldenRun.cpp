@@ -1,0 +1,187 @@
+#include "faults/GoldenRun.h"
+
+#include <stdlib.h>  // mkdtemp, setenv
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <stdexcept>
+
+#include "cli/RunWizard.h"
+#include "platform/Text.h"
+
+namespace bxvbwiz {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kLog = "drive_c/windows/Bx6vbwiz.LOG";
+
+std::string ReadBytes(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return bytes.str();
+}
+
+// Gives those that were there already.
+std::string AddLines(const std::string& text, std::set<std::string>& lines) {
+  std::string repeated;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (!lines.insert(line).second && !line.empty()) repeated += line + "\n";
+  }
+  return repeated;
+}
+
+// A stream writes elsewhere while it lives.
+class Redirected {
+ public:
+  explicit Redirected(std::ostream& stream) : stream_(stream), previous_(stream.rdbuf(text_.rdbuf())) {}
+  ~Redirected() { stream_.rdbuf(previous_); }
+  Redirected(const Redirected&) = delete;
+  Redirected& operator=(const Redirected&) = delete;
+  std::string Text() const { return text_.str(); }
+
+ private:
+  std::ostringstream text_;
+  std::ostream& stream_;
+  std::streambuf* previous_;
+};
+
+// A machine folder whose system calls fail as planned.
+class FaultyMachine : public Computer {
+ public:
+  FaultyMachine(const std::string& folder, FaultPlan& plan)
+      : inner_(OpenMachineFolder(folder)), platform_(inner_->platform(), plan) {}
+  Platform& platform() override { return platform_.platform(); }
+  std::string ProjectPath(const std::string& project) override { return inner_->ProjectPath(project); }
+  std::string HostPath(const std::string& windowsPath) override { return inner_->HostPath(windowsPath); }
+  void Save() override { inner_->Save(); }
+
+ private:
+  std::unique_ptr<Computer> inner_;
+  FaultyPlatform platform_;
+};
+
+}  // namespace
+
+Snapshot TakeSnapshot(const std::string& folder) {
+  Snapshot files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    const std::string path = entry.path().string().substr(folder.size() + 1);
+    if (entry.is_directory()) {
+      files[path + "/"];
+    } else {
+      files[path] = ReadBytes(entry.path());
+    }
+  }
+  return files;
+}
+
+Snapshot Below(const Snapshot& all, const std::string& folder) {
+  Snapshot below;
+  for (auto file = all.lower_bound(folder); file != all.end() && StartsWith(file->first, folder); ++file) {
+    below[file->first.substr(folder.size())] = file->second;
+  }
+  return below;
+}
+
+GoldenMachine::GoldenMachine(const std::string& caseName) {
+  std::string pattern = (fs::temp_directory_path() / "bxvbwiz-faults-XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+  work_ = pattern;
+  setenv("SOURCE_DATE_EPOCH", "1137321000", 1);
+  setenv("MAKEPE", BXVBWIZ_MAKEPE, 1);
+  const std::string command =
+      std::string(BXVBWIZ_GOLDEN) + "/run.sh --lay-out " + caseName + " " + work_ + "/laid-out";
+  if (std::system(command.c_str()) != 0) throw std::runtime_error(command + " failed");
+  std::ofstream registry(work_ + "/laid-out/registry.reg", std::ios::app | std::ios::binary);
+  registry << "\r\n[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Bx6vbwiz\\Logging]\r\n"
+              "\"LogLevel\"=\"1\"\r\n";
+  registry.close();
+  laidOut_ = TakeSnapshot(work_ + "/laid-out");
+  fs::copy(work_ + "/laid-out", Folder(), fs::copy_options::recursive);
+}
+
+GoldenMachine::~GoldenMachine() {
+  std::error_code ignored;
+  fs::remove_all(work_, ignored);
+}
+
+void GoldenMachine::Restore() {
+  const Snapshot now = TakeSnapshot(Folder());
+  for (auto file = now.rbegin(); file != now.rend(); ++file) {
+    if (laidOut_.count(file->first) == 0) fs::remove_all(Folder() + "/" + file->first);
+  }
+  for (const auto& [path, bytes] : laidOut_) {
+    const auto file = now.find(path);
+    if (file == now.end() || file->second != bytes) {
+      fs::copy_file(work_ + "/laid-out/" + path, Folder() + "/" + path, fs::copy_options::overwrite_existing);
+    }
+  }
+}
+
+int GoldenMachine::RunOnly(FaultPlan& plan, std::string& output, std::string& messages) {
+  Options options;
+  options.command = Command::Generate;
+  options.project = "C:\\Src\\Demo\\Demo.vbp";
+  options.machine = Folder();
+  options.json = options.strict = true;
+  const Redirected out(std::cout);
+  const Redirected err(std::cerr);
+  FaultyMachine machine(options.machine, plan);
+  const int code = RunWizardOn(options, machine);
+  output = out.Text();
+  messages = err.Text();
+  return code;
+}
+
+RunResult GoldenMachine::Run(FaultPlan& plan) {
+  fs::remove(Folder() + "/" + kLog);
+  RunResult result;
+  std::string messages;
+  result.code = RunOnly(plan, result.output, messages);
+  result.repeated = AddLines(messages, result.told);
+  AddLines(ReadBytes(Folder() + "/" + kLog), result.told);
+  result.files = Files();
+  return result;
+}
+
+Snapshot GoldenMachine::Files() const {
+  Snapshot files = TakeSnapshot(Folder());
+  files.erase(kLog);
+  files.erase("drive_c/Bx6vbwiz.LOG");  // where the Windows folder is not known
+  files.erase("drive_c/Src/Demo/Bx6vbwiz.LOG");
+  return files;
+}
+
+bool IsByTheWay(const std::string& path) {
+  return path == "drive_c/windows/_BxVbErr.txt" || path == "drive_c/Src/Demo/Demo.exe";
+}
+
+std::string Damage(const Snapshot& before, const Snapshot& after) {
+  std::string damage;
+  for (const auto& [path, bytes] : before) {
+    if (IsByTheWay(path)) continue;
+    const auto now = after.find(path);
+    if (now == after.end()) {
+      damage += path + " is gone\n";
+    } else if (now->second != bytes) {
+      damage += path + " has changed\n";
+    }
+  }
+  return damage;
+}
+
+std::string Leftovers(const Snapshot& files) {
+  std::string leftovers;
+  for (const auto& [path, bytes] : files) {
+    if (path.find(kTemporaryName) != std::string::npos) leftovers += path + " remains\n";
+  }
+  return leftovers;
+}
+
+}  // namespace bxvbwiz

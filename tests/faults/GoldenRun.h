@@ -1,0 +1,60 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "faults/FaultyPlatform.h"
+
+namespace bxvbwiz {
+
+// Every file below a folder with its bytes, and every folder, whose path ends in "/".
+using Snapshot = std::map<std::string, std::string>;
+
+Snapshot TakeSnapshot(const std::string& folder);
+// What a snapshot holds below a folder ("drive_c/Setups/Demo/"), by the path behind it.
+Snapshot Below(const Snapshot& all, const std::string& folder);
+
+// What a run of the program leaves.
+struct RunResult {
+  int code = 0;
+  std::string output;
+  std::set<std::string> told;  // the lines of standard error and of the log
+  std::string repeated;        // the lines of standard error that came twice
+  Snapshot files;              // of the machine folder, without the log
+};
+
+// The machine folder of a golden case, with logging switched on, in a temporary place.
+class GoldenMachine {
+ public:
+  explicit GoldenMachine(const std::string& caseName);
+  ~GoldenMachine();
+  GoldenMachine(const GoldenMachine&) = delete;
+  GoldenMachine& operator=(const GoldenMachine&) = delete;
+
+  // Makes the folder as it was laid out; no run removes a folder.
+  void Restore();
+  // generate --json --strict in this process, with the fault of `plan`; in what the machine folder is now.
+  RunResult Run(FaultPlan& plan);
+  // The run itself, for a process that will not come back from it: gives the exit code.
+  int RunOnly(FaultPlan& plan, std::string& output, std::string& messages);
+  Snapshot Files() const;  // without the log
+  std::string Folder() const { return work_ + "/machine"; }
+
+ private:
+  std::string work_;
+  Snapshot laidOut_;
+};
+
+// A file that this program makes for a moment bears it in its name.
+constexpr const char* kTemporaryName = ".bxvbwiz-";
+
+// What the compiler makes: not a result, and written over by every run.
+bool IsByTheWay(const std::string& path);
+
+// The files and folders that were there before and have changed or are gone.
+std::string Damage(const Snapshot& before, const Snapshot& after);
+// The temporary files that remain.
+std::string Leftovers(const Snapshot& files);
+
+}  // namespace bxvbwiz

@@ -1,0 +1,121 @@
+#include "faults/HostCalls.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <fstream>
+#include <sstream>
+
+namespace bxvbwiz {
+namespace {
+
+HostPlan* watched = nullptr;
+
+std::string ReadBytes(const char* path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return bytes.str();
+}
+
+// Counts a call and ends the process when that is planned. True when the call is to fail, with errno.
+bool Fails(const char* name, const char* path) {
+  if (watched == nullptr) return false;
+  watched->calls.push_back({name, path});
+  if (watched->calls.size() - 1 != watched->endAt) return false;
+  switch (watched->end) {
+    case HostEnd::None:
+    case HostEnd::KilledHalfway:
+    case HostEnd::FullHalfway:
+      return false;
+    case HostEnd::Killed:
+      _exit(kKilled);
+    case HostEnd::NoSpace:
+      errno = ENOSPC;
+      return true;
+    case HostEnd::NoPermission:
+      errno = EACCES;
+      return true;
+  }
+  return false;
+}
+
+// The end that is planned for the middle of the call that was counted last.
+HostEnd Halfway() {
+  const bool isNow = watched != nullptr && watched->calls.size() - 1 == watched->endAt;
+  return isNow ? watched->end : HostEnd::None;
+}
+
+void NoteVersion(const char* from, const char* to) {
+  if (watched != nullptr) watched->versions[to].insert(ReadBytes(from));
+}
+
+}  // namespace
+
+HostWatch::HostWatch(HostPlan& plan) {
+  watched = &plan;
+}
+
+HostWatch::~HostWatch() {
+  watched = nullptr;
+}
+
+// A call `name` of the library, which the linker names __real_<name>, and ours, which it calls instead.
+#define WATCHED(result, name, ...)                             \
+  result Real_##name(__VA_ARGS__) __asm__("__real_" #name);    \
+  result Watched_##name(__VA_ARGS__) __asm__("__wrap_" #name); \
+  result Watched_##name(__VA_ARGS__)
+
+extern "C" {
+
+WATCHED(ssize_t, write, int file, const void* bytes, size_t size) {
+  if (Fails("write", "")) return -1;
+  const HostEnd end = Halfway();
+  if (end != HostEnd::KilledHalfway && end != HostEnd::FullHalfway) return Real_write(file, bytes, size);
+  static_cast<void>(Real_write(file, bytes, size / 2));
+  if (end == HostEnd::KilledHalfway) _exit(kKilled);
+  errno = ENOSPC;
+  return -1;
+}
+
+WATCHED(int, rename, const char* from, const char* to) {
+  if (Fails("rename", to)) return -1;
+  NoteVersion(from, to);
+  return Real_rename(from, to);
+}
+
+WATCHED(int, renameat2, int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) {
+  if (Fails("renameat2", to)) return -1;
+  NoteVersion(from, to);
+  return Real_renameat2(fromFolder, from, toFolder, to, flags);
+}
+
+WATCHED(int, mkdir, const char* path, mode_t mode) {
+  return Fails("mkdir", path) ? -1 : Real_mkdir(path, mode);
+}
+
+WATCHED(int, unlink, const char* path) {
+  return Fails("unlink", path) ? -1 : Real_unlink(path);
+}
+
+WATCHED(int, chmod, const char* path, mode_t mode) {
+  return Fails("chmod", path) ? -1 : Real_chmod(path, mode);
+}
+
+WATCHED(int, fchmod, int file, mode_t mode) {
+  return Fails("fchmod", "") ? -1 : Real_fchmod(file, mode);
+}
+
+WATCHED(int, futimens, int file, const timespec* times) {
+  return Fails("futimens", "") ? -1 : Real_futimens(file, times);
+}
+
+// Nobody pulls the plug here, so that the disk need not be waited for.
+WATCHED(int, fsync, int) {
+  return Fails("fsync", "") ? -1 : 0;
+}
+
+}  // extern "C"
+
+}  // namespace bxvbwiz
