@@ -145,18 +145,10 @@ SystemError MachineFiles::Write(const std::string& path, std::string_view bytes,
   SystemError error = LocateFile(path, place);
   if (error == SystemError::Success) error = tree_.CheckWritable(place);
   if (error != SystemError::Success) return error;
-<<<<<<< HEAD
   if (tree_.openFiles.IsLocked(place.hostPath, kShareWrite)) return SystemError::SharingViolation;
-  if (mode == WriteMode::Create) return tree_.Replace(place, bytes);
-  error = host::AppendContent(place.hostPath, bytes);
-  if (!place.Exists()) tree_.Created(place);
-  return error;
-=======
-  if (IsLocked(place.hostPath, kShareWrite)) return SystemError::SharingViolation;
   // A new file appears with its first bytes or not at all, whoever ends us.
   if (mode == WriteMode::Create || !place.Exists()) return tree_.Replace(place, bytes);
   return host::AppendContent(place.hostPath, bytes);
->>>>>>> faults
 }
 
 SystemError MachineFiles::Copy(const std::string& source, const std::string& target) {
