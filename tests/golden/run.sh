@@ -9,6 +9,7 @@
 #   machine/       files laid over base/machine (optional)
 #   registry.reg   lines added to the base's registry (optional)
 #   executables    DLLs made for this case: path in the machine folder and makepe's options, one a line (optional)
+#   machine/vb6.txt  what the program does that stands for the compiler, vb6.exe (optional; see compiler.cpp)
 #   remove         paths of the base's machine that this case lacks, one a line (optional)
 #   expected/      output (standard output), messages (standard error), exitcode, and under machine/ every file
 #                  that the run made or changed; removed and empty-folders list what files cannot show
@@ -18,6 +19,7 @@ golden=$(cd "$(dirname "$0")" && pwd)
 repository=$(cd "$golden/../.." && pwd)
 bxvbwiz=${BXVBWIZ:-$repository/build/asan/bin/bxvbwiz}
 makepe=${MAKEPE:-$(dirname "$bxvbwiz")/makepe}
+compiler=${COMPILER:-$(dirname "$makepe")/compiler}
 export LC_ALL=C TZ=UTC SOURCE_DATE_EPOCH=1137321000
 
 update=no
@@ -47,6 +49,7 @@ LayOut() {  # LayOut CASE MACHINE
   cp -R "$golden/base/machine" "$machine"
   MakeExecutables "$golden/base/executables" "$machine"
   [ ! -d "$source/machine" ] || cp -R "$source/machine/." "$machine"
+  [ ! -f "$machine/vb6.txt" ] || cp "$compiler" "$machine/vb6.exe"
   [ ! -f "$source/registry.reg" ] || cat "$source/registry.reg" >>"$machine/registry.reg"
   [ ! -f "$source/executables" ] || MakeExecutables "$source/executables" "$machine"
   if [ -f "$source/remove" ]; then
@@ -79,20 +82,24 @@ Difference() {  # Difference BEFORE AFTER OUT
   done
 }
 
-RunCase() {  # RunCase CASE; leaves what happened in $work/CASE/actual
+RunOnMachineFolder() {  # RunOnMachineFolder CASE; leaves what happened in $work/CASE/actual
   local folder=$work/$1 options machine code=0 file
   machine=$folder/machine
   mkdir -p "$folder/actual"
   LayOut "$1" "$machine"
   cp -R "$machine" "$folder/before"
   eval "options=($(cat "$golden/$1/options"))"
-  (cd "$folder" && BXVBWIZ_MACHINE=$machine "$bxvbwiz" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
+  (cd "$folder" && BXVBWIZ_MACHINE=$machine "${run[@]}" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
   echo "$code" >"$folder/actual/exitcode"
   Difference "$folder/before" "$machine" "$folder/actual"
   find "$folder/actual" -type f ! -name '*.exe' ! -name '*.dll' -print0 | while IFS= read -r -d '' file; do
     Mask "$machine" "$file"
   done
 }
+
+run=("$bxvbwiz")
+RunCase() { RunOnMachineFolder "$1"; }
+case $bxvbwiz in *.exe) . "$golden/on_windows.sh" ;; esac
 
 if [ "$layOut" = yes ]; then
   LayOut "$1" "$2"

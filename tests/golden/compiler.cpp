@@ -1,0 +1,35 @@
+// Stands for the compiler in the golden cases. What it does stands in vb6.txt beside it, a thing a line:
+//   program PATH     writes the compiled program
+//   arguments PATH   writes the arguments, one a line
+//   log TEXT         adds a line to the build log
+// Paths are those in a machine folder ("drive_c/Src/x.exe"); without $BXVBWIZ_MACHINE they are on this
+// computer.
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+namespace {
+
+std::ofstream Open(const std::string& path, std::ios::openmode mode = std::ios::trunc) {
+  const char* const machine = std::getenv("BXVBWIZ_MACHINE");
+  const std::string place = machine != nullptr ? machine + ("/" + path) : path[6] + (":" + path.substr(7));
+  return std::ofstream(place, std::ios::binary | mode);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::string program = argv[0];
+  std::ifstream lines(program.substr(0, program.find_last_of("/\\") + 1) + "vb6.txt");
+  for (std::string word, rest; lines >> word && std::getline(lines >> std::ws, rest);) {
+    if (word == "program") {
+      Open(rest) << "program\n";
+    } else if (word == "arguments") {
+      std::ofstream out = Open(rest);
+      for (int i = 1; i < argc; ++i) out << argv[i] << '\n';
+    } else if (word == "log") {
+      Open("drive_c/windows/_BxVbErr.txt", std::ios::app) << rest << "\r\n";
+    }
+  }
+  return 0;
+}

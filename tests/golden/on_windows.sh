@@ -1,0 +1,134 @@
+# Sourced by run.sh when bxvbwiz is a Windows program: runs the cases on Wine's own drive and registry, and those that
+# name a machine folder on that. BXVBWIZ_WINEPREFIX names a prefix that is used for nothing else.
+run=("$repository/scripts/wine.sh" "$bxvbwiz")
+prefix=$BXVBWIZ_WINEPREFIX
+drive=$prefix/drive_c
+case $(od -An -tx2 -j$(($(od -An -tu4 -j60 -N4 "$bxvbwiz") + 4)) -N2 "$bxvbwiz") in
+  *014c) systemFolder=windows/syswow64 ;;  # what a 32-bit program sees as system32
+  *) systemFolder=windows/system32 ;;
+esac
+
+# Programs of the same bits see the same view of the registry.
+ImportRegistry() { "${run[0]}" "C:\\${systemFolder//\//\\}\\reg.exe" import "Z:$1" >/dev/null 2>&1; }
+
+Pristine() {  # notes what the prefix has of its own
+  [ -f "$prefix/pristine" ] || {
+    "${run[0]}" cmd /c exit
+    (cd "$drive" && find . | sort) >"$prefix/pristine"
+    mkdir -p "$prefix/replaced"
+  }
+}
+
+# Everything that is not the prefix's own goes, and what was replaced comes back.
+CleanDrive() {
+  (cd "$drive" && find . | sort | comm -13 "$prefix/pristine" - | sort -r | while IFS= read -r path; do
+    if [ -d "$path" ] && [ ! -L "$path" ]; then rmdir "$path"; else rm -f "$path"; fi
+  done)
+  cp -R "$prefix/replaced/." "$drive"
+}
+
+# Lays the machine folder's drive over Wine's. Wine's own file of a name gives way, but for the kernel, which no case
+# looks into.
+LayOverDrive() {  # LayOverDrive MACHINE
+  local path target existing
+  (cd "$1/drive_c" && find . -type f) | while IFS= read -r path; do
+    target=${path/#.\/windows\/system32/.\/$systemFolder}
+    [ "${path,,}" != ./windows/system32/kernel32.dll ] || continue
+    mkdir -p "$drive/$(dirname "$target")"
+    existing=$(cd "$drive" && find "$(dirname "$target")" -maxdepth 1 -iname "$(basename "$target")" -print -quit)
+    if [ -n "$existing" ]; then
+      mkdir -p "$prefix/replaced/$(dirname "$existing")"
+      mv "$drive/$existing" "$prefix/replaced/$existing"
+    fi
+    cp -p "$1/drive_c/$path" "$drive/$target"
+  done
+  (cd "$1/drive_c" && find . -type d) | while IFS= read -r path; do mkdir -p "$drive/$path"; done
+}
+
+# The registry's text that removes the keys of a text, type libraries with all their versions.
+Removal() {
+  printf 'REGEDIT4\r\n\r\n'
+  sed -nE 's/\r$//; s/^\[-?(.*)\]$/\1/p' "$1" | sed -E 's/(\\TypeLib\\\{[^}]*\}).*/\1/' |
+    grep -vi 'Windows\\CurrentVersion$' | sort -u | sed 's/.*/[-&]\r/'
+}
+
+# Brings what a machine folder would hold after the run: the files of the same folders as before.
+TakeMachine() {  # TakeMachine MACHINE-BEFORE OUT
+  cp -R "$1" "$2"
+  rm -rf "$2/drive_c"
+  mkdir -p "$2/drive_c"
+  (cd "$drive" && find . -type f -o -type d | sort | comm -13 "$prefix/pristine" - ; cd "$1/drive_c" && find .) | sort -u |
+    while IFS= read -r path; do
+      local from=${path/#.\/windows\/system32/.\/$systemFolder} to=${path/#.\/$systemFolder/.\/windows\/system32}
+      if [ -d "$drive/$from" ]; then
+        mkdir -p "$2/drive_c/$to"
+      elif [ -f "$drive/$from" ]; then
+        mkdir -p "$(dirname "$2/drive_c/$to")"
+        cp -p "$drive/$from" "$2/drive_c/$to"
+      elif [ "${path,,}" = ./windows/system32/kernel32.dll ]; then
+        cp -p "$1/drive_c/$path" "$2/drive_c/$path"
+      fi
+    done
+}
+
+# A code page is the system's: Wine takes it from the locale, which has to be made.
+Locale() {  # Locale MACHINE
+  if ! grep -q '^CodePage=932' "$1/machine.ini"; then
+    echo C.UTF-8
+  elif [ -d "$work/locale" ] || mkdir "$work/locale" && localedef -i ja_JP -f UTF-8 "$work/locale/ja_JP.UTF-8" >/dev/null 2>&1; then
+    echo ja_JP.UTF-8
+  fi
+}
+
+RunCase() {
+  if grep -q -- --machine "$golden/$1/options"; then
+    RunOnMachineFolder "$1"
+    find "$work/$1/actual" -type f -exec sed -i 's#Z:<machine>#<machine>#' {} +
+  else
+    RunOnDrive "$1"
+  fi
+}
+
+RunOnDrive() {  # as RunOnMachineFolder
+  local folder=$work/$1 options machine code=0 file locale
+  machine=$folder/machine
+  mkdir -p "$folder/actual"
+  LayOut "$1" "$machine"
+  mv "$machine" "$folder/before"
+  locale=$(Locale "$folder/before")
+  if [ -z "$locale" ]; then
+    echo "$1: left out: the Japanese locale cannot be made here (Debian package locales)"
+    cp -R "$golden/$1/expected/." "$folder/actual"
+    return
+  fi
+  Pristine
+  CleanDrive
+  LayOverDrive "$folder/before"
+  [ ! -f "$folder/before/vb6.exe" ] || {
+    cp "$folder/before/vb6.exe" "$drive/Program Files/VB98/VB6.EXE"
+    cp "$folder/before/vb6.txt" "$drive/Program Files/VB98/vb6.txt"
+  }
+  Removal "$folder/before/registry.reg" >"$folder/removal.reg"
+  ImportRegistry "$folder/removal.reg"
+  ImportRegistry "$folder/before/registry.reg"
+  machine=@machine@
+  eval "options=($(cat "$golden/$1/options"))"
+  options=("${options[@]//@machine@\/drive_c/C:}")
+  (cd "$folder" && unset BXVBWIZ_MACHINE SOURCE_DATE_EPOCH && LOCPATH=$work/locale LC_ALL=$locale \
+    "${run[@]}" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
+  echo "$code" >"$folder/actual/exitcode"
+  ImportRegistry "$folder/removal.reg"
+  TakeMachine "$folder/before" "$folder/machine"
+  [ ! -f "$folder/before/vb6.exe" ] || {
+    cp -p "$folder/before/drive_c/Program Files/VB98/VB6.EXE" "$folder/machine/drive_c/Program Files/VB98/VB6.EXE"
+    rm "$folder/machine/drive_c/Program Files/VB98/vb6.txt"
+  }
+  Difference "$folder/before" "$folder/machine" "$folder/actual"
+  find "$folder/actual" -type f ! -name '*.exe' ! -name '*.dll' -print0 | while IFS= read -r -d '' file; do
+    Mask "$folder/before" "$file"
+    # Here a Windows path is one of this computer.
+    sed -E -i -e 's#"C:/#"<machine>/drive_c/#' -e '/^Setup project: C:/{s#C:#<machine>/drive_c#;s#\\#/#g}' \
+      -e 's#("projectFileHere": ")C:((\\\\[^"\\]*)*)"#\1<machine>/drive_c\2"#' \
+      -e '/"projectFileHere"/s#\\\\#/#g' -e 's#^[0-9]+/[0-9]+/[0-9]+ [0-9:]+( [AP]M)?#<the present time>#' "$file"
+  done
+}
