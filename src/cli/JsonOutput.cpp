@@ -59,11 +59,22 @@ Json MessagesJson(const std::vector<ShownMessage>& messages) {
   return array;
 }
 
+const char* NameOf(Command command) {
+  switch (command) {
+    case Command::Capture:
+      return "capture";
+    case Command::Generate:
+      return "generate";
+    default:
+      return "analyse";
+  }
+}
+
 }  // namespace
 
 void PrintJson(const Options& options, const Outcome& outcome) {
   Json document = {{"schema", "bxvbwiz/1"},
-                   {"command", options.command == Command::Generate ? "generate" : "analyse"},
+                   {"command", NameOf(options.command)},
                    {"version", BXVBWIZ_VERSION},
                    {"finished", outcome.finished},
                    {"returnCode", outcome.returnCode},
@@ -78,7 +89,7 @@ void PrintJson(const Options& options, const Outcome& outcome) {
                      {"ado", outcome.dataAccess.ado}}},
                    {"messages", MessagesJson(outcome.messages)},
                    {"incomplete", outcome.incomplete}};
-  if (options.command == Command::Generate) {
+  if (options.command != Command::Analyse) {
     document["setupFolder"] = outcome.setupFolder;
     document["projectFile"] = outcome.projectFile;
     document["projectFileHere"] = outcome.projectFileHere;

@@ -56,9 +56,8 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
           "PROJECT", options.project,
           "The .vbp file: a Windows path on that machine, or a path of this computer in the machine folder")
       ->required();
-  command
-      .add_option("--machine", options.machine, "The machine folder to work on (default: $BXVBWIZ_MACHINE)")
-      ->envname("BXVBWIZ_MACHINE");
+  command.add_option("--machine", options.machine,
+                     "The machine folder to work on (default: $BXVBWIZ_MACHINE)");
   command.add_option("--app-name", options.appName, "The application name")->check(CheckLine);
   command.add_option("--company", options.company, "The company name")->check(CheckLine);
   command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
@@ -103,6 +102,13 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   CLI::App* machine = app.add_subcommand("machine", "Make machine folders");
   AddWizardOptions(*analyse, options, more);
   AddWizardOptions(*generate, options, more);
+  CLI::App* capture = app.add_subcommand(
+      "capture",
+      "Make a machine folder of what generate would ask this machine for; writes no setup project");
+  AddWizardOptions(*capture, options, more);
+  capture->add_option("--to", options.captureTo, "The folder to make, which must not exist or be empty")
+      ->type_name("DIR")
+      ->required();
   inspect->add_option("FILE", options.files, "The files")->required();
   inspect->add_flag("--json", options.json, "Print one JSON document");
   machine->require_subcommand(1);
@@ -114,11 +120,15 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     app.parse(std::move(arguments));
     TakeAnswers(more, options);
+    // Not by the parser, which would let the variable overrule one command's option with another's.
+    const char* const variable = std::getenv("BXVBWIZ_MACHINE");
+    if (options.machine.empty() && variable != nullptr) options.machine = variable;
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kExitFinished : kExitUsage;
   }
   options.command = analyse->parsed()    ? Command::Analyse
                     : generate->parsed() ? Command::Generate
+                    : capture->parsed()  ? Command::Capture
                     : inspect->parsed()  ? Command::Inspect
                                          : Command::MachineNew;
   return std::nullopt;

@@ -16,7 +16,7 @@ constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine fol
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
 constexpr int kExitIncomplete = 4;   // --strict: something is left to the user's hand
 
-enum class Command { Analyse, Generate, Inspect, MachineNew };
+enum class Command { Analyse, Generate, Capture, Inspect, MachineNew };
 
 // The command line as the user gave it.
 struct Options {
@@ -37,6 +37,7 @@ struct Options {
   bool verbose = false;
   std::vector<std::string> files;  // of inspect
   std::string newMachine;
+  std::string captureTo;  // the machine folder that capture makes
 };
 
 // Reads the command line. When there is nothing to run (help, version, wrong usage) what is to be said was

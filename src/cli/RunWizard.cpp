@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "cli/Capture.h"
 #include "cli/Computer.h"
 #include "cli/ConsoleView.h"
 #include "cli/JsonOutput.h"
@@ -95,7 +96,7 @@ class Run {
     FillInformation();
     const int code = LeaveInformation();
     if (code != kExitFinished) return code;
-    return options_.command == Command::Generate ? Finish() : EndOfAnalysis();
+    return options_.command == Command::Analyse ? EndOfAnalysis() : Finish();
   }
 
   // The names are given to the boxes with --skip-info as well, so that a name which the page would refuse is
@@ -161,7 +162,7 @@ class Run {
 // What standard error says last: everything that is left to do, and how much that is.
 void PrintRest(const Options& options, const Outcome& outcome) {
   for (const std::string& text : outcome.incomplete) std::cerr << "bxvbwiz: " << text << '\n';
-  if (!outcome.finished && !outcome.setupFolder.empty()) {
+  if (!outcome.finished && !outcome.setupFolder.empty() && options.command != Command::Capture) {
     std::cerr << "bxvbwiz: The setup folder " << outcome.setupFolder << " was created and is incomplete.\n";
   }
   const std::size_t count = outcome.incomplete.size();
@@ -181,7 +182,7 @@ void PrintRest(const Options& options, const Outcome& outcome) {
 int Show(const Options& options, const Outcome& outcome, int code) {
   if (options.json) {
     PrintJson(options, outcome);
-  } else if (!options.quiet) {
+  } else if (!options.quiet && options.command != Command::Capture) {
     PrintText(options, outcome);
   }
   std::cout.flush();
@@ -211,7 +212,8 @@ std::unique_ptr<Computer> OpenComputer(const Options& options) {
 
 int RunWizard(const Options& options) {
   const std::unique_ptr<Computer> computer = OpenComputer(options);
-  return computer == nullptr ? kExitUsage : RunWizardOn(options, *computer);
+  if (computer == nullptr) return kExitUsage;
+  return options.command == Command::Capture ? Capture(options, *computer) : RunWizardOn(options, *computer);
 }
 
 int RunWizardOn(const Options& options, Computer& computer) {

@@ -5,7 +5,8 @@
 
 namespace bxvbwiz {
 
-// analyse and generate: runs the wizard on the machine folder and prints what came out. Gives the exit code.
+// analyse, generate and capture: runs the wizard on the machine folder and prints what came out. Gives the
+// exit code.
 int RunWizard(const Options& options);
 // The same on a computer that was opened.
 int RunWizardOn(const Options& options, Computer& computer);

@@ -52,6 +52,8 @@ class CodePage {
   // IsCharAlphaNumericA on the character's code; false for what the code page cannot hold. A double-byte
   // letter counts as a whole.
   virtual bool IsAlphaNumeric(char32_t character) const = 0;
+  // GetACP: its number, as 1252.
+  virtual int Number() const = 0;
 };
 
 // The texts that the user sees, by number (LoadStringA on the module's resources).

@@ -81,7 +81,15 @@ Locale() {  # Locale MACHINE
 }
 
 RunCase() {
-  if grep -q -- --machine "$golden/$1/options"; then
+  if [ "$captured" = yes ]; then
+    mkdir -p "$work/$1/actual"
+    PutOnDrive "$1" || return 0
+    options=("${options[@]:1}" --to "Z:$work/$1/machine")
+    InWine "$1" capture "${options[@]}" >"$work/$1/captured" 2>&1 || true
+    ImportRegistry "$work/$1/removal.reg"
+    rm -rf "$work/$1/before"
+    RunInFolder "$1" "$native"
+  elif grep -q -- --machine "$golden/$1/options"; then
     RunOnMachineFolder "$1"
     find "$work/$1/actual" -type f -exec sed -i 's#Z:<machine>#<machine>#' {} +
   else
@@ -89,17 +97,16 @@ RunCase() {
   fi
 }
 
-RunOnDrive() {  # as RunOnMachineFolder
-  local folder=$work/$1 options machine code=0 file locale
-  machine=$folder/machine
-  mkdir -p "$folder/actual"
-  LayOut "$1" "$machine"
-  mv "$machine" "$folder/before"
+# Makes Wine's drive and registry those of the case, and sets locale and options. False, with a message, where that
+# cannot be done.
+PutOnDrive() {  # PutOnDrive CASE
+  local folder=$work/$1 machine
+  LayOut "$1" "$folder/before"
   locale=$(Locale "$folder/before")
   if [ -z "$locale" ]; then
     echo "$1: left out: the Japanese locale cannot be made here (Debian package locales)"
     cp -R "$golden/$1/expected/." "$folder/actual"
-    return
+    return 1
   fi
   Pristine
   CleanDrive
@@ -114,8 +121,20 @@ RunOnDrive() {  # as RunOnMachineFolder
   machine=@machine@
   eval "options=($(cat "$golden/$1/options"))"
   options=("${options[@]//@machine@\/drive_c/C:}")
+}
+
+InWine() {  # InWine CASE ARGUMENT...
+  local folder=$work/$1
+  shift
   (cd "$folder" && unset BXVBWIZ_MACHINE SOURCE_DATE_EPOCH && LOCPATH=$work/locale LC_ALL=$locale \
-    "${run[@]}" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
+    "${run[@]}" "$@" </dev/null)
+}
+
+RunOnDrive() {  # RunOnDrive CASE; leaves what happened in $work/CASE/actual
+  local folder=$work/$1 code=0 file
+  mkdir -p "$folder/actual"
+  PutOnDrive "$1" || return 0
+  InWine "$1" "${options[@]}" >"$folder/actual/output" 2>"$folder/actual/messages" || code=$?
   echo "$code" >"$folder/actual/exitcode"
   ImportRegistry "$folder/removal.reg"
   TakeMachine "$folder/before" "$folder/machine"

@@ -2,6 +2,7 @@
 # Runs bxvbwiz on the golden cases and compares all that it did with what is expected; --update rewrites the
 # expectations instead, to be read in the diff before they are kept.
 # usage: run.sh [--update] [CASE]...    without a case: all of them
+#        run.sh --captured [CASE]...    on what bxvbwiz captures of each machine, where that must give the same
 #        run.sh --lay-out CASE DIR      only makes the case's machine folder DIR, without a run
 #
 # A case is a folder with
@@ -25,6 +26,11 @@ export LC_ALL=C TZ=UTC SOURCE_DATE_EPOCH=1137321000
 update=no
 if [ "${1:-}" = --update ]; then
   update=yes
+  shift
+fi
+captured=no
+if [ "${1:-}" = --captured ]; then
+  captured=yes
   shift
 fi
 layOut=no
@@ -83,13 +89,17 @@ Difference() {  # Difference BEFORE AFTER OUT
 }
 
 RunOnMachineFolder() {  # RunOnMachineFolder CASE; leaves what happened in $work/CASE/actual
-  local folder=$work/$1 options machine code=0 file
-  machine=$folder/machine
-  mkdir -p "$folder/actual"
-  LayOut "$1" "$machine"
+  mkdir -p "$work/$1/actual"
+  LayOut "$1" "$work/$1/machine"
+  RunInFolder "$1" "${run[@]}"
+}
+
+RunInFolder() {  # RunInFolder CASE PROGRAM...; on the machine folder $work/CASE/machine
+  local folder=$work/$1 options machine=$work/$1/machine code=0 file
   cp -R "$machine" "$folder/before"
   eval "options=($(cat "$golden/$1/options"))"
-  (cd "$folder" && BXVBWIZ_MACHINE=$machine "${run[@]}" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
+  shift
+  (cd "$folder" && BXVBWIZ_MACHINE=$machine "$@" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
   echo "$code" >"$folder/actual/exitcode"
   Difference "$folder/before" "$machine" "$folder/actual"
   find "$folder/actual" -type f ! -name '*.exe' ! -name '*.dll' -print0 | while IFS= read -r -d '' file; do
@@ -97,8 +107,33 @@ RunOnMachineFolder() {  # RunOnMachineFolder CASE; leaves what happened in $work
   done
 }
 
+# Whether a captured machine must give the same as the machine itself: a setup project was written, on the machine at
+# hand, without its compiler.
+CanBeCaptured() {  # CanBeCaptured CASE
+  grep -q '^generate' "$golden/$1/options" && ! grep -q -e --machine "$golden/$1/options" &&
+    [ ! -f "$golden/$1/machine/vb6.txt" ] && grep -q '^[04]$' "$golden/$1/expected/exitcode"
+}
+
+Capture() {  # Capture CASE MACHINE PROGRAM...; captures into $work/CASE/machine
+  local case=$1 options
+  export BXVBWIZ_MACHINE=$2
+  eval "options=($(cat "$golden/$1/options"))"
+  shift 2
+  "$@" capture "${options[@]:1}" --to "$work/$case/machine" >"$work/$case/captured" 2>&1 </dev/null || true
+  unset BXVBWIZ_MACHINE
+}
+
+RunCaptured() {  # RunCaptured CASE
+  mkdir -p "$work/$1/actual"
+  LayOut "$1" "$work/$1/source"
+  Capture "$1" "$work/$1/source" "${run[@]}"
+  RunInFolder "$1" "$native"
+}
+
 run=("$bxvbwiz")
+native=${NATIVE:-$bxvbwiz}  # what runs on captured machines
 RunCase() { RunOnMachineFolder "$1"; }
+[ "$captured" = no ] || RunCase() { RunCaptured "$1"; }
 case $bxvbwiz in *.exe) . "$golden/on_windows.sh" ;; esac
 
 if [ "$layOut" = yes ]; then
@@ -117,6 +152,7 @@ for case in "${cases[@]}"; do
     echo "run.sh: no case $case in $golden" >&2
     exit 2
   fi
+  [ "$captured" = no ] || CanBeCaptured "$case" || continue
   RunCase "$case"
   if [ "$update" = yes ]; then
     rm -rf "${golden:?}/$case/expected"

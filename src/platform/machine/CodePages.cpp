@@ -42,6 +42,8 @@ bool IsLetterOrDigit(char32_t character) {
 // What all code pages but UTF-8 share: the way through a text, ASCII in great steps.
 class TableCodePage : public CodePage {
  public:
+  explicit TableCodePage(int number) : number_(number) {}
+  int Number() const override { return number_; }
   std::string Decode(std::string_view bytes) const override {
     std::string text;
     text.reserve(bytes.size());
@@ -82,11 +84,14 @@ class TableCodePage : public CodePage {
   virtual char32_t TakeCharacter(std::string_view& bytes) const = 0;
   // One byte, or lead byte * 256 + trail byte; 0 when the code page does not have the character.
   virtual unsigned CodeOf(char32_t character) const = 0;
+
+ private:
+  int number_;
 };
 
 class SingleByteCodePage : public TableCodePage {
  public:
-  explicit SingleByteCodePage(const UpperHalf& table) {
+  explicit SingleByteCodePage(const UpperHalf& table) : TableCodePage(table.codePage) {
     for (unsigned i = 0; i < characters_.size(); ++i) {
       const unsigned byte = 0x80 + i;
       const char16_t character = table.characters[i];
@@ -123,7 +128,7 @@ bool IsRepeated(int number, unsigned code) {
 class DoubleByteCodePage : public TableCodePage {
  public:
   DoubleByteCodePage(int number, std::vector<char16_t> characters)
-      : characters_(std::move(characters)), codes_(0x10000) {
+      : TableCodePage(number), characters_(std::move(characters)), codes_(0x10000) {
     for (const bool repeated : {false, true}) {
       for (unsigned code = 0x80; code < characters_.size(); ++code) {
         const char16_t character = characters_[code];
@@ -175,6 +180,7 @@ class Utf8CodePage : public CodePage {
   }
   std::string Encode(std::string_view text) const override { return std::string(text); }
   bool IsAlphaNumeric(char32_t character) const override { return IsLetterOrDigit(character); }
+  int Number() const override { return kUtf8CodePage; }
 };
 
 }  // namespace

@@ -142,4 +142,8 @@ bool Win32CodePage::IsAlphaNumeric(char32_t character) const {
   return size == 1 ? IsCharAlphaNumericA(ansi[0]) != FALSE : IsCharAlphaNumericW(wide) != FALSE;
 }
 
+int Win32CodePage::Number() const {
+  return static_cast<int>(GetACP());
+}
+
 }  // namespace bxvbwiz

@@ -57,6 +57,7 @@ class Win32CodePage : public CodePage {
   std::string Decode(std::string_view bytes) const override;
   std::string Encode(std::string_view text) const override;
   bool IsAlphaNumeric(char32_t character) const override;
+  int Number() const override;
 };
 
 }  // namespace bxvbwiz

@@ -1,0 +1,100 @@
+#include "cli/Capture.h"
+
+#include <iostream>
+#include <random>
+
+#include "cli/CaptureSeam.h"
+#include "cli/RunWizard.h"
+
+namespace bxvbwiz {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A folder in a temporary place, removed at the end.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::random_device random;
+    do {
+      path_ = fs::temp_directory_path() / ("bxvbwiz-" + std::to_string(random()));
+    } while (!fs::create_directory(path_));
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const fs::path& Path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+class CapturingComputer : public Computer {
+ public:
+  CapturingComputer(Computer& source, const std::string& folder)
+      : source_(source),
+        captured_(fs::u8path(folder), source.platform()),
+        scratch_(scratchFolder_.Path(), source.platform()),
+        registry_(source.platform().registry, captured_.platform().registry),
+        files_(source.platform().files, captured_, scratch_),
+        profiles_(source.platform(), files_, scratch_.platform().profiles),
+        platform_{registry_,
+                  source.platform().facts,
+                  files_,
+                  profiles_,
+                  source.platform().processes,
+                  source.platform().guids,
+                  source.platform().settings,  // those of the log, which belong to this machine
+                  source.platform().clock,
+                  source.platform().codePage,
+                  source.platform().strings} {}
+
+  Platform& platform() override { return platform_; }
+  std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
+  std::string HostPath(const std::string&) override { return {}; }  // the setup project is thrown away
+  void Save() override {
+    source_.Save();
+    captured_.Save();
+  }
+  const CapturedMachine& Captured() const { return captured_; }
+
+ private:
+  Computer& source_;
+  TemporaryFolder scratchFolder_;
+  CapturedMachine captured_;
+  CapturedMachine scratch_;
+  CaptureRegistry registry_;
+  CaptureFiles files_;
+  CaptureProfileStrings profiles_;
+  Platform platform_;
+};
+
+}  // namespace
+
+int Capture(const Options& options, Computer& computer) {
+  try {
+    CapturingComputer capturing(computer, options.captureTo);
+    const int code = RunWizardOn(options, capturing);
+    const CapturedMachine& captured = capturing.Captured();
+    for (const std::string& path : captured.NotCaptured())
+      std::cerr << "bxvbwiz: " << path << " cannot be kept in a machine folder\n";
+    if (code != kExitFinished && code != kExitIncomplete) {
+      std::cerr << "bxvbwiz: the machine folder " << options.captureTo << " is incomplete\n";
+      return code;
+    }
+    if (!options.json && !options.quiet) {
+      std::cout << "Captured " << captured.FileCount() << " files in the machine folder " << options.captureTo
+                << ". Elsewhere: bxvbwiz generate \"" << computer.ProjectPath(options.project)
+                << "\" --machine " << options.captureTo << '\n';
+    }
+    return captured.NotCaptured().empty() ? code : kExitNotFinished;
+  } catch (const MachineError& error) {
+    std::cerr << "bxvbwiz: " << error.what() << '\n';
+    return kExitUsage;
+  }
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,95 @@
+#include "cli/CapturedMachine.h"
+
+#include <cstdio>
+#include <fstream>
+
+#include "platform/Text.h"
+
+namespace bxvbwiz {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kPathBuffer = 260;  // MAX_PATH
+
+void WriteText(const fs::path& path, const std::string& text) {
+  std::ofstream file(path, std::ios::binary);
+  file << text;
+  file.close();
+  if (file.fail()) throw MachineError(path.u8string() + ": cannot be written");
+}
+
+std::string IniOf(Platform& source) {
+  char language[8];
+  std::snprintf(language, sizeof(language), "%04X", source.facts.UserLanguage() & 0xFFFF);
+  const VersionInfo version = source.facts.Version();
+  return "[Machine]\r\nCodePage=" + std::to_string(source.codePage.Number()) + "\r\nLanguage=" + language +
+         "\r\n[Version]\r\nPlatformId=" + std::to_string(version.platformId) +
+         "\r\nMajorVersion=" + std::to_string(version.majorVersion) +
+         "\r\nMinorVersion=" + std::to_string(version.minorVersion) +
+         "\r\nBuildNumber=" + std::to_string(version.buildNumber) + "\r\nCSDVersion=" + version.csdVersion +
+         "\r\n[Folders]\r\nWindows=" + source.facts.WindowsDirectory(kPathBuffer) +
+         "\r\nSystem=" + source.facts.SystemDirectory(kPathBuffer) + "\r\n";
+}
+
+}  // namespace
+
+CapturedMachine::CapturedMachine(const fs::path& folder, Platform& source) {
+  std::error_code error;
+  const std::string name = folder.u8string();
+  if (fs::exists(folder, error) && (!fs::is_directory(folder, error) || !fs::is_empty(folder, error))) {
+    throw MachineError(name + ": exists and is no empty folder");
+  }
+  fs::create_directories(folder, error);
+  if (error) throw MachineError(name + ": cannot be made: " + error.message());
+  WriteText(folder / "machine.ini", IniOf(source));
+  WriteText(folder / "registry.reg", "REGEDIT4\r\n");
+  for (const std::string& path :
+       {source.facts.WindowsDirectory(kPathBuffer), source.facts.SystemDirectory(kPathBuffer)}) {
+    if (!path.empty()) fs::create_directory(folder / ("drive_" + LowerCase(path.substr(0, 1))), error);
+  }
+  machine_ = std::make_unique<Machine>(name);
+  AddFolder(source.facts.SystemDirectory(kPathBuffer));
+  AddFolder(source.facts.WindowsDirectory(kPathBuffer));
+}
+
+void CapturedMachine::AddFolder(const std::string& path) {
+  std::size_t end = path.find('\\');
+  if (end != 2) return;  // no drive
+  std::error_code ignored;
+  const std::string drive = machine_->HostPath(path.substr(0, 3));
+  if (!drive.empty()) fs::create_directory(fs::u8path(drive), ignored);
+  while (end != std::string::npos) {
+    end = path.find('\\', end + 1);
+    platform().files.MakeDirectory(path.substr(0, end));
+  }
+}
+
+void CapturedMachine::AddName(const std::string& path) {
+  if (files_.count(UpperCase(path)) == 0) Write(path, {}, Held::Name);
+}
+
+void CapturedMachine::AddContent(const std::string& path, std::string_view bytes) {
+  if (!HasContent(path)) Write(path, bytes, Held::Content);
+}
+
+bool CapturedMachine::HasContent(const std::string& path) const {
+  const auto found = files_.find(UpperCase(path));
+  return found != files_.end() && found->second == Held::Content;
+}
+
+void CapturedMachine::Write(const std::string& path, std::string_view bytes, Held held) {
+  AddFolder(path.substr(0, path.rfind('\\')));
+  Held& file = files_[UpperCase(path)];
+  if (file == Held::Nothing) return;
+  const bool written = platform().files.Write(path, bytes, WriteMode::Create) == SystemError::Success;
+  file = written ? held : Held::Nothing;
+  if (!written) notCaptured_.push_back(path);
+}
+
+void CapturedMachine::Save() {
+  for (const std::string& path : readOnly_) platform().files.SetAttributes(path, kAttributeReadOnly);
+  machine_->Save();
+}
+
+}  // namespace bxvbwiz
