@@ -49,6 +49,8 @@ class frmMain : public User {
   void Report(std::string_view routine, const RuntimeError& error);
   // Fills every control from the string table and shows the welcome page.
   void Form_Load();
+  // Unloads the form when the wizard has ended outside its handlers.
+  void UnloadIfEnded();
   // The form is shown: takes over what the host has set since it was loaded.
   void Form_Activate();
 
