@@ -1,5 +1,7 @@
 #include "com/FileRecordArgument.h"
 
+#include <dispex.h>
+
 #include "com/ComError.h"
 #include "com/ComPtr.h"
 #include "com/ComText.h"
@@ -11,15 +13,17 @@ namespace {
 
 constexpr long kErrorNoProperty = 438;  // object doesn't support this property or method
 
-// A property of a host's object.
+// A property of a host's object. Objects of script engines are asked the way that the engines themselves do:
+// the engines know only that way all of their objects' properties.
 class Property {
  public:
   Property(IDispatch& object, const char* argument, const char* name)
       : object_(object), what_("the property " + std::string(name) + " of the argument " + argument) {
-    std::wstring wide = Widen(name);
-    LPOLESTR names[] = {wide.data()};
-    if (FAILED(object_.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id_)))
-      throw ComError(RunTimeErrorCode(kErrorNoProperty), "There is no " + what_.substr(4));
+    object.QueryInterface(IID_IDispatchEx, scriptObject_.ReceiveVoid());
+    if (FAILED(Find(Widen(name)))) {
+      throw ComError(RunTimeErrorCode(kErrorNoProperty),
+                     "The argument " + std::string(argument) + " has no property " + name);
+    }
   }
 
   // The value in the wanted type.
@@ -41,10 +45,29 @@ class Property {
  private:
   std::string Sentence(const std::string& failure) const { return "T" + what_.substr(1) + " " + failure; }
 
+  HRESULT Find(std::wstring name) {
+    if (scriptObject_) {
+      BSTR text = SysAllocString(name.c_str());
+      const HRESULT code = scriptObject_->GetDispID(text, fdexNameCaseInsensitive, &id_);
+      SysFreeString(text);
+      return code;
+    }
+    LPOLESTR names[] = {name.data()};
+    return object_.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id_);
+  }
+
+  HRESULT Call(WORD flags, DISPPARAMS& parameters, VARIANT* result, EXCEPINFO& exception) {
+    if (scriptObject_) {
+      return scriptObject_->InvokeEx(id_, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception,
+                                     nullptr);
+    }
+    return object_.Invoke(id_, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception,
+                          nullptr);
+  }
+
   void Invoke(WORD flags, DISPPARAMS& parameters, VARIANT* result, const char* failure) {
     EXCEPINFO exception{};
-    const HRESULT code =
-        object_.Invoke(id_, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception, nullptr);
+    const HRESULT code = Call(flags, parameters, result, exception);
     if (SUCCEEDED(code)) return;
     if (exception.pfnDeferredFillIn != nullptr) exception.pfnDeferredFillIn(&exception);
     std::string text = Sentence(failure);
@@ -59,6 +82,7 @@ class Property {
   }
 
   IDispatch& object_;
+  ComPtr<IDispatchEx> scriptObject_;  // none for other objects
   std::string what_;
   DISPID id_ = DISPID_UNKNOWN;
 };

@@ -102,7 +102,9 @@ HRESULT Unregister(Scope scope) {
   }
   const auto unregister = scope == Scope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
   const HRESULT library = unregister(LIBID_BX6VBWiz, kMajorVersion, kMinorVersion, LOCALE_NEUTRAL, kSystem);
-  const bool wasMissing = library == TYPE_E_REGISTRYACCESS || library == TYPE_E_LIBNOTREGISTERED;
+  // The last one is Wine's word for it.
+  const bool wasMissing =
+      library == TYPE_E_REGISTRYACCESS || library == TYPE_E_LIBNOTREGISTERED || library == E_INVALIDARG;
   return FAILED(classes.Result()) ? classes.Result() : (wasMissing ? S_OK : library);
 }
 
