@@ -25,14 +25,16 @@ class ComponentsObject : public DualObject<IComponents, IID_IComponents, CLSID_C
   STDMETHODIMP CreateComponent(BSTR* projectDir, BSTR* componentName, IDispatch* file,
                                VARIANT_BOOL* created) override {
     return Give(created, [&] {
-      return components_.CreateComponent(Folder(projectDir), Text(componentName, "componentName"),
+      const std::string folder = Folder(projectDir);
+      return components_.CreateComponent(folder, Text(componentName, "componentName"),
                                          ReadFileRecord(file, "file"));
     });
   }
   STDMETHODIMP AddScriptDefinedVariable(BSTR* projectDir, BSTR* componentName, IDispatch* file,
                                         BSTR* variable) override {
     return Give(variable, [&] {
-      return components_.AddScriptDefinedVariable(Folder(projectDir), Text(componentName, "componentName"),
+      const std::string folder = Folder(projectDir);
+      return components_.AddScriptDefinedVariable(folder, Text(componentName, "componentName"),
                                                   ReadFileRecord(file, "file"));
     });
   }

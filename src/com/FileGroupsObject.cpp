@@ -88,17 +88,21 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
   }
 
   STDMETHODIMP CreateFileGroup(BSTR* projectDir, IDispatch* file, VARIANT_BOOL* created) override {
-    return Give(created,
-                [&] { return groups_.CreateFileGroup(Folder(projectDir), ReadFileRecord(file, "file")); });
+    return Give(created, [&] {
+      const std::string folder = Folder(projectDir);
+      return groups_.CreateFileGroup(folder, ReadFileRecord(file, "file"));
+    });
   }
   STDMETHODIMP AddFileGroupToProject(BSTR* projectDir, IDispatch* file, VARIANT_BOOL* added) override {
     return Give(added, [&] {
-      return groups_.AddFileGroupToProject(Folder(projectDir), ReadFileRecord(file, "file"));
+      const std::string folder = Folder(projectDir);
+      return groups_.AddFileGroupToProject(folder, ReadFileRecord(file, "file"));
     });
   }
   STDMETHODIMP AddFileGroupToComponent(BSTR* projectDir, IDispatch* file, VARIANT_BOOL* added) override {
     return Give(added, [&] {
-      return groups_.AddFileGroupToComponent(Folder(projectDir), ReadFileRecord(file, "file"));
+      const std::string folder = Folder(projectDir);
+      return groups_.AddFileGroupToComponent(folder, ReadFileRecord(file, "file"));
     });
   }
 
