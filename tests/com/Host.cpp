@@ -12,8 +12,8 @@ namespace fs = std::filesystem;
 
 const std::wstring kProduct = L"SOFTWARE\\Borvex\\Borvex Professional\\6.0";
 
-std::wstring Windows(const char* folder) {
-  std::wstring path = L"Z:" + Widen(folder) + L"\\Bx6vbwiz";
+std::wstring Windows(const char* folder, const wchar_t* name) {
+  std::wstring path = L"Z:" + Widen(folder) + L"\\" + name;
   for (wchar_t& character : path) {
     if (character == L'/') character = L'\\';
   }
@@ -22,8 +22,9 @@ std::wstring Windows(const char* folder) {
 
 }  // namespace
 
-const std::wstring kShippedServer = Windows(SHIPPED_FOLDER) + L".dll";
-const std::wstring kDrivenServer = Windows(DRIVEN_FOLDER) + L".dll";
+const std::wstring kShippedServer = Windows(SHIPPED_FOLDER, L"Bx6vbwiz.dll");
+const std::wstring kDrivenServer = Windows(DRIVEN_FOLDER, L"Bx6vbwiz.dll");
+const std::wstring kScript = Windows(SCRIPT_FOLDER, L"host.vbs");
 const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
                                             L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};
 
@@ -116,6 +117,21 @@ std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring
 void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text) {
   RegSetKeyValueW(root, key.c_str(), name.c_str(), REG_SZ, text.c_str(),
                   static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+DWORD RunProgram(std::wstring commandLine) {
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process{};
+  DWORD code = ~0U;
+  EXPECT_TRUE(CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                             &startup, &process));
+  constexpr DWORD kLongest = 60000;
+  EXPECT_EQ(WaitForSingleObject(process.hProcess, kLongest), WAIT_OBJECT_0);
+  GetExitCodeProcess(process.hProcess, &code);
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+  return code;
 }
 
 InstalledProduct::InstalledProduct() {

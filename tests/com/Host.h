@@ -15,6 +15,7 @@ namespace bxvbwiz {
 
 extern const std::wstring kShippedServer;
 extern const std::wstring kDrivenServer;
+extern const std::wstring kScript;  // a host in VBScript
 
 // The creatable classes by ProgID.
 extern const std::vector<std::wstring> kProgIds;
@@ -62,6 +63,9 @@ Called Call(IDispatch* object, const std::wstring& member, std::vector<VARIANT> 
 // The text of a registry value; "-" when there is none.
 std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring& name = L"");
 void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text);
+
+// Starts a program and gives its exit code.
+DWORD RunProgram(std::wstring commandLine);
 
 // The product with a template, and a project that needs no rebuild, in a temporary folder.
 class InstalledProduct {

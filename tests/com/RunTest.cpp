@@ -122,19 +122,18 @@ TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
     SetEnvironmentVariableA("BXVBWIZ_KEYS", row.keys);
     std::wstring program = kDrivenServer;
     program.replace(program.size() - 3, 3, L"exe");
-    std::wstring line = L"\"" + program + L"\" " + row.options + L" /P" + product_.Path(L"Src\\App.vbp");
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process{};
-    ASSERT_TRUE(CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
-                               &process));
-    EXPECT_EQ(WaitForSingleObject(process.hProcess, 60000), WAIT_OBJECT_0);
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    const std::wstring project = product_.Path(L"Src\\App.vbp");
+    EXPECT_EQ(RunProgram(L"\"" + program + L"\" " + row.options + L" /P" + project), 0U);
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"ReturnCode"), row.returnCode);
     const std::wstring file = *row.projectFile == L'\0' ? L"" : product_.Path(row.projectFile);
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"Project"), file);
   }
+}
+
+TEST_F(RunTest, ServesAScriptWithEveryMember) {
+  SetEnvironmentVariableA("BXVBWIZ_KEYS", "nno");
+  // A script that stops at an error ends with 0.
+  EXPECT_EQ(RunProgram(L"C:\\windows\\system32\\cscript.exe //nologo \"" + kScript + L"\""), 42U);
 }
 
 }  // namespace

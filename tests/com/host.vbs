@@ -57,6 +57,8 @@ Function Contains(path, text)
 End Function
 
 Sub InstallProduct()
+  If files.FolderExists(setup) Then files.DeleteFolder setup
+  If files.FolderExists(folder & "Setups") Then files.DeleteFolder folder & "Setups"
   MakeFolder folder
   MakeFolder folder & "Template"
   MakeFolder folder & "Template\Component Definitions"
@@ -152,7 +154,7 @@ Sub TestRecords(groups)
   Set known = New FileRecord
   groups.GetFileGroupInfo "", folder & "Src\App.exe", "", Nothing, file
   Check "facts", file.Destination & file.LinkResolves & file.FileLinkPath, "$(APPPATH)True" & folder & "Src\"
-  Check "flags", file.SharedFile Or file.SelfRegister <> 0, False
+  Check "flags", CBool(file.SharedFile Or file.SelfRegister <> 0), False
   groups.GetFileGroupInfo "", "x", "", file, known
   Check "copied facts", known.Destination & known.FileLinkPath & known.FileGroup, file.Destination & file.FileLinkPath & file.FileGroup
   file.FileName = "App.exe"
