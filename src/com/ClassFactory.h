@@ -18,6 +18,7 @@ class ClassFactory : public IClassFactory {
       : server_(std::move(server)), class_(made) {}
   ClassFactory(const ClassFactory&) = delete;
   ClassFactory& operator=(const ClassFactory&) = delete;
+  virtual ~ClassFactory() = default;
 
   STDMETHODIMP QueryInterface(REFIID id, void** object) override;
   STDMETHODIMP_(ULONG) AddRef() override;
@@ -26,8 +27,6 @@ class ClassFactory : public IClassFactory {
   STDMETHODIMP LockServer(BOOL lock) override;
 
  private:
-  virtual ~ClassFactory() = default;
-
   const ModuleUse use_;  // goes last
   const std::shared_ptr<Server> server_;
   const ServerClass& class_;

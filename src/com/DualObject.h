@@ -24,6 +24,7 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
       : server_(std::move(server)), source_(source) {}
   DualObject(const DualObject&) = delete;
   DualObject& operator=(const DualObject&) = delete;
+  virtual ~DualObject() = default;
 
   STDMETHODIMP QueryInterface(REFIID id, void** object) override {
     if (object == nullptr) return E_POINTER;
@@ -84,8 +85,6 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
   }
 
  protected:
-  virtual ~DualObject() = default;
-
   Server& server() { return *server_; }
 
   // Runs a method's work. Its exception becomes an error code with an error object.

@@ -11,6 +11,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, LPVOID* object) {
   *object = nullptr;
   for (const ServerClass& entry : bxvbwiz::kServerClasses) {
     if (*entry.id != classId) continue;
+    bxvbwiz::StayLoaded();
     try {
       bxvbwiz::ComPtr<IClassFactory> factory;
       *factory.Receive() = new ClassFactory(bxvbwiz::Server::OfThisThread(), entry);

@@ -35,6 +35,12 @@ std::wstring ThisModulePath() {
   }
 }
 
+void StayLoaded() noexcept {
+  HMODULE pinned = nullptr;
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                     reinterpret_cast<LPCWSTR>(&__ImageBase), &pinned);
+}
+
 bool ModuleIsInUse() {
   return uses != 0;
 }

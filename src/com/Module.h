@@ -11,6 +11,11 @@ HMODULE ThisModule();
 // Its full path. Throws RuntimeError when the system does not give it.
 std::wstring ThisModulePath();
 
+// Keeps the module in its process from now on, however often a host lets go of it: the compiler's run-time
+// library never gives back what it takes of the process for each time that it is loaded (a slot of
+// thread-local storage, of which there are 1,088).
+void StayLoaded() noexcept;
+
 // Whether an object or a lock keeps the DLL loaded.
 bool ModuleIsInUse();
 
