@@ -50,8 +50,9 @@ class ClassesKey {
     error_ = RegCreateKeyExW(root_, (kClasses + path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                              KEY_SET_VALUE, nullptr, &key, nullptr);
     if (error_ != ERROR_SUCCESS) return;
+    const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
     error_ = RegSetValueExW(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
-                            static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+                            static_cast<DWORD>(size));
     RegCloseKey(key);
   }
 

@@ -39,7 +39,7 @@ void UserWithoutForm::BeginCall() {
 
 std::shared_ptr<Server> Server::OfThisThread() {
   if (serverOfThread != nullptr) return serverOfThread->shared_from_this();
-  const auto server = std::make_shared<Server>();
+  auto server = std::make_shared<Server>();
   serverOfThread = server.get();
   server->component_.SubMain();
   server->logMonitor_ = MakeLogMonitor(server->component_.session());

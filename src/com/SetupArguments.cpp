@@ -7,7 +7,7 @@
 namespace bxvbwiz {
 
 std::string SetupFolderArgument(Server& server, const std::string& folder, const char* argument) {
-  const std::string fixed = FixPath(folder);
+  std::string fixed = FixPath(folder);
   if (folder.empty() || Dir(server.component().platform().files, fixed + "*.*", true).empty()) {
     throw ComError(RunTimeErrorCode(kErrorPathNotFound),
                    "Path not found: the argument " + std::string(argument) + " is \"" + folder + "\"");
