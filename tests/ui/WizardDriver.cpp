@@ -298,19 +298,25 @@ void WizardDriver::AnswerFileDialog(const std::string& name) {
   WaitUntil("the end of the file dialog", [dialog] { return !IsWindow(dialog); });
 }
 
+int WizardDriver::Panel() const {
+  int panel = kNoPanel;
+  for (int candidate = 0; candidate < kFrames; ++candidate) {
+    const HWND frame = GetDlgItem(window_, kIdFrame + candidate);
+    if (frame == nullptr || !IsWindowVisible(frame)) continue;
+    if (panel != kNoPanel) return kNoPanel;
+    panel = candidate;
+  }
+  return panel;
+}
+
 void WizardDriver::WaitForPanel(int panel) {
-  WaitUntil(("panel " + std::to_string(panel)).c_str(), [this, panel] {
-    for (int other = 0; other < kFrames; ++other) {
-      const HWND frame = GetDlgItem(window_, kIdFrame + other);
-      if ((frame != nullptr && IsWindowVisible(frame)) != (other == panel)) return false;
-    }
-    return true;
-  });
+  WaitUntil(("panel " + std::to_string(panel)).c_str(), [this, panel] { return Panel() == panel; });
 }
 
 void WizardDriver::WaitForAnything(int panelToLeave) {
   WaitUntil("anything", [this, panelToLeave] {
-    return Ended() || HasMessage() || !IsWindowVisible(GetDlgItem(window_, kIdFrame + panelToLeave));
+    const int panel = Panel();
+    return Ended() || HasMessage() || (panel != panelToLeave && panel != kNoPanel);
   });
 }
 

@@ -61,7 +61,7 @@ class WizardDriver {
   // Types a name into the file dialog that comes up and presses Open.
   void AnswerFileDialog(const std::string& name);
   void WaitForPanel(int panel);
-  // Waits until one of: the panel is shown (true), a message box comes up, or the program ends.
+  // Waits until another panel is shown, a message box comes up, or the program ends.
   void WaitForAnything(int panelToLeave);
   void WaitUntil(const char* what, const std::function<bool()>& condition) const;
   bool HasMessage() const { return MessageBoxWindow() != nullptr; }
@@ -74,6 +74,9 @@ class WizardDriver {
   HWND FileDialog() const;
   HWND OtherDialog(int controlInside) const;
   std::string ReadOutput();
+  // The panel that is shown; none while one follows another, and when the window is gone.
+  int Panel() const;
+  static constexpr int kNoPanel = -1;
 
   OwnedHandle process_;
   OwnedHandle output_;
