@@ -32,11 +32,17 @@ LONGLONG Now() {
   return now.QuadPart;
 }
 
-LRESULT CALLBACK AfterMessage(int code, WPARAM wParam, LPARAM lParam) {
-  const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
-  if (code == HC_ACTION && message.message == WM_PAINT) {
-    watch.painted = Now();
-    watch.window = GetAncestor(message.hwnd, GA_ROOT);
+constexpr UINT kPainted = WM_APP + 1;
+
+// A posted message is taken before the next window is painted, so it tells when this one is.
+LRESULT CALLBACK OnMessage(int code, WPARAM wParam, LPARAM lParam) {
+  const auto& message = *reinterpret_cast<const MSG*>(lParam);
+  if (code == HC_ACTION && wParam == PM_REMOVE) {
+    if (message.message == WM_PAINT) {
+      watch.window = GetAncestor(message.hwnd, GA_ROOT);
+      PostThreadMessageW(GetCurrentThreadId(), kPainted, 0, 0);
+    }
+    if (message.message == kPainted) watch.painted = Now();
   }
   return CallNextHookEx(nullptr, code, wParam, lParam);
 }
@@ -50,7 +56,7 @@ template <typename Open>
 double Measure(Open open) {
   LARGE_INTEGER frequency{};
   QueryPerformanceFrequency(&frequency);
-  const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROCRET, &AfterMessage, nullptr, GetCurrentThreadId());
+  const HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, &OnMessage, nullptr, GetCurrentThreadId());
   const UINT_PTR timer = SetTimer(nullptr, 0, kQuietMilliseconds, &OnQuiet);
   const LONGLONG start = Now();
   open();
