@@ -16,8 +16,17 @@ struct Point {
 
 // A filled polygon.
 struct Shape {
+  Shape(COLORREF fill, std::vector<Point> corners) : color(fill), points(std::move(corners)) {
+    for (const Point& corner : points) {
+      least = {std::min(least.x, corner.x), std::min(least.y, corner.y)};
+      most = {std::max(most.x, corner.x), std::max(most.y, corner.y)};
+    }
+  }
+
   COLORREF color;
   std::vector<Point> points;
+  Point least{kGrid, kGrid};  // the box around it
+  Point most{0, 0};
 };
 
 using Picture = std::vector<Shape>;
@@ -117,6 +126,10 @@ Picture PictureOf(NodeImage image) {
 
 // Whether a point lies inside: a ray from it crosses the border an odd number of times.
 bool Contains(const Shape& shape, Point point) {
+  if (point.x < shape.least.x || point.x > shape.most.x || point.y < shape.least.y ||
+      point.y > shape.most.y) {
+    return false;
+  }
   bool inside = false;
   for (std::size_t i = 0, last = shape.points.size() - 1; i < shape.points.size(); last = i++) {
     const Point& a = shape.points[i];

@@ -15,6 +15,7 @@ class ToolTips {
  public:
   // Makes the window of the tips, owned by the form's.
   void Make(const Ledger& ledger, HWND form, HINSTANCE module, const FormFont& font);
+  bool Made() const { return window_.Get() != nullptr; }
   // Gives a control its tip; an empty text takes it away.
   void Set(HWND control, const std::string& text);
 

@@ -79,9 +79,8 @@ void WizardWindow::Make(HWND owner) {
                                             owner == nullptr ? WS_EX_APPWINDOW : 0));
   icon_ = MakeWizardIcon(ledger_, GetSystemMetrics(SM_CXICON));
   SendMessageW(window_.Get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.Get()));
-  toolTips_.Make(ledger_, window_.Get(), module_, *font_);
   for (const LaidControl& laid : laid_) {
-    if (laid.panel == kOnEveryPanel) MakeControl(laid, window_.Get());
+    if (laid.panel == kOnEveryPanel && laid.frame == nullptr) MakeControl(laid, window_.Get());
   }
 }
 
@@ -94,8 +93,15 @@ void WizardWindow::MakeFrame(std::int16_t panel) {
   // First among its siblings, so that Tab visits a page before the buttons below it.
   SetWindowPos(frame.Get(), HWND_TOP, place.left, place.top, place.right, place.bottom, SWP_NOACTIVATE);
   if (panel == kPanelSummary) images_ = MakeNodeImages(ledger_, GetSystemMetrics(SM_CXSMICON));
+  HWND previous = GetDlgItem(window_.Get(), kIdLine);
   for (const LaidControl& laid : laid_) {
     if (laid.panel == panel) MakeControl(laid, frame.Get());
+    if (laid.frame != &FrameOf(*form_, panel)) continue;
+    MakeControl(laid, window_.Get());
+    // In the place that Tab expects: before the buttons that every panel has.
+    const HWND button = controls_.back()->Handle();
+    SetWindowPos(button, previous, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    previous = button;
   }
 }
 
@@ -152,8 +158,6 @@ void WizardWindow::ShowControls() {
   ShowFrames();
   for (const auto& control : controls_) {
     const bool changed = control->Show();
-    if (control->Shown() == nullptr) continue;
-    toolTips_.Set(control->Handle(), control->Shown()->toolTip);
     progress = progress || (changed && (control->Id() == kIdStatus || control->Id() == kIdProgress ||
                                         control->Id() == kIdProgressText));
   }
@@ -166,6 +170,14 @@ void WizardWindow::ShowControls() {
   }
   // A step of the wizard is named before it begins, not when events run again.
   if (progress) RedrawWindow(window_.Get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+// The tips are made when the mouse is first over the form.
+void WizardWindow::ShowToolTips() {
+  if (!toolTips_.Made()) toolTips_.Make(ledger_, window_.Get(), module_, *font_);
+  for (const auto& control : controls_) {
+    if (control->Shown() != nullptr) toolTips_.Set(control->Handle(), control->Shown()->toolTip);
+  }
 }
 
 const ControlWindow* WizardWindow::WindowOf(const Control* control) const {

@@ -55,6 +55,7 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void MoveToMiddle(HWND owner) const;
   void ShowFrames();
   void ShowControls();
+  void ShowToolTips();
   void FillVisibleTrees();
   bool FillTreeOf(const ControlWindow& shown, const TreeView& tree);
   void MoveFocus();

@@ -41,6 +41,7 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
       if (window == window_.Get()) form_->Form_QueryUnload();
       return TRUE;
     case WM_SETCURSOR:
+      ShowToolTips();
       if (pointer_ == Pointer::Default) return FALSE;
       SetPointer(pointer_);
       SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
