@@ -75,13 +75,18 @@ void WizardWindow::Make(HWND owner) {
   InitCommonControlsEx(&classes);
   // Without an owner, it is the only window of its program.
   const DWORD alone = owner == nullptr ? WS_MINIMIZEBOX : 0;
-  window_ = OwnedWindow(ledger_, MakeDialog(owner, WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | alone,
-                                            owner == nullptr ? WS_EX_APPWINDOW : 0));
-  icon_ = MakeWizardIcon(ledger_, GetSystemMetrics(SM_CXICON));
-  SendMessageW(window_.Get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.Get()));
+  window_ = OwnedWindow(
+      ledger_, MakeDialog(owner, WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | DS_MODALFRAME | alone,
+                          owner == nullptr ? WS_EX_APPWINDOW : 0));
   for (const LaidControl& laid : laid_) {
     if (laid.panel == kOnEveryPanel && laid.frame == nullptr) MakeControl(laid, window_.Get());
   }
+}
+
+void WizardWindow::ShowIcon() {
+  KillTimer(window_.Get(), kIconTimer);
+  icon_ = MakeWizardIcon(ledger_, GetSystemMetrics(SM_CXICON));
+  SendMessageW(window_.Get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.Get()));
 }
 
 void WizardWindow::MakeFrame(std::int16_t panel) {
@@ -274,6 +279,8 @@ void WizardWindow::RunModal() {
   if (form_ != nullptr) {
     ShowWindow(window_.Get(), SW_SHOW);
     MoveFocus();
+    // An owned window has none. A timer waits for the first painting.
+    if (owner == nullptr) SetTimer(window_.Get(), kIconTimer, USER_TIMER_MINIMUM, nullptr);
     Loop();
   }
   if (quitCode_.has_value()) PostQuitMessage(*quitCode_);

@@ -37,6 +37,7 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void FormUnloaded();
 
  private:
+  static constexpr UINT_PTR kIconTimer = 1;
   static constexpr std::size_t kFrames = kPanelReport + 1;
 
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -50,6 +51,7 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
 
   void Make(HWND owner);
   HWND MakeDialog(HWND parent, DWORD style, DWORD extendedStyle);
+  void ShowIcon();
   void MakeFrame(std::int16_t panel);
   void MakeControl(const LaidControl& laid, HWND parent);
   void MoveToMiddle(HWND owner) const;

@@ -49,6 +49,9 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_ACTIVATE:
       if (window == window_.Get() && LOWORD(wParam) != WA_INACTIVE) PostMessageW(window, kActivated, 0, 0);
       return FALSE;
+    case WM_TIMER:
+      if (wParam == kIconTimer) ShowIcon();
+      return TRUE;
     case kActivated:
       MoveFocus();
       return TRUE;
