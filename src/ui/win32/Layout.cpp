@@ -25,7 +25,7 @@ void LayOutWelcome(frmMain& form, std::vector<LaidControl>& rows) {
   Page page(rows, kPanelWelcome);
   page.Add(kIdWelcomeText, Kind::Label, form.lblPanel1Inst, {10, 10, 310, 28});
   page.Add(kIdProjectFileLabel, Kind::Label, form.lblVBP, {10, 50, 310, 9});
-  page.Add(kIdProjectFile, Kind::TextBox, form.txtVBPname, {10, 61, 250, 14});
+  page.Add(kIdProjectFile, Kind::TextBox, form.txtVBPname, {10, 62, 250, 12});
   page.Add(kIdBrowse, Kind::Button, form.cmdBrowse, {266, 61, 54, 14});
   page.Add(kIdRebuild, Kind::CheckBox, form.chkRebuild, {10, 84, 310, 10});
   page.Add(kIdStatus, Kind::PathLabel, form.lblStatus, {10, 176, 310, 9});
@@ -35,13 +35,13 @@ void LayOutInformation(frmMain& form, std::vector<LaidControl>& rows) {
   Page page(rows, kPanelInformation);
   page.Add(kIdInformationText, Kind::Label, form.lblPanel2Inst, {10, 10, 310, 20});
   page.Add(kIdApplicationNameLabel, Kind::Label, form.lblApplicationName, {10, 42, 90, 9});
-  page.Add(kIdApplicationName, Kind::TextBox, form.txtApplicationName, {104, 40, 216, 14});
+  page.Add(kIdApplicationName, Kind::TextBox, form.txtApplicationName, {104, 40, 216, 12});
   page.Add(kIdCompanyNameLabel, Kind::Label, form.lblCompanyName, {10, 64, 90, 9});
-  page.Add(kIdCompanyName, Kind::TextBox, form.txtCompanyName, {104, 62, 216, 14});
+  page.Add(kIdCompanyName, Kind::TextBox, form.txtCompanyName, {104, 62, 216, 12});
   page.Add(kIdApplicationTypeLabel, Kind::Label, form.lblApplicationType, {10, 86, 90, 9});
   page.Add(kIdApplicationType, Kind::ComboBox, form.cboApplicationType, {104, 84, 216, 90});
   page.Add(kIdApplicationVersionLabel, Kind::Label, form.lblApplicationVersion, {10, 108, 90, 9});
-  page.Add(kIdApplicationVersion, Kind::TextBox, form.txtApplicationVersion, {104, 106, 80, 14});
+  page.Add(kIdApplicationVersion, Kind::TextBox, form.txtApplicationVersion, {104, 106, 80, 12});
   page.Add(kIdExeCaption, Kind::Label, form.lblExeCaption, {10, 130, 90, 9});
   page.Add(kIdExeName, Kind::PathLabel, form.lblExeName, {104, 130, 216, 9});
 }

@@ -123,8 +123,10 @@ LRESULT CALLBACK WizardWindow::TextBoxProcedure(HWND box, UINT message, WPARAM w
 LRESULT CALLBACK WizardWindow::ReportProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                                DWORD_PTR) {
   const LRESULT result = DefSubclassProc(box, message, wParam, lParam);
-  // Tab, Enter and Escape are the form's, as in every other box.
-  if (message == WM_GETDLGCODE) return result & ~static_cast<LRESULT>(DLGC_WANTALLKEYS | DLGC_WANTTAB);
+  // Tab, Enter and Escape are the form's, as in every other box; and the focus selects nothing.
+  if (message == WM_GETDLGCODE) {
+    return result & ~static_cast<LRESULT>(DLGC_WANTALLKEYS | DLGC_WANTTAB | DLGC_HASSETSEL);
+  }
   return result;
 }
 
