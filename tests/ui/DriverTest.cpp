@@ -212,6 +212,41 @@ TEST_F(WizardWindows, AskWhetherToGoOnWhenTheRebuildFails) {
   EXPECT_EQ(driver.Text(kIdStatus), "");
 }
 
+// A compiler that waits until the test lets it go.
+class WizardWindowsWhileCompiling : public WizardWindows {
+ protected:
+  void StartRebuild() {
+    machine_.Write("machine.ini",
+                   std::string("[Folders]\r\nWindows=C:\\windows\r\nSystem=C:\\windows\\system32\r\n"
+                               "[Programs]\r\nC:\\VB98\\VB6.EXE=") +
+                       BXVBWIZ_COMPILER + "\r\n");
+    WizardDriver& driver = Start();
+    driver.Click(kIdRebuild);
+    driver.WaitUntil("the check", [&] { return driver.Checked(kIdRebuild); });
+    driver.Click(kIdNext);
+    WaitForText(driver, kIdStatus, "Rebuilding your project. This may take a minute or two...");
+  }
+};
+
+TEST_F(WizardWindowsWhileCompiling, FollowTheUserAndGoOnWhenItIsDone) {
+  StartRebuild();
+  driver_->Click(kIdNext);  // is ignored
+  machine_.Write("go", "");
+  EXPECT_NE(driver_->WaitForMessage().find("Gone.tlb"), std::string::npos);
+  driver_->Answer(IDOK);
+  driver_->WaitForPanel(kPanelInformation);
+  EXPECT_EQ(driver_->Text(kIdStatus), "");
+}
+
+TEST_F(WizardWindowsWhileCompiling, CancelWhenItIsDone) {
+  StartRebuild();
+  driver_->Key(VK_ESCAPE);
+  SendMessageW(driver_->Window(), WM_NULL, 0, 0);  // returns when the key was taken
+  EXPECT_FALSE(driver_->Ended());
+  machine_.Write("go", "");
+  EXPECT_EQ(driver_->WaitForEnd()["ReturnCode"], "0");
+}
+
 TEST_F(WizardWindows, RetryAnUnexpectedErrorAndEndOnCancel) {
   machine_.Registry(
       "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\r\n\"TemplateSource\"=-\r\n");

@@ -30,6 +30,33 @@ class DisabledOwner {
   HWND owner_;
 };
 
+// The look of the common controls that the module asks for in its own manifest, when it is a library whose
+// host asks for none. The resource has the number that the system keeps for that
+// (ISOLATIONAWARE_MANIFEST_RESOURCE_ID in winuser.h).
+class ControlsOfModule {
+ public:
+  explicit ControlsOfModule(HINSTANCE module) {
+    ACTCTXW wanted{};
+    wanted.cbSize = sizeof(wanted);
+    wanted.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
+    wanted.hModule = module;
+    wanted.lpResourceName = MAKEINTRESOURCEW(2);
+    context_ = CreateActCtxW(&wanted);
+    if (context_ != INVALID_HANDLE_VALUE) isActive_ = ActivateActCtx(context_, &cookie_) != FALSE;
+  }
+  ~ControlsOfModule() {
+    if (isActive_) DeactivateActCtx(0, cookie_);
+    if (context_ != INVALID_HANDLE_VALUE) ReleaseActCtx(context_);
+  }
+  ControlsOfModule(const ControlsOfModule&) = delete;
+  ControlsOfModule& operator=(const ControlsOfModule&) = delete;
+
+ private:
+  HANDLE context_ = INVALID_HANDLE_VALUE;
+  ULONG_PTR cookie_ = 0;
+  bool isActive_ = false;
+};
+
 class Raised {
  public:
   explicit Raised(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
@@ -271,6 +298,7 @@ void WizardWindow::FocusFirst() const {
 void WizardWindow::RunModal() {
   const auto keep = shared_from_this();
   const HWND owner = GetActiveWindow();
+  const ControlsOfModule controls(module_);
   Make(owner);
   const DisabledOwner disabled(owner);
   Refresh();
