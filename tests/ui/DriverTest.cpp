@@ -29,8 +29,8 @@ class WizardWindows : public testing::Test {
   // With the rest of the command line.
   WizardDriver& Start(const std::string& options = kProject) {
     machine_.Store();
-    driver_ = std::make_unique<WizardDriver>(std::string("\"") + BXVBWIZ_SHOWWIZARD + "\" --machine \"" +
-                                             machine_.Folder() + "\" " + options);
+    driver_ = std::make_unique<WizardDriver>("\"" + program_ + "\" --machine \"" + machine_.Folder() + "\" " +
+                                             options);
     return *driver_;
   }
   // Answers what the analysis of the project says (its library is missing), up to a panel.
@@ -57,6 +57,7 @@ class WizardWindows : public testing::Test {
   }
 
   TestMachine machine_;
+  std::string program_ = BXVBWIZ_SHOWWIZARD;
   std::unique_ptr<WizardDriver> driver_;
 };
 
@@ -282,8 +283,10 @@ TEST_F(WizardWindows, FollowTheKeyboard) {
   driver.WaitForPanel(kPanelWelcome);
 }
 
-// The help is not there, and the system says so.
+// A program without its help file beside it: the system says so.
 TEST_F(WizardWindows, OpenTheHelpBesideTheProgram) {
+  program_ = machine_.Folder() + "/showwizard.exe";
+  ASSERT_TRUE(CopyFileA(BXVBWIZ_SHOWWIZARD, program_.c_str(), TRUE));
   WizardDriver& driver = Start();
   driver.WaitUntil("the focus", [&] { return driver.Focus() == kIdProjectFile; });
   driver.Key(VK_F1);
