@@ -77,8 +77,9 @@ Check(!$noMessage{$_} && !$control{$_}, "text $_ comes in a message box and need
 
 # ---- what is left to do: the code's sentences; what stands between their literals is a value
 my $leftover = Shown($pages{'leftover.htm'});
-my @notes = map { /NoteIncomplete\(\s*("(?:[^;"]|"[^;])*")\s*\);/g } @code;
-my @calls = map { /NoteIncomplete\(\s*"/g } @code;
+my $start = qr/(?:NoteIncomplete|TellFailure)\((?:std::string\()?\s*/;
+my @notes = map { /$start("(?:[^;"]|"[^;])*?(?:"|ErrorCodeText\(error\) \+ "."))\s*\);/g } @code;
+my @calls = map { /$start"/g } @code;
 Check(@calls > 0 && @notes == @calls, "the code's notes are understood");
 for my $note (@notes) {
   my @pieces = $note =~ /("(?:[^"\\]|\\.)*")|([^"]+)/g;
@@ -87,6 +88,7 @@ for my $note (@notes) {
     $sentence .= defined $literal ? substr($literal, 1, -1) : $between =~ /\w/ ? '%%1' : '';
   }
   $sentence =~ s/\\"/"/g;
+  $sentence =~ s/^(.*?%%1[^%\\]*).*/$1/;  # as far as its second value, which may be a piece of a sentence
   Check(index($leftover, $sentence) >= 0, "what is left to do explains: $sentence");
 }
 
