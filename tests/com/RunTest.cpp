@@ -96,6 +96,25 @@ TEST_F(RunTest, LetsMessagesFlowAndSurvivesCallsAndReleaseFromInside) {
   EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_OK) << "nothing of the run is left";
 }
 
+class ShippedRunTest : public HostTest {
+ protected:
+  ShippedRunTest() : HostTest(kShippedServer) {}
+};
+
+TEST_F(ShippedRunTest, ShowsAWindowUntilItIsClosed) {
+  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
+  bool shown = false;
+  whileShown = [&] {
+    HWND window = FindWindowW(nullptr, L"Visual Basic Project Wizard - Welcome");
+    shown = IsWindowVisible(window) != FALSE;
+    PostMessageW(window, WM_CLOSE, 0, 0);
+  };
+  SetTimer(nullptr, 0, 10, &OnTimer);
+  EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
+  EXPECT_TRUE(shown);
+  EXPECT_EQ(Call(app.Get(), L"ReturnCode").text, L"0");
+}
+
 TEST_F(RunTest, AnObjectThatLostTheFormIsRunInANewOne) {
   SetEnvironmentVariableA("BXVBWIZ_KEYS", "c");
   const ComPtr<IDispatch> first = Create(L"BX6VBWiz.Application");
