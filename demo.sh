@@ -1,36 +1,47 @@
 #!/usr/bin/env bash
 # Shows the wizard at work: installs what is missing, builds, lays out a machine folder with a sample project in
 # demo/out, and makes a setup project of it.
+# usage: demo.sh [--window]
+# --window shows the wizard's window under Wine instead; without a display it takes pictures of every page.
 set -euo pipefail
 cd "$(dirname "$0")"
 started=$SECONDS
+mode=${1:-}
+if [ $# -gt 1 ] || [[ -n $mode && $mode != --window ]]; then
+  echo "usage: demo.sh [--window]" >&2
+  exit 2
+fi
 
 Title() { printf '\n== %s\n\n' "$*"; }
 
-scripts/install.sh build
-mkdir -p build
-if ! { cmake --preset native && cmake --build --preset native --parallel 2 --target bxvbwiz makepe; } \
-  >build/demo.log 2>&1; then
+Build() {  # Build PRESET TARGET...
+  local preset=$1
+  shift
+  { cmake --preset "$preset" && cmake --build --preset "$preset" --parallel 2 --target "$@"; } >build/demo.log 2>&1 && return
   tail -n 40 build/demo.log
   echo "The build failed; all of its output is in build/demo.log." >&2
   exit 1
-fi
+}
+
+scripts/install.sh build
+mkdir -p build
+Build native bxvbwiz makepe
 bin=build/native/bin
-
-# The machine: what the setup-authoring environment installs, then the sample project and its components.
-rm -rf demo/out
-mkdir -p demo/out
 machine=demo/out/machine
-$bin/bxvbwiz machine new $machine >build/demo.log
-cp -R demo/machine/. $machine
-cat demo/registry.reg >>$machine/registry.reg
-arguments=()
-while IFS= read -r line; do
-  eval "arguments=($line)"
-  (cd $machine && "../../../$bin/makepe" "${arguments[@]}")
-done <demo/executables
-
+demo/lay_out.sh $machine $bin >build/demo.log
 project='C:\Projects\OrderDesk\OrderDesk.vbp'
+
+if [ "$mode" = --window ]; then
+  scripts/install.sh windows pictures
+  Build win32 showwizard drivewizard
+  if [ -z "${DISPLAY:-}" ]; then
+    echo "There is no display, so pictures are taken."
+    exec scripts/screenshots.sh demo/out/screenshots
+  fi
+  echo "The wizard works on $machine and opens $project."
+  BXVBWIZ_DISPLAY=$DISPLAY exec scripts/wine.sh build/win32/bin/showwizard.exe --machine $machine "$project"
+fi
+
 Title "The project: $project"
 grep -aE '^(Form|Reference|Object)=' $machine/drive_c/Projects/OrderDesk/OrderDesk.vbp | tr -d '\r'
 

@@ -35,6 +35,7 @@ class WizardRun {
  private:
   class SilentView : public FormView {
    public:
+    void ShowModal() override {}
     Button ShowMessage(const Message&, const std::string&) override { return Button::Yes; }
     void Refresh() override {}
     void ProcessEvents() override {}

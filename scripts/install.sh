@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing for: build, tests, bench (any of them as arguments; default build).
+# Installs what is missing for: build, tests, windows, pictures, bench (any of them as arguments; default build).
 # What is there is left alone: each need is looked for by what it gives, not by its package, and nothing is upgraded.
 set -euo pipefail
 
@@ -27,12 +27,22 @@ for purpose in "${@:-build}"; do
       Need libgtest-dev HasHeader gtest/gtest.h
       Need clang-format HasProgram clang-format
       ;;
+    windows)
+      Need g++-mingw-w64-i686-posix HasProgram i686-w64-mingw32-g++-posix
+      Need wine HasProgram wine
+      Need fonts-liberation test -d /usr/share/fonts/truetype/liberation
+      ;;
+    pictures)
+      Need xvfb HasProgram Xvfb
+      Need openbox HasProgram openbox
+      Need imagemagick HasProgram import
+      ;;
     bench)
       Need time test -x /usr/bin/time
       Need libbenchmark-dev HasHeader benchmark/benchmark.h
       ;;
     *)
-      echo "install.sh: unknown purpose '$purpose'; there are build, tests and bench" >&2
+      echo "install.sh: unknown purpose '$purpose'; there are build, tests, windows, pictures and bench" >&2
       exit 2
       ;;
   esac

@@ -80,9 +80,13 @@ bool TestMachine::Exists(const std::string& relativePath) const {
   return fs::exists(fs::path(folder_) / fs::u8path(relativePath));
 }
 
+void TestMachine::Store() {
+  Write("registry.reg", registry_);
+}
+
 Machine& TestMachine::machine() {
   if (machine_ == nullptr) {
-    Write("registry.reg", registry_);
+    Store();
     machine_ = std::make_unique<Machine>(folder_);
   }
   return *machine_;

@@ -29,6 +29,8 @@ class TestMachine {
   bool Exists(const std::string& relativePath) const;
   std::string Folder() const { return folder_; }
 
+  // Writes the registry, for another process that opens the folder.
+  void Store();
   // The machine; opened by the first call.
   Platform& platform();
   Machine& machine();

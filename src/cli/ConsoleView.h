@@ -16,6 +16,7 @@ class ConsoleView : public FormView {
   // `outcome` receives the messages, and what the form knows when it is unloaded; both outlive the view.
   ConsoleView(frmMain& form, const Options& options, Outcome& outcome);
 
+  void ShowModal() override {}  // nobody runs this form: RunWizard presses its buttons
   Button ShowMessage(const Message& message, const std::string& title) override;
   void Refresh() override;
   void ProcessEvents() override {}

@@ -169,7 +169,10 @@ void CProject::ReadMembers(std::string_view bytes) {
       objects_.Add(codePage.Decode(value));
     } else if (Follows(line, "Reference=", value)) {
       AddReference(codePage.Decode(value));
+    } else {
+      continue;
     }
+    context_.user.DoEvents();  // each may have taken long
   }
 }
 

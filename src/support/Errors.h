@@ -26,6 +26,7 @@ constexpr std::int32_t kErrorDiskNotReady = 71;
 constexpr std::int32_t kErrorPathFileAccess = 75;
 constexpr std::int32_t kErrorPathNotFound = 76;
 constexpr std::int32_t kErrorObjectNotSet = 91;
+constexpr std::int32_t kErrorFormShown = 400;
 constexpr std::int32_t kErrorDuplicateKey = 457;
 
 // A run-time error. what() is the description; for a file it names the path.

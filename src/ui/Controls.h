@@ -46,6 +46,7 @@ class TreeView : public Control {
   void Clear() {
     nodes_.clear();
     byKey_.clear();
+    ++revision_;
   }
   // Adds a top-level node.
   TreeNode& Add(const std::string& key, const std::string& nodeText, NodeImage image) {
@@ -55,10 +56,12 @@ class TreeView : public Control {
     node.text = nodeText;
     node.image = image;
     if (!key.empty()) byKey_.emplace(key, &node);
+    ++revision_;
     return node;
   }
   TreeNode& Add(TreeNode& parent, const std::string& key, const std::string& nodeText, NodeImage image) {
     TreeNode& node = parent.Add(key, nodeText, image);
+    ++revision_;
     if (!key.empty()) byKey_.emplace(key, &node);
     return node;
   }
@@ -68,8 +71,11 @@ class TreeView : public Control {
     return found == byKey_.end() ? nullptr : found->second;
   }
   const std::vector<std::unique_ptr<TreeNode>>& Nodes() const { return nodes_; }
+  // Another number after each change, so that a view fills its own tree only then.
+  unsigned Revision() const { return revision_; }
 
  private:
+  unsigned revision_ = 0;
   std::vector<std::unique_ptr<TreeNode>> nodes_;
   std::unordered_map<std::string, TreeNode*> byKey_;
 };

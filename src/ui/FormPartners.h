@@ -36,6 +36,8 @@ class WizardFlow {
 class FormView {
  public:
   virtual ~FormView() = default;
+  // Shows the form, owned by the calling thread's active window, and lets messages flow until it is unloaded.
+  virtual void ShowModal() = 0;
   // Shows a message box and gives the button. May end the wizard (throw WizardEnded) when nobody answers.
   virtual Button ShowMessage(const Message& message, const std::string& title) = 0;
   // The controls have changed: show them.

@@ -95,10 +95,13 @@ void frmMain::Handle(const std::function<void()>& handler) {
     }
   }
   --handlerDepth_;
-  if (ended_ && handlerDepth_ == 0) {
-    view_->Unload(*this);
-    owner_.UnloadForm();
-  }
+  UnloadIfEnded();
+}
+
+void frmMain::UnloadIfEnded() {
+  if (!ended_ || handlerDepth_ > 0) return;
+  view_->Unload(*this);
+  owner_.UnloadForm();
 }
 
 void frmMain::cmdNext_Click(std::int16_t index) {

@@ -49,6 +49,8 @@ class frmMain : public User {
   void Report(std::string_view routine, const RuntimeError& error);
   // Fills every control from the string table and shows the welcome page.
   void Form_Load();
+  // Unloads the form when the wizard has ended outside its handlers.
+  void UnloadIfEnded();
   // The form is shown: takes over what the host has set since it was loaded.
   void Form_Activate();
 
@@ -56,6 +58,7 @@ class frmMain : public User {
 
   // Controls of every page. Buttons that each page has are indexed by panel.
   std::string caption;
+  std::string font;  // of all controls: "Name=...;Bold=0;Italic=0;Size=8", the size in points
   std::array<CommandButton, kPanelsWithNext> cmdNext;
   std::array<CommandButton, kPanelsWithNext> cmdBack;
   CommandButton cmdCancel, cmdHelp, cmdOK;
@@ -69,7 +72,7 @@ class frmMain : public User {
   CheckBox chkRebuild;
   // Project information
   Label lblPanel2Inst, lblApplicationName, lblCompanyName, lblApplicationType, lblApplicationVersion,
-      lblExeName;
+      lblExeCaption, lblExeName;  // the caption of the executable, and its path
   TextBox txtApplicationName, txtCompanyName, txtApplicationVersion;
   ComboBox cboApplicationType;
   // Data access
@@ -83,7 +86,7 @@ class frmMain : public User {
   TextBox txtReport;
 
   const Control* defaultButton = nullptr;
-  const Control* focus = nullptr;
+  const Control* focus = nullptr;  // asked for; a view with windows moves the focus there and clears it
 
   // What the user does.
   void cmdNext_Click(std::int16_t index);

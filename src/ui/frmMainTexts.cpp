@@ -56,6 +56,7 @@ void frmMain::LoadTexts() {
       {cboApplicationType, "Resource=1035;Tooltip=1071"},
       {lblApplicationVersion, "Resource=1039"},
       {txtApplicationVersion, "Resource=1044;Tooltip=1072"},
+      {lblExeCaption, "Resource=1049"},
       {lblExeName, "Resource=1049"},
       {Frame5, "Resource=1078"},
       {lblPanel3Inst, "Resource=1077"},
@@ -64,6 +65,7 @@ void frmMain::LoadTexts() {
       {optProjectView, "Resource=1011"},
   };
   for (const Row& row : rows) LoadControl(platform_.strings, row.control, row.tag);
+  font = platform_.strings.Text(600);
   lblBranding.text = "Borvex";
   chkDAOJet.text = "DAO with Jet workspaces";
   chkDAOODBCDirect.text = "DAO with ODBCDirect workspaces";

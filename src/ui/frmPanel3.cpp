@@ -130,14 +130,20 @@ void frmMain::FillTrees() {
   for (CForm& form : project_->Forms()) {
     TreeNode& node = tvwDependencies.Add(forms, "", form.Name(), NodeImage::Form);
     for (CObject& control : form.Objects()) AddControl(node, control);
+    DoEvents();
     CheckCancelled();
   }
   TreeNode& objects = tvwDependencies.Add(root, "Objects", "Objects", NodeImage::Heading);
-  for (CObject& control : project_->Objects()) AddControl(objects, control);
-  CheckCancelled();
+  for (CObject& control : project_->Objects()) {
+    AddControl(objects, control);
+    DoEvents();
+    CheckCancelled();
+  }
   TreeNode& references = tvwDependencies.Add(root, "References", "References", NodeImage::Heading);
   for (CReference& reference : project_->References()) {
     if (reference.Include) AddReference(references, reference);
+    DoEvents();
+    CheckCancelled();
   }
   FillFileView();
 }

@@ -43,6 +43,15 @@ Application::~Application() {
   }
 }
 
+void Application::Run() {
+  if (!stillExecuting_) return;
+  const SessionScope scope(component_.session());
+  // Another object of the component may have taken the form over, or ended it.
+  component_.LoadForm(*this);
+  component_.ShowForm();
+  if (stillExecuting_) throw RuntimeError(kErrorInvalidCall, "There is no window to show the wizard in");
+}
+
 void Application::ReadCommandLine() {
   const CCmdOptions options(component_.CommandLine());
   if (options.TagExists("I")) ID = options.Item("I").Text();

@@ -19,6 +19,10 @@ class Application : public AutomationObject {
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
+  // Shows the wizard and returns when it has ended; at once when it had ended before. Raises error 400 while
+  // a wizard of this component is shown, and error 5 when there is nothing to show it in.
+  void Run();
+
   // Inputs.
   std::string ID = "0000";
   std::string Project;

@@ -39,11 +39,38 @@ void Component::HoldBuildLog(const std::string& path) {
 
 void Component::SubMain() {
   const SessionScope scope(session_);
-  const CallStackEntry entry("Sub Main");
-  session_.log.Init();
-  if (session_.startMode() != StartMode::StandAlone) return;
-  gApplication = std::make_shared<Application>(*this);
-  if (form_ == nullptr) gApplication.reset();  // ended by the answer to an error of its creation
+  {
+    const CallStackEntry entry("Sub Main");
+    session_.log.Init();
+    if (session_.startMode() != StartMode::StandAlone) return;
+    gApplication = std::make_shared<Application>(*this);
+  }
+  if (form_ == nullptr) {
+    gApplication.reset();  // ended by the answer to an error of its creation
+  } else {
+    ShowForm();
+  }
+}
+
+void Component::ShowForm() {
+  if (showing_) throw RuntimeError(kErrorFormShown, "Form already displayed; can't show modally");
+  showing_ = true;
+  struct Shown {
+    bool& showing;
+    ~Shown() { showing = false; }
+  } const shown{showing_};
+  const std::shared_ptr<FormView> view = view_;
+  form_->Form_Activate();
+  if (form_ != nullptr) view->ShowModal();
+}
+
+void Component::SetUserWithoutForm(User* user) {
+  userWithoutForm_ = user;
+  if (form_ == nullptr) SetUser(user);
+}
+
+void Component::SetUser(User* user) {
+  session_.user = global_.user = user;
 }
 
 frmMain& Component::LoadForm(AutomationObject& app) {
@@ -52,11 +79,11 @@ frmMain& Component::LoadForm(AutomationObject& app) {
     driver_ = std::make_unique<PageDriver>(*this, *form_);
     view_ = viewFactory_(*form_);
     form_->Attach(*view_, *driver_);
-    session_.user = global_.user = form_.get();
+    SetUser(form_.get());
     form_->App = &app;
     form_->Form_Load();
   }
-  form_->App = &app;
+  if (!showing_) form_->App = &app;
   return *form_;
 }
 
@@ -72,10 +99,14 @@ void Component::WizardEnding() {
   form_->App = nullptr;
 }
 
+void Component::UnloadEndedForm() {
+  if (form_ != nullptr) form_->UnloadIfEnded();
+}
+
 void Component::UnloadForm() {
   // While there is somebody to be told that the results cannot be written.
   if (session_.startMode() == StartMode::StandAlone) gApplication.reset();
-  session_.user = global_.user = nullptr;
+  SetUser(userWithoutForm_);
   form_.reset();
   driver_.reset();
   view_.reset();

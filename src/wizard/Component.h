@@ -26,10 +26,16 @@ class Component : public FormOwner {
   Component(Platform& platform, StartMode mode, std::string commandLine, ViewFactory viewFactory);
   ~Component() override;
 
-  // The start routine: reads the logging settings and, in a stand-alone start, creates and shows the wizard.
+  // The start routine: reads the logging settings and, in a stand-alone start, creates the wizard and shows
+  // it until it ends.
   void SubMain();
-  // Loads the form for an automation object, unless it is loaded, and makes it the form's.
+  // Loads the form for an automation object, unless it is loaded, and makes it the form's. A form that is
+  // shown stays with the object that runs it.
   frmMain& LoadForm(AutomationObject& app);
+  // Shows the loaded form until it is unloaded. Raises error 400 when it is shown already.
+  void ShowForm();
+  // Unloads the form of a wizard that ended while no handler of the form ran.
+  void UnloadEndedForm();
   // Null when no form is loaded.
   frmMain* Form() const { return form_.get(); }
   // Takes the form from an automation object that goes away.
@@ -41,6 +47,8 @@ class Component : public FormOwner {
   Session& session() { return session_; }
   Platform& platform() { return platform_; }
   basGlobal& global() { return global_; }
+  // Who is asked and told while no form is loaded; null by default. Must outlive the component.
+  void SetUserWithoutForm(User* user);
   const std::string& CommandLine() const { return commandLine_; }
 
   // Keeps a build log open until the component ends, as it always was: a later rebuild cannot delete it.
@@ -50,6 +58,8 @@ class Component : public FormOwner {
   std::shared_ptr<Application> gApplication;
 
  private:
+  void SetUser(User* user);
+
   CheckedRegistry registry_;
   CheckedFacts facts_;
   CheckedFileSystem files_;
@@ -60,9 +70,11 @@ class Component : public FormOwner {
   std::string commandLine_;
   ViewFactory viewFactory_;
   FileHandle buildLog_ = kInvalidFile;
+  User* userWithoutForm_ = nullptr;
+  bool showing_ = false;
   std::unique_ptr<frmMain> form_;
   std::unique_ptr<PageDriver> driver_;
-  std::unique_ptr<FormView> view_;
+  std::shared_ptr<FormView> view_;  // shared with the call that shows it, which returns after the unloading
 };
 
 }  // namespace bxvbwiz

@@ -94,6 +94,7 @@ void Generation::MakeFileGroups() {
 
 void Generation::CreateFileGroups() {
   for (const CFile& file : form_.Files()) {
+    form_.DoEvents();
     if (form_.FileGroups().CreateFileGroup(form_.setupFolder, file)) continue;
     form_.NoteIncomplete("The file " + file.FileName + " could not be entered into its file group.");
   }

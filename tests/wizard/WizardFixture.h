@@ -28,6 +28,7 @@ struct Seen {
 class ScriptedView : public FormView {
  public:
   ScriptedView(frmMain& form, Seen& seen) : form_(form), seen_(seen) {}
+  void ShowModal() override {}
   Button ShowMessage(const Message& message, const std::string&) override {
     seen_.messages.push_back(message.number);
     seen_.lastText = message.text;

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "platform/win32/AnsiText.h"
+#include "platform/win32/WaitForProcess.h"
 
 namespace bxvbwiz {
 
@@ -20,7 +21,7 @@ class Win32Process : public Process {
   Win32Process(const Win32Process&) = delete;
   Win32Process& operator=(const Win32Process&) = delete;
   WaitResult Wait(std::uint32_t milliseconds) override {
-    return static_cast<WaitResult>(WaitForSingleObject(process_, milliseconds));
+    return static_cast<WaitResult>(WaitForProcess(process_, milliseconds));
   }
 
  private:

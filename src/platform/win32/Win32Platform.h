@@ -1,15 +1,17 @@
 #pragma once
 
-#include "platform/CompiledStringTable.h"
 #include "platform/win32/Win32FileSystem.h"
 #include "platform/win32/Win32Parts.h"
 #include "platform/win32/Win32Registry.h"
+#include "platform/win32/Win32StringTable.h"
 
 namespace bxvbwiz {
 
 // This computer, which runs Windows.
 class Win32Platform {
  public:
+  // `module` holds the texts; null is the program.
+  explicit Win32Platform(HMODULE module = nullptr) : strings_(module) {}
   Platform& platform() { return platform_; }
 
  private:
@@ -22,7 +24,7 @@ class Win32Platform {
   Win32Settings settings_;
   Win32Clock clock_;
   Win32CodePage codePage_;
-  CompiledStringTable strings_;
+  Win32StringTable strings_;
   Platform platform_{registry_, facts_,    files_, profiles_, processes_,
                      guids_,    settings_, clock_, codePage_, strings_};
 };

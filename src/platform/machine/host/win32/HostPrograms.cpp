@@ -3,6 +3,7 @@
 #include "platform/machine/host/Host.h"
 #include "platform/machine/host/win32/HostPaths.h"
 #include "platform/win32/OwnedHandle.h"
+#include "platform/win32/WaitForProcess.h"
 #include "platform/win32/WideText.h"
 
 namespace bxvbwiz::host {
@@ -12,7 +13,7 @@ class Win32Program : public Program {
  public:
   explicit Win32Program(HANDLE process) : process_(process) {}
   bool Wait(std::uint32_t milliseconds) override {
-    return WaitForSingleObject(process_.Get(), milliseconds) != WAIT_TIMEOUT;
+    return WaitForProcess(process_.Get(), milliseconds) != WAIT_TIMEOUT;
   }
 
  private:

@@ -1,0 +1,143 @@
+#include "com/FileRecordArgument.h"
+
+#include <dispex.h>
+
+#include "com/ComError.h"
+#include "com/ComPtr.h"
+#include "com/ComText.h"
+#include "platform/win32/WideText.h"
+#include "support/Errors.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr long kErrorNoProperty = 438;  // object doesn't support this property or method
+
+// A property of a host's object. Objects of script engines are asked the way that the engines themselves do:
+// the engines know only that way all of their objects' properties.
+class Property {
+ public:
+  Property(IDispatch& object, const char* argument, const char* name)
+      : object_(object), what_("the property " + std::string(name) + " of the argument " + argument) {
+    object.QueryInterface(IID_IDispatchEx, scriptObject_.ReceiveVoid());
+    if (FAILED(Find(Widen(name)))) {
+      throw ComError(RunTimeErrorCode(kErrorNoProperty),
+                     "The argument " + std::string(argument) + " has no property " + name);
+    }
+  }
+
+  // The value in the wanted type.
+  OwnedVariant Read(VARTYPE type) {
+    DISPPARAMS none{};
+    OwnedVariant value;
+    Invoke(DISPATCH_PROPERTYGET, none, &value, "cannot be read");
+    const HRESULT code = VariantChangeTypeEx(&value, &value, LOCALE_USER_DEFAULT, 0, type);
+    if (FAILED(code)) throw ComError(RunTimeErrorCode(kErrorTypeMismatch), Sentence("has the wrong type"));
+    return value;
+  }
+
+  void Write(VARIANT value) {
+    DISPID put = DISPID_PROPERTYPUT;
+    DISPPARAMS parameters{&value, &put, 1, 1};
+    Invoke(DISPATCH_PROPERTYPUT, parameters, nullptr, "cannot be written");
+  }
+
+ private:
+  std::string Sentence(const std::string& failure) const { return "T" + what_.substr(1) + " " + failure; }
+
+  HRESULT Find(std::wstring name) {
+    if (scriptObject_) {
+      BSTR text = SysAllocString(name.c_str());
+      const HRESULT code = scriptObject_->GetDispID(text, fdexNameCaseInsensitive, &id_);
+      SysFreeString(text);
+      return code;
+    }
+    LPOLESTR names[] = {name.data()};
+    return object_.GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id_);
+  }
+
+  HRESULT Call(WORD flags, DISPPARAMS& parameters, VARIANT* result, EXCEPINFO& exception) {
+    if (scriptObject_) {
+      return scriptObject_->InvokeEx(id_, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception,
+                                     nullptr);
+    }
+    return object_.Invoke(id_, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters, result, &exception,
+                          nullptr);
+  }
+
+  void Invoke(WORD flags, DISPPARAMS& parameters, VARIANT* result, const char* failure) {
+    EXCEPINFO exception{};
+    const HRESULT code = Call(flags, parameters, result, exception);
+    if (SUCCEEDED(code)) return;
+    if (exception.pfnDeferredFillIn != nullptr) exception.pfnDeferredFillIn(&exception);
+    std::string text = Sentence(failure);
+    if (exception.bstrDescription != nullptr) text += ": " + FromBstr(exception.bstrDescription);
+    SysFreeString(exception.bstrSource);
+    SysFreeString(exception.bstrDescription);
+    SysFreeString(exception.bstrHelpFile);
+    // An exception's code may be missing; the host's own word for it is then lost.
+    const bool isException = code == DISP_E_EXCEPTION;
+    throw ComError(isException && FAILED(exception.scode) ? exception.scode : (isException ? E_FAIL : code),
+                   text);
+  }
+
+  IDispatch& object_;
+  ComPtr<IDispatchEx> scriptObject_;  // none for other objects
+  std::string what_;
+  DISPID id_ = DISPID_UNKNOWN;
+};
+
+}  // namespace
+
+CFile ReadFileRecord(IDispatch* object, const char* argument) {
+  if (object == nullptr) {
+    throw ComError(RunTimeErrorCode(kErrorObjectNotSet),
+                   "The argument " + std::string(argument) + " is Nothing; it must be a file record");
+  }
+  const auto text = [&](const char* name) {
+    const OwnedVariant value = Property(*object, argument, name).Read(VT_BSTR);
+    return FromBstr(value.bstrVal);
+  };
+  const auto truth = [&](const char* name) {
+    return Property(*object, argument, name).Read(VT_BOOL).boolVal != VARIANT_FALSE;
+  };
+  CFile file;
+  file.FileName = text("FileName");
+  file.Destination = text("Destination");
+  file.SharedFile = truth("SharedFile");
+  file.SelfRegister = Property(*object, argument, "SelfRegister").Read(VT_I4).lVal;
+  file.FileLinkPath = text("FileLinkPath");
+  file.LinkResolves = truth("LinkResolves");
+  file.FileGroup = text("FileGroup");
+  return file;
+}
+
+void WriteFileRecord(IDispatch* object, const char* argument, const CFile& before, const CFile& after) {
+  const auto text = [&](const char* name, const std::string& old, const std::string& now) {
+    if (old == now) return;
+    OwnedVariant value;
+    value.bstrVal = ToBstr(now);
+    value.vt = VT_BSTR;
+    Property(*object, argument, name).Write(value);
+  };
+  const auto truth = [&](const char* name, bool old, bool now) {
+    if (old == now) return;
+    VARIANT value{};
+    value.vt = VT_BOOL;
+    value.boolVal = now ? VARIANT_TRUE : VARIANT_FALSE;
+    Property(*object, argument, name).Write(value);
+  };
+  text("Destination", before.Destination, after.Destination);
+  truth("SharedFile", before.SharedFile, after.SharedFile);
+  text("FileLinkPath", before.FileLinkPath, after.FileLinkPath);
+  truth("LinkResolves", before.LinkResolves, after.LinkResolves);
+  if (before.SelfRegister != after.SelfRegister) {
+    VARIANT value{};
+    value.vt = VT_I4;
+    value.lVal = after.SelfRegister;
+    Property(*object, argument, "SelfRegister").Write(value);
+  }
+  text("FileGroup", before.FileGroup, after.FileGroup);
+}
+
+}  // namespace bxvbwiz

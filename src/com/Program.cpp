@@ -1,0 +1,44 @@
+#include "com/LogMonitor.h"
+#include "com/Module.h"
+#include "com/WizardView.h"
+#include "platform/win32/WideText.h"
+#include "platform/win32/Win32Platform.h"
+#include "wizard/Application.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr unsigned kTitle = 1016;
+
+// The stand-alone start. `options` is the command line behind the program's name.
+void RunStandAlone(const std::wstring& options) {
+  Win32Platform platform(ThisModule());
+  Component component(platform.platform(), StartMode::StandAlone, Narrow(options), &MakeWizardView);
+  try {
+    component.SubMain();
+  } catch (const WizardEnded&) {
+    // Whoever ended the wizard has said why.
+  }
+  if (component.Form() == nullptr) return;
+  // The wizard was not shown, so nobody ended it.
+  component.Form()->cmdCancel_Click();
+  throw RuntimeError(kErrorInvalidCall, "There is no window to show the wizard in");
+}
+
+}  // namespace
+}  // namespace bxvbwiz
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR options, int) {
+  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 1;
+  int code = 0;
+  try {
+    bxvbwiz::RunStandAlone(options);
+  } catch (...) {
+    code = 1;
+    const std::wstring text = bxvbwiz::Widen(bxvbwiz::CurrentError().what());
+    const bxvbwiz::Win32StringTable strings(bxvbwiz::ThisModule());
+    MessageBoxW(nullptr, text.c_str(), bxvbwiz::Widen(strings.Text(bxvbwiz::kTitle)).c_str(), MB_ICONERROR);
+  }
+  CoUninitialize();
+  return code;
+}

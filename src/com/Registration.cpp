@@ -1,0 +1,141 @@
+#include "com/Registration.h"
+
+#include <string>
+
+#include "com/BX6VBWiz.h"
+#include "com/Classes.h"
+#include "com/Module.h"
+// after windows.h
+#include <olectl.h>
+
+// In the import library, but not in the cross compiler's header.
+WINOLEAUTAPI RegisterTypeLibForUser(ITypeLib* library, OLECHAR* path, OLECHAR* helpFolder);
+WINOLEAUTAPI UnRegisterTypeLibForUser(REFGUID library, WORD majorVersion, WORD minorVersion, LCID locale,
+                                      SYSKIND system);
+
+namespace bxvbwiz {
+namespace {
+
+// Where the classes of the machine and of one user lie below their roots.
+constexpr const wchar_t* kClasses = L"Software\\Classes\\";
+#ifdef _WIN64
+constexpr SYSKIND kSystem = SYS_WIN64;
+#else
+constexpr SYSKIND kSystem = SYS_WIN32;
+#endif
+// The version in the type library's description.
+constexpr USHORT kMajorVersion = 1;
+constexpr USHORT kMinorVersion = 0;
+
+enum class Scope { Machine, User };
+
+HKEY RootOf(Scope scope) {
+  return scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+std::wstring GuidText(REFGUID id) {
+  wchar_t text[39];  // braces, 32 digits, 4 hyphens, NUL
+  StringFromGUID2(id, text, static_cast<int>(std::size(text)));
+  return text;
+}
+
+// Writes default and named values below one scope's classes, and keeps the first failure.
+class ClassesKey {
+ public:
+  explicit ClassesKey(Scope scope) : root_(RootOf(scope)) {}
+
+  void Write(const std::wstring& path, const wchar_t* name, const std::wstring& text) {
+    if (error_ != ERROR_SUCCESS) return;
+    HKEY key = nullptr;
+    error_ = RegCreateKeyExW(root_, (kClasses + path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+                             KEY_SET_VALUE, nullptr, &key, nullptr);
+    if (error_ != ERROR_SUCCESS) return;
+    const std::size_t size = (text.size() + 1) * sizeof(wchar_t);
+    error_ = RegSetValueExW(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                            static_cast<DWORD>(size));
+    RegCloseKey(key);
+  }
+
+  void DeleteTree(const std::wstring& path) {
+    const LONG error = RegDeleteTreeW(root_, (kClasses + path).c_str());
+    if (error != ERROR_FILE_NOT_FOUND && error_ == ERROR_SUCCESS) error_ = error;
+  }
+
+  HRESULT Result() const { return HRESULT_FROM_WIN32(static_cast<DWORD>(error_)); }
+
+ private:
+  HKEY root_;
+  LONG error_ = ERROR_SUCCESS;
+};
+
+HRESULT WriteClasses(Scope scope, const std::wstring& modulePath) {
+  ClassesKey classes(scope);
+  const std::wstring version = std::to_wstring(kMajorVersion) + L"." + std::to_wstring(kMinorVersion);
+  for (const ServerClass& entry : kServerClasses) {
+    const std::wstring id = GuidText(*entry.id);
+    const std::wstring key = L"CLSID\\" + id;
+    classes.Write(key, nullptr, entry.description);
+    classes.Write(key + L"\\InprocServer32", nullptr, modulePath);
+    classes.Write(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    classes.Write(key + L"\\ProgID", nullptr, entry.progId);
+    classes.Write(key + L"\\TypeLib", nullptr, GuidText(LIBID_BX6VBWiz));
+    classes.Write(key + L"\\Version", nullptr, version);
+    classes.Write(key + L"\\Programmable", nullptr, L"");
+    classes.Write(entry.progId, nullptr, entry.description);
+    classes.Write(std::wstring(entry.progId) + L"\\CLSID", nullptr, id);
+  }
+  return classes.Result();
+}
+
+HRESULT RegisterLibrary(Scope scope, std::wstring modulePath) {
+  ComPtr<ITypeLib> library;
+  const HRESULT loaded = LoadTypeLibEx(modulePath.c_str(), REGKIND_NONE, library.Receive());
+  if (FAILED(loaded)) return loaded;
+  return scope == Scope::Machine ? RegisterTypeLib(library.Get(), modulePath.data(), nullptr)
+                                 : RegisterTypeLibForUser(library.Get(), modulePath.data(), nullptr);
+}
+
+HRESULT Unregister(Scope scope) {
+  ClassesKey classes(scope);
+  for (const ServerClass& entry : kServerClasses) {
+    classes.DeleteTree(L"CLSID\\" + GuidText(*entry.id));
+    classes.DeleteTree(entry.progId);
+  }
+  const auto unregister = scope == Scope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
+  const HRESULT library = unregister(LIBID_BX6VBWiz, kMajorVersion, kMinorVersion, LOCALE_NEUTRAL, kSystem);
+  // The last one is Wine's word for it.
+  const bool wasMissing =
+      library == TYPE_E_REGISTRYACCESS || library == TYPE_E_LIBNOTREGISTERED || library == E_INVALIDARG;
+  return FAILED(classes.Result()) ? classes.Result() : (wasMissing ? S_OK : library);
+}
+
+HRESULT RegisterFor(Scope scope, const std::wstring& modulePath) {
+  HRESULT result = WriteClasses(scope, modulePath);
+  if (SUCCEEDED(result)) result = RegisterLibrary(scope, modulePath);
+  if (FAILED(result)) Unregister(scope);
+  return result;
+}
+
+}  // namespace
+
+HRESULT RegisterServer() noexcept {
+  try {
+    const std::wstring modulePath = ThisModulePath();
+    if (SUCCEEDED(RegisterFor(Scope::Machine, modulePath))) return S_OK;
+    return RegisterFor(Scope::User, modulePath);
+  } catch (...) {
+    return SELFREG_E_CLASS;
+  }
+}
+
+HRESULT UnregisterServer() noexcept {
+  try {
+    const HRESULT user = Unregister(Scope::User);
+    const HRESULT machine = Unregister(Scope::Machine);
+    return FAILED(machine) ? machine : user;
+  } catch (...) {
+    return SELFREG_E_CLASS;
+  }
+}
+
+}  // namespace bxvbwiz

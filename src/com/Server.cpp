@@ -1,0 +1,108 @@
+#include "com/Server.h"
+
+#include <cstring>
+
+#include "com/ComError.h"
+#include "com/LogMonitor.h"
+#include "com/Module.h"
+#include "com/WizardView.h"
+#include "support/basStr.h"
+
+namespace bxvbwiz {
+namespace {
+
+// Not owned: the objects and locks of the thread own it.
+thread_local Server* serverOfThread = nullptr;
+
+// Buttons of a message box sit in the low four bits of its style.
+constexpr int kButtonsOfStyle = 15;
+
+}  // namespace
+
+// A step that failed runs once more and then fails: nothing changes by itself.
+Button UserWithoutForm::ShowMessage(const Message& message) {
+  lastMessage_ = *ReplaceAll(message.text, "/n", "\n");
+  switch (message.style & kButtonsOfStyle) {
+    case kStyleRetryCancel:
+      return std::exchange(retried_, true) ? Button::Cancel : Button::Retry;
+    case kStyleYesNo:
+      return Button::No;
+    default:
+      return Button::Ok;
+  }
+}
+
+void UserWithoutForm::BeginCall() {
+  lastMessage_.clear();
+  retried_ = false;
+}
+
+std::shared_ptr<Server> Server::OfThisThread() {
+  if (serverOfThread != nullptr) return serverOfThread->shared_from_this();
+  auto server = std::make_shared<Server>();
+  serverOfThread = server.get();
+  server->component_.SubMain();
+  server->logMonitor_ = MakeLogMonitor(server->component_.session());
+  return server;
+}
+
+void Server::Lock(bool lock) {
+  if (lock) {
+    const std::shared_ptr<Server> server = OfThisThread();
+    ++server->locks_;
+    server->keptByLock_ = server;
+    return;
+  }
+  Server* const server = serverOfThread;
+  if (server == nullptr || server->locks_ == 0 || --server->locks_ > 0) return;
+  const std::shared_ptr<Server> released = std::move(server->keptByLock_);
+}
+
+Server::Server()
+    : platform_(ThisModule()), component_(platform_.platform(), StartMode::Automation, "", &MakeWizardView) {
+  component_.SetUserWithoutForm(&user_);
+}
+
+Server::~Server() {
+  if (serverOfThread == this) serverOfThread = nullptr;
+}
+
+bool Server::IdOrder::operator()(const GUID& left, const GUID& right) const {
+  return std::memcmp(&left, &right, sizeof left) < 0;
+}
+
+ITypeInfo& Server::TypeInfo(REFGUID id) {
+  const auto known = typeInfos_.find(id);
+  if (known != typeInfos_.end()) return *known->second.Get();
+  HRESULT code = S_OK;
+  // By its full path, and without touching the registration.
+  if (!typeLibrary_) code = LoadTypeLibEx(ThisModulePath().c_str(), REGKIND_NONE, typeLibrary_.Receive());
+  ComPtr<ITypeInfo> info;
+  if (SUCCEEDED(code)) code = typeLibrary_->GetTypeInfoOfGuid(id, info.Receive());
+  if (FAILED(code)) throw ComError(code, "The component's type library cannot be read");
+  return *typeInfos_.emplace(id, info).first->second.Get();
+}
+
+HRESULT Server::TakeException(const char* source, REFIID interfaceId) noexcept {
+  try {
+    throw;
+  } catch (const ComError& error) {
+    return LeaveError(error.Code(), error.what(), source, interfaceId);
+  } catch (const WizardEnded&) {
+    const std::string& message = user_.LastMessage();
+    return LeaveError(E_ABORT, message.empty() ? "The wizard has ended" : message, source, interfaceId);
+  } catch (...) {
+    const RuntimeError error = CurrentError();
+    return LeaveError(RunTimeErrorCode(error.Number()), error.what(), source, interfaceId);
+  }
+}
+
+void Server::EndCall() noexcept {
+  try {
+    component_.UnloadEndedForm();
+  } catch (...) {
+    // The call has its result already.
+  }
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,25 @@
+#include "com/SetupArguments.h"
+
+#include "com/ComError.h"
+#include "support/basFile.h"
+#include "support/Errors.h"
+
+namespace bxvbwiz {
+
+std::string SetupFolderArgument(Server& server, const std::string& folder, const char* argument) {
+  std::string fixed = FixPath(folder);
+  if (folder.empty() || Dir(server.component().platform().files, fixed + "*.*", true).empty()) {
+    throw ComError(RunTimeErrorCode(kErrorPathNotFound),
+                   "Path not found: the argument " + std::string(argument) + " is \"" + folder + "\"");
+  }
+  return fixed;
+}
+
+std::string CurrentProjectFile(Server& server) {
+  const frmMain* form = server.component().Form();
+  if (form == nullptr) return {};
+  if (form->txtVBPname.text.empty() && form->App != nullptr) return form->App->ProjectPath();
+  return form->txtVBPname.text;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <windows.h>
+// after windows.h
+#include <commctrl.h>
+
+#include <functional>
+
+#include "ui/Controls.h"
+
+namespace bxvbwiz {
+
+// Events run at least once for so many nodes.
+constexpr int kNodesBetweenEvents = 250;
+
+// Fills a tree view's window with a tree's nodes. The uppermost two levels are opened, and every branch that
+// holds a missing file. `goesOn` is called between nodes, lets events run, and gives false to stop. False
+// when it was stopped.
+bool FillTree(HWND window, const TreeView& tree, const std::function<bool()>& goesOn);
+
+}  // namespace bxvbwiz

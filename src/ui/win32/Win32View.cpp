@@ -1,0 +1,115 @@
+#include "ui/win32/Win32View.h"
+
+#include <windows.h>
+// after windows.h
+#include <commdlg.h>
+#include <shellapi.h>
+
+#include <array>
+
+#include "platform/win32/WideText.h"
+#include "ui/win32/WizardWindow.h"
+
+namespace bxvbwiz {
+
+namespace {
+
+class Win32View : public FormView {
+ public:
+  Win32View(frmMain& form, HINSTANCE module, Ledger ledger)
+      : form_(form), module_(module), ledger_(std::move(ledger)) {}
+
+  void ShowModal() override {
+    const auto window = std::make_shared<WizardWindow>(form_, module_, ledger_, Font());
+    window_ = window;
+    window->RunModal();  // this view is gone when it returns
+  }
+
+  Button ShowMessage(const Message& message, const std::string& title) override {
+    return static_cast<Button>(MessageBoxW(Owner(), Widen(message.text).c_str(), Widen(title).c_str(),
+                                           static_cast<UINT>(message.style)));
+  }
+
+  void Refresh() override {
+    if (const auto window = window_.lock()) window->Refresh();
+  }
+  void ProcessEvents() override {
+    if (const auto window = window_.lock()) window->ProcessEvents();
+  }
+  void SetPointer(Pointer pointer) override {
+    if (const auto window = window_.lock()) window->SetPointer(pointer);
+  }
+
+  // The name is not checked here: the page says what is wrong with it.
+  std::string BrowseForFile(const std::string& fileType, const std::string& pattern) override {
+    std::wstring filter = Widen(fileType);
+    filter.push_back(L'\0');
+    filter += Widen(pattern);
+    filter.push_back(L'\0');  // and the text's own end
+    constexpr std::size_t kLongestPath = 32768;
+    std::wstring path(kLongestPath, L'\0');
+    const std::wstring extension = Widen(pattern.substr(pattern.find('.') + 1));
+    OPENFILENAMEW open{};
+    open.lStructSize = sizeof(open);
+    open.hwndOwner = Owner();
+    open.lpstrFilter = filter.c_str();
+    open.lpstrFile = path.data();
+    open.nMaxFile = kLongestPath;
+    open.lpstrDefExt = extension.c_str();
+    open.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    return GetOpenFileNameW(&open) ? Narrow(path.c_str()) : std::string();
+  }
+
+  // The system's own words say why it cannot be opened.
+  void OpenHelp(const std::string& helpFile) override {
+    std::wstring module(MAX_PATH, L'\0');
+    module.resize(GetModuleFileNameW(module_, module.data(), MAX_PATH));
+    const std::wstring path = module.substr(0, module.find_last_of(L'\\') + 1) + Widen(helpFile);
+    SHELLEXECUTEINFOW open{};
+    open.cbSize = sizeof(open);
+    open.fMask = SEE_MASK_NOASYNC;
+    open.hwnd = Owner();
+    open.lpFile = path.c_str();
+    open.nShow = SW_SHOWNORMAL;
+    ShellExecuteExW(&open);
+  }
+
+  int TextWidth(const std::string& text) const override { return Font()->TextWidth(text); }
+  int ExeLabelWidth() const override {
+    for (const LaidControl& laid : LayOut(form_)) {
+      if (laid.control == &form_.lblExeName) return Font()->Horizontal(laid.place.width);
+    }
+    return 0;
+  }
+
+  void Unload(const frmMain& /*form*/) override {
+    if (const auto window = window_.lock()) window->FormUnloaded();
+  }
+
+ private:
+  // The form's window, or what the wizard's host shows before there is one.
+  HWND Owner() const {
+    const auto window = window_.lock();
+    return window != nullptr && window->Handle() != nullptr ? window->Handle() : GetActiveWindow();
+  }
+
+  const std::shared_ptr<const FormFont>& Font() const {
+    if (font_ == nullptr) font_ = std::make_shared<FormFont>(ledger_, form_.font);
+    return font_;
+  }
+
+  frmMain& form_;
+  HINSTANCE module_;
+  Ledger ledger_;
+  mutable std::shared_ptr<const FormFont>
+      font_;  // made when first needed: the form names it when it is loaded
+  std::weak_ptr<WizardWindow> window_;
+};
+
+}  // namespace
+
+std::unique_ptr<FormView> MakeWin32View(frmMain& form, HINSTANCE module, Ledger ledger) {
+  return std::make_unique<Win32View>(form, module, std::move(ledger));
+}
+
+}  // namespace bxvbwiz

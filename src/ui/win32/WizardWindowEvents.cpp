@@ -1,0 +1,133 @@
+#include <windows.h>
+// after windows.h
+#include <commctrl.h>
+
+#include "platform/win32/WideText.h"
+#include "ui/win32/ControlIds.h"
+#include "ui/win32/Events.h"
+#include "ui/win32/WizardWindow.h"
+
+// What the system tells the wizard's windows. No exception may pass through the system to its caller; the
+// form's handlers let none out, so what is caught here is a lack of memory.
+namespace bxvbwiz {
+
+namespace {
+
+constexpr UINT kActivated = WM_APP;  // posted to itself when the focus is where the system puts it
+
+}  // namespace
+
+INT_PTR CALLBACK WizardWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_INITDIALOG) {
+    SetWindowLongPtrW(window, DWLP_USER, lParam);
+    return FALSE;  // the focus is set when the window is shown
+  }
+  auto* self = reinterpret_cast<WizardWindow*>(GetWindowLongPtrW(window, DWLP_USER));
+  if (self == nullptr || self->form_ == nullptr) return FALSE;
+  try {
+    const auto keep = self->shared_from_this();
+    return self->Handle(window, message, wParam, lParam);
+  } catch (...) {
+    return FALSE;
+  }
+}
+
+INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_COMMAND:
+      if (!updating_) Command(LOWORD(wParam), HIWORD(wParam));
+      return TRUE;
+    case WM_CLOSE:
+      if (window == window_.Get()) form_->Form_QueryUnload();
+      return TRUE;
+    case WM_SETCURSOR:
+      ShowToolTips();
+      if (pointer_ == Pointer::Default) return FALSE;
+      SetPointer(pointer_);
+      SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
+      return TRUE;
+    case WM_ACTIVATE:
+      if (window == window_.Get() && LOWORD(wParam) != WA_INACTIVE) PostMessageW(window, kActivated, 0, 0);
+      return FALSE;
+    case WM_TIMER:
+      if (wParam == kIconTimer) ShowIcon();
+      return TRUE;
+    case kActivated:
+      MoveFocus();
+      return TRUE;
+    case WM_CTLCOLORSTATIC:
+      // The report is read, not changed, but it is a text all the same.
+      if (GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) != kIdReport) return FALSE;
+      return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW));
+    default:
+      return FALSE;
+  }
+}
+
+void WizardWindow::Command(int id, int code) {
+  switch (code) {
+    case CBN_EDITCHANGE:
+      if (id == kIdApplicationType) Take(id);
+      return;
+    case EN_CHANGE:
+      Take(id);
+      return ForwardChange(*form_, id);
+    case CBN_SELCHANGE: {  // the same number as BN_SETFOCUS and so on of other kinds, which are not asked for
+      if (id == kIdApplicationType) {
+        const HWND list = GetDlgItem(frames_[kPanelInformation].Get(), id);
+        const auto chosen = static_cast<std::size_t>(SendMessageW(list, CB_GETCURSEL, 0, 0));
+        if (chosen < form_->cboApplicationType.items.size()) {
+          form_->cboApplicationType.text = form_->cboApplicationType.items[chosen];
+        }
+        return;
+      }
+      return;
+    }
+    case BN_CLICKED:
+      Take(id);
+      return ForwardClick(*form_, id);
+    default:
+      return;
+  }
+}
+
+void WizardWindow::Take(int id) {
+  for (const auto& control : controls_) {
+    // The form itself changes its option buttons.
+    if (control->Id() == id && control->Kind() != ControlKind::OptionButton &&
+        control->Kind() != ControlKind::FirstOptionButton) {
+      control->Take();
+    }
+  }
+}
+
+LRESULT CALLBACK WizardWindow::TextBoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam,
+                                                UINT_PTR id, DWORD_PTR self) {
+  auto* window = reinterpret_cast<WizardWindow*>(self);
+  const auto number = static_cast<int>(id);
+  if (message == WM_CHAR && window->form_ != nullptr && FollowsKeyPress(number)) {
+    try {
+      const auto keep = window->shared_from_this();
+      window->Take(number);
+      // Half of a pair is no character that anybody refuses.
+      auto character = static_cast<char32_t>(wParam);
+      ForwardKeyPress(*window->form_, number, character);
+      if (character == 0 || window->form_ == nullptr) return 0;
+    } catch (...) {
+      return 0;
+    }
+  }
+  return DefSubclassProc(box, message, wParam, lParam);
+}
+
+LRESULT CALLBACK WizardWindow::ReportProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                               DWORD_PTR) {
+  const LRESULT result = DefSubclassProc(box, message, wParam, lParam);
+  // Tab, Enter and Escape are the form's, as in every other box; and the focus selects nothing.
+  if (message == WM_GETDLGCODE) {
+    return result & ~static_cast<LRESULT>(DLGC_WANTALLKEYS | DLGC_WANTTAB | DLGC_HASSETSEL);
+  }
+  return result;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,173 @@
+#include "com/Host.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/win32/WideText.h"
+
+namespace bxvbwiz {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::wstring kProduct = L"SOFTWARE\\Borvex\\Borvex Professional\\6.0";
+
+std::wstring Windows(const char* folder, const wchar_t* name) {
+  std::wstring path = L"Z:" + Widen(folder) + L"\\" + name;
+  for (wchar_t& character : path) {
+    if (character == L'/') character = L'\\';
+  }
+  return path;
+}
+
+}  // namespace
+
+const std::wstring kShippedServer = Windows(SHIPPED_FOLDER, L"Bx6vbwiz.dll");
+const std::wstring kDrivenServer = Windows(DRIVEN_FOLDER, L"Bx6vbwiz.dll");
+const std::wstring kScript = Windows(SCRIPT_FOLDER, L"host.vbs");
+const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
+                                            L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};
+
+RegisteredServer::RegisteredServer(const std::wstring& path) : module_(LoadLibraryW(path.c_str())) {
+  EXPECT_EQ(Call("DllRegisterServer"), S_OK);
+}
+
+RegisteredServer::~RegisteredServer() {
+  EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
+  FreeLibrary(module_);
+}
+
+HRESULT RegisteredServer::Call(const char* exported) const {
+  using Function = HRESULT(STDAPICALLTYPE*)();
+  const auto function =
+      reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, exported)));
+  return function == nullptr ? E_NOTIMPL : function();
+}
+
+HRESULT RegisteredServer::ClassObject(REFCLSID id, REFIID interfaceId, void** object) const {
+  const auto function = reinterpret_cast<LPFNGETCLASSOBJECT>(
+      reinterpret_cast<void*>(GetProcAddress(module_, "DllGetClassObject")));
+  return function(id, interfaceId, object);
+}
+
+ComPtr<IDispatch> HostTest::Create(const std::wstring& progId) {
+  CLSID id{};
+  EXPECT_EQ(CLSIDFromProgID(progId.c_str(), &id), S_OK);
+  ComPtr<IDispatch> object;
+  EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.ReceiveVoid()), S_OK);
+  return object;
+}
+
+OwnedVariant Variant(const std::wstring& text) {
+  OwnedVariant value;
+  value.vt = VT_BSTR;
+  value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+  return value;
+}
+
+OwnedVariant Variant(long number) {
+  OwnedVariant value;
+  value.vt = VT_I4;
+  value.lVal = number;
+  return value;
+}
+
+OwnedVariant Variant(IDispatch* object) {
+  OwnedVariant value;
+  value.vt = VT_DISPATCH;
+  value.pdispVal = object;
+  if (object != nullptr) object->AddRef();
+  return value;
+}
+
+Called Call(IDispatch* object, const std::wstring& member, std::vector<VARIANT> arguments, WORD flags) {
+  Called called;
+  std::wstring name = member;
+  LPOLESTR names[] = {name.data()};
+  DISPID id = DISPID_UNKNOWN;
+  called.code = object->GetIDsOfNames(IID_NULL, names, 1, LOCALE_USER_DEFAULT, &id);
+  if (FAILED(called.code)) return called;
+  std::vector<VARIANT> reversed(arguments.rbegin(), arguments.rend());
+  DISPID put = DISPID_PROPERTYPUT;
+  const bool isPut = flags == DISPATCH_PROPERTYPUT;
+  DISPPARAMS parameters{reversed.data(), &put, static_cast<UINT>(reversed.size()), isPut ? 1U : 0U};
+  OwnedVariant result;
+  EXCEPINFO exception{};
+  called.code = object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                               isPut ? nullptr : &result, &exception, &called.wrongArgument);
+  if (called.code == DISP_E_EXCEPTION) {
+    called.code = exception.scode;
+    called.text = exception.bstrDescription == nullptr ? L"" : exception.bstrDescription;
+    SysFreeString(exception.bstrSource);
+    SysFreeString(exception.bstrDescription);
+    SysFreeString(exception.bstrHelpFile);
+  } else if (SUCCEEDED(VariantChangeTypeEx(&result, &result, LOCALE_INVARIANT, VARIANT_ALPHABOOL, VT_BSTR))) {
+    called.text.assign(result.bstrVal == nullptr ? L"" : result.bstrVal, SysStringLen(result.bstrVal));
+  }
+  return called;
+}
+
+std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring& name) {
+  wchar_t text[1024] = L"";
+  DWORD size = sizeof text;
+  const LONG code = RegGetValueW(root, key.c_str(), name.c_str(), RRF_RT_REG_SZ, nullptr, text, &size);
+  return code == ERROR_SUCCESS ? text : L"-";
+}
+
+void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text) {
+  RegSetKeyValueW(root, key.c_str(), name.c_str(), REG_SZ, text.c_str(),
+                  static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+DWORD RunProgram(std::wstring commandLine) {
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  PROCESS_INFORMATION process{};
+  DWORD code = ~0U;
+  EXPECT_TRUE(CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                             &startup, &process));
+  constexpr DWORD kLongest = 60000;
+  EXPECT_EQ(WaitForSingleObject(process.hProcess, kLongest), WAIT_OBJECT_0);
+  GetExitCodeProcess(process.hProcess, &code);
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+  return code;
+}
+
+InstalledProduct::InstalledProduct() {
+  folder_ = (fs::temp_directory_path() / ("bxvbwiz-com-" + std::to_string(GetCurrentProcessId()))).wstring() +
+            L"\\";
+  const auto write = [this](const wchar_t* relative, const char* text) {
+    const fs::path path = Path(relative);
+    fs::create_directories(path.parent_path());
+    std::ofstream(path, std::ios::binary) << text;
+  };
+  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\VBWiz", L"DepFile", folder_);
+  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\VBWiz", L"TemplateSource", Path(L"Template"));
+  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\Main", L"Path", folder_);
+  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\Main", L"DataLink", folder_);
+  SetRegistryText(HKEY_CURRENT_USER, kProduct + L"\\Main", L"DataFile", Path(L"Setups"));
+  write(L"VBWizDep.ini", "[System]\r\n1File=KERNEL32.DLL\r\n");
+  write(L"Template\\Base.bxp", "[Data]\r\nType=\r\n");
+  for (const wchar_t* name : {L"Component Definitions", L"File Groups", L"Script Files",
+                              L"String Tables\\0009-English", L"Text Substitutions"}) {
+    fs::create_directories(Path(L"Template\\") + name);
+  }
+  fs::create_directories(Path(L"Setups"));
+  write(L"Src\\App.vbp", "Type=Exe\r\nForm=Main.frm\r\nName=\"Demo\"\r\nExeName32=\"App.exe\"\r\n");
+  write(L"Src\\Main.frm", "VERSION 5.00\r\n");
+  write(L"Src\\App.exe", "MZ");
+}
+
+InstalledProduct::~InstalledProduct() {
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Borvex");
+  RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Borvex");
+  std::error_code ignored;
+  fs::remove_all(folder_, ignored);
+}
+
+bool InstalledProduct::Exists(const std::wstring& relative) const {
+  return fs::exists(Path(relative));
+}
+
+}  // namespace bxvbwiz

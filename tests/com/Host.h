@@ -1,0 +1,82 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+#include "com/BX6VBWiz.h"
+#include "com/ComPtr.h"
+
+// What hosts of the automation server share: a registered server, late-bound calls, and a machine on which a
+// whole run succeeds.
+namespace bxvbwiz {
+
+extern const std::wstring kShippedServer;
+extern const std::wstring kDrivenServer;
+extern const std::wstring kScript;  // a host in VBScript
+
+// The creatable classes by ProgID.
+extern const std::vector<std::wstring> kProgIds;
+
+// A DLL that is loaded and registered while this lives.
+class RegisteredServer {
+ public:
+  explicit RegisteredServer(const std::wstring& path);
+  ~RegisteredServer();
+  HRESULT Call(const char* exported) const;
+  HRESULT ClassObject(REFCLSID id, REFIID interfaceId, void** object) const;
+
+ private:
+  HMODULE module_;
+};
+
+class HostTest : public testing::Test {
+ protected:
+  explicit HostTest(const std::wstring& server) : server_(server) {}
+
+  // By its ProgID, through CoCreateInstance.
+  static ComPtr<IDispatch> Create(const std::wstring& progId);
+
+  struct Apartment {
+    Apartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~Apartment() { CoUninitialize(); }
+  } apartment_;
+  RegisteredServer server_;
+};
+
+OwnedVariant Variant(const std::wstring& text);
+OwnedVariant Variant(long number);
+OwnedVariant Variant(IDispatch* object);
+
+// What a late-bound call gives.
+struct Called {
+  HRESULT code = E_FAIL;  // an exception's own code
+  std::wstring text;      // the result, or the exception's description
+  UINT wrongArgument = 99;
+};
+// The arguments stand in their order; a property is put with DISPATCH_PROPERTYPUT.
+Called Call(IDispatch* object, const std::wstring& member, std::vector<VARIANT> arguments = {},
+            WORD flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET);
+
+// The text of a registry value; "-" when there is none.
+std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring& name = L"");
+void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text);
+
+// Starts a program and gives its exit code.
+DWORD RunProgram(std::wstring commandLine);
+
+// The product with a template, and a project that needs no rebuild, in a temporary folder.
+class InstalledProduct {
+ public:
+  InstalledProduct();
+  ~InstalledProduct();
+  std::wstring Path(const std::wstring& relative) const { return folder_ + relative; }
+  bool Exists(const std::wstring& relative) const;
+
+ private:
+  std::wstring folder_;  // with a trailing backslash
+};
+
+}  // namespace bxvbwiz

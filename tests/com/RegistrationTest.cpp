@@ -1,0 +1,85 @@
+#include <algorithm>
+#include <set>
+
+#include "com/Host.h"
+
+namespace bxvbwiz {
+namespace {
+
+const std::wstring kClasses = L"Software\\Classes\\";
+const std::wstring kApplicationId = L"CLSID\\{A663CDFE-5393-47E9-88A6-0016EBC38404}";
+
+// Every key and value below a key, as paths.
+void Collect(HKEY root, const std::wstring& path, std::set<std::wstring>& found) {
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) return;
+  found.insert(path);
+  wchar_t name[300];
+  for (DWORD i = 0, size = 300; RegEnumValueW(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) == 0;
+       ++i, size = 300)
+    found.insert(path + L" = " + name + L": " + RegistryText(root, path, name));
+  for (DWORD i = 0, size = 300; RegEnumKeyExW(key, i, name, &size, nullptr, nullptr, nullptr, nullptr) == 0;
+       ++i, size = 300)
+    Collect(root, path + L"\\" + name, found);
+  RegCloseKey(key);
+}
+
+std::set<std::wstring> Registry() {
+  std::set<std::wstring> found;
+  for (const wchar_t* folder : {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo", L"BX6VBWiz.CFileGroups",
+                                L"BX6VBWiz.CComponents", L"CLSID", L"Interface", L"TypeLib"}) {
+    Collect(HKEY_LOCAL_MACHINE, kClasses + folder, found);
+    Collect(HKEY_CURRENT_USER, kClasses + folder, found);
+  }
+  return found;
+}
+
+TEST(RegistrationTest, IsForTheMachineAndIsUndoneCompletely) {
+  const std::set<std::wstring> before = Registry();
+  {
+    const RegisteredServer server(kShippedServer);
+    const std::wstring key = kClasses + kApplicationId;
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), kShippedServer);
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\ProgID"), L"BX6VBWiz.Application");
+    for (const std::wstring& progId : kProgIds) {
+      CLSID id{};
+      EXPECT_EQ(CLSIDFromProgID(progId.c_str(), &id), S_OK);
+    }
+    ComPtr<ITypeLib> library;
+    ASSERT_EQ(LoadRegTypeLib(LIBID_BX6VBWiz, 1, 0, LOCALE_NEUTRAL, library.Receive()), S_OK);
+    BSTR name = nullptr;
+    BSTR description = nullptr;
+    library->GetDocumentation(MEMBERID_NIL, &name, &description, nullptr, nullptr);
+    EXPECT_STREQ(name, L"BX6VBWiz");
+    EXPECT_STREQ(description, L"Borvex 6 VB Project Wizard");
+    SysFreeString(name);
+    SysFreeString(description);
+    const std::set<std::wstring> once = Registry();
+    EXPECT_EQ(server.Call("DllRegisterServer"), S_OK);
+    EXPECT_EQ(Registry(), once) << "twice is once";
+    EXPECT_EQ(server.Call("DllUnregisterServer"), S_OK);
+    EXPECT_EQ(Registry(), before);
+  }  // unregisters again
+  EXPECT_EQ(Registry(), before);
+}
+
+TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
+  // Nothing lasting may be created below a key that is lost with the session.
+  HKEY refusing = nullptr;
+  const std::wstring key = kClasses + kApplicationId;
+  ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_READ,
+                            nullptr, &refusing, nullptr),
+            ERROR_SUCCESS);
+  RegCloseKey(refusing);
+  {
+    const RegisteredServer server(kShippedServer);
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, key + L"\\InprocServer32"), kShippedServer);
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), L"-");
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
+  }
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
+}
+
+}  // namespace
+}  // namespace bxvbwiz

@@ -1,0 +1,279 @@
+// After windows.h:
+#include "com/Host.h"
+// which these need.
+#include <dispex.h>
+#include <psapi.h>
+
+#include <fstream>
+
+namespace bxvbwiz {
+namespace {
+
+// Run-time errors 76, 438, 91 and 13.
+constexpr HRESULT kPathNotFound = static_cast<HRESULT>(0x800A004C);
+constexpr HRESULT kNoProperty = static_cast<HRESULT>(0x800A01B6);
+constexpr HRESULT kNotSet = static_cast<HRESULT>(0x800A005B);
+constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
+const std::wstring kLogging = L"Software\\VB and VBA Program Settings\\Bx6vbwiz\\Logging";
+
+class ServerTest : public HostTest {
+ protected:
+  ServerTest() : HostTest(kShippedServer) {}
+};
+
+ComPtr<IUnknown> Query(IUnknown* object, REFIID id) {
+  ComPtr<IUnknown> found;
+  EXPECT_EQ(object->QueryInterface(id, found.ReceiveVoid()), S_OK);
+  return found;
+}
+
+TEST_F(ServerTest, QueryInterfaceKeepsItsRulesInEveryClass) {
+  const IID dual[] = {IID_IApplication, IID_ISystemInfo, IID_IFileGroups, IID_IComponents};
+  for (std::size_t i = 0; i < kProgIds.size(); ++i) {
+    const ComPtr<IDispatch> object = Create(kProgIds[i]);
+    const ComPtr<IUnknown> identity = Query(object.Get(), IID_IUnknown);
+    for (const IID& id :
+         {IID_IUnknown, IID_IDispatch, dual[i], IID_ISupportErrorInfo, IID_IProvideClassInfo}) {
+      const ComPtr<IUnknown> found = Query(object.Get(), id);
+      EXPECT_EQ(Query(found.Get(), IID_IUnknown).Get(), identity.Get());
+      EXPECT_EQ(Query(found.Get(), dual[i]).Get(), Query(object.Get(), dual[i]).Get());
+    }
+    void* none = this;
+    EXPECT_EQ(object->QueryInterface(IID_IStream, &none), E_NOINTERFACE);
+    EXPECT_EQ(none, nullptr);
+    EXPECT_EQ(object->QueryInterface(IID_IUnknown, nullptr), E_POINTER);
+  }
+}
+
+TEST_F(ServerTest, FactoriesRefuseAggregationAndUnknownClasses) {
+  ComPtr<IClassFactory> factory;
+  EXPECT_EQ(server_.ClassObject(CLSID_StdMarshal, IID_IClassFactory, factory.ReceiveVoid()),
+            CLASS_E_CLASSNOTAVAILABLE);
+  EXPECT_EQ(server_.ClassObject(CLSID_Application, IID_IClassFactory, nullptr), E_POINTER);
+  ASSERT_EQ(server_.ClassObject(CLSID_Application, IID_IClassFactory, factory.ReceiveVoid()), S_OK);
+  void* object = this;
+  EXPECT_EQ(factory->CreateInstance(factory.Get(), IID_IUnknown, &object), CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(object, nullptr);
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStream, &object), E_NOINTERFACE);
+}
+
+TEST_F(ServerTest, IsInUseWhileAnObjectOrALockLives) {
+  EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_OK);
+  ComPtr<IClassFactory> factory;
+  server_.ClassObject(CLSID_CFileGroups, IID_IClassFactory, factory.ReceiveVoid());
+  EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_FALSE);
+  EXPECT_EQ(factory->LockServer(TRUE), S_OK);
+  const ComPtr<IClassFactory> kept = std::move(factory);
+  EXPECT_EQ(kept->LockServer(FALSE), S_OK);
+  EXPECT_EQ(kept->LockServer(TRUE), S_OK);
+  factory = ComPtr<IClassFactory>();
+  ComPtr<IDispatch> object = Create(L"BX6VBWiz.CSystemInfo");
+  object = ComPtr<IDispatch>();
+  EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_FALSE);
+  EXPECT_EQ(kept->LockServer(FALSE), S_OK);
+}
+
+TEST_F(ServerTest, TenThousandObjectsLeaveNothing) {
+  const auto memory = [] {
+    PROCESS_MEMORY_COUNTERS counters{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+    return counters.PagefileUsage;
+  };
+  const auto handles = [] {
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return count;
+  };
+  const ComPtr<IDispatch> kept = Create(L"BX6VBWiz.CSystemInfo");
+  const auto makeMany = [&](int count) {
+    for (int i = 0; i < count; ++i) Call(Create(kProgIds[static_cast<std::size_t>(i) % 4]).Get(), L"WinDir");
+  };
+  makeMany(500);
+  const SIZE_T memoryBefore = memory();
+  const DWORD handlesBefore = handles();
+  makeMany(10000);
+  constexpr SIZE_T kNoise = 1 << 20;
+  EXPECT_LT(memory(), memoryBefore + kNoise);
+  EXPECT_EQ(handles(), handlesBefore);
+}
+
+TEST_F(ServerTest, MembersStandInTheirOrder) {
+  const std::vector<std::vector<const wchar_t*>> members = {
+      {L"ID", L"ID", L"Project", L"Project", L"ShowPage2", L"ShowPage2", L"AppName", L"AppName", L"VBScript",
+       L"VBScript", L"StillExecuting", L"ReturnCode", L"ProjectFile", L"Run"},
+      {L"CommonFilesPath", L"CommonFilesSysPath", L"MSDAOPath", L"ProgramFilesPath", L"WinDir", L"WinSysDir",
+       L"IsWindows95", L"IsWindows98", L"IsWindowsNT351", L"IsWindowsNT4", L"IsWindowsNT5", L"WinVerMajor",
+       L"WinVerMinor", L"WinBuildNumber", L"WinPlatformId", L"WinCSDVersion"},
+      {L"ConvertDestMacroToBXDestSymbol", L"ConvertBXDestSymbolToPath", L"ConvertPathToBXDestSymbol",
+       L"ConvertRegisterMacro", L"ResolveLinkPath", L"SearchForSourceFile", L"SearchForDestPath", L"AppPath",
+       L"GetAppPath", L"GetFileGroupInfo", L"CreateFileGroupName", L"IsSharedFile", L"CheckCoreCompIni",
+       L"CheckSelfRegister", L"CreateFileGroup", L"AddFileGroupToProject", L"AddFileGroupToComponent"},
+      {L"CreateComponentName", L"CreateComponent", L"AddScriptDefinedVariable"}};
+  constexpr std::size_t kOfDispatch = 7;  // methods of IUnknown and IDispatch
+  for (std::size_t i = 0; i < kProgIds.size(); ++i) {
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(Create(kProgIds[i])->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Receive()), S_OK);
+    std::vector<std::wstring> found;
+    FUNCDESC* function = nullptr;
+    for (UINT index = 0; SUCCEEDED(info->GetFuncDesc(index, &function)); ++index) {
+      const auto place = static_cast<std::size_t>(function->oVft) / sizeof(void*);
+      BSTR name = nullptr;
+      info->GetDocumentation(function->memid, &name, nullptr, nullptr, nullptr);
+      if (place >= kOfDispatch) {
+        EXPECT_EQ(place, kOfDispatch + found.size());
+        found.emplace_back(name);
+      }
+      SysFreeString(name);
+      info->ReleaseFuncDesc(function);
+    }
+    EXPECT_EQ(found, std::vector<std::wstring>(members[i].begin(), members[i].end()));
+  }
+}
+
+TEST_F(ServerTest, LateBoundCallsSayWhatIsWrong) {
+  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
+  const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
+  const OwnedVariant object = Variant(app.Get());
+  const OwnedVariant text = Variant(L"$(APPPATH)");
+  struct Case {
+    IDispatch* object;
+    const wchar_t* member;
+    std::vector<VARIANT> arguments;
+    WORD flags;
+    HRESULT code;
+    UINT wrongArgument;  // 99: none
+  };
+  const WORD call = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+  const Case cases[] = {
+      {app.Get(), L"sTILLeXECUTING", {}, call, S_OK, 99},
+      {app.Get(), L"Missing", {}, call, DISP_E_UNKNOWNNAME, 99},
+      {app.Get(), L"ReturnCode", {text}, DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND, 99},
+      {app.Get(), L"StillExecuting", {text}, DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND, 99},
+      {app.Get(), L"ProjectFile", {text}, DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND, 99},
+      {app.Get(), L"ShowPage2", {text}, DISPATCH_PROPERTYPUT, DISP_E_TYPEMISMATCH, 0},
+      {app.Get(), L"Run", {text}, call, DISP_E_BADPARAMCOUNT, 99},
+      {groups.Get(), L"AppPath", {text}, call, DISP_E_BADPARAMCOUNT, 99},
+      {groups.Get(), L"SearchForDestPath", {text}, call, DISP_E_BADPARAMCOUNT, 99},
+      {groups.Get(), L"IsSharedFile", {text, text}, call, DISP_E_TYPEMISMATCH, 1},
+      {groups.Get(), L"IsSharedFile", {object, object}, call, DISP_E_TYPEMISMATCH, 0},
+      {groups.Get(), L"CreateFileGroup", {text, object}, call, kPathNotFound, 99},
+      {groups.Get(), L"CreateFileGroupName", {text, object}, call, kNoProperty, 99},
+      {groups.Get(), L"CreateFileGroupName", {text, OwnedVariant()}, call, kNotSet, 99},
+  };
+  for (const Case& row : cases) {
+    SCOPED_TRACE(testing::Message() << row.member << " " << row.arguments.size());
+    const Called called = Call(row.object, row.member, row.arguments, row.flags);
+    EXPECT_EQ(called.code, row.code);
+    EXPECT_EQ(called.wrongArgument, row.wrongArgument);
+  }
+  Call(groups.Get(), L"IsSharedFile", {text, text});
+  ComPtr<IErrorInfo> error;
+  ASSERT_EQ(GetErrorInfo(0, error.Receive()), S_OK);
+  BSTR description = nullptr;
+  error->GetDescription(&description);
+  EXPECT_STREQ(description, L"IsSharedFile: the argument file has the wrong type");
+  SysFreeString(description);
+}
+
+TEST_F(ServerTest, TextsComeBackAsTheyWereSet) {
+  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
+  for (const std::wstring& text : {std::wstring(), std::wstring(3000000, L'x'), std::wstring(L"a\0b", 3),
+                                   std::wstring(L"\u53d7\u6ce8 \xD83D\xDE00")}) {
+    ASSERT_EQ(Call(app.Get(), L"AppName", {Variant(text)}, DISPATCH_PROPERTYPUT).code, S_OK);
+    EXPECT_EQ(Call(app.Get(), L"AppName").text, text);
+  }
+  ComPtr<IApplication> early;
+  app->QueryInterface(IID_IApplication, early.ReceiveVoid());
+  EXPECT_EQ(early->put_AppName(nullptr), S_OK) << "a null text is the empty one";
+  EXPECT_EQ(Call(app.Get(), L"AppName").text, L"");
+  EXPECT_EQ(early->get_AppName(nullptr), E_POINTER);
+  EXPECT_EQ(Call(app.Get(), L"ID", {Variant(12)}, DISPATCH_PROPERTYPUT).code, S_OK);
+  EXPECT_EQ(Call(app.Get(), L"ID").text, L"12") << "a number becomes its text";
+}
+
+TEST_F(ServerTest, ArgumentsByReferenceTakeWhatTheMethodChanges) {
+  const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
+  OwnedVariant folder = Variant(L"C:\\windows");
+  OwnedVariant name = Variant(L"kernel32.dll");
+  OwnedVariant resolves = Variant(5);
+  VARIANT byName{};
+  byName.vt = VT_BYREF | VT_BSTR;
+  byName.pbstrVal = &name.bstrVal;
+  VARIANT byVariant{};
+  byVariant.vt = VT_BYREF | VT_VARIANT;
+  byVariant.pvarVal = &resolves;
+  const BSTR before = name.bstrVal;
+  EXPECT_EQ(Call(groups.Get(), L"ResolveLinkPath", {folder, byName, byVariant}).code, S_OK);
+  EXPECT_EQ(resolves.vt, VT_BOOL);
+  EXPECT_EQ(resolves.boolVal, VARIANT_TRUE);
+  EXPECT_EQ(name.bstrVal, before);
+  SHORT number = 0;
+  byVariant.vt = VT_BYREF | VT_I2;
+  byVariant.piVal = &number;
+  EXPECT_EQ(Call(groups.Get(), L"ResolveLinkPath", {folder, byName, byVariant}).code, S_OK);
+  EXPECT_EQ(number, -1);
+}
+
+TEST_F(ServerTest, AnErrorIsTheHostsAndTheObjectGoesOn) {
+  const ComPtr<IDispatch> system = Create(L"BX6VBWiz.CSystemInfo");
+  const Called failed = Call(system.Get(), L"WinCSDVersion");
+  EXPECT_EQ(failed.code, kTypeMismatch);
+  EXPECT_EQ(failed.text, L"Type mismatch");
+  EXPECT_EQ(Call(system.Get(), L"WinDir").text, L"C:\\windows\\");
+  const Called aborted =
+      Call(Create(L"BX6VBWiz.CFileGroups").Get(), L"CheckCoreCompIni", {Variant(L"a.dll")});
+  EXPECT_EQ(aborted.code, E_ABORT) << "the product is not installed";
+  EXPECT_NE(aborted.text.find(L"6.0\\Main cannot be found in the Registry"), std::wstring::npos);
+}
+
+// The optional class that shows that a log is written, made by this process.
+class Monitor : public IClassFactory {
+ public:
+  STDMETHODIMP QueryInterface(REFIID, void** object) override {
+    *object = this;
+    return S_OK;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+  STDMETHODIMP_(ULONG) Release() override { return 1; }
+  STDMETHODIMP CreateInstance(IUnknown*, REFIID, void** object) override {
+    ++made;
+    *object = nullptr;
+    return E_FAIL;  // that it fails is no matter either
+  }
+  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+  int made = 0;
+};
+
+TEST_F(ServerTest, LogsErrorsWithTheCallStackAndMakesTheMonitor) {
+  const std::wstring log = L"C:\\windows\\bxvbwiz-test.log";
+  DeleteFileW(log.c_str());
+  SetRegistryText(HKEY_CURRENT_USER, kLogging, L"LogLevel", L"1");
+  SetRegistryText(HKEY_CURRENT_USER, kLogging, L"LogName", L"bxvbwiz-test.log");
+  for (const bool monitored : {false, true}) {
+    Monitor monitor;
+    DWORD registration = 0;
+    if (monitored) {
+      SetRegistryText(HKEY_LOCAL_MACHINE, L"Software\\Classes\\LogMon.CMonitor\\CLSID", L"",
+                      L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}");
+      CLSID id{};
+      CLSIDFromProgID(L"LogMon.CMonitor", &id);
+      CoRegisterClassObject(id, &monitor, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration);
+    }
+    Call(Create(L"BX6VBWiz.CFileGroups").Get(), L"GetAppPath", {Variant(L"C:\\missing\\no.vbp")});
+    EXPECT_EQ(monitor.made, monitored ? 1 : 0);
+    if (monitored) CoRevokeClassObject(registration);
+  }
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\LogMon.CMonitor");
+  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\VB and VBA Program Settings\\Bx6vbwiz");
+  std::ifstream file("C:\\windows\\bxvbwiz-test.log", std::ios::binary);
+  const std::string text(std::istreambuf_iterator<char>(file), {});
+  const std::string once = "\r\nCall Stack:\r\n    CFileGroups:GetAppPath\r\n";
+  const std::size_t first = text.find(once);
+  ASSERT_NE(first, std::string::npos) << text;
+  EXPECT_NE(text.find(once, first + once.size()), std::string::npos) << "the second log went on in the first";
+  file.close();
+  DeleteFileW(log.c_str());
+}
+
+}  // namespace
+}  // namespace bxvbwiz

@@ -1,0 +1,113 @@
+// Measures, in one run, how long the wizard takes from its opening to its first painted page, and how long an
+// empty dialog of the same size takes.
+// usage: opening_time [OPENINGS]
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "TestMachine.h"
+#include "ui/win32/Win32View.h"
+#include "wizard/Application.h"
+
+namespace {
+
+using namespace bxvbwiz;
+
+// Longer than any window takes to be painted.
+constexpr UINT kQuietMilliseconds = 300;
+
+// What the thread's windows did last; a hook and a timer know no object.
+struct Watch {
+  LONGLONG painted = 0;
+  HWND window = nullptr;
+};
+thread_local Watch watch;
+
+LONGLONG Now() {
+  LARGE_INTEGER now{};
+  QueryPerformanceCounter(&now);
+  return now.QuadPart;
+}
+
+constexpr UINT kPainted = WM_APP + 1;
+
+// A posted message is taken before the next window is painted, so it tells when this one is.
+LRESULT CALLBACK OnMessage(int code, WPARAM wParam, LPARAM lParam) {
+  const auto& message = *reinterpret_cast<const MSG*>(lParam);
+  if (code == HC_ACTION && wParam == PM_REMOVE) {
+    if (message.message == WM_PAINT) {
+      watch.window = GetAncestor(message.hwnd, GA_ROOT);
+      PostThreadMessageW(GetCurrentThreadId(), kPainted, 0, 0);
+    }
+    if (message.message == kPainted) watch.painted = Now();
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+void CALLBACK OnQuiet(HWND, UINT, UINT_PTR, DWORD) {
+  PostMessageW(watch.window, WM_CLOSE, 0, 0);
+}
+
+// Milliseconds from now to the last painting of what `open` shows until it is closed.
+template <typename Open>
+double Measure(Open open) {
+  LARGE_INTEGER frequency{};
+  QueryPerformanceFrequency(&frequency);
+  const HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, &OnMessage, nullptr, GetCurrentThreadId());
+  const UINT_PTR timer = SetTimer(nullptr, 0, kQuietMilliseconds, &OnQuiet);
+  const LONGLONG start = Now();
+  open();
+  const LONGLONG painted = watch.painted;
+  KillTimer(nullptr, timer);
+  UnhookWindowsHookEx(hook);
+  return 1000.0 * static_cast<double>(painted - start) / static_cast<double>(frequency.QuadPart);
+}
+
+INT_PTR CALLBACK EmptyProcedure(HWND window, UINT message, WPARAM, LPARAM) {
+  return message == WM_CLOSE ? EndDialog(window, 0) : FALSE;
+}
+
+void OpenEmptyDialog() {
+  struct {
+    DLGTEMPLATE dialog;
+    WORD rest[3];
+  } dialogTemplate{};
+  dialogTemplate.dialog = {
+      WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | DS_MODALFRAME, 0, 0, 50, 50, 330, 228};
+  DialogBoxIndirectW(GetModuleHandleW(nullptr), &dialogTemplate.dialog, nullptr, &EmptyProcedure);
+}
+
+void OpenWizard(TestMachine& machine) {
+  FormView* view = nullptr;
+  Component component(machine.platform(), StartMode::Automation, "", [&view](frmMain& form) {
+    std::unique_ptr<FormView> made = MakeWin32View(form, GetModuleHandleW(nullptr));
+    view = made.get();
+    return made;
+  });
+  Application app(component);
+  view->ShowModal();
+}
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const int openings = count > 1 ? std::atoi(arguments[1]) : 11;
+  TestMachine machine;
+  machine.InstallProduct();
+  std::vector<double> empty;
+  std::vector<double> wizard;
+  for (int opening = 0; opening < openings; ++opening) {
+    empty.push_back(Measure(&OpenEmptyDialog));
+    wizard.push_back(Measure([&machine] { OpenWizard(machine); }));
+  }
+  std::printf("first painted page: empty dialog %.1f ms, wizard %.1f ms (first time %.1f ms), ratio %.2f\n",
+              Median(empty), Median(wizard), wizard.front(), Median(wizard) / Median(empty));
+}
