@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with the sanitizers and runs every test and check.
+# Installs what is missing, builds with the sanitizers and for 32-bit and 64-bit Windows, and runs every test and
+# check, those of Windows under Wine in prefixes of the build tree.
 # The last line is "N passed, N failed"; the exit code is 0 when none failed. The whole output is in build/test.log.
 set -uo pipefail
 cd "$(dirname "$0")" || exit 1
@@ -26,29 +27,51 @@ Check() {  # Check NAME COMMAND...: a check beside the tests
   fi
   cat build/check.log >>"$log"
 }
-Build() { cmake --preset asan && cmake --build --preset asan --parallel 2; }
+Build() {  # Build PRESET
+  echo "Building $1 (build/$1) ..."
+  if ! { cmake --preset "$1" -D BXVBWIZ_TESTS=ON && cmake --build --preset "$1" --parallel 2; } >build/build.log 2>&1; then
+    grep -E -B 1 -A 6 '^FAILED|error:|Error' build/build.log | head -n 80
+    echo "The build failed; all of its output is in build/build.log."
+    failed=$((failed + 1))
+    Finish
+  fi
+}
+Test() {  # Test PRESET
+  local summary
+  # What passed is counted only; what did not is shown as it ends.
+  ctest --test-dir "build/$1" --parallel 2 --output-on-failure --timeout 120 --no-tests=error 2>&1 </dev/null | tee "build/ctest.log" |
+    grep --line-buffered -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed |^Internal ctest|^Test project |^$|tests passed, '
+  cat build/ctest.log >>"$log"
+  summary=$(grep -E '^[0-9]+% tests passed, ' build/ctest.log | tail -n 1)
+  if [[ $summary =~ ([0-9]+)\ tests?\ failed\ out\ of\ ([0-9]+) ]]; then
+    failed=$((failed + BASH_REMATCH[1]))
+    passed=$((passed + BASH_REMATCH[2] - BASH_REMATCH[1]))
+  else
+    echo "CTest gave no summary for $1."
+    failed=$((failed + 1))
+  fi
+}
+# Only the servers that the tests have started.
+StopWine() {
+  local prefix
+  for prefix in build/wine build/win32/wine-golden build/win64/wine-golden; do
+    BXVBWIZ_WINEPREFIX=$PWD/$prefix scripts/wine.sh --stop 2>/dev/null
+  done
+}
+trap StopWine EXIT
 
-scripts/install.sh build tests || { failed=1; Finish; }
+scripts/install.sh build tests windows || { failed=1; Finish; }
 Check "The check of the floors" scripts/check_floors.sh
 Check "The check of the format" scripts/format.sh --check
 
-echo "Building with the sanitizers (build/asan) ..."
-if ! Build >build/build.log 2>&1; then
-  grep -E -B 1 -A 6 '^FAILED|error:|Error' build/build.log | head -n 80
-  echo "The build failed; all of its output is in build/build.log."
-  failed=$((failed + 1))
-  Finish
-fi
-
-# What passed is counted only; what did not is shown as it ends.
-ctest --test-dir build/asan --parallel 2 --output-on-failure --timeout 120 --no-tests=error 2>&1 </dev/null | tee -a "$log" |
-  grep --line-buffered -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed |^Internal ctest|^Test project |^$|tests passed, '
-summary=$(grep -E '^[0-9]+% tests passed, ' "$log" | tail -n 1)
-if [[ $summary =~ ([0-9]+)\ tests?\ failed\ out\ of\ ([0-9]+) ]]; then
-  failed=$((failed + BASH_REMATCH[1]))
-  passed=$((passed + BASH_REMATCH[2] - BASH_REMATCH[1]))
+Build asan
+Test asan
+Build win32
+if [ -x /usr/lib/wine/wine ]; then
+  Test win32
 else
-  echo "CTest gave no summary."
-  failed=$((failed + 1))
+  echo "There is no 32-bit Wine here: the 32-bit programs were built and not run."
 fi
+Build win64
+Test win64
 Finish

@@ -7,6 +7,9 @@ HasProgram() { command -v "$1" >/dev/null 2>&1; }
 # The compiler finds the header.
 HasHeader() { HasProgram g++ && echo "#include <$1>" | g++ -std=c++17 -E -x c++ - >/dev/null 2>&1; }
 
+wantsWine32=no
+HasWine32() { [ -x /usr/lib/wine/wine ]; }
+
 missing=()
 Need() {  # Need PACKAGE TEST...
   local package=$1
@@ -37,6 +40,21 @@ for purpose in "${@:-build}"; do
       Need openbox HasProgram openbox
       Need imagemagick HasProgram import
       ;;
+    windows)
+      Need g++-mingw-w64-i686-posix HasProgram i686-w64-mingw32-g++-posix
+      Need g++-mingw-w64-x86-64-posix HasProgram x86_64-w64-mingw32-g++-posix
+      Need mingw-w64-tools HasProgram x86_64-w64-mingw32-widl
+      Need fp-utils HasProgram chmcmd
+      Need googletest test -f /usr/src/googletest/googletest/CMakeLists.txt
+      Need wine HasProgram wine
+      Need wine64 test -e /usr/lib/wine/wine64
+      Need fonts-liberation test -d /usr/share/fonts/truetype/liberation
+      Need locales test -f /usr/share/i18n/locales/ja_JP
+      Need xvfb HasProgram Xvfb
+      Need openbox HasProgram openbox
+      Need imagemagick HasProgram import
+      wantsWine32=yes
+      ;;
     bench)
       Need time test -x /usr/bin/time
       Need libbenchmark-dev HasHeader benchmark/benchmark.h
@@ -47,9 +65,9 @@ for purpose in "${@:-build}"; do
       ;;
   esac
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
+HasWine32 && wantsWine32=no
+[ ${#missing[@]} -gt 0 ] || [ "$wantsWine32" = yes ] || exit 0
 
-echo "Installing: ${missing[*]}"
 if ! HasProgram apt-get; then
   echo "install.sh: this system has no apt-get; install by hand what these Debian packages hold: ${missing[*]}" >&2
   exit 1
@@ -66,5 +84,31 @@ export DEBIAN_FRONTEND=noninteractive
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 Quietly() { "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive "$@" >"$log" 2>&1 </dev/null || { cat "$log" >&2; exit 1; }; }
-Quietly apt-get update
-Quietly apt-get install --yes --no-upgrade --no-install-recommends "${missing[@]}"
+Install() { "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get "$@" >"$log" 2>&1 </dev/null; }
+
+# The 32-bit Wine comes from the other architecture's archive. Where that is out of step with this one's (or
+# does not load whole), the release's own archive has both alike.
+InstallWine32() {
+  "${asRoot[@]}" dpkg --add-architecture i386 || return
+  Install update || true
+  Install install --yes --no-remove --no-install-recommends wine32:i386 && return
+  local pin
+  pin=$(mktemp)
+  printf 'Package: *\nPin: release n=%s\nPin-Priority: 1001\n' "$(. /etc/os-release && echo "$VERSION_CODENAME")" >"$pin"
+  chmod a+r "$pin"
+  Install install -o "Dir::Etc::Preferences=$pin" --yes --allow-downgrades --no-remove --no-install-recommends \
+    wine wine64 wine32:i386
+  local code=$?
+  rm -f "$pin"
+  return $code
+}
+
+if [ ${#missing[@]} -gt 0 ]; then
+  echo "Installing: ${missing[*]}"
+  Quietly apt-get update
+  Quietly apt-get install --yes --no-upgrade --no-install-recommends "${missing[@]}"
+fi
+if [ "$wantsWine32" = yes ]; then
+  echo "Installing: wine32:i386"
+  InstallWine32 || echo "The 32-bit Wine cannot be installed here: only the 64-bit programs will be tested."
+fi
