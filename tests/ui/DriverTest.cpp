@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <windows.h>
+// after windows.h
+#include <commctrl.h>
+
 #include <algorithm>
 
 #include "setupgen/TreeNode.h"
@@ -118,6 +122,7 @@ TEST_F(WizardWindows, StayOnTheWelcomePageWhenTheFileIsWrong) {
   driver.WaitForPanel(kPanelWelcome);
   driver.SetText(kIdProjectFile, "");
   EXPECT_FALSE(driver.Enabled(kIdNext));
+  driver.Key(VK_RETURN);  // presses nothing
   driver.SetText(kIdProjectFile, kProject);
   Analyse(driver);
   driver.WaitForPanel(kPanelInformation);
@@ -281,6 +286,15 @@ TEST_F(WizardWindows, FollowTheKeyboard) {
   driver.WaitUntil("the version box", [&] { return driver.Focus() == kIdApplicationVersion; });
   driver.AccessKey('b');
   driver.WaitForPanel(kPanelWelcome);
+}
+
+// They are made when the mouse comes over the form.
+TEST_F(WizardWindows, HaveToolTipsForTheBoxesAndButtonsOfThePage) {
+  WizardDriver& driver = Start();
+  SendMessageW(driver.Window(), WM_SETCURSOR, reinterpret_cast<WPARAM>(driver.Window()), HTCLIENT);
+  const HWND tips = FindWindowW(TOOLTIPS_CLASSW, nullptr);
+  ASSERT_EQ(GetWindow(tips, GW_OWNER), driver.Window());
+  EXPECT_EQ(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0), 3);
 }
 
 // A program without its help file beside it: the system says so.

@@ -180,6 +180,12 @@ void ControlWindow::Take() {
   box.selectionLength = Characters(text, end) - box.selectionStart;
 }
 
+void ControlWindow::TakeChoice() {
+  auto& box = *static_cast<ComboBox*>(laid_.control);
+  const auto chosen = static_cast<std::size_t>(SendMessageW(window_, CB_GETCURSEL, 0, 0));
+  if (chosen < box.items.size()) box.text = box.items[chosen];
+}
+
 void ControlWindow::ShowSelection() const {
   if (laid_.kind != Kind::TextBox) return;
   const auto& box = *static_cast<const TextBox*>(laid_.control);

@@ -24,6 +24,8 @@ class ControlWindow {
   bool Show();
   // What the user did, from the window to the control: text, selection, state.
   void Take();
+  // The item that the user chose from a combo box, whose text follows only later.
+  void TakeChoice();
   // The selection, from the control to the window.
   void ShowSelection() const;
 

@@ -152,8 +152,10 @@ Pixel Sample(const Picture& picture, COLORREF ground, int size, int column, int 
   constexpr double kWeight = 1.0 / (kSamples * kSamples);
   Pixel pixel;
   for (int sample = 0; sample < kSamples * kSamples; ++sample) {
-    const Point point{(column + (sample % kSamples + 0.5) / kSamples) * kGrid / size,
-                      (row + (sample / kSamples + 0.5) / kSamples) * kGrid / size};
+    const int across = column * kSamples + sample % kSamples;
+    const int down = row * kSamples + sample / kSamples;
+    const double unit = kGrid / (size * kSamples);
+    const Point point{(across + 0.5) * unit, (down + 0.5) * unit};
     const auto shape = std::find_if(picture.rbegin(), picture.rend(),
                                     [&point](const Shape& candidate) { return Contains(candidate, point); });
     const COLORREF color = shape == picture.rend() ? ground : shape->color;

@@ -47,7 +47,6 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
                                           DWORD_PTR self);
   INT_PTR Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   void Command(int id, int code);
-  void Take(int id);
 
   void Make(HWND owner);
   HWND MakeDialog(HWND parent, DWORD style, DWORD extendedStyle);

@@ -2,7 +2,8 @@
 // after windows.h
 #include <commctrl.h>
 
-#include "platform/win32/WideText.h"
+#include <algorithm>
+
 #include "ui/win32/ControlIds.h"
 #include "ui/win32/Events.h"
 #include "ui/win32/WizardWindow.h"
@@ -65,39 +66,26 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
 }
 
 void WizardWindow::Command(int id, int code) {
-  switch (code) {
-    case CBN_EDITCHANGE:
-      if (id == kIdApplicationType) Take(id);
+  const auto found = std::find_if(controls_.begin(), controls_.end(),
+                                  [id](const auto& control) { return control->Id() == id; });
+  // Enter presses the default button even while it is disabled.
+  if (found == controls_.end() || (*found)->Shown() == nullptr || !(*found)->Shown()->enabled) return;
+  ControlWindow& control = **found;
+  switch (control.Kind()) {
+    case ControlKind::ComboBox:
+      if (code == CBN_EDITCHANGE) control.Take();
+      if (code == CBN_SELCHANGE) control.TakeChoice();
       return;
-    case EN_CHANGE:
-      Take(id);
+    case ControlKind::TextBox:
+      if (code != EN_CHANGE) return;
+      control.Take();
       return ForwardChange(*form_, id);
-    case CBN_SELCHANGE: {  // the same number as BN_SETFOCUS and so on of other kinds, which are not asked for
-      if (id == kIdApplicationType) {
-        const HWND list = GetDlgItem(frames_[kPanelInformation].Get(), id);
-        const auto chosen = static_cast<std::size_t>(SendMessageW(list, CB_GETCURSEL, 0, 0));
-        if (chosen < form_->cboApplicationType.items.size()) {
-          form_->cboApplicationType.text = form_->cboApplicationType.items[chosen];
-        }
-        return;
-      }
+    case ControlKind::CheckBox:
+      if (code == BN_CLICKED) control.Take();
       return;
-    }
-    case BN_CLICKED:
-      Take(id);
-      return ForwardClick(*form_, id);
     default:
-      return;
-  }
-}
-
-void WizardWindow::Take(int id) {
-  for (const auto& control : controls_) {
-    // The form itself changes its option buttons.
-    if (control->Id() == id && control->Kind() != ControlKind::OptionButton &&
-        control->Kind() != ControlKind::FirstOptionButton) {
-      control->Take();
-    }
+      // The form itself changes its option buttons.
+      if (code == BN_CLICKED) ForwardClick(*form_, id);
   }
 }
 
@@ -108,7 +96,9 @@ LRESULT CALLBACK WizardWindow::TextBoxProcedure(HWND box, UINT message, WPARAM w
   if (message == WM_CHAR && window->form_ != nullptr && FollowsKeyPress(number)) {
     try {
       const auto keep = window->shared_from_this();
-      window->Take(number);
+      for (const auto& control : window->controls_) {
+        if (control->Id() == number) control->Take();
+      }
       // Half of a pair is no character that anybody refuses.
       auto character = static_cast<char32_t>(wParam);
       ForwardKeyPress(*window->form_, number, character);
