@@ -156,8 +156,9 @@ class Drive {
 
   void Answer(unsigned number) {
     const auto given = arguments_.answers.find(number);
-    // Nobody answered an unexpected error: the wizard ends.
-    driver_.Answer(given != arguments_.answers.end() ? given->second : number == 2 ? IDCANCEL : IDOK);
+    if (given != arguments_.answers.end()) return driver_.Answer(given->second);
+    // What bxvbwiz cannot answer ends the wizard.
+    driver_.Answer(number == 2 ? IDCANCEL : number == 1091 ? IDNO : IDOK);
   }
 
   // After these messages the page stays.
