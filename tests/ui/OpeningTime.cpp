@@ -88,6 +88,7 @@ void OpenWizard(TestMachine& machine) {
     return made;
   });
   Application app(component);
+  component.Form()->Form_Activate();
   view->ShowModal();
 }
 

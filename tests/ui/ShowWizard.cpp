@@ -72,6 +72,7 @@ void Show(const Options& options, Machine& machine) {
     component.Form()->HidePanel(kPanelWelcome);
     component.Form()->ShowPanel(options.panel);
   }
+  component.Form()->Form_Activate();
   view->ShowModal();
   std::cout << "StillExecuting=" << app.StillExecuting() << "\nReturnCode=" << app.ReturnCode()
             << "\nProjectFile=" << app.ProjectFile() << '\n';

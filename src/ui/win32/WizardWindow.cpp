@@ -303,7 +303,6 @@ void WizardWindow::RunModal() {
   const DisabledOwner disabled(owner);
   Refresh();
   MoveToMiddle(owner);
-  if (form_ != nullptr) form_->Form_Activate();
   if (form_ != nullptr) {
     ShowWindow(window_.Get(), SW_SHOW);
     MoveFocus();
