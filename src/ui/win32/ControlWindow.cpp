@@ -94,20 +94,32 @@ std::string TextOf(HWND window) {
   return Narrow(WideTextOf(window));
 }
 
+// It is made as it is to be shown: a change afterwards would cost much of the opening.
 ControlWindow::ControlWindow(const LaidControl& laid, HWND parent, const FormFont& font, HINSTANCE module)
     : laid_(laid) {
   const WindowKind kind = WindowKindOf(laid.kind);
   const RECT place = font.Pixels(laid.place);
   // A line is as thin as its edge on every screen.
   const int height = laid.kind == Kind::Line ? 2 : place.bottom - place.top;
-  window_ = CreateWindowExW(kind.extendedStyle, kind.className, L"", WS_CHILD | kind.style, place.left,
-                            place.top, place.right - place.left, height, parent,
+  DWORD state = 0;
+  std::wstring text;
+  if (laid.control == nullptr) {
+    state = WS_VISIBLE;
+  } else {
+    state = (IsVisible() ? WS_VISIBLE : 0) | (laid.control->enabled ? 0 : WS_DISABLED);
+    if (HasText(laid.kind)) text = Widen(laid.control->text);
+  }
+  window_ = CreateWindowExW(kind.extendedStyle, kind.className, text.c_str(), WS_CHILD | kind.style | state,
+                            place.left, place.top, place.right - place.left, height, parent,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(laid.id)), module, nullptr);
   if (window_ == nullptr) {
     throw RuntimeError(kErrorObjectNotSet, "Cannot make the window of control " + std::to_string(laid.id));
   }
   SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
-  if (laid.kind == Kind::Line) ShowWindow(window_, SW_SHOWNA);
+}
+
+bool ControlWindow::IsVisible() const {
+  return laid_.control->visible && (laid_.frame == nullptr || laid_.frame->visible);
 }
 
 bool ControlWindow::Show() {
@@ -121,7 +133,7 @@ bool ControlWindow::Show() {
 bool ControlWindow::ShowState() {
   const Control& control = *laid_.control;
   const LONG style = GetWindowLongW(window_, GWL_STYLE);
-  const bool visible = control.visible && (laid_.frame == nullptr || laid_.frame->visible);
+  const bool visible = IsVisible();
   const bool isVisible = (style & WS_VISIBLE) != 0;
   if (visible != isVisible) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
   const bool isEnabled = (style & WS_DISABLED) == 0;

@@ -30,6 +30,7 @@ class ControlWindow {
   void ShowSelection() const;
 
  private:
+  bool IsVisible() const;
   bool ShowState();
   bool ShowText();
   bool ShowItems();
