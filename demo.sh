@@ -32,7 +32,7 @@ demo/lay_out.sh $machine $bin >build/demo.log
 project='C:\Projects\OrderDesk\OrderDesk.vbp'
 
 if [ "$mode" = --window ]; then
-  scripts/install.sh windows pictures
+  scripts/install.sh windows
   Build win32 showwizard drivewizard
   if [ -z "${DISPLAY:-}" ]; then
     echo "There is no display, so pictures are taken."

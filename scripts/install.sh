@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing for: build, tests, windows, pictures, bench (any of them as arguments; default build).
+# Installs what is missing for: build, tests, windows, bench (any of them as arguments; default build).
 # What is there is left alone: each need is looked for by what it gives, not by its package, and nothing is upgraded.
 set -euo pipefail
 
@@ -32,16 +32,6 @@ for purpose in "${@:-build}"; do
       ;;
     windows)
       Need g++-mingw-w64-i686-posix HasProgram i686-w64-mingw32-g++-posix
-      Need wine HasProgram wine
-      Need fonts-liberation test -d /usr/share/fonts/truetype/liberation
-      ;;
-    pictures)
-      Need xvfb HasProgram Xvfb
-      Need openbox HasProgram openbox
-      Need imagemagick HasProgram import
-      ;;
-    windows)
-      Need g++-mingw-w64-i686-posix HasProgram i686-w64-mingw32-g++-posix
       Need g++-mingw-w64-x86-64-posix HasProgram x86_64-w64-mingw32-g++-posix
       Need mingw-w64-tools HasProgram x86_64-w64-mingw32-widl
       Need fp-utils HasProgram chmcmd
@@ -60,7 +50,7 @@ for purpose in "${@:-build}"; do
       Need libbenchmark-dev HasHeader benchmark/benchmark.h
       ;;
     *)
-      echo "install.sh: unknown purpose '$purpose'; there are build, tests, windows, pictures and bench" >&2
+      echo "install.sh: unknown purpose '$purpose'; there are build, tests, windows and bench" >&2
       exit 2
       ;;
   esac

@@ -81,15 +81,10 @@ void OpenEmptyDialog() {
 }
 
 void OpenWizard(TestMachine& machine) {
-  FormView* view = nullptr;
-  Component component(machine.platform(), StartMode::Automation, "", [&view](frmMain& form) {
-    std::unique_ptr<FormView> made = MakeWin32View(form, GetModuleHandleW(nullptr));
-    view = made.get();
-    return made;
-  });
+  Component component(machine.platform(), StartMode::Automation, "",
+                      [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
   Application app(component);
-  component.Form()->Form_Activate();
-  view->ShowModal();
+  app.Run();
 }
 
 double Median(std::vector<double> values) {

@@ -56,12 +56,8 @@ Options ReadOptions() {
 }
 
 void Show(const Options& options, Machine& machine) {
-  FormView* view = nullptr;
-  Component component(machine.platform(), StartMode::Automation, "", [&view](frmMain& form) {
-    std::unique_ptr<FormView> made = MakeWin32View(form, GetModuleHandleW(nullptr));
-    view = made.get();
-    return made;
-  });
+  Component component(machine.platform(), StartMode::Automation, "",
+                      [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
   const SessionScope scope(component.session());
   component.SubMain();
   Application app(component);
@@ -72,8 +68,7 @@ void Show(const Options& options, Machine& machine) {
     component.Form()->HidePanel(kPanelWelcome);
     component.Form()->ShowPanel(options.panel);
   }
-  component.Form()->Form_Activate();
-  view->ShowModal();
+  app.Run();
   std::cout << "StillExecuting=" << app.StillExecuting() << "\nReturnCode=" << app.ReturnCode()
             << "\nProjectFile=" << app.ProjectFile() << '\n';
 }

@@ -244,10 +244,14 @@ void WizardDriver::Type(int id, const std::string& characters) {
   for (const wchar_t character : Widen(characters)) PostMessageW(Find(id), WM_CHAR, character, 1);
 }
 
+// A window that was just shown has no focus yet.
 void WizardDriver::Key(int virtualKey) {
   GUITHREADINFO info{};
   info.cbSize = sizeof(info);
-  GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
+  WaitUntil("the focus", [&] {
+    GetGUIThreadInfo(GetWindowThreadProcessId(window_, nullptr), &info);
+    return info.hwndFocus != nullptr;
+  });
   PostMessageW(info.hwndFocus, WM_KEYDOWN, static_cast<WPARAM>(virtualKey), 1);
 }
 
