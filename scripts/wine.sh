@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Runs a Windows program under Wine, in a prefix of its own in the build tree that is made when it is missing.
-# usage: wine.sh PROGRAM [ARGUMENT]...   the program's exit code is given
+# usage: wine.sh [--whole] PROGRAM [ARGUMENT]...   the program's exit code is given
 #        wine.sh --stop                  ends the prefix's Wine server
+# With --whole its output is given when it has ended: Wine's own services, which outlive it, would hold a pipe open.
 # BXVBWIZ_WINEPREFIX names another prefix. Without a display of its own (BXVBWIZ_DISPLAY) no window is shown.
 set -euo pipefail
 repository=$(cd "$(dirname "$0")/.." && pwd)
@@ -32,4 +33,11 @@ MakePrefix() {
 # Stays a while after the last program, so that the next one starts fast; and belongs to none of them, so that
 # nobody who waits for a program's output waits for the server.
 wineserver -p60 </dev/null >/dev/null 2>&1 || true
-exec wine "$@"
+if [ "${1:-}" != --whole ]; then exec wine "$@"; fi
+shift
+output=$(mktemp)
+trap 'rm -f "$output"' EXIT
+code=0
+wine "$@" >"$output" 2>&1 </dev/null || code=$?
+cat "$output"
+exit "$code"

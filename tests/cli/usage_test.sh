@@ -2,7 +2,8 @@
 # Runs bxvbwiz and checks exit codes, messages and that nothing is written where nothing may be.
 # usage: usage_test.sh BXVBWIZ MAKEPE
 set -uo pipefail
-bxvbwiz=$1
+run=("$1")
+[[ $1 != *.exe ]] || run=("$(cd "$(dirname "$0")/../.." && pwd)/scripts/wine.sh" "$1")
 makepe=$2
 unset BXVBWIZ_MACHINE
 work=$(mktemp -d)
@@ -19,7 +20,7 @@ Fail() {
 Expect() {
   local rule=$1 code=$2 text=$3 actual=0
   shift 3
-  timeout 30 "$bxvbwiz" "$@" >output 2>messages </dev/null || actual=$?
+  timeout 30 "${run[@]}" "$@" >output 2>messages </dev/null || actual=$?
   [ "$actual" -eq "$code" ] || Fail "$rule: exit code $actual instead of $code"
   grep -qF -- "$text" output messages || Fail "$rule: \"$text\" is missing in: $(cat output messages)"
 }
@@ -78,8 +79,8 @@ Expect "a refused application name" 2 "illegal" generate "$project" --app-name '
 Expect "a refused application name without the page" 2 "illegal" generate "$project" --app-name 'Desk: 2' --skip-info
 Expect "a refused company" 2 "illegal" generate "$project" --company 'A/B' --skip-info
 Expect "a name of the project that is refused is no wrong usage" 1 "--app-name" generate 'C:\Src\Reserved.vbp'
-[ "$("$bxvbwiz" analyse "$project" --quiet 2>/dev/null | wc -c)" -eq 0 ] || Fail "--quiet leaves standard output empty"
-"$bxvbwiz" analyse "$project" >/dev/full 2>/dev/null && Fail "output that cannot be written is a failure"
+[ "$("${run[@]}" analyse "$project" --quiet 2>/dev/null | wc -c)" -eq 0 ] || Fail "--quiet leaves standard output empty"
+"${run[@]}" analyse "$project" >/dev/full 2>/dev/null && Fail "output that cannot be written is a failure"
 Unchanged "nothing is written by an analysis or a refused run"
 
 # ---- a run that goes on failing
