@@ -147,7 +147,7 @@ TEST_F(FileGroupTest, ADestinationWithoutSymbolGetsAScriptDefinedVariable) {
 
 TEST_F(FileGroupTest, EachFurtherFileCostsTheSameFewCalls) {
   const auto callsFor = [&](int first, int last) {
-    run().profiles.calls = run().files.lookUps = 0;
+    run().profiles.calls = run().files.lookUps = run().registry.opened = 0;
     for (int number = first; number < last; ++number)
       EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, File("f" + std::to_string(number))));
     return run().profiles.calls;
@@ -156,6 +156,7 @@ TEST_F(FileGroupTest, EachFurtherFileCostsTheSameFewCalls) {
   EXPECT_EQ(callsFor(10, 20), 30);  // one writes, one reads it back, one finds the list's end
   EXPECT_EQ(callsFor(20, 420), 1200);
   EXPECT_EQ(run().files.lookUps, 0);
+  EXPECT_EQ(run().registry.opened, 0);
 }
 
 TEST_F(FileGroupTest, AFailureIsLoggedWithTheStackAndReported) {
