@@ -79,6 +79,11 @@ Expect "a refused application name" 2 "illegal" generate "$project" --app-name '
 Expect "a refused application name without the page" 2 "illegal" generate "$project" --app-name 'Desk: 2' --skip-info
 Expect "a refused company" 2 "illegal" generate "$project" --company 'A/B' --skip-info
 Expect "a name of the project that is refused is no wrong usage" 1 "--app-name" generate 'C:\Src\Reserved.vbp'
+Expect "a capture needs a place" 2 "--to" capture "$project"
+Expect "a capture fills no folder that is in use" 2 "no empty folder" capture "$project" --to before
+Expect "a capture of nothing says that it is incomplete" 3 "captured0 is incomplete" capture 'C:\none.vbp' --to captured0
+Expect "a capture says how it is used" 0 'generate "C:\Src\Demo.vbp" --machine captured1' capture "$project" --to captured1
+Expect "a captured machine gives the same" 0 "1 thing is left to do." analyse 'C:\Src\Demo.vbp' --machine captured1
 [ "$("${run[@]}" analyse "$project" --quiet 2>/dev/null | wc -c)" -eq 0 ] || Fail "--quiet leaves standard output empty"
 "${run[@]}" analyse "$project" >/dev/full 2>/dev/null && Fail "output that cannot be written is a failure"
 Unchanged "nothing is written by an analysis or a refused run"
