@@ -182,12 +182,17 @@ SystemError ReplaceContent(const std::string& path, std::string_view bytes, cons
 }
 
 SystemError AppendContent(const std::string& path, std::string_view bytes) {
-  const OwnedHandle file(CreateFileW(SystemPath(path).c_str(), FILE_APPEND_DATA | FILE_READ_ATTRIBUTES,
+  const OwnedHandle file(CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
                                      kShareAll, nullptr, OPEN_ALWAYS,
                                      FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
   if (!file.Valid()) return LastError();
   if (StatusOfHandle(file.Get()).kind != FileKind::File) return SystemError::AccessDenied;
-  return WriteAll(file.Get(), bytes);
+  LARGE_INTEGER end = {};
+  if (SetFilePointerEx(file.Get(), {}, &end, FILE_END) == FALSE) return LastError();
+  const SystemError error = WriteAll(file.Get(), bytes);
+  if (error != SystemError::Success && SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) != FALSE)
+    SetEndOfFile(file.Get());  // half of a text would be read as a whole one
+  return error;
 }
 
 SystemError Rename(const std::string& from, const std::string& to) {
