@@ -40,12 +40,8 @@ STDMETHODIMP ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** obj
 }
 
 STDMETHODIMP ClassFactory::LockServer(BOOL lock) {
-  try {
-    Server::Lock(lock != FALSE);
-    return S_OK;
-  } catch (...) {
-    return server_->TakeException("BX6VBWiz", IID_IClassFactory);
-  }
+  LockModule(lock != FALSE);
+  return S_OK;
 }
 
 }  // namespace bxvbwiz

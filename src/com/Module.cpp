@@ -11,6 +11,7 @@ namespace bxvbwiz {
 namespace {
 
 std::atomic<long> uses{0};
+std::atomic<long> locks{0};
 
 // Of a path with the prefix "\\?\" (UNICODE_STRING of ntdef.h).
 constexpr DWORD kLongestPath = 32767;
@@ -42,7 +43,18 @@ void StayLoaded() noexcept {
 }
 
 bool ModuleIsInUse() {
-  return uses != 0;
+  return uses != 0 || locks != 0;
+}
+
+void LockModule(bool lock) noexcept {
+  if (lock) {
+    ++locks;
+    return;
+  }
+  long held = locks;
+  while (held > 0 && !locks.compare_exchange_weak(held, held - 1)) {
+    // Another thread locked or unlocked meanwhile; `held` is what there is now.
+  }
 }
 
 ModuleUse::ModuleUse() {

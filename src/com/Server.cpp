@@ -11,8 +11,8 @@
 namespace bxvbwiz {
 namespace {
 
-// Not owned: the objects and locks of the thread own it.
-thread_local Server* serverOfThread = nullptr;
+// Not owned: the objects and factories that the thread made own it, and another thread may let the last go.
+thread_local std::weak_ptr<Server> serverOfThread;
 
 // Buttons of a message box sit in the low four bits of its style.
 constexpr int kButtonsOfStyle = 15;
@@ -38,33 +38,17 @@ void UserWithoutForm::BeginCall() {
 }
 
 std::shared_ptr<Server> Server::OfThisThread() {
-  if (serverOfThread != nullptr) return serverOfThread->shared_from_this();
+  if (std::shared_ptr<Server> known = serverOfThread.lock()) return known;
   auto server = std::make_shared<Server>();
-  serverOfThread = server.get();
+  serverOfThread = server;
   server->component_.SubMain();
   server->logMonitor_ = MakeLogMonitor(server->component_.session());
   return server;
 }
 
-void Server::Lock(bool lock) {
-  if (lock) {
-    const std::shared_ptr<Server> server = OfThisThread();
-    ++server->locks_;
-    server->keptByLock_ = server;
-    return;
-  }
-  Server* const server = serverOfThread;
-  if (server == nullptr || server->locks_ == 0 || --server->locks_ > 0) return;
-  const std::shared_ptr<Server> released = std::move(server->keptByLock_);
-}
-
 Server::Server()
     : platform_(ThisModule()), component_(platform_.platform(), StartMode::Automation, "", &MakeWizardView) {
   component_.SetUserWithoutForm(&user_);
-}
-
-Server::~Server() {
-  if (serverOfThread == this) serverOfThread = nullptr;
 }
 
 bool Server::IdOrder::operator()(const GUID& left, const GUID& right) const {

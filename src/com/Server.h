@@ -31,17 +31,15 @@ class UserWithoutForm : public User {
   bool retried_ = false;
 };
 
-// What lives while an object or a lock of one thread does: the component with its session, and the type
+// What lives while an object or a factory of one thread does: the component with its session, and the type
 // library. Each thread has its own, so that no call meets another's.
-class Server : public std::enable_shared_from_this<Server> {
+class Server {
  public:
   // The calling thread's, made when there is none. Throws what its start fails with.
   static std::shared_ptr<Server> OfThisThread();
-  // LockServer: keeps the calling thread's server. An unlock without a lock does nothing.
-  static void Lock(bool lock);
 
   Server();
-  ~Server();
+  ~Server() = default;
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
 
@@ -67,8 +65,6 @@ class Server : public std::enable_shared_from_this<Server> {
   ComPtr<IDispatch> logMonitor_;
   ComPtr<ITypeLib> typeLibrary_;
   std::map<GUID, ComPtr<ITypeInfo>, IdOrder> typeInfos_;
-  int locks_ = 0;
-  std::shared_ptr<Server> keptByLock_;
 };
 
 }  // namespace bxvbwiz

@@ -5,6 +5,8 @@
 #include <psapi.h>
 
 #include <fstream>
+#include <functional>
+#include <thread>
 
 namespace bxvbwiz {
 namespace {
@@ -57,20 +59,27 @@ TEST_F(ServerTest, FactoriesRefuseAggregationAndUnknownClasses) {
   EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStream, &object), E_NOINTERFACE);
 }
 
-TEST_F(ServerTest, IsInUseWhileAnObjectOrALockLives) {
+TEST_F(ServerTest, IsInUseWhileAFactoryAnObjectOrALockOfAnyThreadLives) {
+  const auto onAnotherThread = [](const std::function<void()>& work) { std::thread(work).join(); };
+  const auto factory = [this] {
+    ComPtr<IClassFactory> made;
+    EXPECT_EQ(server_.ClassObject(CLSID_CFileGroups, IID_IClassFactory, made.ReceiveVoid()), S_OK);
+    return made;
+  };
   EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_OK);
-  ComPtr<IClassFactory> factory;
-  server_.ClassObject(CLSID_CFileGroups, IID_IClassFactory, factory.ReceiveVoid());
+  ComPtr<IClassFactory> held = factory();
   EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_FALSE);
-  EXPECT_EQ(factory->LockServer(TRUE), S_OK);
-  const ComPtr<IClassFactory> kept = std::move(factory);
-  EXPECT_EQ(kept->LockServer(FALSE), S_OK);
-  EXPECT_EQ(kept->LockServer(TRUE), S_OK);
-  factory = ComPtr<IClassFactory>();
+  EXPECT_EQ(held->LockServer(TRUE), S_OK);
+  onAnotherThread([&] { held = ComPtr<IClassFactory>(); });
+  EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_FALSE) << "locked";
+  onAnotherThread([&] { EXPECT_EQ(factory()->LockServer(FALSE), S_OK); });
+  EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_OK);
+  EXPECT_EQ(factory()->LockServer(FALSE), S_OK) << "one too many";
   ComPtr<IDispatch> object = Create(L"BX6VBWiz.CSystemInfo");
-  object = ComPtr<IDispatch>();
+  EXPECT_EQ(Call(object.Get(), L"WinDir").code, S_OK) << "the thread's server is a new one";
   EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_FALSE);
-  EXPECT_EQ(kept->LockServer(FALSE), S_OK);
+  object = ComPtr<IDispatch>();
+  EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_OK);
 }
 
 TEST_F(ServerTest, TenThousandObjectsLeaveNothing) {
