@@ -41,8 +41,8 @@ std::shared_ptr<Server> Server::OfThisThread() {
   if (std::shared_ptr<Server> known = serverOfThread.lock()) return known;
   auto server = std::make_shared<Server>();
   serverOfThread = server;
-  server->component_.SubMain();
-  server->logMonitor_ = MakeLogMonitor(server->component_.session());
+  server->component_.SubMain(
+      [&server] { server->logMonitor_ = MakeLogMonitor(server->component_.session()); });
   return server;
 }
 

@@ -37,11 +37,12 @@ void Component::HoldBuildLog(const std::string& path) {
   buildLog_ = platform_.files.Open(path, kGenericRead, kShareRead, kOpenExisting, kAttributeNormal);
 }
 
-void Component::SubMain() {
+void Component::SubMain(const std::function<void()>& afterLogging) {
   const SessionScope scope(session_);
   {
     const CallStackEntry entry("Sub Main");
     session_.log.Init();
+    if (afterLogging) afterLogging();
     if (session_.startMode() != StartMode::StandAlone) return;
     gApplication = std::make_shared<Application>(*this);
   }
@@ -75,13 +76,18 @@ void Component::SetUser(User* user) {
 
 frmMain& Component::LoadForm(AutomationObject& app) {
   if (form_ == nullptr) {
-    form_ = std::make_unique<frmMain>(session_, global_, platform_, *this);
-    driver_ = std::make_unique<PageDriver>(*this, *form_);
-    view_ = viewFactory_(*form_);
-    form_->Attach(*view_, *driver_);
-    SetUser(form_.get());
-    form_->App = &app;
-    form_->Form_Load();
+    try {
+      form_ = std::make_unique<frmMain>(session_, global_, platform_, *this);
+      driver_ = std::make_unique<PageDriver>(*this, *form_);
+      view_ = viewFactory_(*form_);
+      form_->Attach(*view_, *driver_);
+      SetUser(form_.get());
+      form_->App = &app;
+      form_->Form_Load();
+    } catch (...) {
+      UnloadForm();
+      throw;
+    }
   }
   if (!showing_) form_->App = &app;
   return *form_;
