@@ -10,18 +10,28 @@ namespace {
 
 constexpr unsigned kTitle = 1016;
 
-// The stand-alone start. `options` is the command line behind the program's name.
+// The results of a wizard that nobody ended say that it was cancelled.
+void CancelLeftWizard(Component& component) {
+  if (component.gApplication != nullptr) component.gApplication->SetReturnCode(0);
+  if (component.Form() != nullptr) component.Form()->cmdCancel_Click();
+}
+
+// The stand-alone start. `options` is the command line behind the program's name. Throws what kept the wizard
+// from being shown.
 void RunStandAlone(const std::wstring& options) {
   Win32Platform platform(ThisModule());
   Component component(platform.platform(), StartMode::StandAlone, Narrow(options), &MakeWizardView);
+  ComPtr<IDispatch> logMonitor;
   try {
-    component.SubMain();
+    component.SubMain([&] { logMonitor = MakeLogMonitor(component.session()); });
   } catch (const WizardEnded&) {
     // Whoever ended the wizard has said why.
+  } catch (...) {
+    CancelLeftWizard(component);
+    throw;
   }
   if (component.Form() == nullptr) return;
-  // The wizard was not shown, so nobody ended it.
-  component.Form()->cmdCancel_Click();
+  CancelLeftWizard(component);
   throw RuntimeError(kErrorInvalidCall, "There is no window to show the wizard in");
 }
 

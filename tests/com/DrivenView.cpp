@@ -1,6 +1,8 @@
 // The form without a window: a test drives it. The letters of BXVBWIZ_KEYS are pressed once it is shown, and
-// others arrive as WM_APP messages of the message-only window "BxvbwizDriven".
+// others arrive as WM_APP messages of the message-only window "BxvbwizDriven". "x" alone: it cannot be shown.
 #include <windows.h>
+
+#include <stdexcept>
 
 #include "com/WizardView.h"
 #include "ui/frmMain.h"
@@ -15,15 +17,16 @@ class DrivenView : public FormView {
   explicit DrivenView(frmMain& form) : form_(form) {}
 
   void ShowModal() override {
+    char keys[32] = "";
+    GetEnvironmentVariableA("BXVBWIZ_KEYS", keys, sizeof keys);
+    keys_ = keys;
+    if (keys_ == "x") throw std::runtime_error("This view cannot be shown");
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = &Receive;
     windowClass.lpszClassName = kWindowClass;
     RegisterClassW(&windowClass);
     HWND window = CreateWindowW(kWindowClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    char keys[32] = "";
-    GetEnvironmentVariableA("BXVBWIZ_KEYS", keys, sizeof keys);
-    keys_ = keys;
     PressNext(window);
     MSG message;
     while (!unloaded_ && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);

@@ -64,7 +64,7 @@ Called Call(IDispatch* object, const std::wstring& member, std::vector<VARIANT> 
 std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring& name = L"");
 void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text);
 
-// Starts a program and gives its exit code.
+// Starts a program and gives its exit code. Its message boxes are answered with OK.
 DWORD RunProgram(std::wstring commandLine);
 
 // The product with a template, and a project that needs no rebuild, in a temporary folder.

@@ -132,17 +132,26 @@ TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
     const wchar_t* id;
     const wchar_t* returnCode;
     const wchar_t* projectFile;
+    DWORD exitCode = 0;
   };
-  const Case cases[] = {{"nno", L"/IABCD /S0", L"ABCD", L"1", L"Setups\\Demo\\Demo.bxp"},
-                        {"c", L"/IABCD /S0", L"ABCD", L"0", L""},
-                        {"nnno", L"-S1 -AOrders", L"0000", L"1", L"Setups\\Orders\\Orders.bxp"}};
+  const Case cases[] = {
+      {"nno", L"/IABCD /S0", L"ABCD", L"1", L"Setups\\Demo\\Demo.bxp"},
+      {"c", L"/IABCD /S0", L"ABCD", L"0", L""},
+      {"nnno", L"-S1 -AOrders /V", L"0000", L"1", L"Setups\\Orders\\Orders.bxp"},
+      {"c", L"/S0 /I /V0", L"", L"0", L""},         // an empty ID
+      {"nno", L"/IABCD /iEFGH", L"0000", L"0", L""},  // reported, which the view answers with Cancel
+      {"c", L"/S0  /IABCD", L"0000", L"0", L""},      // two blanks end the options
+      {"x", L"/IABCD", L"ABCD", L"0", L"", 1},        // nobody ended it
+  };
   for (const Case& row : cases) {
-    SCOPED_TRACE(row.keys);
+    SCOPED_TRACE(testing::Message() << row.keys << " " << row.options);
     SetEnvironmentVariableA("BXVBWIZ_KEYS", row.keys);
     std::wstring program = kDrivenServer;
     program.replace(program.size() - 3, 3, L"exe");
     const std::wstring project = product_.Path(L"Src\\App.vbp");
-    EXPECT_EQ(RunProgram(L"\"" + program + L"\" " + row.options + L" /P" + project), 0U);
+    for (const wchar_t* name : {L"ReturnCode", L"Project"})
+      RegDeleteKeyValueW(HKEY_CURRENT_USER, (kResults + row.id).c_str(), name);
+    EXPECT_EQ(RunProgram(L"\"" + program + L"\" " + row.options + L" /P" + project), row.exitCode);
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"ReturnCode"), row.returnCode);
     const std::wstring file = *row.projectFile == L'\0' ? L"" : product_.Path(row.projectFile);
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"Project"), file);
