@@ -48,7 +48,8 @@ void AddFiles(Platform& platform, const std::string& setup) {
   basGlobal global(platform);
   session.user = global.user = &user;
   NumberedKeys lists(platform.profiles);
-  CFileGroups groups(platform, global, "C:\\App\\App.vbp", lists);
+  CFileGroups groups(
+      platform, global, [] { return "C:\\App\\App.vbp"; }, lists);
   for (int number = 0; number < kFiles; ++number) {
     CFile file;
     file.FileName = "File" + std::to_string(number) + ".dat";

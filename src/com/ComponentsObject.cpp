@@ -14,7 +14,7 @@ class ComponentsObject : public DualObject<IComponents, IID_IComponents, CLSID_C
       : DualObject(std::move(owner), "BX6VBWiz.CComponents"),
         lists_(server().component().platform().profiles),
         symbols_(server().component().platform(), server().component().global(),
-                 CurrentProjectFile(server())),
+                 [this] { return CurrentProjectFile(server()); }),
         components_(server().component().platform(), symbols_, lists_) {}
 
   STDMETHODIMP CreateComponentName(BSTR* fileName, IDispatch* file, BSTR* componentName) override {

@@ -13,8 +13,9 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
   explicit FileGroupsObject(std::shared_ptr<Server> owner)
       : DualObject(std::move(owner), "BX6VBWiz.CFileGroups"),
         lists_(server().component().platform().profiles),
-        groups_(server().component().platform(), server().component().global(), CurrentProjectFile(server()),
-                lists_) {}
+        groups_(
+            server().component().platform(), server().component().global(),
+            [this] { return CurrentProjectFile(server()); }, lists_) {}
 
   STDMETHODIMP ConvertDestMacroToBXDestSymbol(BSTR* macro, BSTR* symbol) override {
     return Give(symbol, [&] { return groups_.ConvertDestMacroToBXDestSymbol(Text(macro, "macro")); });

@@ -18,8 +18,8 @@ void StayLoaded() noexcept;
 
 // Whether an object or a lock keeps the DLL loaded.
 bool ModuleIsInUse();
-// LockServer: keeps the DLL loaded, whichever thread and factory lock and unlock. An unlock without a lock does
-// nothing.
+// LockServer: keeps the DLL loaded, whichever thread and factory lock and unlock. An unlock without a lock
+// does nothing.
 void LockModule(bool lock) noexcept;
 
 // Keeps the DLL loaded while it lives.

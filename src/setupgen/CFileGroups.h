@@ -15,9 +15,10 @@ namespace bxvbwiz {
 // the wizard.
 class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
  public:
-  // `lists` remembers the numbered lists of the setup project between calls; whoever cannot rule out other
-  // writers between two calls calls its Forget().
-  CFileGroups(Platform& platform, basGlobal& global, std::string projectFile, NumberedKeys& lists)
+  // `projectFile`: see DestinationSymbols. `lists` remembers the numbered lists of the setup project between
+  // calls; whoever cannot rule out other writers between two calls calls its Forget().
+  CFileGroups(Platform& platform, basGlobal& global, std::function<std::string()> projectFile,
+              NumberedKeys& lists)
       : DestinationSymbols(platform, global, std::move(projectFile)), lists_(lists) {}
 
   void GetFileGroupInfo(const std::string& destination, const std::string& filePath,

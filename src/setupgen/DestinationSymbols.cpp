@@ -229,7 +229,7 @@ std::string DestinationSymbols::FolderOrSystemFolder(const std::string& dir, con
 }
 
 std::string DestinationSymbols::AppPath() {
-  if (appPath_.empty()) appPath_ = GetAppPath(projectFile_);
+  if (appPath_.empty()) appPath_ = GetAppPath(projectFile_());
   return appPath_;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "project/basGlobal.h"
@@ -12,8 +13,8 @@ namespace bxvbwiz {
 // A routine that fails logs the error and returns what it had.
 class DestinationSymbols {
  public:
-  // `projectFile` is the project's full path, for the application path; may be empty.
-  DestinationSymbols(Platform& platform, basGlobal& global, std::string projectFile)
+  // `projectFile` gives the project's full path, or "", when the application path is first needed.
+  DestinationSymbols(Platform& platform, basGlobal& global, std::function<std::string()> projectFile)
       : platform_(platform), global_(global), projectFile_(std::move(projectFile)) {}
   virtual ~DestinationSymbols() = default;
 
@@ -46,7 +47,7 @@ class DestinationSymbols {
   // The first of `dir` (unless empty) and the system folder that holds the file, with a trailing backslash.
   std::string FolderOrSystemFolder(const std::string& dir, const std::string& fileName);
 
-  std::string projectFile_;
+  std::function<std::string()> projectFile_;
   std::string appPath_;
 };
 

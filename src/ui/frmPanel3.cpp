@@ -45,7 +45,8 @@ bool frmMain::LoadTrees(const std::string& projectFile) {
   lists_.Forget();
   incomplete_.clear();
   setupProjectName.clear();
-  fileGroups_ = std::make_unique<CFileGroups>(platform_, global_, path, lists_);
+  fileGroups_ = std::make_unique<CFileGroups>(
+      platform_, global_, [path] { return path; }, lists_);
   files_ = std::make_unique<CFiles>(platform_.codePage);
   context_ = std::make_unique<AnalysisContext>(AnalysisContext{platform_, *this, global_, *fileGroups_});
   project_ = Reporting(kLoadTrees, [this] { return std::make_unique<CProject>(*context_); });

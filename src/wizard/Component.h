@@ -26,9 +26,9 @@ class Component : public FormOwner {
   Component(Platform& platform, StartMode mode, std::string commandLine, ViewFactory viewFactory);
   ~Component() override;
 
-  // The start routine: reads the logging settings, runs `afterLogging` (which may see whether a log is written)
-  // and, in a stand-alone start, creates the wizard and shows it until it ends. Passes on what the view or
-  // `afterLogging` throw; a form that is loaded then stays.
+  // The start routine: reads the logging settings, runs `afterLogging` (which may see whether a log is
+  // written) and, in a stand-alone start, creates the wizard and shows it until it ends. Passes on what the
+  // view or `afterLogging` throw; a form that is loaded then stays.
   void SubMain(const std::function<void()>& afterLogging = {});
   // Loads the form for an automation object, unless it is loaded, and makes it the form's. A form that is
   // shown stays with the object that runs it. A form whose loading fails is not kept.

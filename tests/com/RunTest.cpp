@@ -44,10 +44,13 @@ TEST_F(RunTest, ReturnsWhenTheWizardHasEndedByAnyWay) {
   for (const Case& row : cases) {
     SCOPED_TRACE(row.keys);
     SetEnvironmentVariableA("BXVBWIZ_KEYS", row.keys);
+    const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
     const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
     ASSERT_EQ(
         Call(app.Get(), L"Project", {Variant(product_.Path(L"Src\\App.vbp"))}, DISPATCH_PROPERTYPUT).code,
         S_OK);
+    EXPECT_EQ(Call(groups.Get(), L"AppPath").text, product_.Path(L"Src\\"))
+        << "of the form that is there now";
     Call(app.Get(), L"ShowPage2", {Variant(row.showPage2)}, DISPATCH_PROPERTYPUT);
     EXPECT_EQ(Call(app.Get(), L"StillExecuting").text, L"True");
     EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
@@ -138,7 +141,7 @@ TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
       {"nno", L"/IABCD /S0", L"ABCD", L"1", L"Setups\\Demo\\Demo.bxp"},
       {"c", L"/IABCD /S0", L"ABCD", L"0", L""},
       {"nnno", L"-S1 -AOrders /V", L"0000", L"1", L"Setups\\Orders\\Orders.bxp"},
-      {"c", L"/S0 /I /V0", L"", L"0", L""},         // an empty ID
+      {"c", L"/S0 /I /V0", L"", L"0", L""},           // an empty ID
       {"nno", L"/IABCD /iEFGH", L"0000", L"0", L""},  // reported, which the view answers with Cancel
       {"c", L"/S0  /IABCD", L"0000", L"0", L""},      // two blanks end the options
       {"x", L"/IABCD", L"ABCD", L"0", L"", 1},        // nobody ended it

@@ -75,7 +75,7 @@ class SetupFixture : public ::testing::Test {
     SessionScope scope{session};
     basGlobal global{platform};
     NumberedKeys lists{profiles};
-    CFileGroups groups{platform, global, "C:\\App\\App.vbp", lists};
+    CFileGroups groups{platform, global, [] { return "C:\\App\\App.vbp"; }, lists};
   };
 
   SetupFixture() {
