@@ -1,8 +1,11 @@
 #include "com/ComError.h"
 
+#include <new>
+
 #include "com/ComPtr.h"
 #include "com/ComText.h"
 #include "platform/win32/WideText.h"
+#include "support/basLogging.h"
 
 namespace bxvbwiz {
 
@@ -19,10 +22,29 @@ HRESULT LeaveError(HRESULT code, const std::string& text, const char* source, RE
     created->SetDescription(Widen(text).data());
     ComPtr<IErrorInfo> info;
     if (SUCCEEDED(created->QueryInterface(IID_IErrorInfo, info.ReceiveVoid()))) SetErrorInfo(0, info.Get());
-  } catch (const std::bad_alloc&) {
+  } catch (...) {
     // The code alone must do.
   }
   return code;
+}
+
+HRESULT LeaveException(const std::string& message, const char* source, REFIID interfaceId) noexcept {
+  try {
+    try {
+      throw;
+    } catch (const ComError& error) {
+      return LeaveError(error.Code(), error.what(), source, interfaceId);
+    } catch (const WizardEnded&) {
+      return LeaveError(E_ABORT, message.empty() ? "The wizard has ended" : message, source, interfaceId);
+    } catch (...) {
+      const RuntimeError error = CurrentError();
+      return LeaveError(RunTimeErrorCode(error.Number()), error.what(), source, interfaceId);
+    }
+  } catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+  } catch (...) {
+    return E_UNEXPECTED;
+  }
 }
 
 }  // namespace bxvbwiz

@@ -23,4 +23,9 @@ HRESULT RunTimeErrorCode(long number);
 // Leaves an error object for the caller's thread. Gives `code`.
 HRESULT LeaveError(HRESULT code, const std::string& text, const char* source, REFIID interfaceId) noexcept;
 
+// Leaves an error object for the exception that is being handled and gives its code. `message` is the text of
+// a wizard that has ended; empty when it said nothing. Gives E_OUTOFMEMORY or E_UNEXPECTED, without an error
+// object, where even that is too much.
+HRESULT LeaveException(const std::string& message, const char* source, REFIID interfaceId) noexcept;
+
 }  // namespace bxvbwiz

@@ -1,4 +1,5 @@
 #include "com/ClassFactory.h"
+#include "com/ComError.h"
 #include "com/Registration.h"
 
 using bxvbwiz::ClassFactory;
@@ -19,7 +20,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, LPVOID* object) {
     } catch (const std::bad_alloc&) {
       return E_OUTOFMEMORY;
     } catch (...) {
-      return E_UNEXPECTED;  // the component's start failed
+      return bxvbwiz::LeaveException({}, "BX6VBWiz", interfaceId);  // the component's start failed
     }
   }
   return CLASS_E_CLASSNOTAVAILABLE;

@@ -68,17 +68,7 @@ ITypeInfo& Server::TypeInfo(REFGUID id) {
 }
 
 HRESULT Server::TakeException(const char* source, REFIID interfaceId) noexcept {
-  try {
-    throw;
-  } catch (const ComError& error) {
-    return LeaveError(error.Code(), error.what(), source, interfaceId);
-  } catch (const WizardEnded&) {
-    const std::string& message = user_.LastMessage();
-    return LeaveError(E_ABORT, message.empty() ? "The wizard has ended" : message, source, interfaceId);
-  } catch (...) {
-    const RuntimeError error = CurrentError();
-    return LeaveError(RunTimeErrorCode(error.Number()), error.what(), source, interfaceId);
-  }
+  return LeaveException(user_.LastMessage(), source, interfaceId);
 }
 
 void Server::EndCall() noexcept {
