@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "com/ComError.h"
 #include "com/ComText.h"
 
 namespace bxvbwiz {
@@ -143,8 +142,9 @@ class Arguments {
   std::vector<UINT> source_;  // by parameter, the argument's position in the call
 };
 
-// Says which argument is wrong. `parameter` counts from 0.
-HRESULT RefuseArgument(ITypeInfo& info, DISPID member, UINT parameter, HRESULT code) {
+// Says which argument is wrong. `parameter` counts from 0. `exception` may be null.
+HRESULT RefuseArgument(ITypeInfo& info, DISPID member, UINT parameter, HRESULT code, EXCEPINFO* exception) {
+  if (exception == nullptr) return code;
   std::vector<BSTR> names(parameter + 2, nullptr);
   UINT count = 0;
   info.GetNames(member, names.data(), static_cast<UINT>(names.size()), &count);
@@ -152,8 +152,11 @@ HRESULT RefuseArgument(ITypeInfo& info, DISPID member, UINT parameter, HRESULT c
   const std::string name =
       count == names.size() ? FromBstr(names.back()) : "number " + std::to_string(parameter + 1);
   std::for_each(names.begin(), names.end(), SysFreeString);
-  return LeaveError(code, method + ": the argument " + name + " has the wrong type", "BX6VBWiz",
-                    IID_IDispatch);
+  *exception = EXCEPINFO{};
+  exception->bstrDescription = ToBstr(method + ": the argument " + name + " has the wrong type");
+  exception->bstrSource = SysAllocString(L"BX6VBWiz");
+  exception->scode = code;
+  return DISP_E_EXCEPTION;
 }
 
 }  // namespace
@@ -173,7 +176,8 @@ HRESULT InvokeTyped(ITypeInfo& description, void* instance, DISPID member, LCID 
   if (FAILED(code)) {
     if (code == DISP_E_BADPARAMCOUNT) return code;
     if (wrongArgument != nullptr) *wrongArgument = position;
-    return code == DISP_E_PARAMNOTFOUND ? code : RefuseArgument(description, member, parameter, code);
+    return code == DISP_E_PARAMNOTFOUND ? code
+                                        : RefuseArgument(description, member, parameter, code, exception);
   }
   std::vector<VARIANT> values = arguments.ForCall();
   DISPID put = DISPID_PROPERTYPUT;

@@ -8,9 +8,12 @@ namespace bxvbwiz {
 
 std::string SetupFolderArgument(Server& server, const std::string& folder, const char* argument) {
   std::string fixed = FixPath(folder);
-  if (folder.empty() || Dir(server.component().platform().files, fixed + "*.*", true).empty()) {
-    throw ComError(RunTimeErrorCode(kErrorPathNotFound),
-                   "Path not found: the argument " + std::string(argument) + " is \"" + folder + "\"");
+  // The system would end a name at a NUL and find another folder.
+  const bool isCut = folder.find('\0') != std::string::npos;
+  if (folder.empty() || isCut || Dir(server.component().platform().files, fixed + "*.*", true).empty()) {
+    throw ComError(
+        RunTimeErrorCode(kErrorPathNotFound),
+        "Path not found: the argument " + std::string(argument) + " is \"" + folder.c_str() + "\"");
   }
   return fixed;
 }

@@ -175,13 +175,11 @@ TEST_F(ServerTest, LateBoundCallsSayWhatIsWrong) {
     EXPECT_EQ(called.code, row.code);
     EXPECT_EQ(called.wrongArgument, row.wrongArgument);
   }
-  Call(groups.Get(), L"IsSharedFile", {text, text});
-  ComPtr<IErrorInfo> error;
-  ASSERT_EQ(GetErrorInfo(0, error.Receive()), S_OK);
-  BSTR description = nullptr;
-  error->GetDescription(&description);
-  EXPECT_STREQ(description, L"IsSharedFile: the argument file has the wrong type");
-  SysFreeString(description);
+  EXPECT_EQ(Call(groups.Get(), L"IsSharedFile", {text, text}).text,
+            L"IsSharedFile: the argument file has the wrong type");
+  const Called cut =
+      Call(groups.Get(), L"CreateFileGroup", {Variant(std::wstring(L"C:\\windows\0x", 12)), object});
+  EXPECT_EQ(cut.code, kPathNotFound) << "nothing is written where a folder's name was cut";
 }
 
 TEST_F(ServerTest, TextsComeBackAsTheyWereSet) {
