@@ -24,6 +24,8 @@ std::wstring Windows(const char* folder, const wchar_t* name) {
 
 const std::wstring kShippedServer = Windows(SHIPPED_FOLDER, L"Bx6vbwiz.dll");
 const std::wstring kDrivenServer = Windows(DRIVEN_FOLDER, L"Bx6vbwiz.dll");
+const std::wstring kDrivenProgram = Windows(DRIVEN_FOLDER, L"Bx6vbwiz.exe");
+const std::wstring kLogMonitorServer = Windows(DRIVEN_FOLDER, L"LogMonitorServer.dll");
 const std::wstring kScript = Windows(SCRIPT_FOLDER, L"host.vbs");
 const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
                                             L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};

@@ -15,6 +15,8 @@ namespace bxvbwiz {
 
 extern const std::wstring kShippedServer;
 extern const std::wstring kDrivenServer;
+extern const std::wstring kDrivenProgram;
+extern const std::wstring kLogMonitorServer;
 extern const std::wstring kScript;  // a host in VBScript
 
 // The creatable classes by ProgID.

@@ -77,6 +77,14 @@ TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, key + L"\\InprocServer32"), kShippedServer);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), L"-");
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    CLSID id{};
+    EXPECT_EQ(CLSIDFromProgID(L"BX6VBWiz.CFileGroups", &id), S_OK);
+    ComPtr<IUnknown> object;
+    EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IFileGroups, object.ReceiveVoid()),
+              S_OK);
+    object = ComPtr<IUnknown>();
+    CoUninitialize();
   }
   EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
 }

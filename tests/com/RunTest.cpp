@@ -2,6 +2,8 @@
 
 #include "com/Host.h"
 
+BSTR MakeSetup(const wchar_t* project);  // of docs/automation.md
+
 namespace bxvbwiz {
 namespace {
 
@@ -149,15 +151,23 @@ TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
   for (const Case& row : cases) {
     SCOPED_TRACE(testing::Message() << row.keys << " " << row.options);
     SetEnvironmentVariableA("BXVBWIZ_KEYS", row.keys);
-    std::wstring program = kDrivenServer;
-    program.replace(program.size() - 3, 3, L"exe");
     const std::wstring project = product_.Path(L"Src\\App.vbp");
     for (const wchar_t* name : {L"ReturnCode", L"Project"})
       RegDeleteKeyValueW(HKEY_CURRENT_USER, (kResults + row.id).c_str(), name);
-    EXPECT_EQ(RunProgram(L"\"" + program + L"\" " + row.options + L" /P" + project), row.exitCode);
+    EXPECT_EQ(RunProgram(L"\"" + kDrivenProgram + L"\" " + row.options + L" /P" + project), row.exitCode);
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"ReturnCode"), row.returnCode);
     const std::wstring file = *row.projectFile == L'\0' ? L"" : product_.Path(row.projectFile);
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"Project"), file);
+  }
+}
+
+TEST_F(RunTest, ServesTheHostOfThePageThroughTheVtable) {
+  for (const char* keys : {"nnno", "c"}) {
+    SetEnvironmentVariableA("BXVBWIZ_KEYS", keys);
+    BSTR made = MakeSetup(product_.Path(L"Src\\App.vbp").c_str());
+    const std::wstring path = made == nullptr ? L"" : made;
+    EXPECT_EQ(path, *keys == 'c' ? L"" : product_.Path(L"Setups\\Demo\\Demo.bxp"));
+    SysFreeString(made);
   }
 }
 

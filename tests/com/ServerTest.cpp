@@ -233,44 +233,36 @@ TEST_F(ServerTest, AnErrorIsTheHostsAndTheObjectGoesOn) {
   EXPECT_NE(aborted.text.find(L"6.0\\Main cannot be found in the Registry"), std::wstring::npos);
 }
 
-// The optional class that shows that a log is written, made by this process.
-class Monitor : public IClassFactory {
- public:
-  STDMETHODIMP QueryInterface(REFIID, void** object) override {
-    *object = this;
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP CreateInstance(IUnknown*, REFIID, void** object) override {
-    ++made;
-    *object = nullptr;
-    return E_FAIL;  // that it fails is no matter either
-  }
-  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-  int made = 0;
-};
-
 TEST_F(ServerTest, LogsErrorsWithTheCallStackAndMakesTheMonitor) {
   const std::wstring log = L"C:\\windows\\bxvbwiz-test.log";
   DeleteFileW(log.c_str());
   SetRegistryText(HKEY_CURRENT_USER, kLogging, L"LogLevel", L"1");
   SetRegistryText(HKEY_CURRENT_USER, kLogging, L"LogName", L"bxvbwiz-test.log");
-  for (const bool monitored : {false, true}) {
-    Monitor monitor;
-    DWORD registration = 0;
-    if (monitored) {
-      SetRegistryText(HKEY_LOCAL_MACHINE, L"Software\\Classes\\LogMon.CMonitor\\CLSID", L"",
-                      L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}");
-      CLSID id{};
-      CLSIDFromProgID(L"LogMon.CMonitor", &id);
-      CoRegisterClassObject(id, &monitor, CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &registration);
+  const std::wstring classes = L"Software\\Classes\\";
+  const std::wstring monitorClass = L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}";
+  const auto noted = [] { return RegistryText(HKEY_CURRENT_USER, L"Software\\BxvbwizTests", L"LogMonitor"); };
+  // No class, one that cannot be made, and one that can.
+  for (const std::wstring& dll : {std::wstring(), std::wstring(L"C:\\missing.dll"), kLogMonitorServer}) {
+    if (!dll.empty()) {
+      SetRegistryText(HKEY_LOCAL_MACHINE, classes + L"LogMon.CMonitor\\CLSID", L"", monitorClass);
+      SetRegistryText(HKEY_LOCAL_MACHINE, classes + L"CLSID\\" + monitorClass + L"\\InprocServer32", L"",
+                      dll);
     }
-    Call(Create(L"BX6VBWiz.CFileGroups").Get(), L"GetAppPath", {Variant(L"C:\\missing\\no.vbp")});
-    EXPECT_EQ(monitor.made, monitored ? 1 : 0);
-    if (monitored) CoRevokeClassObject(registration);
+    ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
+    Call(groups.Get(), L"GetAppPath", {Variant(L"C:\\missing\\no.vbp")});
+    EXPECT_EQ(noted(), dll == kLogMonitorServer ? L"made" : L"-");
+    groups = ComPtr<IDispatch>();
   }
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\LogMon.CMonitor");
+  EXPECT_EQ(noted(), L"released");
+  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\BxvbwizTests");
+  SetEnvironmentVariableA("BXVBWIZ_KEYS", "c");
+  EXPECT_EQ(RunProgram(kDrivenProgram), 0U);
+  EXPECT_EQ(noted(), L"released") << "a stand-alone start has one, too";
+  SetEnvironmentVariableA("BXVBWIZ_KEYS", nullptr);
+  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\BxvbwizTests");
+  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Borvex");
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + L"LogMon.CMonitor").c_str());
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + L"CLSID\\" + monitorClass).c_str());
   RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\VB and VBA Program Settings\\Bx6vbwiz");
   std::ifstream file("C:\\windows\\bxvbwiz-test.log", std::ios::binary);
   const std::string text(std::istreambuf_iterator<char>(file), {});
