@@ -178,7 +178,7 @@ Sub TestRecords(groups)
   groups.CreateFileGroup folder & "missing", file
   CheckError "a missing folder", 76, "argument projectDir "
   groups.CreateFileGroup setup, 5
-  CheckError "a number", 13, "argument file "
+  CheckError "a number", &H80020005, "argument file "
   file.SelfRegister = "much"
   groups.CreateFileGroup setup, file
   CheckError "a wrong property", 13, "property SelfRegister of the argument file"
