@@ -1,5 +1,6 @@
 // The form without a window: a test drives it. The letters of BXVBWIZ_KEYS are pressed once it is shown, and
-// others arrive as WM_APP messages of the message-only window "BxvbwizDriven". "x" alone: it cannot be shown.
+// others arrive as WM_APP messages of the message-only window "BxvbwizDriven". "x" alone: it cannot be shown;
+// "y" alone: it cannot even be made.
 #include <windows.h>
 
 #include <stdexcept>
@@ -12,14 +13,18 @@ namespace {
 
 constexpr const wchar_t* kWindowClass = L"BxvbwizDriven";
 
+std::string KeysToPress() {
+  char keys[32] = "";
+  GetEnvironmentVariableA("BXVBWIZ_KEYS", keys, sizeof keys);
+  return keys;
+}
+
 class DrivenView : public FormView {
  public:
   explicit DrivenView(frmMain& form) : form_(form) {}
 
   void ShowModal() override {
-    char keys[32] = "";
-    GetEnvironmentVariableA("BXVBWIZ_KEYS", keys, sizeof keys);
-    keys_ = keys;
+    keys_ = KeysToPress();
     if (keys_ == "x") throw std::runtime_error("This view cannot be shown");
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = &Receive;
@@ -89,6 +94,7 @@ class DrivenView : public FormView {
 }  // namespace
 
 std::unique_ptr<FormView> MakeWizardView(frmMain& form) {
+  if (KeysToPress() == "y") throw std::runtime_error("This view cannot be made");
   return std::make_unique<DrivenView>(form);
 }
 

@@ -120,7 +120,15 @@ TEST_F(ShippedRunTest, ShowsAWindowUntilItIsClosed) {
   EXPECT_EQ(Call(app.Get(), L"ReturnCode").text, L"0");
 }
 
-TEST_F(RunTest, AnObjectThatLostTheFormIsRunInANewOne) {
+TEST_F(RunTest, AnObjectThatLostTheFormOrFollowsOneThatFailedIsRunInANewOne) {
+  const ComPtr<IDispatch> component = Create(L"BX6VBWiz.CSystemInfo");
+  CLSID id{};
+  CLSIDFromProgID(L"BX6VBWiz.Application", &id);
+  ComPtr<IDispatch> none;
+  SetEnvironmentVariableA("BXVBWIZ_KEYS", "y");
+  constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);  // run-time error 5
+  EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, none.ReceiveVoid()),
+            kInvalidCall);
   SetEnvironmentVariableA("BXVBWIZ_KEYS", "c");
   const ComPtr<IDispatch> first = Create(L"BX6VBWiz.Application");
   const ComPtr<IDispatch> second = Create(L"BX6VBWiz.Application");
