@@ -142,8 +142,7 @@ TEST_F(WizardWindows, RefuseIllegalCharactersThatAreTypedOrPasted) {
   driver.Click(kIdNext + kPanelInformation);
   EXPECT_EQ(driver.WaitForMessage(), "The company name contains illegal characters.");
   driver.Answer(IDOK);
-  driver.WaitForPanel(kPanelInformation);
-  EXPECT_EQ(driver.Focus(), kIdCompanyName);
+  driver.WaitUntil("the focus", [&] { return driver.Focus() == kIdCompanyName; });
   driver.SetText(kIdApplicationVersion, "");
   EXPECT_FALSE(driver.Enabled(kIdNext + kPanelInformation));
   driver.SetText(kIdApplicationVersion, "3");
@@ -154,7 +153,7 @@ TEST_F(WizardWindows, GoBackAndForth) {
   WizardDriver& driver = StartAndGoTo(kPanelSummary);
   driver.Click(kIdBack + kPanelSummary);
   driver.WaitForPanel(kPanelInformation);
-  EXPECT_TRUE(driver.IsDefaultButton(kIdNext + kPanelInformation));
+  driver.WaitUntil("the button", [&] { return driver.IsDefaultButton(kIdNext + kPanelInformation); });
   driver.SetText(kIdApplicationName, "Kept");
   driver.Click(kIdNext + kPanelInformation);
   driver.WaitForPanel(kPanelSummary);
@@ -164,7 +163,7 @@ TEST_F(WizardWindows, GoBackAndForth) {
   driver.Click(kIdBack + kPanelInformation);
   driver.WaitForPanel(kPanelWelcome);
   EXPECT_EQ(driver.Caption(), "Visual Basic Project Wizard - Welcome");
-  EXPECT_EQ(driver.Focus(), kIdProjectFile);
+  driver.WaitUntil("the focus", [&] { return driver.Focus() == kIdProjectFile; });
 }
 
 TEST_F(WizardWindows, SkipTheInformationPage) {
@@ -268,7 +267,7 @@ TEST_F(WizardWindows, RetryAnUnexpectedErrorAndEndOnCancel) {
 TEST_F(WizardWindows, FollowTheKeyboard) {
   WizardDriver& driver = Start();
   driver.WaitUntil("the focus", [&] { return driver.Focus() == kIdProjectFile; });
-  EXPECT_TRUE(driver.IsDefaultButton(kIdNext));
+  driver.WaitUntil("the button", [&] { return driver.IsDefaultButton(kIdNext); });
   for (const int next : std::vector<int>{kIdBrowse, kIdRebuild, kIdNext + 0, int{kIdCancel}, int{kIdHelp},
                                          int{kIdProjectFile}}) {
     driver.Key(VK_TAB);
