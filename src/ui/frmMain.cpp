@@ -150,6 +150,7 @@ void frmMain::cmdOK_Click() {
 }
 
 void frmMain::cmdBrowse_Click() {
+  if (handlerDepth_ > 0) return;
   Handle([this] {
     const CallStackEntry entry("frmMain!cmdBrowse_Click");
     const std::string chosen = Reporting("frmMain!cmdBrowse_Click", [this] {

@@ -34,9 +34,9 @@ constexpr int kKeyEscape = 27;
 // The wizard form without a toolkit: its controls, their handlers and its checks. It is the user to whom
 // model and output speak.
 //
-// A handler runs to its end before the form is destroyed. While one runs, Next and Back are ignored; Cancel,
-// Escape and closing take effect when the present step returns, and not at all while the setup project is
-// generated.
+// A handler runs to its end before the form is destroyed. While one runs, Next, Back, Browse and OK are
+// ignored; Cancel, Escape and closing take effect when the present step returns, and not at all while the
+// setup project is generated.
 class frmMain : public User {
  public:
   frmMain(Session& session, basGlobal& global, Platform& platform, FormOwner& owner);

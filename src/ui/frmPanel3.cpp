@@ -27,6 +27,26 @@ class CurrentDirectoryScope {
   std::string previous_;
 };
 
+// Takes away what a label says at the end, however that comes.
+class LabelScope {
+ public:
+  LabelScope(Label& label, FormView& view) : label_(label), view_(view) {}
+  ~LabelScope() {
+    label_.text.clear();
+    try {
+      view_.Refresh();
+    } catch (...) {
+      return;  // the next change shows it
+    }
+  }
+  LabelScope(const LabelScope&) = delete;
+  LabelScope& operator=(const LabelScope&) = delete;
+
+ private:
+  Label& label_;
+  FormView& view_;
+};
+
 // Where the facts say that a file lies.
 std::string LocationOf(const std::string& name, const FileRecord& facts) {
   return FixPath(facts.FileLinkPath) + GetPathFileName(name);
@@ -36,6 +56,7 @@ std::string LocationOf(const std::string& name, const FileRecord& facts) {
 
 bool frmMain::LoadTrees(const std::string& projectFile) {
   const CallStackEntry entry(kLoadTrees);
+  const LabelScope status(lblStatus, *view_);
   std::string path = projectFile;
   platform_.files.FullPath(projectFile, path);
   const CurrentDirectoryScope folder(platform_.files, GetPathFolder(path));
@@ -58,7 +79,6 @@ bool frmMain::LoadTrees(const std::string& projectFile) {
   CheckCancelled();
   if (!RebuildIfNeeded()) return false;
   FillTrees();
-  ShowStatus("");
   return true;
 }
 

@@ -53,7 +53,13 @@ void PageDriver::LeavePage(std::int16_t panel) {
 }
 
 void PageDriver::LeaveWelcome() {
-  if (!form_.LoadTrees(form_.txtVBPname.text)) return;
+  const std::string project = form_.txtVBPname.text;
+  const bool rebuilds = form_.chkRebuild.checked;
+  if (!form_.LoadTrees(project)) return;
+  // What the user changed meanwhile is not what was analysed.
+  form_.txtVBPname.text = project;
+  form_.txtVBPname_Change();
+  form_.chkRebuild.checked = rebuilds;
   form_.InitPanel(kPanelInformation);
   form_.ShowPanel(form_.App != nullptr && form_.App->ShowsPage2() ? kPanelInformation : kPanelSummary);
   form_.HidePanel(kPanelWelcome);

@@ -126,6 +126,69 @@ TEST_F(WizardTest, EveryWayToCancelLeavesZeroAndNothingBehind) {
   EXPECT_FALSE(machine_.Exists("drive_c/Setups/My  App"));
 }
 
+TEST_F(WizardTest, WhatTheUserChangesDuringTheAnalysisChangesNothing) {
+  machine_.Write("drive_c/Src/Other.vbp", "Type=Exe\r\nName=\"Other\"\r\n");
+  Start();
+  int changes = 0;
+  seen_.whileEventsRun = [&](frmMain& form) {
+    ++changes;
+    form.cmdBrowse_Click();
+    EXPECT_NE(form.txtVBPname.text, "C:\\Src\\Browsed.vbp") << "Browse is ignored";
+    form.txtVBPname.text = changes % 2 == 0 ? "" : "C:\\Src\\Other.vbp";
+    form.txtVBPname_Change();
+    form.chkRebuild.checked = true;
+  };
+  seen_.browsed = "C:\\Src\\Browsed.vbp";
+  LeaveWelcome();
+  EXPECT_GT(changes, 0);
+  EXPECT_EQ(Form().txtApplicationName.text, "My  App");
+  Form().cmdBack_Click(kPanelInformation);
+  EXPECT_EQ(Form().txtVBPname.text, "C:\\Src\\App.vbp");
+  EXPECT_TRUE(Form().cmdNext[kPanelWelcome].enabled);
+  EXPECT_FALSE(Form().chkRebuild.checked);
+  seen_.whileEventsRun = nullptr;
+  Form().cmdBrowse_Click();
+  EXPECT_EQ(Form().txtVBPname.text, "C:\\Src\\Browsed.vbp");
+}
+
+TEST_F(WizardTest, AnErrorOfTheAnalysisLeavesNoStatusBehind) {
+  Start();
+  seen_.answers[2] = Button::Retry;
+  seen_.whileEventsRun = [](frmMain& form) {
+    EXPECT_FALSE(form.lblStatus.text.empty());
+    if (!form.tvwDependencies.Nodes().empty()) throw std::bad_alloc();
+  };
+  LeaveWelcome();
+  EXPECT_EQ(seen_.messages, std::vector<unsigned>{2});
+  EXPECT_TRUE(Form().fraPanel1.visible);
+  EXPECT_EQ(Form().lblStatus.text, "");
+}
+
+TEST_F(WizardTest, FinishNamesItsStepsAndIsNotCancelled) {
+  Start();
+  LeaveWelcome();
+  Form().cmdNext_Click(kPanelInformation);
+  int looks = 0;
+  seen_.whileEventsRun = [&](frmMain& form) {
+    ++looks;
+    form.cmdCancel_Click();
+    form.Form_KeyDown(kKeyEscape);
+    form.Form_QueryUnload();
+  };
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_GT(looks, 0);
+  ASSERT_FALSE(seen_.unloaded);
+  EXPECT_TRUE(Form().fraReport.visible);
+  EXPECT_EQ(app_->ReturnCode(), -1);
+  std::vector<std::string> names;
+  for (const auto& [value, name] : seen_.progress) {
+    if (names.empty() || names.back() != name) names.push_back(name);
+  }
+  EXPECT_EQ(names,
+            (std::vector<std::string>{"Creating Installation...", "Copying Files...", "Updating Files..."}));
+  EXPECT_GE(seen_.progress.size(), 5U) << "each step moves the bar";
+}
+
 TEST_F(WizardTest, AStandAloneStartReadsItsOptionsAndLeavesItsResults) {
   for (const bool finished : {true, false}) {
     Start(StartMode::StandAlone, "/IABCD /S0 /PC:\\Src\\App.vbp /A" + std::string(finished ? "One" : "Two"));

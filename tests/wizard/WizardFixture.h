@@ -22,6 +22,8 @@ struct Seen {
   std::string lastText;
   std::map<unsigned, Button> answers;  // by string number; Ok without one
   std::function<void(frmMain&)> whileEventsRun;
+  std::map<int, std::string> progress;  // what the label said while the bar stood there
+  std::string browsed = "C:\\Src\\App.vbp";
   bool unloaded = false;
 };
 
@@ -38,14 +40,14 @@ class ScriptedView : public FormView {
     if (message.number == 2) seen_.answers.erase(answer);  // Retry once, then Cancel
     return button;
   }
-  void Refresh() override {}
+  void Refresh() override {
+    if (form_.pbrProgress.visible) seen_.progress.emplace(form_.pbrProgress.value, form_.lblProgress.text);
+  }
   void ProcessEvents() override {
     if (seen_.whileEventsRun) seen_.whileEventsRun(form_);
   }
   void SetPointer(Pointer) override {}
-  std::string BrowseForFile(const std::string&, const std::string& pattern) override {
-    return "C:\\Src\\App" + pattern.substr(1);
-  }
+  std::string BrowseForFile(const std::string&, const std::string&) override { return seen_.browsed; }
   void OpenHelp(const std::string&) override {}
   int TextWidth(const std::string& text) const override { return static_cast<int>(text.size()); }
   int ExeLabelWidth() const override { return 20; }
