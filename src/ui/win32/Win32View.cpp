@@ -5,14 +5,35 @@
 #include <commdlg.h>
 #include <shellapi.h>
 
-#include <array>
-
 #include "platform/win32/WideText.h"
+#include "support/basFile.h"
+#include "support/Errors.h"
 #include "ui/win32/WizardWindow.h"
 
 namespace bxvbwiz {
 
 namespace {
+
+constexpr std::size_t kLongestPath = 32768;  // of any file, with the end of the text
+
+bool IsFolder(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+std::wstring PathOf(HINSTANCE module) {
+  std::wstring path(kLongestPath, L'\0');
+  path.resize(GetModuleFileNameW(module, path.data(), kLongestPath));
+  return path;
+}
+
+// What the system says about one of its errors.
+std::wstring SystemText(DWORD error) {
+  wchar_t text[512] = {};
+  FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text,
+                 static_cast<DWORD>(std::size(text)), nullptr);
+  return text;
+}
 
 class Win32View : public FormView {
  public:
@@ -46,7 +67,6 @@ class Win32View : public FormView {
     filter.push_back(L'\0');
     filter += Widen(pattern);
     filter.push_back(L'\0');  // and the text's own end
-    constexpr std::size_t kLongestPath = 32768;
     std::wstring path(kLongestPath, L'\0');
     const std::wstring extension = Widen(pattern.substr(pattern.find('.') + 1));
     OPENFILENAMEW open{};
@@ -57,21 +77,27 @@ class Win32View : public FormView {
     open.nMaxFile = kLongestPath;
     open.lpstrDefExt = extension.c_str();
     open.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    return GetOpenFileNameW(&open) ? Narrow(path.c_str()) : std::string();
+    const std::wstring folder = Widen(GetPathFolder(form_.txtVBPname.text));
+    if (IsFolder(folder)) open.lpstrInitialDir = folder.c_str();
+    if (GetOpenFileNameW(&open)) return Narrow(path.c_str());
+    const DWORD error = CommDlgExtendedError();  // 0 when the user cancelled
+    if (error == 0) return {};
+    throw RuntimeError(kErrorInvalidCall, "The file dialog failed (error " + std::to_string(error) + ")");
   }
 
-  // The system's own words say why it cannot be opened.
+  // When it cannot be opened, its path and the system's own words say what is wrong.
   void OpenHelp(const std::string& helpFile) override {
-    std::wstring module(MAX_PATH, L'\0');
-    module.resize(GetModuleFileNameW(module_, module.data(), MAX_PATH));
+    const std::wstring module = PathOf(module_);
     const std::wstring path = module.substr(0, module.find_last_of(L'\\') + 1) + Widen(helpFile);
     SHELLEXECUTEINFOW open{};
     open.cbSize = sizeof(open);
-    open.fMask = SEE_MASK_NOASYNC;
+    open.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
     open.hwnd = Owner();
     open.lpFile = path.c_str();
     open.nShow = SW_SHOWNORMAL;
-    ShellExecuteExW(&open);
+    if (ShellExecuteExW(&open)) return;
+    const std::wstring text = path + L"\r\n\r\n" + SystemText(GetLastError());
+    MessageBoxW(open.hwnd, text.c_str(), Widen(form_.caption).c_str(), MB_ICONEXCLAMATION);
   }
 
   int TextWidth(const std::string& text) const override { return Font()->TextWidth(text); }
