@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+#include "platform/CompiledStringTable.h"
 #include "setupgen/TreeNode.h"
 #include "TestMachine.h"
 #include "ui/frmMain.h"
@@ -259,6 +260,9 @@ TEST_F(WizardWindows, RetryAnUnexpectedErrorAndEndOnCancel) {
   driver.Click(kIdNext + kPanelSummary);
   for (const int answer : {IDRETRY, IDRETRY, IDCANCEL}) {
     EXPECT_NE(driver.WaitForMessage().find("An unexpected error"), std::string::npos);
+    EXPECT_EQ(driver.Text(kIdProgressText), "Creating Installation...");
+    EXPECT_TRUE(driver.Visible(kIdProgress));
+    EXPECT_EQ(SendMessageW(driver.Find(kIdProgress), PBM_GETPOS, 0, 0), 1);
     driver.Answer(answer);
   }
   EXPECT_EQ(driver.WaitForEnd()["ReturnCode"], "0");
@@ -288,22 +292,35 @@ TEST_F(WizardWindows, FollowTheKeyboard) {
 }
 
 // They are made when the mouse comes over the form.
-TEST_F(WizardWindows, HaveToolTipsForTheBoxesAndButtonsOfThePage) {
-  WizardDriver& driver = Start();
+TEST_F(WizardWindows, ExplainTheirControlsInToolTips) {
+  WizardDriver& driver = StartAndGoTo(kPanelInformation);
   SendMessageW(driver.Window(), WM_SETCURSOR, reinterpret_cast<WPARAM>(driver.Window()), HTCLIENT);
-  const HWND tips = FindWindowW(TOOLTIPS_CLASSW, nullptr);
-  ASSERT_EQ(GetWindow(tips, GW_OWNER), driver.Window());
-  EXPECT_EQ(SendMessageW(tips, TTM_GETTOOLCOUNT, 0, 0), 3);
+  const CompiledStringTable strings;
+  const std::string type = strings.Text(1071);
+  for (const auto& [control, tip] : std::map<int, std::string>{{kIdProjectFile, strings.Text(1066)},
+                                                               {kIdBrowse, strings.Text(1067)},
+                                                               {kIdRebuild, strings.Text(1068)},
+                                                               {kIdApplicationName, strings.Text(1069)},
+                                                               {kIdCompanyName, strings.Text(1070)},
+                                                               {kIdApplicationType, type},
+                                                               {kIdApplicationVersion, strings.Text(1072)},
+                                                               {kIdExeName, "C:\\Src\\App.exe"},
+                                                               {kIdCancel, ""}}) {
+    EXPECT_EQ(driver.ToolTip(driver.Find(control)), tip) << control;
+  }
+  EXPECT_EQ(driver.ToolTip(GetWindow(driver.Find(kIdApplicationType), GW_CHILD)), type) << "its text box";
 }
 
-// A program without its help file beside it: the system says so.
+// A program without its help file beside it says what is missing.
 TEST_F(WizardWindows, OpenTheHelpBesideTheProgram) {
   program_ = machine_.Folder() + "/showwizard.exe";
   ASSERT_TRUE(CopyFileA(BXVBWIZ_SHOWWIZARD, program_.c_str(), TRUE));
+  char folder[MAX_PATH] = {};
+  ASSERT_NE(GetFullPathNameA(machine_.Folder().c_str(), MAX_PATH, folder, nullptr), 0U);
   WizardDriver& driver = Start();
-  driver.WaitUntil("the focus", [&] { return driver.Focus() == kIdProjectFile; });
   driver.Key(VK_F1);
-  driver.WaitForMessage();
+  EXPECT_NE(driver.WaitForMessage().find(std::string(folder) + "\\bxvbwiz.chm"), std::string::npos)
+      << driver.WaitForMessage();
   driver.Answer(IDOK);
   driver.Click(kIdHelp);
   driver.WaitForMessage();

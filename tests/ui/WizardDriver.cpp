@@ -205,6 +205,25 @@ std::vector<std::string> WizardDriver::Tree(int id) const {
   return lines;
 }
 
+std::string WizardDriver::ToolTip(HWND control) const {
+  HWND tips = nullptr;
+  do {
+    tips = FindWindowExW(nullptr, tips, TOOLTIPS_CLASSW, nullptr);
+  } while (tips != nullptr && GetWindow(tips, GW_OWNER) != window_);
+  wchar_t text[1024] = {};  // longer than any tip
+  TTTOOLINFOW tool{};
+  const RemoteMemory memory(process_.Get(), sizeof(tool) + sizeof(text));
+  tool.cbSize = TTTOOLINFOW_V1_SIZE;
+  tool.hwnd = window_;
+  tool.uId = reinterpret_cast<UINT_PTR>(control);
+  tool.lpszText = reinterpret_cast<wchar_t*>(memory.Address() + sizeof(tool));
+  memory.Write(0, &tool, sizeof(tool));
+  memory.Write(sizeof(tool), text, sizeof(text));
+  SendMessageW(tips, TTM_GETTEXTW, std::size(text), reinterpret_cast<LPARAM>(memory.Address()));
+  memory.Read(sizeof(tool), text, sizeof(text));
+  return Narrow(text);
+}
+
 // ---------------------------------------------------------------- doing
 
 void WizardDriver::SetText(int id, const std::string& text) {

@@ -42,6 +42,8 @@ class WizardDriver {
   int Focus() const;
   // Start and end of what is selected in a text box.
   std::pair<DWORD, DWORD> Selection(int id) const;
+  // The tip that the form has for one of its windows; empty without one.
+  std::string ToolTip(HWND control) const;
   // "  text*" for each node, two blanks a level, with the number of its picture.
   std::vector<std::string> Tree(int id) const;
 

@@ -208,7 +208,13 @@ void WizardWindow::ShowControls() {
 void WizardWindow::ShowToolTips() {
   if (!toolTips_.Made()) toolTips_.Make(ledger_, window_.Get(), module_, *font_);
   for (const auto& control : controls_) {
-    if (control->Shown() != nullptr) toolTips_.Set(control->Handle(), control->Shown()->toolTip);
+    if (control->Shown() == nullptr) continue;
+    toolTips_.Set(control->Handle(), control->Shown()->toolTip);
+    if (control->Kind() != ControlKind::ComboBox) continue;
+    // The text box inside has the mouse's messages for itself.
+    COMBOBOXINFO parts{};
+    parts.cbSize = sizeof(parts);
+    if (GetComboBoxInfo(control->Handle(), &parts)) toolTips_.Set(parts.hwndItem, control->Shown()->toolTip);
   }
 }
 
