@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
 #include <vector>
 
 #include "TestMachine.h"
@@ -77,7 +78,9 @@ void OpenEmptyDialog() {
   } dialogTemplate{};
   dialogTemplate.dialog = {
       WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | DS_MODALFRAME, 0, 0, 50, 50, 330, 228};
-  DialogBoxIndirectW(GetModuleHandleW(nullptr), &dialogTemplate.dialog, nullptr, &EmptyProcedure);
+  if (DialogBoxIndirectW(GetModuleHandleW(nullptr), &dialogTemplate.dialog, nullptr, &EmptyProcedure) < 0) {
+    throw std::runtime_error("no window can be made; is there a display?");
+  }
 }
 
 void OpenWizard(TestMachine& machine) {
@@ -94,7 +97,7 @@ double Median(std::vector<double> values) {
 
 }  // namespace
 
-int main(int count, char** arguments) {
+int main(int count, char** arguments) try {
   const int openings = count > 1 ? std::atoi(arguments[1]) : 11;
   TestMachine machine;
   machine.InstallProduct();
@@ -106,4 +109,7 @@ int main(int count, char** arguments) {
   }
   std::printf("first painted page: empty dialog %.1f ms, wizard %.1f ms (first time %.1f ms), ratio %.2f\n",
               Median(empty), Median(wizard), wizard.front(), Median(wizard) / Median(empty));
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "opening_time: %s\n", error.what());
+  return 1;
 }
