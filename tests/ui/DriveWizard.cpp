@@ -187,6 +187,7 @@ class Drive {
 
   void Pause(const char* name) const {
     if (!arguments_.pauses) return;
+    SetCursorPos(0, 0);  // nothing on a picture looks as if the mouse was over it
     std::cout << name << std::endl;
     std::string line;
     std::getline(std::cin, line);
