@@ -39,7 +39,7 @@ Build() {  # Build PRESET
 Test() {  # Test PRESET
   local summary
   # What passed is counted only; what did not is shown as it ends.
-  ctest --test-dir "build/$1" --parallel 2 --output-on-failure --timeout 120 --no-tests=error 2>&1 </dev/null | tee "build/ctest.log" |
+  ctest --test-dir "build/$1" --parallel 2 --output-on-failure --timeout 600 --no-tests=error 2>&1 </dev/null | tee "build/ctest.log" |
     grep --line-buffered -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed |^Internal ctest|^Test project |^$|tests passed, '
   cat build/ctest.log >>"$log"
   summary=$(grep -E '^[0-9]+% tests passed, ' build/ctest.log | tail -n 1)
