@@ -20,7 +20,7 @@ xargs -d '\n' build/native/bin/bxvbwiz inspect <"$work/files" 2>"$work/ours.err"
   /^[^ ].*: .*register code/ { file = $0; sub(/: .*/, "", file); next }
   /^  (imports|exports)/ { kind = $1; sub(/:.*/, "", kind); next }
   /^    / { print file "\t" kind "\t" substr($0, 5) }' >"$work/ours"
-xargs -d '\n' "$objdump" -p <"$work/files" 2>"$work/theirs.err" | awk '
+{ xargs -d '\n' "$objdump" -p <"$work/files" 2>"$work/theirs.err" || true; } | awk '
   /:     file format / { file = $0; sub(/:     file format .*/, "", file); table = 0; next }
   /^\tDLL Name: / { print file "\timports\t" substr($0, 12); next }
   /^\[Ordinal\/Name Pointer\] Table/ { table = 1; next }

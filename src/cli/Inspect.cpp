@@ -64,8 +64,8 @@ int InspectFiles(const Options& options) {
   const std::unique_ptr<CodePage> codePage = MakeCodePage(kCodePage);
   std::vector<Inspection> inspections;
   int code = kExitFinished;
+  PartlyReadFile file;
   for (const std::string& path : options.files) {
-    PartlyReadFile file;
     if (!Open(path, file)) {
       code = kExitNotFinished;
       continue;

@@ -12,12 +12,18 @@ constexpr std::size_t kPiece = 0x2000;
 }  // namespace
 
 SystemError PartlyReadFile::Open(const std::string& path) {
-  const SystemError error = file_.Open(path);
+  size_ = 0;
+  error_ = SystemError::Success;
+  const SystemError error = file_.emplace().Open(path);
   if (error != SystemError::Success) return error;
-  size_ = file_.Status().size;
-  if (size_ >= kTooLarge) return SystemError::NotEnoughMemory;
-  bytes_.reset(new char[static_cast<std::size_t>(size_)]);  // make_unique would fill it with zeros
-  isRead_.resize(static_cast<std::size_t>((size_ + kPiece - 1) / kPiece));
+  const std::uint64_t size = file_->Status().size;
+  if (size >= kTooLarge) return SystemError::NotEnoughMemory;
+  if (size > capacity_) {
+    capacity_ = static_cast<std::size_t>(size);
+    bytes_.reset(new char[capacity_]);  // make_unique would fill it with zeros
+  }
+  isRead_.assign(static_cast<std::size_t>((size + kPiece - 1) / kPiece), false);
+  size_ = size;
   return SystemError::Success;
 }
 
@@ -44,7 +50,7 @@ void PartlyReadFile::ReadPieces(std::size_t first, std::size_t last) const {
   const std::size_t end = std::min(last * kPiece, static_cast<std::size_t>(size_));
   if (begin >= end) return;
   std::size_t count = 0;
-  const SystemError error = file_.ReadAt(begin, bytes_.get() + begin, end - begin, count);
+  const SystemError error = file_->ReadAt(begin, bytes_.get() + begin, end - begin, count);
   if (error_ == SystemError::Success) error_ = error;
   if (begin + count < end) size_ = begin + count;
   for (std::size_t piece = first; piece < last; ++piece) isRead_[piece] = true;

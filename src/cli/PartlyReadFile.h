@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,8 @@ namespace bxvbwiz {
 // neither header nor table. It is not mapped, because a mapped file that shrinks ends the program.
 class PartlyReadFile : public BytesSource {
  public:
-  // Only regular files are opened; gives the system's code for others, and NotEnoughMemory for 2 GB and more.
+  // May be called again, for another file in the same memory. Only regular files are opened; gives the
+  // system's code for others, and NotEnoughMemory for 2 GB and more.
   SystemError Open(const std::string& path);
   std::uint64_t Size() const override { return size_; }
   // A file that has shrunk since it was opened ends where it ends now.
@@ -26,8 +28,9 @@ class PartlyReadFile : public BytesSource {
  private:
   void ReadPieces(std::size_t first, std::size_t last) const;
 
-  mutable host::InputFile file_;
+  mutable std::optional<host::InputFile> file_;
   std::unique_ptr<char[]> bytes_;  // of the whole file; what was not read has no value yet
+  std::size_t capacity_ = 0;       // of bytes_
   mutable std::uint64_t size_ = 0;
   mutable std::vector<bool> isRead_;  // a piece each
   mutable SystemError error_ = SystemError::Success;

@@ -42,10 +42,9 @@ std::int32_t ExeTypeOf(const BytesSource& file, std::uint32_t newHeader) {
 }
 
 // The code page's decoding is for the rare name that needs it: every code page holds ASCII as it stands.
-std::string DecodeName(const CodePage& codePage, std::string_view bytes) {
-  const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
-                                   [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-  return isAscii ? std::string(bytes) : codePage.Decode(bytes);
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
 // A name in an import table has no folder; in a table made to mislead it may have.
@@ -183,6 +182,7 @@ void EXEFile::GetExportInfo(const PeImage& image) {
       image.At(GetLongFromBytes(*directory, kAddressOfNames), std::min(named, mostNamed) * kAddressSize);
   if (!addresses) return;
   const std::size_t count = addresses->size() / kAddressSize;
+  Exports.Reserve(count);
   std::string name;
   for (std::size_t index = 0; index < count; ++index) {
     const std::uint32_t address = GetLongFromBytes(*addresses, index * kAddressSize);
@@ -197,7 +197,11 @@ bool EXEFile::TakeName(const PeImage& image, std::uint32_t address, std::string&
   const std::string_view bytes = image.NameAt(address);
   if (bytes.size() >= nameBytesLeft_) return false;
   nameBytesLeft_ -= bytes.size() + 1;
-  name = DecodeName(codePage_, bytes);
+  if (IsAscii(bytes)) {
+    name.assign(bytes);
+  } else {
+    name = codePage_.Decode(bytes);
+  }
   return true;
 }
 

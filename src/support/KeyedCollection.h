@@ -76,6 +76,11 @@ class KeyedCollection {
     const auto found = byKey_.find(Folded(key));
     return found == byKey_.end() ? nullptr : found->second;
   }
+  // Makes room for that many elements.
+  void Reserve(std::size_t count) {
+    elements_.reserve(count);
+    byKey_.reserve(count);
+  }
   std::size_t Count() const { return elements_.size(); }
   // Raise like Item.
   void Remove(std::size_t position) {
