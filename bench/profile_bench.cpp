@@ -13,6 +13,7 @@ class Latin1 : public bxvbwiz::CodePage {
   std::string Decode(std::string_view bytes) const override { return std::string(bytes); }
   std::string Encode(std::string_view text) const override { return std::string(text); }
   bool IsAlphaNumeric(char32_t) const override { return true; }
+  int Number() const override { return 28591; }
 };
 
 // Numbered entries appended to one section, each looked for first, as the lists of a setup project are made.

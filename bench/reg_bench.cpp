@@ -11,6 +11,7 @@ class Latin1 : public bxvbwiz::CodePage {
   std::string Decode(std::string_view bytes) const override { return std::string(bytes); }
   std::string Encode(std::string_view text) const override { return std::string(text); }
   bool IsAlphaNumeric(char32_t) const override { return true; }
+  int Number() const override { return 28591; }
 };
 
 // An export of about that many bytes: registered classes with strings, numbers and bytes.

@@ -48,6 +48,9 @@ for purpose in "${@:-build}"; do
     bench)
       Need time test -x /usr/bin/time
       Need libbenchmark-dev HasHeader benchmark/benchmark.h
+      Need binutils HasProgram objdump
+      Need llvm HasProgram llvm-readobj
+      Need crudini HasProgram crudini
       ;;
     *)
       echo "install.sh: unknown purpose '$purpose'; there are build, tests, windows and bench" >&2

@@ -1,11 +1,11 @@
 #include "cli/Inspect.h"
 
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
+#include <utility>
 
 #include "cli/JsonOutput.h"
+#include "cli/PartlyReadFile.h"
 #include "cli/TextOutput.h"
 #include "platform/machine/CodePages.h"
 #include "platform/Text.h"
@@ -17,31 +17,30 @@ namespace {
 // Names in executables are ASCII, but for those of some odd tools; the Western code page reads every byte.
 constexpr int kCodePage = 1252;
 
-// False, with a message, for what cannot be read; only regular files are opened, so that nothing waits for a
-// pipe.
-bool ReadBytes(const std::string& path, std::string& bytes) {
+// False, with a message, for what cannot be opened; only regular files are, so that nothing waits for a pipe.
+bool Open(const std::string& path, PartlyReadFile& file) {
   const std::filesystem::path place = std::filesystem::u8path(path);
   std::error_code error;
-  if (!std::filesystem::is_regular_file(place, error)) {
-    const bool exists = std::filesystem::exists(place, error);
-    std::cerr << "bxvbwiz: " << path << (exists ? " is no regular file\n" : " does not exist\n");
-    return false;
+  // Open does not follow a link.
+  const bool isLink = std::filesystem::is_symlink(place, error);
+  const std::filesystem::path target = isLink ? std::filesystem::canonical(place, error) : place;
+  if (file.Open(target.generic_u8string()) == SystemError::Success) return true;
+  const char* reason = " cannot be read\n";
+  if (!std::filesystem::exists(place, error)) {
+    reason = " does not exist\n";
+  } else if (!std::filesystem::is_regular_file(place, error)) {
+    reason = " is no regular file\n";
   }
-  std::ifstream file(place, std::ios::binary);
-  bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
-  if (!file.is_open() || file.bad()) {
-    std::cerr << "bxvbwiz: " << path << " cannot be read\n";
-    return false;
-  }
-  return true;
+  std::cerr << "bxvbwiz: " << path << reason;
+  return false;
 }
 
-Inspection InspectBytes(const std::string& path, const std::string& bytes, const CodePage& codePage) {
+Inspection InspectFile(const std::string& path, const PartlyReadFile& bytes, const CodePage& codePage) {
   Inspection inspection;
   inspection.file = path;
   EXEFile file(codePage);
   try {
-    file.OpenBytes(bytes, false);
+    file.OpenSource(bytes);
   } catch (const RuntimeError& error) {
     inspection.reason = error.what();
   }
@@ -65,19 +64,24 @@ int InspectFiles(const Options& options) {
   const std::unique_ptr<CodePage> codePage = MakeCodePage(kCodePage);
   std::vector<Inspection> inspections;
   int code = kExitFinished;
-  std::string bytes;
+  PartlyReadFile file;
   for (const std::string& path : options.files) {
-    if (ReadBytes(path, bytes)) {
-      inspections.push_back(InspectBytes(path, bytes, *codePage));
-    } else {
+    if (!Open(path, file)) {
+      code = kExitNotFinished;
+      continue;
+    }
+    Inspection inspection = InspectFile(path, file, *codePage);
+    if (file.Error() != SystemError::Success) {
+      std::cerr << "bxvbwiz: " << path << " cannot be read whole\n";
       code = kExitNotFinished;
     }
+    if (options.json) {
+      inspections.push_back(std::move(inspection));
+    } else {
+      PrintText(inspection);
+    }
   }
-  if (options.json) {
-    PrintJson(inspections);
-  } else {
-    PrintText(inspections);
-  }
+  if (options.json) PrintJson(inspections);
   return code;
 }
 

@@ -53,7 +53,9 @@ void PrintFacts(const FileFacts& file) {
 void PrintList(const char* title, const std::vector<std::string>& names) {
   if (names.empty()) return;
   std::cout << "  " << title << ":\n";
-  for (const std::string& name : names) std::cout << "    " << name << '\n';
+  std::string lines;  // one call for all of them: a DLL exports thousands
+  for (const std::string& name : names) lines.append("    ").append(name).append(1, '\n');
+  std::cout << lines;
 }
 
 const char* FormatName(int exeType) {
@@ -81,14 +83,12 @@ void PrintText(const Options& options, const Outcome& outcome) {
   if (!outcome.projectFileHere.empty()) std::cout << "\nSetup project: " << outcome.projectFileHere << '\n';
 }
 
-void PrintText(const std::vector<Inspection>& inspections) {
-  for (const Inspection& inspection : inspections) {
-    std::cout << inspection.file << ": " << FormatName(inspection.exeType);
-    if (!inspection.reason.empty()) std::cout << " (" << inspection.reason << ")";
-    std::cout << ", register code " << inspection.selfRegister << '\n';
-    PrintList("imports", inspection.imports);
-    PrintList("exports", inspection.exports);
-  }
+void PrintText(const Inspection& inspection) {
+  std::cout << inspection.file << ": " << FormatName(inspection.exeType);
+  if (!inspection.reason.empty()) std::cout << " (" << inspection.reason << ")";
+  std::cout << ", register code " << inspection.selfRegister << '\n';
+  PrintList("imports", inspection.imports);
+  PrintList("exports", inspection.exports);
 }
 
 }  // namespace bxvbwiz

@@ -8,6 +8,6 @@ namespace bxvbwiz {
 
 // Prints the trees, and of a generation the report and the files written, on standard output.
 void PrintText(const Options& options, const Outcome& outcome);
-void PrintText(const std::vector<Inspection>& inspections);
+void PrintText(const Inspection& inspection);
 
 }  // namespace bxvbwiz

@@ -129,17 +129,22 @@ std::size_t SequenceLength(std::string_view text, std::size_t position, char32_t
 }
 
 // The text with each character mapped; what does not change keeps its bytes, invalid ones too.
-std::string MapCharacters(std::string_view text, char (*mapAscii)(char), char32_t (*map)(char32_t)) {
-  std::string mapped;
-  mapped.reserve(text.size());
-  for (std::size_t position = 0; position < text.size();) {
+// Most text is ASCII, and most keys are looked up by it: the two functions are known where this is compiled.
+template <char (*MapAscii)(char), char32_t (*Map)(char32_t)>
+std::string MapCharacters(std::string_view text) {
+  std::string mapped(text);
+  std::size_t position = 0;
+  for (; position < text.size() && IsAscii(text[position]); ++position)
+    mapped[position] = MapAscii(text[position]);
+  mapped.resize(position);
+  while (position < text.size()) {
     if (IsAscii(text[position])) {
-      mapped += mapAscii(text[position++]);
+      mapped += MapAscii(text[position++]);
       continue;
     }
     const std::size_t start = position;
     const char32_t character = NextCharacter(text, position);
-    const char32_t other = position - start > 1 ? map(character) : character;
+    const char32_t other = position - start > 1 ? Map(character) : character;
     if (other == character) {
       mapped += text.substr(start, position - start);
     } else {
@@ -209,10 +214,10 @@ char32_t LowerCharacter(char32_t character) {
 }
 
 std::string UpperCase(std::string_view text) {
-  return MapCharacters(text, UpperAscii, UpperCharacter);
+  return MapCharacters<UpperAscii, UpperCharacter>(text);
 }
 std::string LowerCase(std::string_view text) {
-  return MapCharacters(text, LowerAscii, LowerCharacter);
+  return MapCharacters<LowerAscii, LowerCharacter>(text);
 }
 
 bool EqualsIgnoreCase(std::string_view left, std::string_view right) {

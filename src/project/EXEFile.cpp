@@ -18,6 +18,7 @@ constexpr std::uint32_t kNewHeaderOffset = 60;
 constexpr std::uint32_t kPeSignature = 0x00004550;  // "PE"
 constexpr std::uint32_t kDescriptorSize = 20;
 constexpr std::uint32_t kDescriptorName = 12;
+constexpr std::uint32_t kExportDirectorySize = 40;
 constexpr std::uint32_t kNumberOfNames = 24;
 constexpr std::uint32_t kAddressOfNames = 32;
 
@@ -25,9 +26,10 @@ constexpr std::uint32_t kAddressOfNames = 32;
 constexpr std::size_t kFreeNameBytes = 0x10000;
 
 // The format that the signature of the new header names; 0 when none.
-std::int32_t ExeTypeOf(std::string_view bytes, std::uint32_t newHeader) {
-  if (GetLongFromBytes(bytes, newHeader) == kPeSignature) return kExeTypePE;
-  switch (GetWordFromBytes(bytes, newHeader)) {
+std::int32_t ExeTypeOf(const BytesSource& file, std::uint32_t newHeader) {
+  const std::string_view signature = file.Part(newHeader, sizeof(std::uint32_t));
+  if (GetLongFromBytes(signature, 0) == kPeSignature) return kExeTypePE;
+  switch (GetWordFromBytes(signature, 0)) {
     case 0x454E:
       return kExeTypeNE;
     case 0x454C:
@@ -40,10 +42,9 @@ std::int32_t ExeTypeOf(std::string_view bytes, std::uint32_t newHeader) {
 }
 
 // The code page's decoding is for the rare name that needs it: every code page holds ASCII as it stands.
-std::string DecodeName(const CodePage& codePage, std::string_view bytes) {
-  const bool isAscii = std::all_of(bytes.begin(), bytes.end(),
-                                   [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-  return isAscii ? std::string(bytes) : codePage.Decode(bytes);
+bool IsAscii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
 // A name in an import table has no folder; in a table made to mislead it may have.
@@ -77,12 +78,19 @@ bool EXEFile::OpenFile(const std::string& path) {
     const auto code = std::to_string(static_cast<std::uint32_t>(error));
     Fail(kExeErrorNotValid, "the file cannot be opened (system error " + code + ")");
   }
-  return Read(view_->Bytes(), true);
+  FileBase = view_->Bytes();
+  return Read(BytesInMemory(FileBase), true);
 }
 
 bool EXEFile::OpenBytes(std::string_view bytes, bool search) {
   Clear();
-  return Read(bytes, search);
+  FileBase = bytes;
+  return Read(BytesInMemory(bytes), search);
+}
+
+bool EXEFile::OpenSource(const BytesSource& source) {
+  Clear();
+  return Read(source, false);
 }
 
 void EXEFile::Clear() {
@@ -102,17 +110,16 @@ void EXEFile::Fail(std::int32_t errorType, const std::string& reason) {
   throw RuntimeError(kExeFileError, path_.empty() ? reason : path_ + ": " + reason);
 }
 
-bool EXEFile::Read(std::string_view bytes, bool search) {
-  constexpr std::size_t kMostBytes = std::numeric_limits<std::int32_t>::max();
-  FileBase = bytes;
-  FileSize = static_cast<std::int32_t>(std::min(bytes.size(), kMostBytes));
-  const std::uint32_t newHeader = FindNewHeader();
+bool EXEFile::Read(const BytesSource& file, bool search) {
+  constexpr std::uint64_t kMostBytes = std::numeric_limits<std::int32_t>::max();
+  FileSize = static_cast<std::int32_t>(std::min(file.Size(), kMostBytes));
+  const std::uint32_t newHeader = FindNewHeader(file);
   IsValid = true;
   if (ExeType != kExeTypePE) return false;
 
-  const PeImage image(bytes, newHeader);
+  const PeImage image(file, newHeader);
   if (image.Is64Bit()) Fail(kExeErrorNoImports, "a 64-bit executable, whose imports are not read");
-  nameBytesLeft_ = bytes.size() + kFreeNameBytes;
+  nameBytesLeft_ = file.Size() + kFreeNameBytes;
   const bool hasImports = GetImportInfo(image, search);
   GetExportInfo(image);
   if (!hasImports) Fail(kExeErrorNoImports, "the executable has no import information");
@@ -120,19 +127,20 @@ bool EXEFile::Read(std::string_view bytes, bool search) {
 }
 
 // Checks the DOS header and sets ExeType. Gives the offset of the new header.
-std::uint32_t EXEFile::FindNewHeader() {
-  if (FileBase.size() < kDosHeaderSize) Fail(kExeErrorNotValid, "too short to be an executable");
-  if (GetWordFromBytes(FileBase, 0) != kDosSignature) Fail(kExeErrorNotValid, "not an executable");
-  if (GetWordFromBytes(FileBase, kRelocationTable) < kDosHeaderSize) {
+std::uint32_t EXEFile::FindNewHeader(const BytesSource& file) {
+  const std::string_view header = file.Part(0, kDosHeaderSize);
+  if (header.size() < kDosHeaderSize) Fail(kExeErrorNotValid, "too short to be an executable");
+  if (GetWordFromBytes(header, 0) != kDosSignature) Fail(kExeErrorNotValid, "not an executable");
+  if (GetWordFromBytes(header, kRelocationTable) < kDosHeaderSize) {
     ExeType = kExeTypeDos;
     Fail(kExeErrorNotValid, "a DOS program");
   }
-  const std::uint32_t newHeader = GetLongFromBytes(FileBase, kNewHeaderOffset);
+  const std::uint32_t newHeader = GetLongFromBytes(header, kNewHeaderOffset);
   // The system's loader does not accept a header at an odd place or inside the DOS header either.
-  if (newHeader < kDosHeaderSize || newHeader % 2 != 0 || newHeader > FileBase.size())
+  if (newHeader < kDosHeaderSize || newHeader % 2 != 0 || newHeader > file.Size())
     Fail(kExeErrorNotValid,
          "not a Windows executable: its header would be at offset " + std::to_string(newHeader));
-  ExeType = ExeTypeOf(FileBase, newHeader);
+  ExeType = ExeTypeOf(file, newHeader);
   if (ExeType == 0) Fail(kExeErrorNotValid, "not an executable of a known format");
   return newHeader;
 }
@@ -140,12 +148,12 @@ std::uint32_t EXEFile::FindNewHeader() {
 // Reads the imported modules. False when the file has no import table.
 bool EXEFile::GetImportInfo(const PeImage& image, bool search) {
   const std::uint32_t table = image.AddressOf(PeImage::Directory::Imports);
-  if (table == 0 || !image.At(table)) return false;
+  if (table == 0 || !image.At(table, 0)) return false;
   std::unordered_map<std::string, std::string> found;  // a name that repeats is searched for once
   std::string name;
   // Every descriptor costs at least one byte of names, so a table without end comes to one.
   for (std::uint64_t address = table;; address += kDescriptorSize) {
-    const auto descriptor = image.At(address);
+    const auto descriptor = image.At(address, kDescriptorSize);
     if (!descriptor) break;
     const std::uint32_t nameAddress = GetLongFromBytes(*descriptor, kDescriptorName);
     if (nameAddress == 0 || !TakeName(image, nameAddress, name)) break;
@@ -165,17 +173,21 @@ bool EXEFile::GetImportInfo(const PeImage& image, bool search) {
 // Reads the exported names; there are none without an export table.
 void EXEFile::GetExportInfo(const PeImage& image) {
   const std::uint32_t table = image.AddressOf(PeImage::Directory::Exports);
-  const auto directory = table == 0 ? std::nullopt : image.At(table);
+  const auto directory = table == 0 ? std::nullopt : image.At(table, kExportDirectorySize);
   if (!directory) return;
-  const auto addresses = image.At(GetLongFromBytes(*directory, kAddressOfNames));
+  constexpr std::size_t kAddressSize = sizeof(std::uint32_t);
+  const std::size_t named = GetLongFromBytes(*directory, kNumberOfNames);
+  const std::size_t mostNamed = std::numeric_limits<std::size_t>::max() / kAddressSize;
+  const auto addresses =
+      image.At(GetLongFromBytes(*directory, kAddressOfNames), std::min(named, mostNamed) * kAddressSize);
   if (!addresses) return;
-  const std::size_t count = std::min<std::size_t>(GetLongFromBytes(*directory, kNumberOfNames),
-                                                  addresses->size() / sizeof(std::uint32_t));
+  const std::size_t count = addresses->size() / kAddressSize;
+  Exports.Reserve(count);
   std::string name;
   for (std::size_t index = 0; index < count; ++index) {
-    const std::uint32_t address = GetLongFromBytes(*addresses, index * sizeof(std::uint32_t));
+    const std::uint32_t address = GetLongFromBytes(*addresses, index * kAddressSize);
     if (!TakeName(image, address, name)) break;
-    if (!name.empty() && !Exports.FindItem(name)) Exports.Insert(std::make_shared<std::string>(name), name);
+    if (!name.empty()) Exports.InsertNew(name, [&name] { return std::make_shared<std::string>(name); });
   }
 }
 
@@ -185,7 +197,11 @@ bool EXEFile::TakeName(const PeImage& image, std::uint32_t address, std::string&
   const std::string_view bytes = image.NameAt(address);
   if (bytes.size() >= nameBytesLeft_) return false;
   nameBytesLeft_ -= bytes.size() + 1;
-  name = DecodeName(codePage_, bytes);
+  if (IsAscii(bytes)) {
+    name.assign(bytes);
+  } else {
+    name = codePage_.Decode(bytes);
+  }
   return true;
 }
 

@@ -52,6 +52,9 @@ class EXEFile {
   // The same for bytes in memory, which must outlive the use of FileBase; imports are not searched for
   // (FullName stays empty) when `search` is false.
   bool OpenBytes(std::string_view bytes, bool search);
+  // The same for a file of which only the parts that count are read; imports are not searched for, and
+  // FileBase is empty.
+  bool OpenSource(const BytesSource& source);
   // True when a function of that name is exported, case ignored.
   bool IsExported(const std::string& name) const { return Exports.FindItem(name) != nullptr; }
 
@@ -64,10 +67,10 @@ class EXEFile {
   std::int32_t ExeType = 0;
 
  private:
-  bool Read(std::string_view bytes, bool search);
+  bool Read(const BytesSource& file, bool search);
   void Clear();
   [[noreturn]] void Fail(std::int32_t errorType, const std::string& reason);
-  std::uint32_t FindNewHeader();
+  std::uint32_t FindNewHeader(const BytesSource& file);
   bool GetImportInfo(const PeImage& image, bool search);
   void GetExportInfo(const PeImage& image);
   bool TakeName(const PeImage& image, std::uint32_t address, std::string& name);
@@ -77,7 +80,7 @@ class EXEFile {
   const basGlobal* global_;
   std::string path_;  // for messages
   std::unique_ptr<FileView> view_;
-  std::size_t nameBytesLeft_ = 0;  // how many bytes of names may still be taken
+  std::uint64_t nameBytesLeft_ = 0;  // how many bytes of names may still be taken
 };
 
 }  // namespace bxvbwiz

@@ -47,9 +47,9 @@ std::uint16_t GetWordFromBytes(std::string_view bytes, std::uint64_t offset) {
   return static_cast<std::uint16_t>(GetLongFromBytes(bytes, offset) & 0xFFFFU);
 }
 
-PeImage::PeImage(std::string_view file, std::uint32_t newHeader) : file_(file) {
+PeImage::PeImage(const BytesSource& file, std::uint32_t newHeader) : file_(file) {
   const std::uint64_t fileHeader = std::uint64_t{newHeader} + kSignatureSize;
-  optionalHeader_ = BytesFrom(file, fileHeader + kFileHeaderSize).substr(0, kOptionalHeaderSize);
+  optionalHeader_ = file.Part(fileHeader + kFileHeaderSize, kOptionalHeaderSize);
   is64Bit_ = GetWordFromBytes(optionalHeader_, 0) == kMagic64Bit;
   if (is64Bit_) return;
   ReadSections(newHeader + kSignatureSize);
@@ -62,10 +62,11 @@ void PeImage::ReadSections(std::uint32_t fileHeader) {
   const std::uint32_t alignment = GetLongFromBytes(optionalHeader_, kSectionAlignment);
   const bool wholePages = alignment == 0 || alignment >= kPage;
 
-  const std::uint64_t table = std::uint64_t{fileHeader} + kFileHeaderSize +
-                              GetWordFromBytes(file_, fileHeader + kSizeOfOptionalHeader);
-  std::string_view headers = BytesFrom(file_, table);
-  std::size_t count = GetWordFromBytes(file_, fileHeader + kNumberOfSections);
+  const std::string_view header = file_.Part(fileHeader, kFileHeaderSize);
+  const std::uint64_t table =
+      std::uint64_t{fileHeader} + kFileHeaderSize + GetWordFromBytes(header, kSizeOfOptionalHeader);
+  std::size_t count = GetWordFromBytes(header, kNumberOfSections);
+  std::string_view headers = file_.Part(table, count * kSectionHeaderSize);
   count = std::min<std::size_t>(count, headers.size() / kSectionHeaderSize + 1);
   sections_.reserve(count);
   for (; count > 0 && !headers.empty(); --count) {
@@ -76,13 +77,10 @@ void PeImage::ReadSections(std::uint32_t fileHeader) {
     const std::uint64_t begin = GetLongFromBytes(headers, kVirtualAddress);
 
     std::uint32_t raw = GetLongFromBytes(headers, kRawPointer);
-    std::string_view bytes;  // a section without a raw pointer is all zero
-    if (raw != 0) {
-      if (wholePages) raw -= raw % kSector;
-      bytes =
-          BytesFrom(file_, raw).substr(0, static_cast<std::size_t>(std::min<std::uint64_t>(rawSize, size)));
-    }
-    if (size != 0) sections_.push_back({begin, begin + size, bytes});
+    // A section without a raw pointer is all zero.
+    const std::uint64_t used = raw == 0 ? 0 : std::min<std::uint64_t>(rawSize, size);
+    if (wholePages) raw -= raw % kSector;
+    if (size != 0) sections_.push_back({begin, begin + size, raw, used});
     headers = BytesFrom(headers, kSectionHeaderSize);
   }
 }
@@ -124,22 +122,25 @@ std::uint32_t PeImage::AddressOf(Directory directory) const {
   return GetLongFromBytes(optionalHeader_, kDirectories + index * kDirectorySize);
 }
 
-std::optional<std::string_view> PeImage::At(std::uint64_t address) const {
+std::optional<std::string_view> PeImage::At(std::uint64_t address, std::size_t size) const {
   const auto isBefore = [](std::uint64_t wanted, const Range& range) { return wanted < range.begin; };
   const auto behind = std::upper_bound(ranges_.begin(), ranges_.end(), address, isBefore);
   if (behind != ranges_.begin() && address < (behind - 1)->end) {
     const Section& section = sections_[(behind - 1)->section];
-    return BytesFrom(section.bytes, address - section.begin);
+    const std::uint64_t offset = address - section.begin;
+    if (offset >= section.rawSize) return std::string_view();
+    const std::uint64_t used = std::min<std::uint64_t>(size, section.rawSize - offset);
+    return file_.Part(section.raw + offset, static_cast<std::size_t>(used));
   }
   // The headers are mapped as they stand in the file, and so is a file without sections.
   const bool isHeader = sections_.empty() || address < GetLongFromBytes(optionalHeader_, kSizeOfHeaders);
-  if (isHeader && address < file_.size()) return BytesFrom(file_, address);
+  if (isHeader && address < file_.Size()) return file_.Part(address, size);
   return std::nullopt;
 }
 
 std::string_view PeImage::NameAt(std::uint32_t address) const {
   if (address == 0) return {};
-  const std::string_view bytes = At(address).value_or(std::string_view()).substr(0, kLongestName);
+  const std::string_view bytes = At(address, kLongestName).value_or(std::string_view());
   return bytes.substr(0, bytes.find('\0'));
 }
 

@@ -21,20 +21,40 @@ class KeyedCollection {
 
   explicit KeyedCollection(KeyCase keyCase = KeyCase::Exact) : keyCase_(keyCase) {}
 
+  // Entries point into the index, which moves along and is not copied.
+  KeyedCollection(const KeyedCollection&) = delete;
+  KeyedCollection& operator=(const KeyedCollection&) = delete;
+  KeyedCollection(KeyedCollection&&) = default;
+  KeyedCollection& operator=(KeyedCollection&&) = default;
+  ~KeyedCollection() = default;
+
   // Adds an element; an empty key adds it without one. Raises error 457 when the key is taken.
   void Insert(const Pointer& element, const std::string& key) {
-    if (!key.empty() && !byKey_.emplace(Folded(key), element).second) {
-      throw RuntimeError(kErrorDuplicateKey,
-                         "This key is already associated with an element of this collection: " + key);
+    const std::string* folded = nullptr;
+    if (!key.empty()) {
+      const auto [place, isNew] = byKey_.emplace(Folded(key), element);
+      if (!isNew) {
+        throw RuntimeError(kErrorDuplicateKey,
+                           "This key is already associated with an element of this collection: " + key);
+      }
+      folded = &place->first;
     }
-    elements_.push_back({element, key});
+    elements_.push_back({element, folded});
+  }
+  // Adds what `make` gives under a key that is not empty, unless the key is taken.
+  template <class Make>
+  void InsertNew(const std::string& key, const Make& make) {
+    const auto [place, isNew] = byKey_.try_emplace(Folded(key));
+    if (!isNew) return;
+    place->second = make();
+    elements_.push_back({place->second, &place->first});
   }
   // Puts an element in the place of the one with that key, or adds it when there is none.
   void Replace(const Pointer& element, const std::string& key) {
     const auto found = byKey_.find(Folded(key));
     if (found == byKey_.end()) return Insert(element, key);
     for (Entry& entry : elements_) {
-      if (entry.element == found->second && Folded(entry.key) == found->first) entry = {element, key};
+      if (entry.key == &found->first) entry.element = element;
     }
     found->second = element;
   }
@@ -56,17 +76,23 @@ class KeyedCollection {
     const auto found = byKey_.find(Folded(key));
     return found == byKey_.end() ? nullptr : found->second;
   }
+  // Makes room for that many elements.
+  void Reserve(std::size_t count) {
+    elements_.reserve(count);
+    byKey_.reserve(count);
+  }
   std::size_t Count() const { return elements_.size(); }
   // Raise like Item.
   void Remove(std::size_t position) {
     Item(position);
-    byKey_.erase(Folded(elements_[position - 1].key));
+    if (const std::string* key = elements_[position - 1].key) byKey_.erase(byKey_.find(*key));
     elements_.erase(elements_.begin() + static_cast<std::ptrdiff_t>(position - 1));
   }
   void Remove(const std::string& key) {
     Item(key);
+    const std::string* folded = &byKey_.find(Folded(key))->first;
     for (std::size_t position = 1; position <= elements_.size(); ++position) {
-      if (Folded(elements_[position - 1].key) == Folded(key)) return Remove(position);
+      if (elements_[position - 1].key == folded) return Remove(position);
     }
   }
   void Clear() {
@@ -95,7 +121,7 @@ class KeyedCollection {
  private:
   struct Entry {
     Pointer element;
-    std::string key;
+    const std::string* key;  // folded, that of byKey_; null without one
   };
   std::string Folded(const std::string& key) const {
     return keyCase_ == KeyCase::Exact ? key : UpperCase(key);

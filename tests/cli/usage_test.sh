@@ -100,6 +100,8 @@ Expect "the whole wizard" 0 'Demo-3.bxp' generate "$project"
 # ---- inspect
 mkfifo pipe
 Expect "a DLL that registers itself" 0 '"selfRegister": 1' inspect machine/drive_c/Src/Server.dll --json
+ln -s machine/drive_c/Src/Server.dll link.dll
+Expect "a link to a file is followed" 0 "DllRegisterServer" inspect link.dll
 Expect "a text is no executable, and no failure" 0 "not an executable" inspect "$project"
 Expect "a missing file" 1 "missing.dll" inspect missing.dll machine/drive_c/Src/Server.dll
 Expect "the files beside a missing one are shown" 1 "DllRegisterServer" inspect missing.dll machine/drive_c/Src/Server.dll

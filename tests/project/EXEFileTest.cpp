@@ -25,6 +25,7 @@ constexpr std::size_t kVirtualSize = kSection + 8;
 constexpr std::size_t kRawSize = kSection + 16;
 constexpr std::size_t kRawPointer = kSection + 20;
 constexpr std::size_t kDescriptors = 0x204;
+constexpr std::uint32_t kFileSize = 0x400;
 constexpr std::uint32_t kZeroFilled = 0x1C00;  // an address behind the section's raw data
 
 // A file with some of its 32-bit (or 16-bit) fields changed.
@@ -86,6 +87,8 @@ std::string WithoutSections() {
 
 TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
   const std::string all = "5/0 A.DLL B.DLL | One Two";
+  const std::uint32_t nameOfA = Made().At(kDescriptors + 12);
+  const std::size_t exports = Made().At(kExportDirectory) - 0xE00;
   const struct {
     const char* rule;
     std::string bytes;
@@ -98,7 +101,10 @@ TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
       {"header at 0", Made().Long(kNewHeaderOffset, 0), "!0/2 |"},
       {"odd header", Made(std::string(65, 'M') + "PE").Word(0, 0x5A4D).Long(kNewHeaderOffset, 65), "!0/2 |"},
       {"header behind the end", Made().Long(kNewHeaderOffset, 0xFFFFFFF0), "!0/2 |"},
+      {"header at the very end", Made().Long(kNewHeaderOffset, kFileSize), "!0/2 |"},
+      {"header inside the DOS header", Made().Long(kNewHeaderOffset, 0x3E), "!0/2 |"},
       {"NE", Made().Long(kNewHeader, 0x454E), "2/0 |"},
+      {"LE", Made().Long(kNewHeader, 0x454C), "3/0 |"},
       {"XE", Made().Long(kNewHeader, 0x4558), "4/0 |"},
       {"LX", Made().Long(kNewHeader, 0x584C), "!0/2 |"},
       {"PE with more behind", Made().Long(kNewHeader, 0x10004550), "!0/2 |"},
@@ -107,6 +113,17 @@ TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
       {"no exports", MakePe({"A.DLL"}, {}), "5/0 A.DLL |"},
       {"import directory of size 0", Made().Long(kImportDirectory + 4, 0), all},
       {"import directory outside", Made().Long(kImportDirectory, 0x5000), "!5/7 | One Two"},
+      {"import directory near 2^32", Made().Long(kImportDirectory, 0xFFFFFFF0), "!5/7 | One Two"},
+      {"name near 2^32", Made().Long(kDescriptors + 12, 0xFFFFFFFE), "5/0 B.DLL | One Two"},
+      {"last descriptor behind the raw data",
+       Made().Long(kImportDirectory, kZeroFilled - 0xA14).Long(kFileSize - 8, nameOfA),
+       "5/0 A.DLL | One Two"},
+      {"name up to the end of the file",
+       Made().Long(kDescriptors + 12, kZeroFilled - 0xA02).Word(kFileSize - 2, 0x7878),
+       "5/0 xx B.DLL | One Two"},
+      {"exports by ordinal only", Made().Long(exports + 24, 0), "5/0 A.DLL B.DLL |"},
+      {"more names and functions than fit",
+       Made().Long(exports + 20, 0xFFFFFFFF).Long(exports + 24, 0xFFFFFFFF), all},
       {"descriptors zero-filled", Made().Long(kImportDirectory, kZeroFilled), "5/0 | One Two"},
       {"name zero-filled", Made().Long(kDescriptors + 12, kZeroFilled), "5/0 B.DLL | One Two"},
       {"only the name ends", Made().Long(kDescriptors + 32, 0), "5/0 A.DLL | One Two"},
@@ -122,6 +139,7 @@ TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
       {"no sections", WithoutSections(), all},
       {"more sections than fit", Made().Word(kSectionCount, 0xFFFF), all},
       {"no directories", Made().Long(kDirectoryCount, 0), "!5/7 |"},
+      {"more directories than there are", Made().Long(kDirectoryCount, 0xFFFFFFFF), all},
       {"one directory", Made().Long(kDirectoryCount, 1), "!5/7 | One Two"},
       {"optional header cut off", std::string(Made()).substr(0, kImportDirectory + 2), "!5/7 |"},
   };

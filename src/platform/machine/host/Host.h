@@ -50,6 +50,8 @@ class InputFile {
   const FileStatus& Status() const { return status_; }  // when it was opened
   // Reads up to `size` bytes, fewer only at the file's end, and gives their number.
   SystemError Read(char* buffer, std::size_t size, std::size_t& count);
+  // The same from `offset` on; do not use both for a file.
+  SystemError ReadAt(std::uint64_t offset, char* buffer, std::size_t size, std::size_t& count);
 
  private:
   std::intptr_t file_ = -1;  // the system's handle; -1: none

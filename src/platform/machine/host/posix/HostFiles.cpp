@@ -171,6 +171,19 @@ SystemError InputFile::Read(char* buffer, std::size_t size, std::size_t& count) 
   return SystemError::Success;
 }
 
+SystemError InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size, std::size_t& count) {
+  count = 0;
+  while (count < size) {
+    const ssize_t got =
+        pread(static_cast<int>(file_), buffer + count, size - count, static_cast<off_t>(offset + count));
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) return LastError();
+    if (got == 0) break;
+    count += static_cast<std::size_t>(got);
+  }
+  return SystemError::Success;
+}
+
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options) {
   std::string temporary;
   int file = -1;

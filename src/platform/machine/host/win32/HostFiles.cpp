@@ -157,6 +157,15 @@ SystemError InputFile::Read(char* buffer, std::size_t size, std::size_t& count) 
   return SystemError::Success;
 }
 
+SystemError InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size, std::size_t& count) {
+  count = 0;
+  LARGE_INTEGER place;
+  place.QuadPart = static_cast<LONGLONG>(offset);
+  if (SetFilePointerEx(reinterpret_cast<HANDLE>(file_), place, nullptr, FILE_BEGIN) == FALSE)
+    return LastError();
+  return Read(buffer, size, count);
+}
+
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options) {
   const bool readOnly = !options.permissionsOf.empty() && !StatusOf(options.permissionsOf).writable;
   const std::wstring target = SystemPath(path);

@@ -1,0 +1,53 @@
+// Parts of the wizard as programs, to be measured beside a program that does the same:
+//   figures set-keys MACHINE FILE SECTION <LINES    sets each "key=value" of the standard input in a profile
+//   file figures copy-tree MACHINE SOURCE TARGET         copies a folder's tree into an existing folder
+// Files and folders are Windows paths on the machine folder MACHINE. Exits with 1 on a failure.
+
+#include <exception>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "platform/machine/Machine.h"
+#include "support/basLogging.h"
+#include "support/basMisc.h"
+#include "support/RecordingUser.h"
+
+namespace {
+
+int SetKeys(bxvbwiz::Machine& machine, const std::string& file, const std::string& section) {
+  bxvbwiz::ProfileStrings& profile = machine.platform().profiles;
+  std::string line;
+  while (std::getline(std::cin, line)) {
+    const std::size_t equals = line.find('=');
+    if (equals == std::string::npos) continue;
+    const std::string key = line.substr(0, equals);
+    const std::string value = line.substr(equals + 1);
+    if (!profile.WriteString(section, key, value, file)) return 1;
+  }
+  return profile.Flush().empty() ? 0 : 1;
+}
+
+int CopyTree(bxvbwiz::Machine& machine, std::string source, std::string target) {
+  bxvbwiz::Session session(machine.platform(), bxvbwiz::StartMode::Automation);
+  const bxvbwiz::SessionScope scope(session);
+  bxvbwiz::RecordingUser user;
+  bxvbwiz::CopyFileTree(machine.platform().files, user, source, target);
+  return user.messages.empty() ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  const std::vector<std::string> arguments(argv, argv + argc);
+  if (arguments.size() != 5) {
+    std::cerr << "usage: figures set-keys MACHINE FILE SECTION | copy-tree MACHINE SOURCE TARGET\n";
+    return 2;
+  }
+  bxvbwiz::Machine machine(arguments[2]);
+  if (arguments[1] == "set-keys") return SetKeys(machine, arguments[3], arguments[4]);
+  return CopyTree(machine, arguments[3], arguments[4]);
+} catch (const std::exception& error) {
+  std::cerr << "figures: " << error.what() << '\n';
+  return 1;
+}

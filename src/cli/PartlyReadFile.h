@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/machine/host/Host.h"
+#include "project/PeImage.h"
+
+namespace bxvbwiz {
+
+// A file of this computer that is read piece by piece, where it is asked for: most of a large executable is
+// neither header nor table. It is not mapped, because a mapped file that shrinks ends the program.
+class PartlyReadFile : public BytesSource {
+ public:
+  // May be called again, for another file in the same memory. Only regular files are opened; gives the
+  // system's code for others, and NotEnoughMemory for 2 GB and more.
+  SystemError Open(const std::string& path);
+  std::uint64_t Size() const override { return size_; }
+  // A file that has shrunk since it was opened ends where it ends now.
+  std::string_view Part(std::uint64_t offset, std::size_t size) const override;
+  // The first failure to read a part, which is missing then.
+  SystemError Error() const { return error_; }
+
+ private:
+  void ReadPieces(std::size_t first, std::size_t last) const;
+
+  mutable std::optional<host::InputFile> file_;
+  std::unique_ptr<char[]> bytes_;  // of the whole file; what was not read has no value yet
+  std::size_t capacity_ = 0;       // of bytes_
+  mutable std::uint64_t size_ = 0;
+  mutable std::vector<bool> isRead_;  // a piece each
+  mutable SystemError error_ = SystemError::Success;
+};
+
+}  // namespace bxvbwiz
