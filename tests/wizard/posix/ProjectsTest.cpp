@@ -12,7 +12,8 @@
 #include "wizard/posix/GeneratedProject.h"
 #include "wizard/WizardFixture.h"
 
-// What holds for every project, on projects that are made up.
+// What holds for every project, on projects that are made up. Only where file names are UTF-8: the generator
+// makes names of several code pages with the standard library.
 namespace bxvbwiz {
 namespace {
 
