@@ -8,14 +8,14 @@ case $(od -An -tx2 -j$(($(od -An -tu4 -j60 -N4 "$bxvbwiz") + 4)) -N2 "$bxvbwiz")
   *) systemFolder=windows/system32 ;;
 esac
 
-# Programs of the same bits see the same view of the registry. Wine's loader, where it is the 32-bit one, takes system32
-# for the 32-bit folder.
-case $systemFolder in
-  */syswow64) registryTool='C:\windows\syswow64\reg.exe' ;;
-  *) registryTool='C:\windows\system32\reg.exe' ;;
-esac
-[ ! -x /usr/lib/wine/wine ] || registryTool=${registryTool/system32/sysnative}
-ImportRegistry() { "${run[0]}" "$registryTool" import "Z:$1" >/dev/null 2>&1; }
+# Programs of the same bits see the same view of the registry. The 32-bit loader takes system32 for the 32-bit folder.
+ImportRegistry() {
+  if [ "$systemFolder" = windows/syswow64 ]; then
+    "${run[0]}" 'C:\windows\syswow64\reg.exe' import "Z:$1"
+  else
+    WINEPREFIX=$prefix WINEDEBUG=-all /usr/lib/wine/wine64 'C:\windows\system32\reg.exe' import "Z:$1"
+  fi >/dev/null 2>&1
+}
 
 Pristine() {  # notes what the prefix has of its own
   [ -f "$prefix/pristine" ] || {
