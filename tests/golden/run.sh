@@ -16,7 +16,8 @@
 #   expected/      output (standard output), messages (standard error), exitcode, and under machine/ every file
 #                  that the run made or changed; removed and empty-folders list what files cannot show
 # GUIDs, the time of SOURCE_DATE_EPOCH and the folder of the run are masked in all of them.
-set -euo pipefail
+set -Eeuo pipefail
+trap 'echo "${BASH_SOURCE[0]##*/}: line $LINENO failed" >&2' ERR  # a run that stops says where
 golden=$(cd "$(dirname "$0")" && pwd)
 repository=$(cd "$golden/../.." && pwd)
 bxvbwiz=${BXVBWIZ:-$repository/build/asan/bin/bxvbwiz}
