@@ -136,7 +136,7 @@ SystemError DriveTree::CheckWritable(const Place& place) const {
 }
 
 SystemError DriveTree::Replace(const Place& place, std::string_view bytes, host::ContentOptions options) {
-  if (options.permissionsOf.empty() && place.Exists()) options.permissionsOf = place.hostPath;
+  if (!options.permissions && place.Exists()) options.permissions = place.status.permissions;
   options.flush = place.Exists();
   const SystemError error = host::ReplaceContent(place.hostPath, bytes, options);
   if (error == SystemError::Success) Created(place);

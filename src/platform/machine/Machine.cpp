@@ -100,7 +100,7 @@ struct Machine::Parts : public ProcessObserver {
     const host::FileStatus status = host::StatusOf(path);
     if (status.kind != host::FileKind::Missing) {
       if (status.kind != host::FileKind::File || !status.writable) return SystemError::AccessDenied;
-      options.permissionsOf = path;
+      options.permissions = status.permissions;
     }
     const SystemError error = host::ReplaceContent(path, registry.Text(), options);
     if (error == SystemError::Success) registry.SetStored();

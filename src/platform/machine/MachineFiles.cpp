@@ -168,7 +168,7 @@ SystemError MachineFiles::Copy(const std::string& source, const std::string& tar
   error = ReadWholeFile(from.hostPath, view);
   if (error != SystemError::Success) return error;
   host::ContentOptions options;
-  options.permissionsOf = from.hostPath;
+  options.permissions = from.status.permissions;
   options.modifiedNanoseconds = from.status.modifiedNanoseconds;
   return tree_.Replace(to, view->Bytes(), options);
 }

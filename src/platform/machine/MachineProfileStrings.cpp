@@ -35,7 +35,7 @@ std::string MachineProfileStrings::GetString(ProfileText section, ProfileText ke
                                              const std::string& file) {
   if (size == 0) return {};
   Files::iterator found;
-  const SystemError error = Open(file, found);
+  const SystemError error = Open(file, Use::Read, found);
   if (error != SystemError::Success) {
     if (!IsMissing(error)) unreadable_.insert(FullPath(file));
   } else {
@@ -109,8 +109,9 @@ std::string MachineProfileStrings::FullPath(const std::string& file) const {
   return windowsFolder_ + (EndsWith(windowsFolder_, "\\") ? "" : "\\") + file;
 }
 
-// Finds the file in memory, up to date with the disk, or brings it there. On a failure nothing of it is held.
-SystemError MachineProfileStrings::Open(const std::string& file, Files::iterator& found) {
+// Finds the file in memory, for reading up to date with the disk, or brings it there. On a failure nothing of
+// it is held.
+SystemError MachineProfileStrings::Open(const std::string& file, Use use, Files::iterator& found) {
   const std::string path = FullPath(file);
   const std::string key = store_.Key(path);
   if (key.empty()) return SystemError::PathNotFound;
@@ -118,6 +119,8 @@ SystemError MachineProfileStrings::Open(const std::string& file, Files::iterator
   if (found == files_.end()) {
     found = files_.emplace(key, File{path, ProfileEngine(codePage_, {}), false, {}, {}}).first;
   }
+  // Changes are made again on what the disk has when they are stored, so one more needs no look at it now.
+  if (use == Use::Write && !found->second.unsaved.empty()) return SystemError::Success;
   const SystemError error = Refresh(found->second);
   if (error == SystemError::Success) return error;
   if (!found->second.unsaved.empty()) failed_.insert(found->second.path);
@@ -143,7 +146,7 @@ SystemError MachineProfileStrings::Refresh(File& file) {
 
 bool MachineProfileStrings::Apply(const std::string& file, Edit edit) {
   Files::iterator found;
-  if (const SystemError error = Open(file, found); error != SystemError::Success) {
+  if (const SystemError error = Open(file, Use::Write, found); error != SystemError::Success) {
     if (!IsMissing(error)) return false;
     const std::string path = FullPath(file);
     const std::string key = store_.Key(path);

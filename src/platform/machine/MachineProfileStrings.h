@@ -90,8 +90,9 @@ class MachineProfileStrings : public ProfileStrings {
 
   using Files = std::map<std::string, File>;
 
+  enum class Use { Read, Write };
   std::string FullPath(const std::string& file) const;
-  SystemError Open(const std::string& file, Files::iterator& found);
+  SystemError Open(const std::string& file, Use use, Files::iterator& found);
   bool Apply(const std::string& file, Edit edit);
   static bool Make(ProfileEngine& engine, const Edit& edit);
   SystemError Refresh(File& file);

@@ -25,6 +25,7 @@ struct FileStatus {
   std::int64_t modifiedNanoseconds = 0;  // since 1970
   std::uint64_t inode = 0;
   std::uint64_t device = 0;
+  std::uint32_t permissions = 0;  // as the system has them; only ContentOptions takes them
 };
 
 // What lies at `path`; a link is not followed. Missing when it cannot be looked at.
@@ -60,7 +61,7 @@ class InputFile {
 
 // What a file written by ReplaceContent gets besides its bytes.
 struct ContentOptions {
-  std::string permissionsOf;  // a file whose permissions it gets; empty: a new file's
+  std::optional<std::uint32_t> permissions;  // of a FileStatus; without: a new file's
   std::optional<std::int64_t> modifiedNanoseconds;
   // Waits until the bytes are on the disk before the old file goes. It is what takes the time; a file that
   // replaces none has nothing to lose in a power failure.

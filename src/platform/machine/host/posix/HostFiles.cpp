@@ -39,6 +39,8 @@ FileStatus FromStat(const struct stat& status) {
   result.modifiedNanoseconds = ModifiedNanoseconds(status);
   result.inode = static_cast<std::uint64_t>(status.st_ino);
   result.device = static_cast<std::uint64_t>(status.st_dev);
+  // Set-user-id bits must not pass on to bytes that somebody else wrote.
+  result.permissions = status.st_mode & 0777;
   return result;
 }
 
@@ -93,13 +95,18 @@ SystemError SetFileModified(int file, std::int64_t nanoseconds) {
   return futimens(file, times) == 0 ? SystemError::Success : LastError();
 }
 
+// The mask that the system applies to a new file's mode may have taken some of the permissions.
+SystemError SetPermissions(int file, mode_t permissions) {
+  struct stat status = {};
+  if (fstat(file, &status) != 0) return LastError();
+  if ((status.st_mode & 0777) == permissions) return SystemError::Success;
+  return fchmod(file, permissions) == 0 ? SystemError::Success : LastError();
+}
+
 SystemError FillNewFile(int file, std::string_view bytes, const ContentOptions& options) {
-  if (!options.permissionsOf.empty()) {
-    struct stat like = {};
-    if (stat(options.permissionsOf.c_str(), &like) == 0) {
-      // Set-user-id bits must not pass on to bytes that somebody else wrote.
-      if (fchmod(file, like.st_mode & 0777) != 0) return LastError();
-    }
+  if (options.permissions) {
+    if (const SystemError error = SetPermissions(file, *options.permissions); error != SystemError::Success)
+      return error;
   }
   SystemError error = WriteAll(file, bytes);
   if (error == SystemError::Success && options.modifiedNanoseconds)
@@ -185,11 +192,12 @@ SystemError InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t si
 }
 
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options) {
+  const mode_t mode = options.permissions.value_or(kNewFileMode);
   std::string temporary;
   int file = -1;
   do {
     temporary = TemporaryName(path);
-    file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kNewFileMode);
+    file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
   } while (file < 0 && errno == EEXIST);
   if (file < 0) return LastError();
   Descriptor descriptor(file);

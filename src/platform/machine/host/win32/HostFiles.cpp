@@ -51,6 +51,7 @@ FileStatus StatusOfHandle(HANDLE file) {
                                kNanosecondsPerTick;
   status.inode = Join(facts.nFileIndexHigh, facts.nFileIndexLow);
   status.device = facts.dwVolumeSerialNumber;
+  status.permissions = facts.dwFileAttributes & FILE_ATTRIBUTE_READONLY;
   return status;
 }
 
@@ -167,7 +168,7 @@ SystemError InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t si
 }
 
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options) {
-  const bool readOnly = !options.permissionsOf.empty() && !StatusOf(options.permissionsOf).writable;
+  const bool readOnly = options.permissions.value_or(0) != 0;
   const std::wstring target = SystemPath(path);
   std::wstring temporary;
   SystemError error = SystemError::Success;
