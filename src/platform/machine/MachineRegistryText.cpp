@@ -123,7 +123,7 @@ std::string MachineRegistry::Text() const {
     text += "\r\n[" + tree_.Path(node) + "]\r\n";
     if (const auto values = values_.find(node); values != values_.end()) text += NewValues(values->second);
   }
-  return EncodeRegText(std::move(text), source_.encoding, codePage_);
+  return EncodeRegText(std::move(text), source_, codePage_);
 }
 
 // The block's lines with the changed values in place and without the deleted ones.

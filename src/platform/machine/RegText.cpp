@@ -14,11 +14,12 @@ namespace {
 constexpr std::string_view kHeader4 = "REGEDIT4";
 constexpr std::string_view kHeader5 = "Windows Registry Editor Version 5.00";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 // The registry editor breaks lines of bytes behind this column.
 constexpr std::size_t kLastColumn = 76;
 
-// Converts the lines that are not ASCII; a line feed is never part of a character in a code page.
+// Converts the lines that are not ASCII; a line's end is never part of a character in a code page.
 template <typename Convert>
 std::string ConvertLines(std::string text, Convert convert) {
   std::size_t other = FindNonAscii(text);
@@ -27,8 +28,8 @@ std::string ConvertLines(std::string text, Convert convert) {
   converted.reserve(text.size() + text.size() / 16);
   std::size_t copied = 0;
   for (; other != std::string::npos; other = FindNonAscii(text, copied)) {
-    const std::size_t begin = text.rfind('\n', other) + 1;  // npos + 1 is 0
-    const std::size_t end = std::min(text.find('\n', other), text.size());
+    const std::size_t begin = text.find_last_of(kLineEnds, other) + 1;  // npos + 1 is 0
+    const std::size_t end = std::min(text.find_first_of(kLineEnds, other), text.size());
     converted.append(text, copied, begin - copied);
     converted.append(convert(std::string_view(text).substr(begin, end - begin)));
     copied = end;
@@ -148,8 +149,11 @@ RegText DecodeRegText(std::string bytes, const CodePage& codePage) {
     }
     read.text = std::move(bytes);
     if (read.encoding == RegEncoding::CodePage) {
-      read.text =
-          ConvertLines(std::move(read.text), [&](std::string_view line) { return codePage.Decode(line); });
+      read.text = ConvertLines(std::move(read.text), [&](std::string_view line) {
+        std::string decoded = codePage.Decode(line);
+        if (codePage.Encode(decoded) != line) read.irregularLines.emplace(decoded, line);
+        return decoded;
+      });
     }
   }
   read.body = behind;
@@ -159,10 +163,14 @@ RegText DecodeRegText(std::string bytes, const CodePage& codePage) {
   return read;
 }
 
-std::string EncodeRegText(std::string text, RegEncoding encoding, const CodePage& codePage) {
-  if (encoding == RegEncoding::Utf8) return text;
-  if (encoding == RegEncoding::Utf16) return std::string(kUtf16Mark) + ToUtf16(text);
-  return ConvertLines(std::move(text), [&](std::string_view line) { return codePage.Encode(line); });
+std::string EncodeRegText(std::string text, const RegText& source, const CodePage& codePage) {
+  if (source.encoding == RegEncoding::Utf8) return text;
+  if (source.encoding == RegEncoding::Utf16) return std::string(kUtf16Mark) + ToUtf16(text);
+  return ConvertLines(std::move(text), [&](std::string_view line) {
+    if (source.irregularLines.empty()) return codePage.Encode(line);
+    const auto irregular = source.irregularLines.find(std::string(line));
+    return irregular != source.irregularLines.end() ? irregular->second : codePage.Encode(line);
+  });
 }
 
 std::string RegValueName(const ScannedValue& value) {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 #include "platform/Platform.h"
 
@@ -34,6 +35,9 @@ struct RegText {
   std::string text;  // UTF-8, complete
   RegEncoding encoding = RegEncoding::CodePage;
   std::size_t body = 0;  // where the line behind the header begins
+  // The bytes of lines that encoding their text would not give back, by that text: a code page may have two
+  // codes for a character.
+  std::unordered_map<std::string, std::string> irregularLines;
 };
 
 // Decodes an export. "REGEDIT4" is in the code page, "Windows Registry Editor Version 5.00" in UTF-8, either
@@ -41,8 +45,9 @@ struct RegText {
 // more.
 RegText DecodeRegText(std::string bytes, const CodePage& codePage);
 
-// The other way round; `text` begins with the header.
-std::string EncodeRegText(std::string text, RegEncoding encoding, const CodePage& codePage);
+// The other way round for a text that was made of `source`: lines that are in both keep their bytes. `text`
+// begins with the header.
+std::string EncodeRegText(std::string text, const RegText& source, const CodePage& codePage);
 
 // Where one line "name"=data lies in the text, and of what kind it is. The views point into the text.
 struct ScannedValue {
