@@ -1,6 +1,6 @@
 // The form without a window: a test drives it. The letters of BXVBWIZ_KEYS are pressed once it is shown, and
-// others arrive as WM_APP messages of the message-only window "BxvbwizDriven". "x" alone: it cannot be shown;
-// "y" alone: it cannot even be made.
+// others arrive as WM_APP messages of the thread. "x" alone: it cannot be shown; "y" alone: it cannot even be
+// made.
 #include <windows.h>
 
 #include <stdexcept>
@@ -10,8 +10,6 @@
 
 namespace bxvbwiz {
 namespace {
-
-constexpr const wchar_t* kWindowClass = L"BxvbwizDriven";
 
 std::string KeysToPress() {
   char keys[32] = "";
@@ -24,19 +22,18 @@ class DrivenView : public FormView {
   explicit DrivenView(frmMain& form) : form_(form) {}
 
   void ShowModal() override {
-    keys_ = KeysToPress();
-    if (keys_ == "x") throw std::runtime_error("This view cannot be shown");
-    WNDCLASSW windowClass{};
-    windowClass.lpfnWndProc = &Receive;
-    windowClass.lpszClassName = kWindowClass;
-    RegisterClassW(&windowClass);
-    HWND window = CreateWindowW(kWindowClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
-    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
-    PressNext(window);
+    std::string keys = KeysToPress();
+    if (keys == "x") throw std::runtime_error("This view cannot be shown");
     MSG message;
-    while (!unloaded_ && GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
-    DestroyWindow(window);
-    UnregisterClassW(kWindowClass, nullptr);
+    while (!unloaded_) {
+      if (!keys.empty()) {
+        Press(keys.front());
+        keys.erase(0, 1);
+      } else if (GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (message.hwnd == nullptr && message.message == WM_APP) Press(static_cast<char>(message.wParam));
+        DispatchMessageW(&message);
+      }
+    }
   }
   Button ShowMessage(const Message& message, const std::string&) override {
     return (message.style & 15) == kStyleYesNo ? Button::No : Button::Ok;
@@ -54,22 +51,6 @@ class DrivenView : public FormView {
   void Unload(const frmMain&) override { unloaded_ = true; }
 
  private:
-  static LRESULT CALLBACK Receive(HWND window, UINT message, WPARAM key, LPARAM data) {
-    auto* const view = reinterpret_cast<DrivenView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (message != WM_APP || view == nullptr || view->unloaded_)
-      return DefWindowProcW(window, message, key, data);
-    view->Press(static_cast<char>(key));
-    view->PressNext(window);
-    return 0;
-  }
-
-  // One at a time: while a handler runs, others are ignored.
-  void PressNext(HWND window) {
-    if (keys_.empty()) return;
-    PostMessageW(window, WM_APP, static_cast<WPARAM>(keys_.front()), 0);
-    keys_.erase(0, 1);
-  }
-
   void Press(char key) {
     switch (key) {
       case 'n':
@@ -77,17 +58,12 @@ class DrivenView : public FormView {
         return form_.cmdNext_Click(form_.fraPanel2.visible ? kPanelInformation : kPanelSummary);
       case 'o':
         return form_.cmdOK_Click();
-      case 'c':
-        return form_.cmdCancel_Click();
-      case 'e':
-        return form_.Form_KeyDown(kKeyEscape);
       default:
-        return form_.Form_QueryUnload();
+        return form_.cmdCancel_Click();
     }
   }
 
   frmMain& form_;
-  std::string keys_;
   bool unloaded_ = false;
 };
 

@@ -1,26 +1,22 @@
 #include "com/Host.h"
 
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
 
 #include "platform/win32/WideText.h"
 
 namespace bxvbwiz {
 namespace {
 
-namespace fs = std::filesystem;
-
-const std::wstring kProduct = L"SOFTWARE\\Borvex\\Borvex Professional\\6.0";
-
 std::wstring Windows(const char* folder, const wchar_t* name) {
-  std::wstring path = L"Z:" + Widen(folder) + L"\\" + name;
-  for (wchar_t& character : path) {
-    if (character == L'/') character = L'\\';
-  }
-  return path;
+  return WindowsPath(L"Z:" + Widen(folder) + L"\\" + name);
 }
 
 }  // namespace
+
+std::wstring WindowsPath(std::wstring path) {
+  std::replace(path.begin(), path.end(), L'/', L'\\');
+  return path;
+}
 
 const std::wstring kShippedServer = Windows(SHIPPED_FOLDER, L"Bx6vbwiz.dll");
 const std::wstring kDrivenServer = Windows(DRIVEN_FOLDER, L"Bx6vbwiz.dll");
@@ -64,13 +60,6 @@ OwnedVariant Variant(const std::wstring& text) {
   OwnedVariant value;
   value.vt = VT_BSTR;
   value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-  return value;
-}
-
-OwnedVariant Variant(long number) {
-  OwnedVariant value;
-  value.vt = VT_I4;
-  value.lVal = number;
   return value;
 }
 
@@ -140,42 +129,6 @@ DWORD RunProgram(std::wstring commandLine) {
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
   return code;
-}
-
-InstalledProduct::InstalledProduct() {
-  folder_ = (fs::temp_directory_path() / ("bxvbwiz-com-" + std::to_string(GetCurrentProcessId()))).wstring() +
-            L"\\";
-  const auto write = [this](const wchar_t* relative, const char* text) {
-    const fs::path path = Path(relative);
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << text;
-  };
-  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\VBWiz", L"DepFile", folder_);
-  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\VBWiz", L"TemplateSource", Path(L"Template"));
-  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\Main", L"Path", folder_);
-  SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"\\Main", L"DataLink", folder_);
-  SetRegistryText(HKEY_CURRENT_USER, kProduct + L"\\Main", L"DataFile", Path(L"Setups"));
-  write(L"VBWizDep.ini", "[System]\r\n1File=KERNEL32.DLL\r\n");
-  write(L"Template\\Base.bxp", "[Data]\r\nType=\r\n");
-  for (const wchar_t* name : {L"Component Definitions", L"File Groups", L"Script Files",
-                              L"String Tables\\0009-English", L"Text Substitutions"}) {
-    fs::create_directories(Path(L"Template\\") + name);
-  }
-  fs::create_directories(Path(L"Setups"));
-  write(L"Src\\App.vbp", "Type=Exe\r\nForm=Main.frm\r\nName=\"Demo\"\r\nExeName32=\"App.exe\"\r\n");
-  write(L"Src\\Main.frm", "VERSION 5.00\r\n");
-  write(L"Src\\App.exe", "MZ");
-}
-
-InstalledProduct::~InstalledProduct() {
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Borvex");
-  RegDeleteTreeW(HKEY_CURRENT_USER, L"SOFTWARE\\Borvex");
-  std::error_code ignored;
-  fs::remove_all(folder_, ignored);
-}
-
-bool InstalledProduct::Exists(const std::wstring& relative) const {
-  return fs::exists(Path(relative));
 }
 
 }  // namespace bxvbwiz

@@ -9,9 +9,11 @@
 #include "com/BX6VBWiz.h"
 #include "com/ComPtr.h"
 
-// What hosts of the automation server share: a registered server, late-bound calls, and a machine on which a
-// whole run succeeds.
+// What hosts of the automation server share: a registered server, and late-bound calls.
 namespace bxvbwiz {
+
+// With backslashes.
+std::wstring WindowsPath(std::wstring path);
 
 extern const std::wstring kShippedServer;
 extern const std::wstring kDrivenServer;
@@ -49,7 +51,6 @@ class HostTest : public testing::Test {
 };
 
 OwnedVariant Variant(const std::wstring& text);
-OwnedVariant Variant(long number);
 OwnedVariant Variant(IDispatch* object);
 
 // What a late-bound call gives.
@@ -61,6 +62,9 @@ struct Called {
 // The arguments stand in their order; a property is put with DISPATCH_PROPERTYPUT.
 Called Call(IDispatch* object, const std::wstring& member, std::vector<VARIANT> arguments = {},
             WORD flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET);
+inline HRESULT Put(IDispatch* object, const std::wstring& property, const std::wstring& value) {
+  return Call(object, property, {Variant(value)}, DISPATCH_PROPERTYPUT).code;
+}
 
 // The text of a registry value; "-" when there is none.
 std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring& name = L"");
@@ -68,17 +72,5 @@ void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& nam
 
 // Starts a program and gives its exit code. Its message boxes are answered with OK.
 DWORD RunProgram(std::wstring commandLine);
-
-// The product with a template, and a project that needs no rebuild, in a temporary folder.
-class InstalledProduct {
- public:
-  InstalledProduct();
-  ~InstalledProduct();
-  std::wstring Path(const std::wstring& relative) const { return folder_ + relative; }
-  bool Exists(const std::wstring& relative) const;
-
- private:
-  std::wstring folder_;  // with a trailing backslash
-};
 
 }  // namespace bxvbwiz

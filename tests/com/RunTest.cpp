@@ -1,13 +1,15 @@
 #include <functional>
 
 #include "com/Host.h"
+#include "platform/win32/WideText.h"
+#include "TestMachine.h"
 
 BSTR MakeSetup(const wchar_t* project);  // of docs/automation.md
 
 namespace bxvbwiz {
 namespace {
 
-const std::wstring kResults = L"SOFTWARE\\Borvex\\Borvex Professional\\6.0\\";
+const std::wstring kProduct = L"SOFTWARE\\Borvex\\Borvex Professional\\6.0\\";
 
 // What a host does from a timer while the wizard is shown.
 std::function<void()> whileShown;
@@ -17,64 +19,89 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   whileShown();
 }
 
-void Press(char key) {
-  PostMessageW(FindWindowExW(HWND_MESSAGE, nullptr, L"BxvbwizDriven", nullptr), WM_APP,
-               static_cast<WPARAM>(key), 0);
+void SetKeys(const char* keys) {
+  SetEnvironmentVariableA("BXVBWIZ_KEYS", keys);
 }
 
+// The product is installed with a template, and there is a project that needs no rebuild.
 class RunTest : public HostTest {
  protected:
-  RunTest() : HostTest(kDrivenServer) {}
-  ~RunTest() override { SetEnvironmentVariableA("BXVBWIZ_KEYS", nullptr); }
+  RunTest() : HostTest(kDrivenServer) {
+    files_.InstallProduct();
+    files_.Write("drive_c/Src/App.vbp",
+                 "Type=Exe\r\nForm=Main.frm\r\nName=\"Demo\"\r\nExeName32=\"App.exe\"\r\n");
+    files_.Write("drive_c/Src/Main.frm", "VERSION 5.00\r\n");
+    files_.Write("drive_c/Src/App.exe", "MZ");
+    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"VBWiz", L"DepFile", Path(L"Borvex"));
+    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"VBWiz", L"TemplateSource", Path(L"Borvex\\Template"));
+    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"Main", L"Path", Path(L"Borvex"));
+    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"Main", L"DataLink", Path(L"Links"));
+    SetRegistryText(HKEY_CURRENT_USER, kProduct + L"Main", L"DataFile", Path(L"Setups"));
+  }
+  ~RunTest() override {
+    SetKeys(nullptr);
+    for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) RegDeleteTreeW(root, L"SOFTWARE\\Borvex");
+  }
 
-  InstalledProduct product_;
+  std::wstring Path(const std::wstring& relative) const {
+    return WindowsPath(Widen(files_.Folder()) + L"\\drive_c\\" + relative);
+  }
+
+  ComPtr<IDispatch> CreateWithProject() const {
+    ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
+    EXPECT_EQ(Put(app.Get(), L"Project", project_), S_OK);
+    return app;
+  }
+  // The path of a setup project; empty without a name.
+  std::wstring Setup(const std::wstring& name) const {
+    return name.empty() ? L"" : Path(L"Setups\\" + name + L"\\" + name + L".bxp");
+  }
+
+  TestMachine files_;
+  std::wstring project_ = Path(L"Src\\App.vbp");
 };
 
-TEST_F(RunTest, ReturnsWhenTheWizardHasEndedByAnyWay) {
+// StillExecuting, ReturnCode and ProjectFile.
+std::wstring Results(const ComPtr<IDispatch>& app) {
+  return Call(app.Get(), L"StillExecuting").text + L" " + Call(app.Get(), L"ReturnCode").text + L" " +
+         Call(app.Get(), L"ProjectFile").text;
+}
+
+TEST_F(RunTest, ReturnsWhenTheWizardHasEnded) {
   struct Case {
     const char* keys;
     const wchar_t* showPage2;
     const wchar_t* returnCode;
-    const wchar_t* projectFile;  // empty, or relative
+    const wchar_t* name;
   };
   const Case cases[] = {{"c", L"True", L"0", L""},
-                        {"e", L"True", L"0", L""},
-                        {"q", L"True", L"0", L""},
-                        {"nnno", L"True", L"-1", L"Setups\\Demo\\Demo.bxp"},
-                        {"nno", L"False", L"-1", L"Setups\\Demo-1\\Demo-1.bxp"},
-                        {"nnc", L"False", L"0", L"Setups\\Demo-2\\Demo-2.bxp"}};
+                        {"nnno", L"True", L"-1", L"Demo"},
+                        {"nno", L"False", L"-1", L"Demo-1"},
+                        {"nnc", L"False", L"0", L"Demo-2"}};
   for (const Case& row : cases) {
     SCOPED_TRACE(row.keys);
-    SetEnvironmentVariableA("BXVBWIZ_KEYS", row.keys);
+    SetKeys(row.keys);
     const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
-    const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
-    ASSERT_EQ(
-        Call(app.Get(), L"Project", {Variant(product_.Path(L"Src\\App.vbp"))}, DISPATCH_PROPERTYPUT).code,
-        S_OK);
-    EXPECT_EQ(Call(groups.Get(), L"AppPath").text, product_.Path(L"Src\\"))
-        << "of the form that is there now";
-    Call(app.Get(), L"ShowPage2", {Variant(row.showPage2)}, DISPATCH_PROPERTYPUT);
-    EXPECT_EQ(Call(app.Get(), L"StillExecuting").text, L"True");
+    const ComPtr<IDispatch> app = CreateWithProject();
+    EXPECT_EQ(Call(groups.Get(), L"AppPath").text, Path(L"Src\\")) << "of the form that is there now";
+    Put(app.Get(), L"ShowPage2", row.showPage2);
+    EXPECT_EQ(Results(app), L"True -1 ");
     EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
-    EXPECT_EQ(Call(app.Get(), L"StillExecuting").text, L"False");
-    EXPECT_EQ(Call(app.Get(), L"ReturnCode").text, row.returnCode);
-    const std::wstring file = Call(app.Get(), L"ProjectFile").text;
-    EXPECT_EQ(file, *row.projectFile == L'\0' ? L"" : product_.Path(row.projectFile));
-    EXPECT_TRUE(file.empty() || product_.Exists(row.projectFile));
+    const std::wstring file = Setup(row.name);
+    EXPECT_EQ(Results(app), std::wstring(L"False ") + row.returnCode + L" " + file);
+    EXPECT_TRUE(file.empty() || GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES);
     EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK) << "a wizard that has ended is not shown again";
   }
-  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + L"0000", L"ReturnCode"), L"-")
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"0000", L"ReturnCode"), L"-")
       << "a host reads the properties instead";
 }
 
 TEST_F(RunTest, AFatalMessageEndsTheWizardAndKeepsTheReturnCode) {
-  SetEnvironmentVariableA("BXVBWIZ_KEYS", "n");
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kResults + L"VBWiz").c_str());
-  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
-  Call(app.Get(), L"Project", {Variant(product_.Path(L"Src\\App.vbp"))}, DISPATCH_PROPERTYPUT);
+  SetKeys("n");
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kProduct + L"VBWiz").c_str());
+  const ComPtr<IDispatch> app = CreateWithProject();
   EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
-  EXPECT_EQ(Call(app.Get(), L"StillExecuting").text, L"False");
-  EXPECT_EQ(Call(app.Get(), L"ReturnCode").text, L"-1");
+  EXPECT_EQ(Results(app), L"False -1 ");
 }
 
 TEST_F(RunTest, LetsMessagesFlowAndSurvivesCallsAndReleaseFromInside) {
@@ -88,7 +115,7 @@ TEST_F(RunTest, LetsMessagesFlowAndSurvivesCallsAndReleaseFromInside) {
     const ComPtr<IDispatch> other = Create(L"BX6VBWiz.Application");
     ofAnother = Call(other.Get(), L"Run");
     app = ComPtr<IDispatch>();
-    Press('c');
+    PostThreadMessageW(GetCurrentThreadId(), WM_APP, 'c', 0);
   };
   SetTimer(nullptr, 0, 10, &OnTimer);
   IDispatch* const running = app.Get();
@@ -121,20 +148,17 @@ TEST_F(ShippedRunTest, ShowsAWindowUntilItIsClosed) {
 }
 
 TEST_F(RunTest, AnObjectThatLostTheFormOrFollowsOneThatFailedIsRunInANewOne) {
-  const ComPtr<IDispatch> component = Create(L"BX6VBWiz.CSystemInfo");
-  CLSID id{};
-  CLSIDFromProgID(L"BX6VBWiz.Application", &id);
+  SetKeys("y");
   ComPtr<IDispatch> none;
-  SetEnvironmentVariableA("BXVBWIZ_KEYS", "y");
   constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);  // run-time error 5
-  EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, none.ReceiveVoid()),
-            kInvalidCall);
-  SetEnvironmentVariableA("BXVBWIZ_KEYS", "c");
-  const ComPtr<IDispatch> first = Create(L"BX6VBWiz.Application");
-  const ComPtr<IDispatch> second = Create(L"BX6VBWiz.Application");
-  for (IDispatch* app : {first.Get(), second.Get()}) {
-    EXPECT_EQ(Call(app, L"Run").code, S_OK);
-    EXPECT_EQ(Call(app, L"ReturnCode").text, L"0");
+  EXPECT_EQ(
+      CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, none.ReceiveVoid()),
+      kInvalidCall);
+  SetKeys("c");
+  const ComPtr<IDispatch> both[] = {Create(L"BX6VBWiz.Application"), Create(L"BX6VBWiz.Application")};
+  for (const ComPtr<IDispatch>& app : both) {
+    EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
+    EXPECT_EQ(Results(app), L"False 0 ");
   }
 }
 
@@ -144,45 +168,40 @@ TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
     const wchar_t* options;
     const wchar_t* id;
     const wchar_t* returnCode;
-    const wchar_t* projectFile;
+    const wchar_t* name;
     DWORD exitCode = 0;
   };
   const Case cases[] = {
-      {"nno", L"/IABCD /S0", L"ABCD", L"1", L"Setups\\Demo\\Demo.bxp"},
+      {"nno", L"/IABCD /S0", L"ABCD", L"1", L"Demo"},
       {"c", L"/IABCD /S0", L"ABCD", L"0", L""},
-      {"nnno", L"-S1 -AOrders /V", L"0000", L"1", L"Setups\\Orders\\Orders.bxp"},
-      {"c", L"/S0 /I /V0", L"", L"0", L""},           // an empty ID
-      {"nno", L"/IABCD /iEFGH", L"0000", L"0", L""},  // reported, which the view answers with Cancel
-      {"c", L"/S0  /IABCD", L"0000", L"0", L""},      // two blanks end the options
-      {"x", L"/IABCD", L"ABCD", L"0", L"", 1},        // nobody ended it
+      {"nnno", L"-S1 -AOrders /V", L"0000", L"1", L"Orders"},
+      {"x", L"/IABCD", L"ABCD", L"0", L"", 1},  // nobody ended it
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(testing::Message() << row.keys << " " << row.options);
-    SetEnvironmentVariableA("BXVBWIZ_KEYS", row.keys);
-    const std::wstring project = product_.Path(L"Src\\App.vbp");
-    for (const wchar_t* name : {L"ReturnCode", L"Project"})
-      RegDeleteKeyValueW(HKEY_CURRENT_USER, (kResults + row.id).c_str(), name);
-    EXPECT_EQ(RunProgram(L"\"" + kDrivenProgram + L"\" " + row.options + L" /P" + project), row.exitCode);
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"ReturnCode"), row.returnCode);
-    const std::wstring file = *row.projectFile == L'\0' ? L"" : product_.Path(row.projectFile);
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kResults + row.id, L"Project"), file);
+    SetKeys(row.keys);
+    RegDeleteTreeW(HKEY_CURRENT_USER, (kProduct + row.id).c_str());
+    EXPECT_EQ(RunProgram(L"\"" + kDrivenProgram + L"\" " + row.options + L" /P" + project_), row.exitCode);
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + row.id, L"ReturnCode"), row.returnCode);
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + row.id, L"Project"), Setup(row.name));
   }
 }
 
 TEST_F(RunTest, ServesTheHostOfThePageThroughTheVtable) {
-  for (const char* keys : {"nnno", "c"}) {
-    SetEnvironmentVariableA("BXVBWIZ_KEYS", keys);
-    BSTR made = MakeSetup(product_.Path(L"Src\\App.vbp").c_str());
-    const std::wstring path = made == nullptr ? L"" : made;
-    EXPECT_EQ(path, *keys == 'c' ? L"" : product_.Path(L"Setups\\Demo\\Demo.bxp"));
-    SysFreeString(made);
+  for (const auto& [keys, name] : {std::pair("nnno", L"Demo"), std::pair("c", L"")}) {
+    SetKeys(keys);
+    OwnedVariant made;
+    made.bstrVal = MakeSetup(project_.c_str());
+    made.vt = VT_BSTR;
+    EXPECT_EQ(made.bstrVal == nullptr ? L"" : made.bstrVal, Setup(name));
   }
 }
 
 TEST_F(RunTest, ServesAScriptWithEveryMember) {
-  SetEnvironmentVariableA("BXVBWIZ_KEYS", "nno");
+  SetKeys("nno");
   // A script that stops at an error ends with 0.
-  EXPECT_EQ(RunProgram(L"C:\\windows\\system32\\cscript.exe //nologo \"" + kScript + L"\""), 42U);
+  EXPECT_EQ(RunProgram(L"C:\\windows\\system32\\cscript.exe //nologo \"" + kScript + L"\" " + Path(L"")),
+            42U);
 }
 
 }  // namespace

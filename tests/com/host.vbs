@@ -1,4 +1,5 @@
-' A host in VBScript: calls every member of the public classes. Quits with 42 when all is as expected, because a
+' A host in VBScript: calls every member of the public classes. usage: host.vbs FOLDER, with the folders "Src" and
+' "Setups" of an installed product. Quits with 42 when all is as expected, because a
 ' script that stops at an error quits with 0.
 Option Explicit
 Dim failures
@@ -34,54 +35,17 @@ Class NoRecord
   Public FileName
 End Class
 
-Dim shell, files, folder, product, setup
-Set shell = CreateObject("WScript.Shell")
+Dim files, folder, setup, name
 Set files = CreateObject("Scripting.FileSystemObject")
-folder = "C:\bxvbwiz-script\"
-product = "\SOFTWARE\Borvex\Borvex Professional\6.0\"
+folder = WScript.Arguments(0)
 setup = folder & "Setup"
-
-Sub MakeFolder(path)
-  If Not files.FolderExists(path) Then files.CreateFolder path
-End Sub
-
-Sub WriteFile(path, text)
-  Dim file
-  Set file = files.CreateTextFile(path, True)
-  file.Write text
-  file.Close
-End Sub
+For Each name In Array("", "\File Groups", "\Component Definitions", "\Text Substitutions")
+  files.CreateFolder setup & name
+Next
 
 Function Contains(path, text)
   Contains = InStr(files.OpenTextFile(path).ReadAll, text) > 0
 End Function
-
-Sub InstallProduct()
-  If files.FolderExists(setup) Then files.DeleteFolder setup
-  If files.FolderExists(folder & "Setups") Then files.DeleteFolder folder & "Setups"
-  MakeFolder folder
-  MakeFolder folder & "Template"
-  MakeFolder folder & "Template\Component Definitions"
-  MakeFolder folder & "Template\File Groups"
-  MakeFolder folder & "Template\Script Files"
-  MakeFolder folder & "Template\String Tables"
-  MakeFolder folder & "Template\String Tables\0009-English"
-  MakeFolder folder & "Template\Text Substitutions"
-  MakeFolder folder & "Setups"
-  MakeFolder folder & "Src"
-  MakeFolder setup
-  MakeFolder setup & "\File Groups"
-  MakeFolder setup & "\Component Definitions"
-  MakeFolder setup & "\Text Substitutions"
-  shell.RegWrite "HKLM" & product & "VBWiz\DepFile", folder
-  shell.RegWrite "HKLM" & product & "VBWiz\TemplateSource", folder & "Template"
-  shell.RegWrite "HKLM" & product & "Main\Path", folder
-  shell.RegWrite "HKLM" & product & "Main\DataLink", folder
-  shell.RegWrite "HKCU" & product & "Main\DataFile", folder & "Setups"
-  WriteFile folder & "Template\Base.bxp", "[Data]" & vbCrLf & "Type=" & vbCrLf
-  WriteFile folder & "Src\App.vbp", "Type=Exe" & vbCrLf & "Name=""Demo""" & vbCrLf & "ExeName32=""App.exe""" & vbCrLf
-  WriteFile folder & "Src\App.exe", "MZ"
-End Sub
 
 Sub TestApplication()
   Dim app
@@ -197,7 +161,6 @@ Sub TestComponents()
   Check "its text", Contains(setup & "\Text Substitutions\Setup.tsb", "Key1=<VBWizVar-1>"), True
 End Sub
 
-InstallProduct
 TestApplication
 TestSystemInfo
 TestTranslations CreateObject("BX6VBWiz.CFileGroups")
