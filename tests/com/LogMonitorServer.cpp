@@ -2,7 +2,7 @@
 // made and when it is let go.
 #include <windows.h>
 // after windows.h
-#include <oleauto.h>
+#include <unknwn.h>
 
 namespace {
 
@@ -11,53 +11,37 @@ void Note(const wchar_t* what) {
                   static_cast<DWORD>((lstrlenW(what) + 1) * static_cast<int>(sizeof(wchar_t))));
 }
 
-class Monitor : public IDispatch {
+// Its own factory: of a monitor, nothing is called but what counts its references.
+class Monitor : public IClassFactory {
  public:
   virtual ~Monitor() = default;
-  STDMETHODIMP QueryInterface(REFIID id, void** object) override {
-    const bool isKnown = id == IID_IUnknown || id == IID_IDispatch;
-    *object = isKnown ? this : nullptr;
-    if (isKnown) AddRef();
-    return isKnown ? S_OK : E_NOINTERFACE;
+  STDMETHODIMP QueryInterface(REFIID, void** object) override {
+    *object = this;
+    AddRef();
+    return S_OK;
   }
   STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references_;
-    if (left == 0) {
-      Note(L"released");
-      delete this;
-    }
-    return left;
+    if (left != 0) return left;
+    Note(L"released");
+    delete this;
+    return 0;
   }
-  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-  STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-    return E_NOTIMPL;
-  }
-
- private:
-  ULONG references_ = 0;
-};
-
-class Factory : public IClassFactory {
- public:
-  STDMETHODIMP QueryInterface(REFIID, void** object) override {
-    *object = this;
+  STDMETHODIMP CreateInstance(IUnknown*, REFIID, void** object) override {
+    *object = new Monitor;
+    Note(L"made");
     return S_OK;
   }
-  STDMETHODIMP_(ULONG) AddRef() override { return 2; }
-  STDMETHODIMP_(ULONG) Release() override { return 1; }
-  STDMETHODIMP CreateInstance(IUnknown*, REFIID id, void** object) override {
-    Note(L"made");
-    return (new Monitor)->QueryInterface(id, object);
-  }
   STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+
+ private:
+  ULONG references_ = 1;
 };
 
 }  // namespace
 
 STDAPI DllGetClassObject(REFCLSID, REFIID id, LPVOID* object) {
-  static Factory factory;
+  static Monitor factory;
   return factory.QueryInterface(id, object);
 }

