@@ -8,8 +8,8 @@
 // after windows.h
 #include <shellapi.h>
 
-#include <cstdlib>
 #include <iostream>
+#include <map>
 
 #include "platform/CompiledStringTable.h"
 #include "platform/Text.h"
@@ -27,74 +27,56 @@ enum ExitCode { kFinished = 0, kNotFinished = 1, kUsage = 2, kProject = 3 };
 
 struct Arguments {
   std::string project;
-  std::string machine;
-  bool skipsInfo = false;
-  bool rebuilds = false;
-  bool pauses = false;
-  std::map<int, std::string> texts;  // by control
-  std::map<unsigned, int> answers;   // by string number
+  std::map<std::string, std::string> options;  // with their values, a flag with none
+  std::map<unsigned, int> answers;             // by string number
+
+  bool Has(const char* option) const { return options.count(option) != 0; }
 };
 
-std::string FromEnvironment(const wchar_t* name) {
-  wchar_t value[MAX_PATH] = {};
-  GetEnvironmentVariableW(name, value, MAX_PATH);
-  return Narrow(value);
-}
-
-void ReadAnswer(const std::string& text, Arguments& arguments) {
+Arguments ReadArguments() {
   static const std::map<std::string, int> kButtons = {
       {"ok", IDOK}, {"cancel", IDCANCEL}, {"retry", IDRETRY}, {"yes", IDYES}, {"no", IDNO}};
-  const std::size_t equals = text.find('=');
-  arguments.answers[static_cast<unsigned>(std::stoul(text))] = kButtons.at(text.substr(equals + 1));
-}
-
-Arguments ReadArguments() {
-  static const std::map<std::string, int> kTexts = {{"--app-name", kIdApplicationName},
-                                                    {"--company", kIdCompanyName},
-                                                    {"--app-type", kIdApplicationType},
-                                                    {"--app-version", kIdApplicationVersion}};
   int count = 0;
   const std::unique_ptr<LPWSTR, decltype(&LocalFree)> list(CommandLineToArgvW(GetCommandLineW(), &count),
                                                            &LocalFree);
   Arguments arguments;
-  arguments.machine = FromEnvironment(L"BXVBWIZ_MACHINE");
+  wchar_t machine[MAX_PATH] = {};
+  GetEnvironmentVariableW(L"BXVBWIZ_MACHINE", machine, MAX_PATH);
+  arguments.options["--machine"] = Narrow(machine);
   for (int i = 1; i < count; ++i) {
     const std::string name = Narrow(list.get()[i]);
-    const auto value = [&] { return ++i < count ? Narrow(list.get()[i]) : std::string(); };
-    const auto text = kTexts.find(name);
-    if (text != kTexts.end()) {
-      arguments.texts[text->second] = value();
-    } else if (name == "--machine") {
-      arguments.machine = value();
-    } else if (name == "--answer") {
-      ReadAnswer(value(), arguments);
-    } else if (name == "--skip-info") {
-      arguments.skipsInfo = true;
-    } else if (name == "--rebuild") {
-      arguments.rebuilds = true;
-    } else if (name == "--pause") {
-      arguments.pauses = true;
-    } else if (name != "generate" && name != "--json") {
-      arguments.project = name;
+    const bool isFlag = name == "--skip-info" || name == "--rebuild" || name == "--pause" || name == "--json";
+    if (!StartsWith(name, "--")) {
+      arguments.project = name;  // the last: "generate" may stand before it
+    } else if (isFlag || ++i == count) {
+      arguments.options[name] = "";
+    } else if (const std::string value = Narrow(list.get()[i]); name == "--answer") {
+      arguments.answers[static_cast<unsigned>(std::stoul(value))] =
+          kButtons.at(value.substr(value.find('=') + 1));
+    } else {
+      arguments.options[name] = value;
     }
   }
   return arguments;
 }
 
-// The string number of a message; 0 when it is none of the wizard's.
-unsigned NumberOf(const std::string& message) {
+// The wizard's messages, by string number, and how it ends after them. After those that do not let it go on,
+// the page stays.
+constexpr std::pair<unsigned, ExitCode> kMessages[] = {
+    {2, kFinished},    {1015, kProject},  {1025, kProject},  {1026, kProject},  {1028, kFinished},
+    {1037, kFinished}, {1041, kFinished}, {1045, kProject},  {1046, kFinished}, {1047, kFinished},
+    {1050, kUsage},    {1051, kUsage},    {1091, kFinished}, {1095, kFinished}};
+
+// 0 when it is none of the wizard's.
+std::pair<unsigned, ExitCode> MessageOf(const std::string& shown) {
   const CompiledStringTable strings;
-  for (const unsigned number :
-       {2U, 1015U, 1025U, 1026U, 1028U, 1037U, 1041U, 1045U, 1046U, 1047U, 1050U, 1051U, 1091U, 1095U}) {
-    const std::string text = strings.Text(number);
+  for (const auto& message : kMessages) {
+    const std::string text = strings.Text(message.first);
     const std::size_t value = text.find("%%1");
-    if (value == std::string::npos
-            ? StartsWith(message, text)
-            : StartsWith(message, text.substr(0, value)) && EndsWith(message, text.substr(value + 3))) {
-      return number;
-    }
+    const std::string behind = value == std::string::npos ? "" : text.substr(value + 3);
+    if (StartsWith(shown, text.substr(0, value)) && EndsWith(shown, behind)) return message;
   }
-  return 0;
+  return {0, kFinished};
 }
 
 class Drive {
@@ -102,24 +84,29 @@ class Drive {
   explicit Drive(const Arguments& arguments) : arguments_(arguments), driver_(CommandLine(arguments)) {}
 
   int Go() {
+    static const std::pair<const char*, int> kTexts[] = {{"--app-name", kIdApplicationName},
+                                                         {"--company", kIdCompanyName},
+                                                         {"--app-type", kIdApplicationType},
+                                                         {"--app-version", kIdApplicationVersion}};
     driver_.SetText(kIdProjectFile, arguments_.project);
-    if (arguments_.rebuilds) driver_.Click(kIdRebuild);
+    if (arguments_.Has("--rebuild")) driver_.Click(kIdRebuild);
     int code = Leave(kPanelWelcome, "welcome");
-    if (code != kFinished) return code;
-    if (!arguments_.skipsInfo) {
+    if (code == kFinished && !arguments_.Has("--skip-info")) {
       driver_.WaitForPanel(kPanelInformation);
-      for (const auto& [control, text] : arguments_.texts) driver_.SetText(control, text);
+      for (const auto& [option, control] : kTexts) {
+        if (arguments_.Has(option)) driver_.SetText(control, arguments_.options.at(option));
+      }
       code = Leave(kPanelInformation, "information");
-      if (code != kFinished) return code;
     }
+    if (code != kFinished) return code;
     driver_.WaitForPanel(kPanelSummary);
-    if (arguments_.pauses) ShowFileView();
+    if (arguments_.Has("--pause")) ShowFileView();
     code = Leave(kPanelSummary, "summary");
     if (code != kFinished) return code;
     driver_.WaitForPanel(kPanelReport);
     Pause("report");
     driver_.Click(kIdOk);
-    return driver_.WaitForEnd()["ReturnCode"] == "-1" ? kFinished : kNotFinished;
+    return driver_.WaitForEnd() == 0 ? kFinished : kNotFinished;
   }
 
  private:
@@ -127,11 +114,12 @@ class Drive {
     std::wstring program(MAX_PATH, L'\0');
     program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
     program.resize(program.find_last_of(L'\\') + 1);
-    std::string line = "\"" + Narrow(program) + "showwizard.exe\" --machine \"" + arguments.machine + "\"";
-    if (!arguments.skipsInfo) return line;
+    std::string line =
+        "\"" + Narrow(program) + "showwizard.exe\" --machine \"" + arguments.options.at("--machine") + "\"";
+    if (!arguments.Has("--skip-info")) return line;
     line += " --skip-info";
-    const auto name = arguments.texts.find(kIdApplicationName);
-    return name == arguments.texts.end() ? line : line + " --app-name \"" + name->second + "\"";
+    return arguments.Has("--app-name") ? line + " --app-name \"" + arguments.options.at("--app-name") + "\""
+                                       : line;
   }
 
   // Presses the page's Next and answers what is asked until the page is left.
@@ -142,38 +130,19 @@ class Drive {
       driver_.WaitForAnything(panel);
       if (driver_.Ended()) return kNotFinished;
       if (!driver_.HasMessage()) return kFinished;
-      const unsigned number = NumberOf(driver_.WaitForMessage());
-      Pause(("message-" + std::to_string(number)).c_str());
-      Answer(number);
-      if (const int code = CodeOfRefusal(number); code != kFinished) {
-        driver_.WaitForPanel(panel);
-        driver_.Click(kIdCancel);
-        driver_.WaitForEnd();
-        return code;
-      }
-    }
-  }
-
-  void Answer(unsigned number) {
-    const auto given = arguments_.answers.find(number);
-    if (given != arguments_.answers.end()) return driver_.Answer(given->second);
-    // What bxvbwiz cannot answer ends the wizard.
-    driver_.Answer(number == 2 ? IDCANCEL : number == 1091 ? IDNO : IDOK);
-  }
-
-  // After these messages the page stays.
-  static int CodeOfRefusal(unsigned number) {
-    switch (number) {
-      case 1015:
-      case 1025:
-      case 1026:
-      case 1045:
-        return kProject;
-      case 1050:
-      case 1051:
-        return kUsage;
-      default:
-        return kFinished;
+      const auto [number, code] = MessageOf(driver_.WaitForMessage());
+      Pause("message-" + std::to_string(number));
+      const auto given = arguments_.answers.find(number);
+      // What bxvbwiz cannot answer ends the wizard.
+      driver_.Answer(given != arguments_.answers.end() ? given->second
+                     : number == 2                     ? IDCANCEL
+                     : number == 1091                  ? IDNO
+                                                       : IDOK);
+      if (code == kFinished) continue;
+      driver_.WaitForPanel(panel);
+      driver_.Click(kIdCancel);
+      driver_.WaitForEnd();
+      return code;
     }
   }
 
@@ -185,8 +154,8 @@ class Drive {
     driver_.WaitUntil("the project view", [this] { return driver_.Visible(kIdDependencies); });
   }
 
-  void Pause(const char* name) const {
-    if (!arguments_.pauses) return;
+  void Pause(const std::string& name) const {
+    if (!arguments_.Has("--pause")) return;
     SetCursorPos(0, 0);  // nothing on a picture looks as if the mouse was over it
     std::cout << name << std::endl;
     std::string line;

@@ -3,10 +3,8 @@
 #include <windows.h>
 
 #include <functional>
-#include <map>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "platform/win32/OwnedHandle.h"
 
@@ -34,27 +32,21 @@ class WizardDriver {
   // The window of a control; null while its page was never shown.
   HWND Find(int id) const;
   std::string Text(int id) const;
-  bool Visible(int id) const;
-  bool Enabled(int id) const;
-  bool Checked(int id) const;
-  bool IsDefaultButton(int id) const;
-  // The control that has the focus.
-  int Focus() const;
-  // Start and end of what is selected in a text box.
-  std::pair<DWORD, DWORD> Selection(int id) const;
-  // The tip that the form has for one of its windows; empty without one.
-  std::string ToolTip(HWND control) const;
-  // "  text*" for each node, two blanks a level, with the number of its picture.
-  std::vector<std::string> Tree(int id) const;
+  bool Visible(int id) const { return IsWindowVisible(Find(id)) != FALSE; }
+  bool Enabled(int id) const { return IsWindowEnabled(Find(id)) != FALSE; }
+  // What a message to a control gives that points to no memory.
+  LRESULT Ask(int id, UINT message, WPARAM wParam = 0) const {
+    return SendMessageW(Find(id), message, wParam, 0);
+  }
+  bool Checked(int id) const { return Ask(id, BM_GETCHECK) == BST_CHECKED; }
 
+  // In the place of all that a text box holds, or that of a combo box.
   void SetText(int id, const std::string& text);
-  void Paste(int id, const std::string& text);
-  void Click(int id);
-  void Choose(int id, int item);  // of a combo box
+  // Posted: what it begins may show a message box and return only after that.
+  void Click(int id) { PostMessageW(Find(id), BM_CLICK, 0, 0); }
   void Type(int id, const std::string& characters);
   void Key(int virtualKey);
   void AccessKey(char letter);
-  void CloseFromMenu();
 
   // The text of the message box that comes up.
   std::string WaitForMessage();
@@ -63,25 +55,24 @@ class WizardDriver {
   // Types a name into the file dialog that comes up and presses Open.
   void AnswerFileDialog(const std::string& name);
   void WaitForPanel(int panel);
+  void WaitForFocus(int id);
   // Waits until another panel is shown, a message box comes up, or the program ends.
   void WaitForAnything(int panelToLeave);
-  void WaitUntil(const char* what, const std::function<bool()>& condition) const;
+  void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
   bool HasMessage() const { return MessageBoxWindow() != nullptr; }
   bool Ended() const;
-  // What the program printed as "Name=value" lines, when it has ended.
-  std::map<std::string, std::string> WaitForEnd();
+  // The program's exit code, when it has ended.
+  DWORD WaitForEnd();
 
  private:
   HWND MessageBoxWindow() const;
-  HWND FileDialog() const;
-  HWND OtherDialog(int controlInside) const;
-  std::string ReadOutput();
+  HWND Dialog(int controlInside) const;
+  HWND FocusWindow() const;
   // The panel that is shown; none while one follows another, and when the window is gone.
   int Panel() const;
   static constexpr int kNoPanel = -1;
 
   OwnedHandle process_;
-  OwnedHandle output_;
   DWORD processId_ = 0;
   HWND window_ = nullptr;
 };
