@@ -1,6 +1,6 @@
 ' A host in VBScript: calls every member of the public classes. usage: host.vbs FOLDER, with the folders "Src" and
-' "Setups" of an installed product. Quits with 42 when all is as expected, because a
-' script that stops at an error quits with 0.
+' "Setups" of an installed product. Quits with 42 when all is as expected, because a script that stops at an error
+' quits with 0.
 Option Explicit
 Dim failures
 failures = 0
