@@ -22,6 +22,7 @@ TEST_F(ProjectTest, KeysAreExactPrefixesOfALine) {
       {"Type=Exe\n[MS Transaction Server]\nVersionCompanyName=\"Acme Inc.\"\n", "1|Demo.EXE|||..|Acme Inc."},
       {"Type=Exe\nName=One\nName=Two\nClass=A; A.cls\n", "1|Demo.EXE||Two|..|"},
       {"Type=Control\nExeName32=\"\"\n", "4|Demo.OCX|||..|"},
+      {"Class=A\nType=OleDll\n", "1|Demo.EXE|||..|"},
       {"Type=OleDll\nClass=A; A.cls\nUserDocument=B\n", "6|Demo.DLL|||..|"},
       {"Type=OleDll\nUserDocument=B\nClass=A; A.cls\n", "3|Demo.DLL|||..|"},
       {"Type=OleExe\nUserDocument=B\n", "5|Demo.EXE|||..|"},
