@@ -34,7 +34,9 @@ Expect "the version is printed" 0 "bxvbwiz " --version
 Expect "help names every command" 0 "inspect" --help
 Expect "no command is wrong usage" 2 "required"
 Expect "a project is required" 2 "PROJECT" generate
+Expect "an unknown option is wrong usage" 2 "--colour" analyse x.vbp --colour
 Expect "--yes and --no exclude each other" 2 "excludes" analyse x.vbp --yes --no
+Expect "--quiet and --verbose exclude each other" 2 "excludes" analyse x.vbp --quiet --verbose
 Expect "an answer names a message that exists" 2 "string number 9" analyse x.vbp --answer 9=ok
 Expect "a message has one answer" 2 "second time" analyse x.vbp --answer 1095=yes --answer 1095=no
 Expect "a text is one line" 2 "control character" analyse x.vbp --app-type $'a\nGUID=b'
@@ -43,6 +45,10 @@ Expect "an empty text is wrong usage" 2 "empty" analyse x.vbp --company ''
 # ---- machine folders
 Expect "a machine folder is made" 0 "machine" machine new machine
 Expect "a folder that is not empty is refused" 2 "empty" machine new machine
+Expect "a file is no machine folder" 2 "empty" machine new machine/registry.reg
+mkdir empty
+Expect "an empty folder may be filled" 0 "empty" machine new empty
+diff -r empty machine >difference || Fail "every new machine folder is the same: $(cat difference)"
 if grep -qvP '\r$' machine/registry.reg machine/machine.ini; then Fail "the files of a machine have Windows line ends"; fi
 
 project='machine/drive_c/Src/Demo.vbp'
@@ -64,6 +70,7 @@ Expect "a refused application name without the page" 2 "illegal" generate "$proj
 Expect "a refused company" 2 "illegal" generate "$project" --company 'A/B' --skip-info
 Expect "a name of the project that is refused is no wrong usage" 1 "--app-name" generate 'C:\Src\Reserved.vbp'
 Expect "a capture needs a place" 2 "--to" capture "$project"
+Expect "a capture fills no folder that is in use" 2 "no empty folder" capture "$project" --to before
 Expect "a capture of nothing says that it is incomplete" 3 "captured0 is incomplete" capture 'C:\none.vbp' --to captured0
 Expect "a capture says how it is used" 0 'generate "C:\Src\Demo.vbp" --machine captured1' capture "$project" --to captured1
 Expect "a captured machine gives the same" 0 "1 thing is left to do." analyse 'C:\Src\Demo.vbp' --machine captured1
