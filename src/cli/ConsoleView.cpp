@@ -45,7 +45,7 @@ std::string NamesOf(const std::vector<Button>& buttons) {
 }
 
 std::string Readable(const Message& message) {
-  std::string text = *ReplaceAll(*ReplaceAll(message.text, "/n", "\n"), "\r\n", "\n");
+  std::string text = *ReplaceAll(message.text, "\r\n", "\n");
   if (!message.detail.empty()) text += " (" + message.detail + ")";
   return text;
 }

@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "platform/CompiledStringTable.h"
+#include "platform/Text.h"
 
 namespace bxvbwiz {
 namespace {
@@ -77,6 +78,14 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
   command.add_flag("--verbose", options.verbose, "Print every file with its facts")->excludes(quiet);
 }
 
+// Without a text behind the "=" the parser would take the next argument for it.
+void RefuseEmptyTexts(const std::vector<std::string>& arguments) {
+  for (const std::string& argument : arguments) {
+    if (StartsWith(argument, "--") && argument.find('=') == argument.size() - 1)
+      throw CLI::ValidationError(argument.substr(0, argument.size() - 1), "the text is empty");
+  }
+}
+
 void TakeAnswers(const WizardOptions& more, Options& options) {
   for (const std::string& text : more.answers) {
     if (!options.answers.insert(ReadAnswer(text)).second)
@@ -117,6 +126,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
       ->required();
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version behind a command
   try {
+    RefuseEmptyTexts(arguments);
     std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
     app.parse(std::move(arguments));
     TakeAnswers(more, options);

@@ -41,7 +41,7 @@ DataAccessNeeds DataAccessOf(frmMain& form) {
 void TakeResults(frmMain& form, Outcome& outcome) {
   outcome.setupFolder = form.setupFolder;
   outcome.scriptDefinedVariables = form.scriptDefinedVariables;
-  outcome.report = form.txtReport.text;
+  outcome.report = form.report;
   if (form.Project() == nullptr) return;
   TakeProject(*form.Project(), outcome.project);
   outcome.dataAccess = DataAccessOf(form);

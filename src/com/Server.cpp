@@ -21,7 +21,7 @@ constexpr int kButtonsOfStyle = 15;
 
 // A step that failed runs once more and then fails: nothing changes by itself.
 Button UserWithoutForm::ShowMessage(const Message& message) {
-  lastMessage_ = *ReplaceAll(message.text, "/n", "\n");
+  lastMessage_ = message.text;
   switch (message.style & kButtonsOfStyle) {
     case kStyleRetryCancel:
       return std::exchange(retried_, true) ? Button::Cancel : Button::Retry;

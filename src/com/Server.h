@@ -6,6 +6,7 @@
 
 #include "com/ComPtr.h"
 #include "platform/win32/Win32Platform.h"
+#include "support/basLogging.h"
 #include "wizard/Component.h"
 
 namespace bxvbwiz {
@@ -21,7 +22,7 @@ class UserWithoutForm : public User {
   void DoEvents() override {}
   void SetReturnCode(std::int16_t) override {}
   void WizardHasEnded() override {}
-  void NoteIncomplete(const std::string&) override {}
+  void NoteIncomplete(const std::string& text) override { WriteLog(text); }
 
   void BeginCall();
   const std::string& LastMessage() const { return lastMessage_; }

@@ -3,8 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "project/basDependency.h"
-#include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
 
@@ -50,12 +48,6 @@ void CDependencies::Remove(const std::string& key) {
   const auto name = names_.find(Item(key)->Name);
   if (name != names_.end()) names_.erase(name);
   KeyedCollection::Remove(key);
-}
-
-void CDependency::GetDependencies(CDependencies& allDependencies) {
-  const CallStackEntry entry("CDependency:GetDependencies");
-  const std::string path = LinkResolves ? FixPath(FileLinkPath) + GetPathFileName(Name) : Name;
-  ReadDependencies(context_, Name, path, FileName, dependencies_, allDependencies);
 }
 
 }  // namespace bxvbwiz

@@ -43,19 +43,15 @@ class CDependencies : public KeyedCollection<CDependency> {
 class CDependency : public FileRecord {
  public:
   explicit CDependency(AnalysisContext& context)
-      : FileRecord(RecordKind::Dependency), context_(context), dependencies_(context) {}
+      : FileRecord(RecordKind::Dependency), dependencies_(context) {}
 
   std::string Name;      // the file's name; also the name of its section in a .dep file
   std::string FileName;  // the .dep file that describes it, empty when none
   std::string Key;       // that of its name, even where another file has taken it
 
   CDependencies& Dependencies() { return dependencies_; }
-  // Reads what this file needs, and what that needs in turn, from its .dep file and its import table. Every
-  // file is entered in `allDependencies` and taken once a walk.
-  void GetDependencies(CDependencies& allDependencies);
 
  private:
-  AnalysisContext& context_;
   CDependencies dependencies_;
 };
 

@@ -158,6 +158,7 @@ class DependencyWalk {
 
   // Adds a file, has its facts filled and begins to read what it needs. `known` describes it, or is none.
   void Take(CDependencies& own, const std::string& name, const std::string& path, Description known) {
+    const CallStackEntry entry("CDependency:GetDependencies");
     const std::shared_ptr<CDependency> file = own.Add(name);
     if (&own != &all_) all_.AddShared(file);
     context_.builder.GetFileGroupInfo("", path, known.depFile, nullptr, *file);
@@ -190,8 +191,9 @@ class DependencyWalk {
   std::string Locate(const std::string& path) {
     FileSystem& files = context_.platform.files;
     const std::string name = GetPathFileName(path);
-    std::string folder = FixPath(GetPathFolder(path));
-    if (FolderHoldsFile(files, folder, name)) return folder;
+    // A name without a folder is not looked for in the root of the current drive.
+    const std::string own = GetPathFolder(path);
+    if (!own.empty() && FolderHoldsFile(files, FixPath(own), name)) return FixPath(own);
     if (!RedistFolder().empty() && FolderHoldsFile(files, RedistFolder(), name)) return RedistFolder();
     return systemFolder_;
   }
@@ -260,12 +262,6 @@ void ReadDependencies(AnalysisContext& context, const std::string& name, const s
   if (!depFile.empty()) ownDependencies.FileName = depFile;
   DependencyWalk(context, allDependencies)
       .Run({filePath, Describe(context.platform, depFile, name), ownDependencies});
-}
-
-void FindDependencies(AnalysisContext& context, const std::string& fileName, CDependencies& ownDependencies,
-                      CDependencies& allDependencies) {
-  const CallStackEntry entry("FindDependencies");
-  ReadDependencies(context, fileName, fileName, "", ownDependencies, allDependencies);
 }
 
 }  // namespace bxvbwiz

@@ -117,8 +117,7 @@ void basGlobal::LoadSystemFiles() {
     registryErrorShown_ = true;
     EndWithMissingKey(*user, platform_.strings, std::string("HKEY_LOCAL_MACHINE\\") + kBorvexWizardKey);
   }
-  const std::shared_ptr<Value> depFile = key->Values().Item("DepFile");
-  depFilePath_ = FixPath(depFile ? depFile->Text() : std::string()) + kSystemFileList;
+  depFilePath_ = FixPath(key->RequiredText("DepFile")) + kSystemFileList;
 
   systemFiles_ = std::make_unique<CFiles>(platform_.codePage);
   systemFileNames_.clear();
@@ -129,6 +128,10 @@ void basGlobal::LoadSystemFiles() {
     // Different names may have one key ("a-b.dll", "ab.dll"); all of them are system files.
     systemFileNames_.insert(UpperCase(name));
     if (!systemFiles_->FindItem(systemFiles_->KeyOf(name))) systemFiles_->Add(name);
+  }
+  if (systemFileNames_.empty()) {
+    TellFailure("The list of system files " + depFilePath_ +
+                " is missing or empty, so the setup may hold files of Windows itself.");
   }
   systemFilesLoaded_ = true;
 }
@@ -161,7 +164,10 @@ bool basGlobal::AddVBRuntimeObject(const std::string& templateFolder) {
   const std::string guid = CreateGUID(platform_.guids, true);
   if (guid.empty()) return false;
   const std::string version = GetVBVer();
-  if (version != kVersion5 && version != kVersion6) return false;
+  if (version != kVersion5 && version != kVersion6) {
+    TellFailure("The setup has no run-time component of Visual Basic, because no version 5 or 6 was found.");
+    return false;
+  }
 
   const std::string file = FixPath(templateFolder) + "Component Definitions\\Default.cdf";
   ProfileStrings& profiles = platform_.profiles;

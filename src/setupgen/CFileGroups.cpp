@@ -171,10 +171,8 @@ std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
     const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
     if (key == nullptr)
       EndWithMissingKey(*global_.user, platform_.strings, root->Name() + "\\" + kBorvexMainKey);
-    const auto path = key->Values().Item("Path");
-    if (path == nullptr) throw RuntimeError(kErrorObjectNotSet, key->FullPath() + " has no value Path");
     found = platform_.profiles.GetString("Win32", GetPathFileName(filePath), "", kBuffer,
-                                         FixPath(path->Text()) + kIndex);
+                                         FixPath(key->RequiredText("Path")) + kIndex);
   });
   return found;
 }
@@ -214,6 +212,7 @@ bool CFileGroups::CreateFileGroup(const std::string& projectDir, const CFile& fi
     // A list with entries exists. Looking it up for each of its files would store it as often.
     if (!lists_.Entries(list).empty() || FolderHoldsFile(platform_.files, folder, listName)) {
       lists_.AppendIfMissing(list, source);
+      TellOtherTarget(source, file);
     } else if (AddFileGroupToProject(projectDir, file)) {
       lists_.Append(list, source);
     } else {
@@ -244,6 +243,15 @@ bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const Fil
   return added;
 }
 
+// A group has one folder; folders that only differ below one symbol share a group.
+void CFileGroups::TellOtherTarget(const std::string& source, const FileRecord& file) {
+  const auto group = targets_.find(file.FileGroup);
+  const std::string wanted = FolderSymbol(*this, file);
+  if (group == targets_.end() || group->second == wanted) return;
+  TellFailure("The file " + source + " belongs in " + wanted + ", but its file group " + file.FileGroup +
+              " is installed in " + group->second + ".");
+}
+
 // The group's section anew. The setup builder reads these keys; most are the defaults of a new group.
 void CFileGroups::WriteGroupProperties(const std::string& definitions, const FileRecord& file) {
   const auto write = [&](const char* key, const std::string& value) {
@@ -259,7 +267,9 @@ void CFileGroups::WriteGroupProperties(const std::string& definitions, const Fil
   for (const char* key : {"FTPLOCATION", "HTTPLOCATION", "MISC", "COMMENT"}) write(key, "");
   write("INFOTYPE", "Standard");
   write("COMPRESSDLL", "");
-  write("TARGET", FolderSymbol(*this, file));
+  const std::string target = FolderSymbol(*this, file);
+  write("TARGET", target);
+  targets_[file.FileGroup] = target;
   write("INSTALLATION", "NEWERVERSION\\NEWERDATE");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 #include "project/CFiles.h"
@@ -42,9 +43,11 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   std::string DestinationMacro(const std::string& destination, const std::string& filePath,
                                const std::string& depFile, const std::string& section);
   bool IsBelowSharedFolder(const std::string& destination);
+  void TellOtherTarget(const std::string& source, const FileRecord& file);
   void WriteGroupProperties(const std::string& definitions, const FileRecord& file);
 
   NumberedKeys& lists_;
+  std::map<std::string, std::string> targets_;  // folder symbols of the groups made, by name
 };
 
 }  // namespace bxvbwiz

@@ -25,6 +25,7 @@ constexpr unsigned kNone = 1079;
 constexpr unsigned kFileTitle = 1083;
 constexpr unsigned kReportTitle = 1084;
 constexpr unsigned kTreeTitle = 1085;
+constexpr unsigned kLeftToDo = 1100;
 // Only the heading of Visual Basic 5 is known as one, as it always was.
 constexpr unsigned kSupportFiles = 1092;
 
@@ -39,14 +40,15 @@ bool IsHeading(const StringTable& strings, const TreeNode& node, std::int16_t le
 }
 
 // Adds the lines of a node and its subtree; the trees of the wizard are four levels deep.
-void PrintNode(const StringTable& strings, const TreeNode& node, std::int16_t level, std::string& lines) {
+void WriteTreeView(const StringTable& strings, const TreeNode& node, std::int16_t level, std::string& lines) {
+  const CallStackEntry entry("frmMain:WriteTreeViewToFile");
   const std::string indent(kIndent * static_cast<std::size_t>(level), ' ');
   const bool isHeading = IsHeading(strings, node, level);
   lines += indent + (isHeading ? "[" + node.text + "]" : "-> " + node.text) + kBreak;
   if (node.children.empty() && isHeading)
     lines += indent + std::string(kIndent, ' ') + strings.Text(kNone) + kBreak;
   for (const auto& child : node.children) {
-    PrintNode(strings, *child, static_cast<std::int16_t>(level + 1), lines);
+    WriteTreeView(strings, *child, static_cast<std::int16_t>(level + 1), lines);
   }
 }
 
@@ -117,15 +119,11 @@ std::string FormatFor80CharDisplay(const std::string& text) {
   return result;
 }
 
-void WriteTreeViewToFile(Platform& platform, const TreeNode& node, std::int16_t level,
-                         const std::string& /*parentText*/, const std::string& filePath) {
-  constexpr char kRoutine[] = "frmMain:WriteTreeViewToFile";
-  const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
-    std::string lines;
-    PrintNode(platform.strings, node, level, lines);
-    CheckSystem(platform.files.Write(filePath, platform.codePage.Encode(lines), WriteMode::Append), filePath);
-  });
+std::string LeftToDo(const StringTable& strings, const std::vector<std::string>& incomplete) {
+  if (incomplete.empty()) return "";
+  std::string text = std::string(kBreak) + kBreak + TextWithBreaks(strings, kLeftToDo);
+  for (const std::string& sentence : incomplete) text += sentence + kBreak;
+  return text;
 }
 
 void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
@@ -147,7 +145,7 @@ void WriteReport(Platform& platform, const std::string& setupDir, const std::str
   text += separator;
   text += print(kTreeTitle) + kBreak;
   // In one write with the trees, so that a retry after a failure does not print the report twice.
-  for (const auto& node : projectView) PrintNode(strings, *node, 0, text);
+  for (const auto& node : projectView) WriteTreeView(strings, *node, 0, text);
   CheckSystem(platform.files.Write(path, platform.codePage.Encode(text), WriteMode::Append), path);
 }
 

@@ -97,9 +97,8 @@ void PassOver(std::string_view routine, const RuntimeError& error) {
 }
 
 void TellFailure(const std::string& text) {
-  WriteLog(text);
-  if (currentSession != nullptr && currentSession->user != nullptr)
-    currentSession->user->NoteIncomplete(text);
+  if (currentSession == nullptr || currentSession->user == nullptr) return WriteLog(text);
+  currentSession->user->NoteIncomplete(text);
 }
 
 std::string ErrorCodeText(SystemError error) {

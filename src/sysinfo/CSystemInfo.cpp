@@ -32,7 +32,9 @@ auto Reported(std::string_view name, Routine&& routine) -> decltype(routine()) {
   } catch (const WizardEnded&) {
     throw;
   } catch (...) {
-    ReportError(name, CurrentError());
+    const RuntimeError error = CurrentError();
+    ReportError(name, error);
+    TellFailure("The system information lacks " + std::string(name) + ": " + error.what() + ".");
   }
   return {};
 }

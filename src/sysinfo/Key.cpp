@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "support/Errors.h"
 #include "sysinfo/Keys.h"
 #include "sysinfo/Values.h"
 
@@ -108,6 +109,21 @@ std::string Key::FullPath() const {
   std::string path = name_;
   for (std::shared_ptr<Key> key = Parent(); key; key = key->Parent()) path.insert(0, key->Name() + "\\");
   return path;
+}
+
+std::string Key::RequiredText(const std::string& valueName) {
+  const auto value = Values().Item(valueName);
+  if (value == nullptr) {
+    throw RuntimeError(kErrorObjectNotSet,
+                       "Object variable or With block variable not set: the registry key " + FullPath() +
+                           " has no value " + valueName);
+  }
+  const ValueData data = value->Get();
+  if (!std::holds_alternative<std::string>(data)) {
+    throw RuntimeError(kErrorPathFileAccess, "Path/File access error: the value " + valueName +
+                                                 " of the registry key " + FullPath());
+  }
+  return std::get<std::string>(data);
 }
 
 bool Key::DeleteSubkeys() {

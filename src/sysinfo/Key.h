@@ -12,7 +12,8 @@ namespace bxvbwiz {
 class Keys;
 class Values;
 
-// One registry key as an object. No member raises an error: what the registry refuses gives an empty result.
+// One registry key as an object. What the registry refuses gives an empty result; RequiredText alone raises
+// errors.
 class Key : public std::enable_shared_from_this<Key> {
  public:
   // A key without name and handle; setting one of them to a root's makes it that root.
@@ -48,6 +49,9 @@ class Key : public std::enable_shared_from_this<Key> {
   bool SubKeyExists(const std::string& path);
   // The names from the root to this key.
   std::string FullPath() const;
+  // The text of a value. Raises error 91 when the key has no such value, and error 75 when it is no text:
+  // without it a path would be that of a drive's root.
+  std::string RequiredText(const std::string& valueName);
   // Walks the subkeys, deepest first, deletes nothing and gives false: kept as a harmless walk.
   bool DeleteSubkeys();
 

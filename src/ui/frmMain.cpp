@@ -228,8 +228,9 @@ void frmMain::WizardHasEnded() {
 }
 
 void frmMain::NoteIncomplete(const std::string& text) {
-  if (std::find(incomplete_.begin(), incomplete_.end(), text) == incomplete_.end())
-    incomplete_.push_back(text);
+  if (std::find(incomplete_.begin(), incomplete_.end(), text) != incomplete_.end()) return;
+  WriteLog(text);
+  incomplete_.push_back(text);
 }
 
 SetupAnswers frmMain::Answers() {

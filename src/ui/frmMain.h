@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "project/CProject.h"
@@ -131,6 +132,7 @@ class frmMain : public User {
   std::string setupProjectName;  // chosen when the project-information page is left; empty before
   std::string setupFolder;       // with a trailing backslash, once it was created
   std::vector<std::string> scriptDefinedVariables;
+  std::string report;       // the text of Report.txt, without the printout
   bool generating = false;  // from Finish until the report page is shown
   void ShowProgress(unsigned stringNumber);
   // Ends the wizard when the user cancelled while the last step ran.
@@ -187,6 +189,7 @@ class frmMain : public User {
   NumberedKeys lists_;
   std::unique_ptr<CFileGroups> fileGroups_;
   std::unique_ptr<CFiles> files_;
+  std::unordered_set<std::string> locations_;  // where the found files lie, in upper case
   std::unique_ptr<AnalysisContext> context_;
   std::unique_ptr<CProject> project_;  // destroyed before its context
 };

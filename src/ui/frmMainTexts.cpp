@@ -63,14 +63,14 @@ void frmMain::LoadTexts() {
       {lblPanel3Instr, "Resource=1081"},
       {optFileView, "Resource=1010"},
       {optProjectView, "Resource=1011"},
+      {chkDAOJet, "Resource=1096"},
+      {chkDAOODBCDirect, "Resource=1097"},
+      {chkRDO, "Resource=1098"},
+      {chkADO, "Resource=1099"},
   };
   for (const Row& row : rows) LoadControl(platform_.strings, row.control, row.tag);
   font = platform_.strings.Text(600);
   lblBranding.text = "Borvex";
-  chkDAOJet.text = "DAO with Jet workspaces";
-  chkDAOODBCDirect.text = "DAO with ODBCDirect workspaces";
-  chkRDO.text = "RDO";
-  chkADO.text = "ADO";
 }
 
 void frmMain::Form_Load() {

@@ -69,6 +69,7 @@ bool frmMain::LoadTrees(const std::string& projectFile) {
   fileGroups_ = std::make_unique<CFileGroups>(
       platform_, global_, [path] { return path; }, lists_);
   files_ = std::make_unique<CFiles>(platform_.codePage);
+  locations_.clear();
   context_ = std::make_unique<AnalysisContext>(AnalysisContext{platform_, *this, global_, *fileGroups_});
   project_ = Reporting(kLoadTrees, [this] { return std::make_unique<CProject>(*context_); });
   project_->NeedsRebuild = chkRebuild.checked;
@@ -205,6 +206,9 @@ void frmMain::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
 // the first one, so the user is told that it was left out; but one that was found takes the place of one that
 // was not.
 void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
+  const std::string location = LocationOf(name, facts);
+  // One file may be named in several spellings, which have keys of their own; it is installed once.
+  if (facts.LinkResolves && !locations_.insert(UpperCase(location)).second) return;
   std::shared_ptr<CFile> file = files_->FindItem(files_->KeyOf(name));
   if (file == nullptr) {
     file = files_->Add(name);
@@ -212,7 +216,6 @@ void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
     const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
     // A copy that was not found is no other file: the one that is there serves.
     if (isSameName && !facts.LinkResolves) return;
-    const std::string location = LocationOf(name, facts);
     const std::string taken = LocationOf(file->FileName, *file);
     if (EqualsIgnoreCase(location, taken)) return;
     if (!isSameName || file->LinkResolves) {

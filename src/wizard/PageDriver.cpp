@@ -19,19 +19,7 @@ std::string ProductValue(Platform& platform, User& user, RegistryHandle root, co
   const std::string fullPath = rootKey->Name() + "\\" + path;
   const auto key = rootKey->OpenSubKeyForReading(path);
   if (key == nullptr) EndWithMissingKey(user, platform.strings, fullPath);
-  const auto value = key->Values().Item(valueName);
-  if (value == nullptr) {
-    throw RuntimeError(kErrorObjectNotSet,
-                       "Object variable or With block variable not set: the registry key " + fullPath +
-                           " has no value " + valueName);
-  }
-  const ValueData data = value->Get();
-  // Without its data the path would be that of a drive's root.
-  if (!std::holds_alternative<std::string>(data)) {
-    throw RuntimeError(kErrorPathFileAccess,
-                       "Path/File access error: the value " + valueName + " of the registry key " + fullPath);
-  }
-  return std::get<std::string>(data);
+  return key->RequiredText(valueName);
 }
 
 std::string DataFolder(Platform& platform, User& user) {

@@ -15,6 +15,7 @@ my %noMessage = map { $_ => 1 } (
   1017 .. 1020, 1052, 1053,                               # names of steps
   1033, 1034, 1036, 1055 .. 1060,                         # application types
   1040, 1042, 1079, 1083 .. 1085, 1092 .. 1094,           # in files
+  1100,                                                   # a heading
 );
 
 # The prototype makes a match count as true or false; in a list a failed one would vanish.

@@ -122,7 +122,7 @@ TEST_F(DependencyTest, AFileThatTheFactsDoNotFindIsLookedForAmongTheRedistributa
            {"a.dll", "fromredist.dll"}, {"b.dll", "fromsystem.dll"}, {"none.dll", ""}, {"", ""}}) {
     CDependencies own(context());
     CDependencies all(context());
-    FindDependencies(context(), name, own, all);
+    ReadDependencies(context(), name, name, "", own, all);
     EXPECT_EQ(NamesOf(own), needed);
     EXPECT_EQ(NamesOf(all), needed);
   }

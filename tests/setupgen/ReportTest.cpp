@@ -43,7 +43,8 @@ TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
 }
 
 TEST_F(ReportTest, TheTreeIsWrittenBranchByBranch) {
-  TreeNode view;
+  std::vector<std::unique_ptr<TreeNode>> nodes;
+  TreeNode& view = *nodes.emplace_back(std::make_unique<TreeNode>());
   view.text = "D\xC3\xA9mo";
   TreeNode& forms = view.Add("", "Forms", NodeImage::Heading);
   forms.Add("", "a.frm", NodeImage::Form).Add("", "Objects", NodeImage::Heading);
@@ -52,9 +53,11 @@ TEST_F(ReportTest, TheTreeIsWrittenBranchByBranch) {
   const std::string tree =
       "[D\xE9mo]\r\n   [Forms]\r\n      -> a.frm\r\n         [Objects]\r\n            None\r\n"
       "   [Visual Basic 5.0 Support Files]\r\n      None\r\n   -> Visual Basic 6.0 Support Files\r\n";
-  WriteTreeViewToFile(run().platform, view, 0, "", "C:\\tree.txt");
-  WriteTreeViewToFile(run().platform, forms, 1, "", "C:\\tree.txt");
-  EXPECT_EQ(Stored("tree.txt"), tree + tree.substr(8, 66));
+  Put("Setup\\Script Files\\Report.txt", "The template's\r\n");
+  WriteReport(run().platform, kSetup, "", nodes);
+  const std::string report = Stored("Setup\\Script Files\\Report.txt");
+  EXPECT_EQ(report.rfind("The template's\r\n", 0), 0U);
+  EXPECT_EQ(report.substr(report.size() - std::min(report.size(), tree.size())), tree);
 }
 
 TEST_F(ReportTest, ADataLinkReplacesALongerOne) {
