@@ -22,8 +22,13 @@ failed=0
 while IFS= read -r -d '' project; do
   projects=$((projects + 1))
   code=0
-  # No program is built here, so the lists are read from the sources as they stand.
-  timeout 60 "$bxvbwiz" generate "$project" --machine "$work/machine" --yes --answer 2=cancel --strict --json \
+  # Nothing can be compiled here; with the program there, the wizard has no reason to.
+  program=$(sed -n 's/^ExeName32="\([^"]*\)".*/\1/p' "$project" | head -n 1)
+  path=$(sed -n 's/^Path32="\([^"]*\)".*/\1/p' "$project" | head -n 1 | tr '\\' /)
+  if [ -n "$program" ] && mkdir -p "$(dirname "$project")/$path"; then
+    printf 'MZ' >"$(dirname "$project")/$path/$program"
+  fi
+  timeout 60 "$bxvbwiz" generate "$project" --machine "$work/machine" --yes --answer 2=retry --strict --json \
     </dev/null >"$work/json" 2>"$work/errors" || code=$?
   forms=$(grep -ciE '^Form=' "$project" || true)
   echo "$code, $forms forms, $(grep -c '^bxvbwiz: The ' "$work/errors" || true) left to do: ${project#"$source/"}"

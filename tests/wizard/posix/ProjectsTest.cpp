@@ -104,7 +104,7 @@ class Run {
       }
     }
     for (const CFile& file : form.Files()) {
-      outcome_.keys.insert(file.Key);
+      outcome_.keys.insert(UpperCase(file.Key));
       Expect(shown[file.Key] == 1, file.FileName + " is not shown once");
       Expect(file.LinkResolves || IsTold(file.FileName), file.FileName + " is missing without a word");
     }
