@@ -189,7 +189,9 @@ class frmMain : public User {
   NumberedKeys lists_;
   std::unique_ptr<CFileGroups> fileGroups_;
   std::unique_ptr<CFiles> files_;
-  std::unordered_set<std::string> locations_;  // where the found files lie, in upper case
+  std::unordered_set<std::string> locations_;  // of the collection's files that were found, in upper case
+  // Locations of files whose key is another's, and what is to be said of them.
+  std::vector<std::pair<std::string, std::string>> leftOut_;
   std::unique_ptr<AnalysisContext> context_;
   std::unique_ptr<CProject> project_;  // destroyed before its context
 };

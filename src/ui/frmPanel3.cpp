@@ -70,6 +70,7 @@ bool frmMain::LoadTrees(const std::string& projectFile) {
       platform_, global_, [path] { return path; }, lists_);
   files_ = std::make_unique<CFiles>(platform_.codePage);
   locations_.clear();
+  leftOut_.clear();
   context_ = std::make_unique<AnalysisContext>(AnalysisContext{platform_, *this, global_, *fileGroups_});
   project_ = Reporting(kLoadTrees, [this] { return std::make_unique<CProject>(*context_); });
   project_->NeedsRebuild = chkRebuild.checked;
@@ -208,7 +209,8 @@ void frmMain::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
 void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
   const std::string location = LocationOf(name, facts);
   // One file may be named in several spellings, which have keys of their own; it is installed once.
-  if (facts.LinkResolves && !locations_.insert(UpperCase(location)).second) return;
+  const std::string place = UpperCase(location);
+  if (facts.LinkResolves && locations_.count(place) != 0) return;
   std::shared_ptr<CFile> file = files_->FindItem(files_->KeyOf(name));
   if (file == nullptr) {
     file = files_->Add(name);
@@ -219,16 +221,22 @@ void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
     const std::string taken = LocationOf(file->FileName, *file);
     if (EqualsIgnoreCase(location, taken)) return;
     if (!isSameName || file->LinkResolves) {
-      return NoteIncomplete("The file " + location + " was left out, because " + taken +
-                            " has the same key.");
+      leftOut_.emplace_back(
+          place, "The file " + location + " was left out, because " + taken + " has the same key.");
+      return;
     }
     file->FileName = name;
   }
+  if (facts.LinkResolves) locations_.insert(place);
   fileGroups_->GetFileGroupInfo("", name, "", &facts, *file);
 }
 
 // Shows every file of the collection under its group.
 void frmMain::FillFileView() {
+  // Another spelling of the name may have had a free key after all.
+  for (const auto& [place, text] : leftOut_) {
+    if (locations_.count(place) == 0) NoteIncomplete(text);
+  }
   for (const CFile& file : *files_) {
     if (!file.LinkResolves) NoteIncomplete("The file " + file.FileName + " was not found on this computer.");
     TreeAdd(file);

@@ -78,7 +78,7 @@ Check(!$noMessage{$_} && !$control{$_}, "text $_ comes in a message box and need
 
 # ---- what is left to do: the code's sentences; what stands between their literals is a value
 my $leftover = Shown($pages{'leftover.htm'});
-my $start = qr/(?:NoteIncomplete|TellFailure)\((?:std::string\()?\s*/;
+my $start = qr/(?:NoteIncomplete|TellFailure|leftOut_\.emplace_back)\((?:std::string\()?(?:place,)?\s*/;
 my @notes = map { /$start("(?:[^;"]|"[^;])*?(?:"|ErrorCodeText\(error\) \+ "."))\s*\);/g } @code;
 my @calls = map { /$start"/g } @code;
 Check(@calls > 0 && @notes == @calls, "the code's notes are understood");
