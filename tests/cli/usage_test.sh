@@ -41,6 +41,7 @@ Expect "an answer names a message that exists" 2 "string number 9" analyse x.vbp
 Expect "a message has one answer" 2 "second time" analyse x.vbp --answer 1095=yes --answer 1095=no
 Expect "a text is one line" 2 "control character" analyse x.vbp --app-type $'a\nGUID=b'
 Expect "an empty text is wrong usage" 2 "empty" analyse x.vbp --company ''
+Expect "an empty text takes nothing from behind it" 2 "empty" analyse x.vbp --app-name= --json
 
 # ---- machine folders
 Expect "a machine folder is made" 0 "machine" machine new machine

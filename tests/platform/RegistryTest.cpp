@@ -30,6 +30,16 @@ class RegistryTest : public testing::Test {
   MachineRegistry registry_{source_, *kCodePage};
 };
 
+TEST(RegistryBytesTest, LinesThatDoNotChangeKeepCodesThatTheCodePageWouldWriteOtherwise) {
+  const std::unique_ptr<CodePage> japanese = MakeCodePage(932);
+  // EE E1 is written as FC 40; EE before a quote is no character at all.
+  const std::string source = "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\\xEE\xE1]\r\n\"a\xEE\"=\"1\"\r\n";
+  MachineRegistry registry(source, *japanese);
+  RegistryHandle key = 0;
+  ASSERT_EQ(registry.CreateKey(kMachine, "Z", 0, kAll, key), SystemError::Success);
+  EXPECT_EQ(registry.Text(), source + "\r\n[HKEY_LOCAL_MACHINE\\Z]\r\n");
+}
+
 TEST_F(RegistryTest, WhatCannotBeDoneChangesNothing) {
   RegistryHandle key = 0;
   EXPECT_EQ(registry_.CreateKey(kMachine, "a\nb", 0, kAll, key), SystemError::InvalidName);

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "project/basGlobal.h"
+#include "support/basLogging.h"
+#include "support/RecordingUser.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -79,6 +81,29 @@ TEST(GlobalTest, AnIniEntryIsFoundByItsExactValueBeforeTheFirstGap) {
     std::int16_t index = -1;
     EXPECT_EQ(global.FindIniFileEntry("C:\\x.ini", "S", each.suffix, each.wanted, index), each.found);
     EXPECT_EQ(index, each.index) << each.suffix << " " << each.wanted;
+  }
+}
+
+TEST(GlobalTest, ASystemFileListThatCannotBeFoundIsAnErrorAndAnEmptyOneIsTold) {
+  for (const char* value : {"\"C:\\\\Empty\"", "-", "dword:00000001"}) {
+    TestMachine disk;
+    disk.InstallProduct();
+    disk.Write("drive_c/Empty/VBWizDep.ini", "");
+    disk.Registry(
+        std::string(
+            "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\r\n\"DepFile\"=") +
+        value + "\r\n");
+    RecordingUser user;
+    Session session(disk.platform(), StartMode::Automation);
+    const SessionScope scope(session);
+    session.user = &user;
+    basGlobal global(disk.platform());
+    if (*value != '"') {
+      EXPECT_THROW(global.LoadSystemFiles(), RuntimeError) << value;
+    } else {
+      global.LoadSystemFiles();
+      EXPECT_EQ(user.incomplete.size(), 1U);
+    }
   }
 }
 

@@ -143,6 +143,15 @@ TEST_F(FileGroupTest, EachFurtherFileCostsTheSameFewCalls) {
   EXPECT_EQ(run().files.lookUps, 0);
 }
 
+TEST_F(FileGroupTest, AFileWhoseFolderIsNotThatOfItsGroupIsTold) {
+  CFile first = File("a"), same = File("b"), other = File("c");
+  first.Destination = same.Destination = "$(APPPATH)\\Data";
+  other.Destination = "$(APPPATH)\\Data\\Sub";
+  for (const CFile* file : {&first, &same, &other}) run().groups.CreateFileGroup(kSetup, *file);
+  ASSERT_EQ(user.incomplete.size(), 1U);
+  EXPECT_NE(user.incomplete[0].find("<TARGETDIR>\\Data\\Sub"), std::string::npos) << user.incomplete[0];
+}
+
 TEST_F(FileGroupTest, AFailureIsLoggedWithTheStackAndReported) {
   run().profiles.brokenFile = "Default.cdf";
   EXPECT_FALSE(run().groups.CreateFileGroup(kSetup, File("a")));

@@ -1,3 +1,4 @@
+#include "support/basFile.h"
 #include "WizardFixture.h"
 
 namespace bxvbwiz {
@@ -44,6 +45,22 @@ TEST_F(AnalysisTest, ANeededFileOfOneNameIsTakenWhereItIsFoundAndTheOtherIsNamed
             std::vector<std::string>{"The file C:\\Src\\Release\\Final\\both.dll was left out, because "
                                      "C:\\windows\\system32\\both.dll has the same key."});
   EXPECT_EQ(Form().Files().FindItem("Klatedll")->FileLinkPath, "C:\\Src\\Release\\Final\\");
+}
+
+TEST_F(AnalysisTest, AFileIsInstalledOnceWhateverTheSpellingsOfItsName) {
+  // "AB-C.dll" takes the key of "ABC.dll", but not that of "abc.dll".
+  for (const char* file : {"a.ocx", "windows/system32/AB-C.dll", "windows/system32/ABC.dll"})
+    machine_.Write(std::string("drive_c/") + file, "x");
+  Register("a.ocx");
+  machine_.Write("drive_c/a.dep",
+                 "[a.ocx]\r\nUses1=AB-C.dll\r\nUses2=ABC.dll\r\nUses3=abc.dll\r\nUses4=Abc.dll\r\n");
+  machine_.Write("drive_c/Src/Main.frm", "Object = {a.ocx}#1.0#0; a.ocx\r\n");
+  Start();
+  LeaveWelcome();
+  std::string names;
+  for (const CFile& file : Form().Files()) names += GetPathFileName(file.FileName) + " ";
+  EXPECT_EQ(names, "App.exe a.ocx AB-C.dll abc.dll ");
+  EXPECT_TRUE(Form().Incomplete().empty());
 }
 
 // Knows a library as a remote server; nothing in the registry tells.
