@@ -121,9 +121,9 @@ std::string FormatFor80CharDisplay(const std::string& text) {
 
 std::string LeftToDo(const StringTable& strings, const std::vector<std::string>& incomplete) {
   if (incomplete.empty()) return "";
-  std::string text = std::string(kBreak) + kBreak + TextWithBreaks(strings, kLeftToDo);
+  std::string text = TextWithBreaks(strings, kLeftToDo);
   for (const std::string& sentence : incomplete) text += sentence + kBreak;
-  return text;
+  return text + kBreak;
 }
 
 void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,

@@ -28,8 +28,8 @@ std::string AssembleReport(const StringTable& strings, const DataAccessNeeds& ne
 // Breaks a text for a display of 80 columns: at blanks from column 75 on, and where "/n" stands.
 std::string FormatFor80CharDisplay(const std::string& text);
 
-// What the setup lacks, a sentence a line below a heading, to stand behind the report on the screen; empty
-// when it lacks nothing.
+// What the setup lacks, a sentence a line below a heading, to stand before the report on the screen, where it
+// is seen without scrolling; empty when it lacks nothing.
 std::string LeftToDo(const StringTable& strings, const std::vector<std::string>& incomplete);
 
 // Appends the report and the printout of the project view to "Script Files\Report.txt" of the setup project.

@@ -106,13 +106,12 @@ void Generation::ShowReport() {
   const DataAccessNeeds needs{form_.chkDAOJet.checked, form_.chkDAOODBCDirect.checked, form_.chkRDO.checked,
                               form_.chkADO.checked};
   form_.report = AssembleReport(platform_.strings, needs, form_.scriptDefinedVariables);
-  form_.txtReport.text = form_.report;
+  form_.txtReport.text = LeftToDo(platform_.strings, form_.Incomplete()) + form_.report;
   form_.ShowPanel(kPanelReport);
   form_.HidePanel(kPanelSummary);
   Reporting(kRoutine, [this] {
     WriteReport(platform_, form_.setupFolder, form_.report, form_.tvwDependencies.Nodes());
   });
-  form_.txtReport.text += LeftToDo(platform_.strings, form_.Incomplete());
   form_.generating = false;
 }
 

@@ -42,6 +42,14 @@ TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
             std::string::npos);
 }
 
+TEST_F(ReportTest, WhatIsLeftToDoIsListedUnformatted) {
+  const StringTable& strings = run().platform.strings;
+  EXPECT_EQ(LeftToDo(strings, {}), "");
+  const std::string sentence =
+      "The file C:\\" + std::string(70, 'x') + " y/new.dll was not found on this computer.";
+  EXPECT_EQ(LeftToDo(strings, {sentence, "b"}), "*** Left To Do ***\r\n\r\n" + sentence + "\r\nb\r\n\r\n");
+}
+
 TEST_F(ReportTest, TheTreeIsWrittenBranchByBranch) {
   std::vector<std::unique_ptr<TreeNode>> nodes;
   TreeNode& view = *nodes.emplace_back(std::make_unique<TreeNode>());
