@@ -92,6 +92,7 @@ RunCase() {
     PutOnDrive "$1" || return 0
     options=("${options[@]:1}" --to "Z:$work/$1/machine")
     InWine "$1" capture "${options[@]}" >"$work/$1/captured" 2>&1 || true
+    ShowFailedCapture "$1"
     ImportRegistry "$work/$1/removal.reg"
     rm -rf "$work/$1/before"
     RunInFolder "$1" "$native"

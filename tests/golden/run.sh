@@ -130,6 +130,12 @@ Capture() {  # Capture CASE MACHINE PROGRAM...; captures into $work/CASE/machine
   shift 2
   "$@" capture "${options[@]:1}" --to "$work/$case/machine" >"$work/$case/captured" 2>&1 </dev/null || true
   unset BXVBWIZ_MACHINE
+  ShowFailedCapture "$case"
+}
+
+# A capture may leave something out and say so; one that gave no machine at all says here why.
+ShowFailedCapture() {  # ShowFailedCapture CASE
+  [ -d "$work/$1/machine" ] || cat "$work/$1/captured" >&2
 }
 
 RunCaptured() {  # RunCaptured CASE
