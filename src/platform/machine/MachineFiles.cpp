@@ -51,15 +51,16 @@ void MachineFiles::FindByPattern(DriveTree::Folder& folder, bool isRoot, std::st
       if (MatchesPattern(name, pattern)) found.push_back({name, kAttributeDirectory});
     }
   }
-  std::vector<std::pair<std::string, std::string>> matches;  // the name in upper case, the name
-  for (const auto& [key, name] : folder.names) {
-    if (MatchesPattern(key, pattern) && IsPossibleName(name)) matches.emplace_back(key, name);
+  using Name = std::pair<const std::string, std::string>;  // in upper case, and as it is
+  std::vector<const Name*> matches;
+  for (const Name& name : folder.names) {
+    if (MatchesPattern(name.first, pattern) && IsPossibleName(name.second)) matches.push_back(&name);
   }
-  std::sort(matches.begin(), matches.end());
-  for (const auto& [key, name] : matches) {
+  std::sort(matches.begin(), matches.end(), [](auto left, auto right) { return left->first < right->first; });
+  for (const Name* match : matches) {
     DriveTree::Place place;
-    if (tree_.LocateName(folder, key, name, place) && place.Exists()) {
-      found.push_back({name, AttributesOf(place.status)});
+    if (tree_.LocateName(folder, match->first, match->second, place) && place.Exists()) {
+      found.push_back({match->second, AttributesOf(place.status)});
     }
   }
 }

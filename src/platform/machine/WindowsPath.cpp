@@ -1,6 +1,7 @@
 #include "platform/machine/WindowsPath.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/Text.h"
 
@@ -23,7 +24,9 @@ bool BeginsWithDrive(std::string_view path) {
 
 // Resolves "." and ".." and repeated backslashes behind the root, which is the first `root` characters.
 std::string Collapse(std::string_view path, std::size_t root) {
-  std::string result(path.substr(0, root));
+  std::string result;
+  result.reserve(path.size());
+  result = path.substr(0, root);
   for (std::size_t position = root; position < path.size();) {
     const std::size_t end = std::min(path.find('\\', position), path.size());
     std::string_view name = path.substr(position, end - position);
@@ -117,17 +120,20 @@ bool IsPossibleName(std::string_view name) {
 }
 
 bool IsDeviceName(std::string_view name) {
+  constexpr std::string_view kRaisedDigits[] = {"\u00B9", "\u00B2", "\u00B3"};  // count as digits as well
+  // Every path is asked this: nearly all names end it with their first letter.
+  if (name.empty() || std::string_view("CPANLcpanl").find(name.front()) == std::string_view::npos)
+    return false;
   name = name.substr(0, name.find_first_of(".:"));
   name = name.substr(0, name.find_last_not_of(' ') + 1);
-  if (name.size() < 3 || name.size() > 7) return false;
-  const std::string upper = UpperCase(name);
   for (const char* device : {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"}) {
-    if (upper == device) return true;
+    if (EqualsIgnoreCase(name, device)) return true;
   }
-  if (!StartsWith(upper, "COM") && !StartsWith(upper, "LPT")) return false;
-  const std::string number = upper.substr(3);
+  const std::string_view kind = name.substr(0, 3);
+  if (!EqualsIgnoreCase(kind, "COM") && !EqualsIgnoreCase(kind, "LPT")) return false;
+  const std::string_view number = name.substr(kind.size());
   if (number.size() == 1) return number[0] >= '1' && number[0] <= '9';
-  return number == "\u00B9" || number == "\u00B2" || number == "\u00B3";  // raised digits count as well
+  return std::find(std::begin(kRaisedDigits), std::end(kRaisedDigits), number) != std::end(kRaisedDigits);
 }
 
 bool MatchesPattern(std::string_view name, std::string_view pattern) {

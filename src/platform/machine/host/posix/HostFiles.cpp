@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 #include "platform/machine/host/Host.h"
 #include "platform/machine/host/posix/HostErrors.h"
@@ -118,9 +119,9 @@ SystemError FillNewFile(int file, std::string_view bytes, const ContentOptions& 
 // A name in the folder of `path` that no other file has, unless somebody guesses it; creation checks that.
 std::string TemporaryName(const std::string& path) {
   static std::atomic<unsigned> count{0};
-  char name[64];
-  std::snprintf(name, sizeof(name), ".bxvbwiz-%ld-%u.tmp", static_cast<long>(getpid()), ++count);
-  return path.substr(0, path.rfind('/') + 1) + name;
+  std::string name = path.substr(0, path.rfind('/') + 1);
+  name.append(".bxvbwiz-").append(std::to_string(getpid()));
+  return name.append("-").append(std::to_string(++count)).append(".tmp");
 }
 
 }  // namespace
