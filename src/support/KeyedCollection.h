@@ -24,8 +24,8 @@ class KeyedCollection {
   // Entries point into the index, which moves along and is not copied.
   KeyedCollection(const KeyedCollection&) = delete;
   KeyedCollection& operator=(const KeyedCollection&) = delete;
-  KeyedCollection(KeyedCollection&&) = default;
-  KeyedCollection& operator=(KeyedCollection&&) = default;
+  KeyedCollection(KeyedCollection&&) noexcept = default;
+  KeyedCollection& operator=(KeyedCollection&&) noexcept = default;
   ~KeyedCollection() = default;
 
   // Adds an element; an empty key adds it without one. Raises error 457 when the key is taken.

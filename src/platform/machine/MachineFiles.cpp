@@ -59,7 +59,9 @@ void MachineFiles::FindByPattern(DriveTree::Folder& folder, bool isRoot, std::st
   std::sort(matches.begin(), matches.end(), [](auto left, auto right) { return left->first < right->first; });
   for (const Name* match : matches) {
     DriveTree::Place place;
-    if (tree_.LocateName(folder, match->first, match->second, place) && place.Exists()) {
+    if (!tree_.LocateName(folder, match->first, match->second, place)) {
+      found.push_back({match->second, kAttributeArchive});  // a link that leads nowhere or out; its use fails
+    } else if (place.Exists()) {
       found.push_back({match->second, AttributesOf(place.status)});
     }
   }
