@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -76,6 +77,14 @@ class FileSystem {
 
   // CopyFileA, overwriting; the copy has the attributes of the source.
   virtual SystemError Copy(const std::string& source, const std::string& target) = 0;
+  // Copies the files `names` of the folder `source` into the folder `target`, each as Copy does and in this
+  // order, and tells `done` of each, by its index, how that went. Both paths end in a backslash. A system
+  // that gains by doing them together does.
+  virtual void CopyFiles(const std::string& source, const std::string& target,
+                         const std::vector<std::string>& names,
+                         const std::function<void(std::size_t, SystemError)>& done) {
+    for (std::size_t i = 0; i < names.size(); ++i) done(i, Copy(source + names[i], target + names[i]));
+  }
   virtual SystemError Rename(const std::string& source, const std::string& target) = 0;  // MoveFileA
   virtual SystemError Delete(const std::string& path) = 0;                               // DeleteFileA
   virtual SystemError MakeDirectory(const std::string& path) = 0;                        // CreateDirectoryA

@@ -42,6 +42,7 @@ class ForwardingRegistry : public Registry {
   Registry& inner_;
 };
 
+// CopyFiles is not passed on, so that whoever changes Copy changes it for all files.
 class ForwardingFileSystem : public FileSystem {
  public:
   explicit ForwardingFileSystem(FileSystem& inner) : inner_(inner) {}

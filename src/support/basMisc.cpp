@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/Text.h"
@@ -37,39 +38,70 @@ class HourglassPointer {
   User& user_;
 };
 
-void CopyOneFile(FileSystem& files, const FoundFile& file, const std::string& source,
-                 const std::string& target) {
-  const std::string from = source + file.name;
-  const std::string to = target + file.name;
-  Reporting(kCopyFileTree, [&] { CheckSystem(files.Copy(from, to), from + " to " + to); });
-  if ((file.attributes & kAttributeReadOnly) == 0) return;
-  const std::uint32_t writable = file.attributes & ~kAttributeReadOnly;
-  Reporting(kCopyFileTree,
-            [&] { CheckSystem(files.SetAttributes(to, writable == 0 ? kAttributeNormal : writable), to); });
+bool IsFolder(const FoundFile& entry) {
+  return (entry.attributes & kAttributeDirectory) != 0;
 }
 
-// Both paths end in a backslash. A folder is listed before its copy is made: were the target inside the
-// source, the copy would otherwise find itself and never end.
-void CopyListing(FileSystem& files, User& user, const Listing& listing, const std::string& source,
-                 const std::string& target) {
-  if (listing.empty()) return;
-  constexpr int kFilesOfOneStep = 5;
-  const HourglassPointer hourglass(user);
-  int copied = 0;
-  for (const FoundFile& entry : listing) {
-    if ((entry.attributes & kAttributeDirectory) != 0) {
-      const std::string folder = source + entry.name + "\\";
-      const std::string copy = target + entry.name;
-      const Listing inside = ListFolder(files, folder);
-      Reporting(kCopyFileTree, [&] { CheckSystem(files.MakeDirectory(copy), copy); });
-      const CallStackEntry nested(kCopyFileTree);
-      CopyListing(files, user, inside, folder, copy + "\\");
-    } else {
-      CopyOneFile(files, entry, source, target);
-      if (++copied == kFilesOfOneStep) user.AdvanceProgress();
+// A copy of the tree: both paths end in a backslash.
+class TreeCopy {
+ public:
+  TreeCopy(FileSystem& files, User& user) : files_(files), user_(user) {}
+
+  // A folder is listed before its copy is made: were the target inside the source, the copy would otherwise
+  // find itself and never end.
+  void Copy(const Listing& listing, const std::string& source, const std::string& target) {
+    if (listing.empty()) return;
+    const HourglassPointer hourglass(user_);
+    int copied = 0;
+    for (auto entry = listing.begin(); entry != listing.end();) {
+      const auto folder = std::find_if(entry, listing.end(), IsFolder);
+      CopyFiles({entry, folder}, source, target, copied);
+      entry = folder;
+      if (entry == listing.end()) return;
+      CopyFolder(source + entry->name + "\\", target + entry->name);
+      ++entry;
     }
   }
-}
+
+ private:
+  void CopyFolder(const std::string& folder, const std::string& copy) {
+    const Listing inside = ListFolder(files_, folder);
+    Reporting(kCopyFileTree, [&] { CheckSystem(files_.MakeDirectory(copy), copy); });
+    const CallStackEntry nested(kCopyFileTree);
+    Copy(inside, folder, copy + "\\");
+  }
+
+  // `copied` counts the files of one folder.
+  void CopyFiles(const Listing& listing, const std::string& source, const std::string& target, int& copied) {
+    constexpr int kFilesOfOneStep = 5;
+    std::vector<std::string> names;
+    for (const FoundFile& file : listing) names.push_back(file.name);
+    files_.CopyFiles(source, target, names, [&](std::size_t i, SystemError error) {
+      if (error != SystemError::Success) CopyAgain(source + names[i], target + names[i], error);
+      MakeWritable(target + names[i], listing[i].attributes);
+      if (++copied == kFilesOfOneStep) user_.AdvanceProgress();
+    });
+  }
+
+  // After a copy that failed: every Retry is one more.
+  void CopyAgain(const std::string& source, const std::string& target, SystemError error) {
+    Reporting(kCopyFileTree, [&] {
+      const SystemError now = std::exchange(error, SystemError::Success);
+      CheckSystem(now != SystemError::Success ? now : files_.Copy(source, target), source + " to " + target);
+    });
+  }
+
+  void MakeWritable(const std::string& copy, std::uint32_t attributes) {
+    if ((attributes & kAttributeReadOnly) == 0) return;
+    const std::uint32_t writable = attributes & ~kAttributeReadOnly;
+    Reporting(kCopyFileTree, [&] {
+      CheckSystem(files_.SetAttributes(copy, writable == 0 ? kAttributeNormal : writable), copy);
+    });
+  }
+
+  FileSystem& files_;
+  User& user_;
+};
 
 }  // namespace
 
@@ -77,7 +109,7 @@ void CopyFileTree(FileSystem& files, User& user, std::string& source, std::strin
   const CallStackEntry entry(kCopyFileTree);
   source = FixPath(source);
   target = FixPath(target);
-  CopyListing(files, user, ListFolder(files, source), source, target);
+  TreeCopy(files, user).Copy(ListFolder(files, source), source, target);
 }
 
 void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path) {

@@ -137,6 +137,35 @@ TEST_F(ContractFiles, AReadOnlyFileIsNotChangedAndItsCopyIsReadOnly) {
   EXPECT_EQ(Get(At("file")), "bytes");
 }
 
+TEST_F(ContractFiles, FilesAreCopiedTogetherAsOneByOne) {
+  const std::vector<std::string> names = {"small",    "empty",  "large", "protected",
+                                          "missing",  "folder", "OLD",   "small",
+                                          "..\\file", "nul",    "bad*",  std::string(250, 'x')};
+  for (const char* folder : {"from", "from\\folder", "together", "alone"})
+    ASSERT_EQ(files_.MakeDirectory(At(folder)), E::Success);
+  Put("from\\small", "some bytes");
+  Put("from\\empty", "");
+  Put("from\\large", std::string(100'000, 'x'));
+  Put("from\\protected", "p");
+  Put("from\\old", "new");
+  Put("file", "beside");
+  ASSERT_EQ(files_.SetAttributes(At("from\\protected"), kAttributeReadOnly), E::Success);
+  for (const char* folder : {"together\\old", "alone\\old"}) Put(folder, "what was there before");
+  std::vector<E> told;
+  files_.CopyFiles(At("from\\"), At("together\\"), names, [&](std::size_t i, E error) {
+    EXPECT_EQ(i, told.size());
+    told.push_back(error);
+  });
+  ASSERT_EQ(told.size(), names.size());
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    EXPECT_EQ(told[i], files_.Copy(At("from\\" + names[i]), At("alone\\" + names[i]))) << names[i];
+    if (told[i] != E::Success) continue;
+    EXPECT_EQ(Get(At("together\\" + names[i])), Get(At("from\\" + names[i]))) << names[i];
+    EXPECT_EQ(Attributes(At("together\\" + names[i])), Attributes(At("alone\\" + names[i]))) << names[i];
+  }
+  EXPECT_EQ(Names(At("together\\*")), Names(At("alone\\*")));
+}
+
 TEST_F(ContractFiles, BytesAreWrittenAndReadAsTheyAre) {
   const std::string bytes("\0\r\n\x1A\xFF\n", 6);
   Put("file", bytes);

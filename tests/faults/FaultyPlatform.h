@@ -28,6 +28,7 @@ struct FaultPlan {
   std::size_t failingCall = kNone;
   std::size_t failingWay = 1;
   bool lasts = false;
+  bool together = false;  // the files of a folder are copied in the machine folder's own way; not counted
 };
 
 // The computer of a machine folder, whose system calls fail as planned. Its GUIDs are the same in every run.

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -73,6 +74,14 @@ WATCHED(int, renameat2, int fromFolder, const char* from, int toFolder, const ch
   if (Fails("renameat2", to)) return -1;
   NoteVersion(from, to);
   return Real_renameat2(fromFolder, from, toFolder, to, flags);
+}
+
+WATCHED(int, linkat, int fromFolder, const char* from, int toFolder, const char* to, int flags) {
+  const std::string folder = "/proc/self/fd/" + std::to_string(toFolder);
+  const std::string path = std::filesystem::read_symlink(folder).string() + "/" + to;
+  if (Fails("linkat", path.c_str())) return -1;
+  NoteVersion(from, path.c_str());
+  return Real_linkat(fromFolder, from, toFolder, to, flags);
 }
 
 WATCHED(int, mkdir, const char* path, mode_t mode) {

@@ -21,15 +21,21 @@ class HostFault : public FaultCase {
   HostFault() {
     machine_.Restore();
     const HostWatch watch(host_);
-    FaultPlan none;
+    FaultPlan none = Together();
     machine_.Run(none);
+  }
+
+  static FaultPlan Together() {
+    FaultPlan plan;
+    plan.together = true;
+    return plan;
   }
 
   // What is wrong after the run in which this call fails; empty when nothing is.
   std::string FaultViolation(std::size_t call, HostEnd end) {
     machine_.Restore();
     HostPlan plan{{}, call, end, {}};
-    FaultPlan none;
+    FaultPlan none = Together();
     RunResult broken;
     {
       const HostWatch watch(plan);
@@ -48,7 +54,7 @@ class HostFault : public FaultCase {
     if (child == 0) {
       HostPlan plan{{}, call, end, {}};
       const HostWatch watch(plan);
-      FaultPlan none;
+      FaultPlan none = Together();
       machine_.Run(none);
       _exit(0);
     }

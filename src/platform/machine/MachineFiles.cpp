@@ -176,6 +176,37 @@ SystemError MachineFiles::Copy(const std::string& source, const std::string& tar
   return tree_.Replace(to, view->Bytes(), options);
 }
 
+// Most of a folder's files are small and new: what holds for both folders is asked once, and every other file
+// goes the usual way, which also says what is wrong with it.
+void MachineFiles::CopyFiles(const std::string& source, const std::string& target,
+                             const std::vector<std::string>& names,
+                             const std::function<void(std::size_t, SystemError)>& done) {
+  WindowsPath from;
+  WindowsPath to;
+  DriveTree::Folder* fromFolder = nullptr;
+  DriveTree::Folder* toFolder = nullptr;
+  profiles_.BeforeFileAccess(source);
+  profiles_.BeforeFileAccess(target);
+  const bool isUsual = tree_.Parse(source, from) == SystemError::Success &&
+                       tree_.Parse(target, to) == SystemError::Success &&
+                       tree_.OpenFolder(from, fromFolder) == SystemError::Success &&
+                       tree_.OpenFolder(to, toFolder) == SystemError::Success &&
+                       tree_.EnsureListed(*toFolder) && toFolder->status.writable;
+  if (!isUsual) return FileSystem::CopyFiles(source, target, names, done);
+  host::FolderCopy folders(fromFolder->hostPath, toFolder->hostPath);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::string& name = names[i];
+    std::string key = UpperCase(name);
+    const bool isNew = toFolder->names.count(key) == 0 && to.CanHold(name) && tree_.openFiles.IsEmpty();
+    if (isNew && folders.CopyNew(name, toFolder->status)) {
+      toFolder->names.emplace(std::move(key), name);
+      done(i, SystemError::Success);
+    } else {
+      done(i, Copy(source + name, target + name));
+    }
+  }
+}
+
 // ---- names and attributes
 
 SystemError MachineFiles::CheckRename(const DriveTree::Place& from, const WindowsPath& target,

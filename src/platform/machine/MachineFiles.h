@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,8 @@ class MachineFiles : public FileSystem {
   // The file is read into memory, so that one that shrinks does no harm.
   SystemError Map(const std::string& path, std::unique_ptr<FileView>& view) override;
   SystemError Copy(const std::string& source, const std::string& target) override;
+  void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
+                 const std::function<void(std::size_t, SystemError)>& done) override;
   SystemError Rename(const std::string& source, const std::string& target) override;
   SystemError Delete(const std::string& path) override;
   SystemError MakeDirectory(const std::string& path) override;

@@ -24,6 +24,7 @@ class OpenFiles {
   const OpenFile* Find(FileHandle file) const;
   // Whether an open file forbids an access (share bits) to it.
   bool IsLocked(const std::string& hostPath, std::uint32_t shareNeeded) const;
+  bool IsEmpty() const { return files_.empty(); }
   bool HasFileBelow(const std::string& hostFolder) const;
 
  private:

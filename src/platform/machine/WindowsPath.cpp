@@ -196,6 +196,13 @@ SystemError WindowsPath::Parse(std::string_view path, std::string_view current, 
   return SystemError::Success;
 }
 
+bool WindowsPath::CanHold(std::string_view name) const {
+  const std::size_t length = Utf16Length(name);
+  const std::size_t folder = Utf16Length(text_) + (IsRoot() ? 0 : 1);
+  return IsPossibleName(name) && !IsDeviceName(name) && length <= kMaximumName &&
+         folder + length < kMaximumPath;
+}
+
 WindowsPath WindowsPath::Parent() const {
   WindowsPath parent;
   parent.key_ = key_.substr(0, key_.rfind('\\'));

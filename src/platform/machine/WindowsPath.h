@@ -49,6 +49,9 @@ class WindowsPath {
   std::string_view NameKey() const { return IsRoot() ? std::string_view() : AfterBackslash(key_); }
   // The path of the folder that holds it; not for a root.
   WindowsPath Parent() const;
+  // Whether a file in this folder can have the name: a possible one, no device, and no path too long for all
+  // calls.
+  bool CanHold(std::string_view name) const;
   // It was given with "\" at its end, which only a folder may have.
   bool EndsWithBackslash() const { return endsWithBackslash_; }
 

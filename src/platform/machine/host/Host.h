@@ -72,6 +72,25 @@ struct ContentOptions {
 // is always the old file or the new one. On a failure nothing remains of the attempt.
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options);
 
+// Copies small files that are new in a folder. Both folders are opened once, where file by file every call
+// would walk two whole paths.
+class FolderCopy {
+ public:
+  FolderCopy(const std::string& source, const std::string& target);
+  ~FolderCopy();
+  FolderCopy(const FolderCopy&) = delete;
+  FolderCopy& operator=(const FolderCopy&) = delete;
+
+  // Copies a file with its permissions and its time; it appears whole or not at all. Gives the target
+  // folder's status after it. False when nothing was done: it is missing, large, no regular file, not new, it
+  // failed, or this system has no way to do it. The usual way then does it or says why not.
+  bool CopyNew(const std::string& name, FileStatus& target);
+
+ private:
+  std::intptr_t source_ = -1;  // the system's handles; -1: none
+  std::intptr_t target_ = -1;
+};
+
 // Adds `bytes` at the end of a regular file, which is created when it is missing. On a failure what was added
 // is taken back, where the system allows it.
 SystemError AppendContent(const std::string& path, std::string_view bytes);

@@ -16,6 +16,9 @@ namespace bxvbwiz::host {
 namespace {
 
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
+constexpr std::size_t kSmallFile = 16 * 1024;
+// Without O_NONBLOCK a pipe with no writer would block for ever.
+constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t kNewFileMode = 0666;  // less the umask
 constexpr mode_t kNewFolderMode = 0777;
 constexpr mode_t kAllWrite = S_IWUSR | S_IWGRP | S_IWOTH;
@@ -157,8 +160,7 @@ InputFile::~InputFile() {
 }
 
 SystemError InputFile::Open(const std::string& path) {
-  // Without O_NONBLOCK a pipe with no writer would block for ever.
-  const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC);
+  const int file = open(path.c_str(), kReading);
   if (file < 0) return LastError();
   file_ = file;
   struct stat status = {};
@@ -209,6 +211,52 @@ SystemError ReplaceContent(const std::string& path, std::string_view bytes, cons
   if (error != SystemError::Success) unlink(temporary.c_str());
   return error;
 }
+
+#ifdef O_TMPFILE
+
+FolderCopy::FolderCopy(const std::string& source, const std::string& target)
+    : source_(open(source.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
+      target_(open(target.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
+
+FolderCopy::~FolderCopy() {
+  if (source_ >= 0) close(static_cast<int>(source_));
+  if (target_ >= 0) close(static_cast<int>(target_));
+}
+
+bool FolderCopy::CopyNew(const std::string& name, FileStatus& target) {
+  char bytes[kSmallFile];
+  struct stat status = {};
+  {
+    const Descriptor source(openat(static_cast<int>(source_), name.c_str(), kReading));
+    if (!source.IsOpen() || fstat(source.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    if (status.st_size > static_cast<off_t>(sizeof(bytes))) return false;
+    if (read(source.Get(), bytes, sizeof(bytes)) != status.st_size) return false;
+  }
+  // A file without a name, which gets its own at last: nobody meets half of it, and nothing remains of a
+  // failure.
+  const FileStatus from = FromStat(status);
+  Descriptor copy(openat(static_cast<int>(target_), ".", O_WRONLY | O_TMPFILE | O_CLOEXEC, from.permissions));
+  if (!copy.IsOpen()) return false;
+  const std::string_view content(bytes, static_cast<std::size_t>(from.size));
+  if (FillNewFile(copy.Get(), content, {from.permissions, from.modifiedNanoseconds, false}) !=
+      SystemError::Success)
+    return false;
+  const std::string nameless = "/proc/self/fd/" + std::to_string(copy.Get());
+  if (linkat(AT_FDCWD, nameless.c_str(), static_cast<int>(target_), name.c_str(), AT_SYMLINK_FOLLOW) != 0)
+    return false;
+  if (fstat(static_cast<int>(target_), &status) == 0) target = FromStat(status);
+  return true;
+}
+
+#else  // Only Linux has files without a name.
+
+FolderCopy::FolderCopy(const std::string& /*source*/, const std::string& /*target*/) {}
+FolderCopy::~FolderCopy() = default;
+bool FolderCopy::CopyNew(const std::string& /*name*/, FileStatus& /*target*/) {
+  return false;
+}
+
+#endif
 
 SystemError AppendContent(const std::string& path, std::string_view bytes) {
   Descriptor file(

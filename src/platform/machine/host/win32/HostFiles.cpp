@@ -191,6 +191,13 @@ SystemError ReplaceContent(const std::string& path, std::string_view bytes, cons
   return error;
 }
 
+// Opening the folders once gains nothing here.
+FolderCopy::FolderCopy(const std::string& /*source*/, const std::string& /*target*/) {}
+FolderCopy::~FolderCopy() = default;
+bool FolderCopy::CopyNew(const std::string& /*name*/, FileStatus& /*target*/) {
+  return false;
+}
+
 SystemError AppendContent(const std::string& path, std::string_view bytes) {
   const OwnedHandle file(CreateFileW(SystemPath(path).c_str(), GENERIC_WRITE | FILE_READ_ATTRIBUTES,
                                      kShareAll, nullptr, OPEN_ALWAYS,
