@@ -49,6 +49,10 @@ class CaptureFiles : public ForwardingFileSystem {
   SystemError Write(const std::string& path, std::string_view bytes, WriteMode mode) override;
   SystemError Map(const std::string& path, std::unique_ptr<FileView>& view) override;
   SystemError Copy(const std::string& source, const std::string& target) override;
+  void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
+                 const std::function<void(std::size_t, SystemError)>& done) override {
+    FileSystem::CopyFiles(source, target, names, done);
+  }
   SystemError Rename(const std::string& source, const std::string& target) override;
   SystemError Delete(const std::string& path) override;
   SystemError MakeDirectory(const std::string& path) override;

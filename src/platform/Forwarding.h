@@ -42,7 +42,7 @@ class ForwardingRegistry : public Registry {
   Registry& inner_;
 };
 
-// CopyFiles is not passed on, so that whoever changes Copy changes it for all files.
+// Whoever changes Copy has to say what CopyFiles does: FileSystem's is one Copy after the other.
 class ForwardingFileSystem : public FileSystem {
  public:
   explicit ForwardingFileSystem(FileSystem& inner) : inner_(inner) {}
@@ -64,6 +64,10 @@ class ForwardingFileSystem : public FileSystem {
   }
   SystemError Copy(const std::string& source, const std::string& target) override {
     return inner_.Copy(source, target);
+  }
+  void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
+                 const std::function<void(std::size_t, SystemError)>& done) override {
+    inner_.CopyFiles(source, target, names, done);
   }
   SystemError Rename(const std::string& source, const std::string& target) override {
     return inner_.Rename(source, target);

@@ -88,7 +88,7 @@ class FaultyRegistry : public ForwardingRegistry, private Faulty {
 class FaultyFiles : public ForwardingFileSystem, private Faulty {
  public:
   using Base = ForwardingFileSystem;
-  FaultyFiles(FileSystem& inner, FaultPlan& plan) : Base(inner), Faulty(plan), inner_(inner) {}
+  FaultyFiles(FileSystem& inner, FaultPlan& plan) : Base(inner), Faulty(plan) {}
   E Find(const std::string& pattern, std::vector<FoundFile>& found) override {
     return Try("Find", pattern, kFind, [&] { return Base::Find(pattern, found); });
   }
@@ -120,7 +120,7 @@ class FaultyFiles : public ForwardingFileSystem, private Faulty {
   }
   void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
                  const std::function<void(std::size_t, E)>& done) override {
-    if (plan_.together) return inner_.CopyFiles(source, target, names, done);
+    if (plan_.together) return Base::CopyFiles(source, target, names, done);
     FileSystem::CopyFiles(source, target, names, done);
   }
   E Rename(const std::string& source, const std::string& target) override {
@@ -149,7 +149,6 @@ class FaultyFiles : public ForwardingFileSystem, private Faulty {
   }
 
  private:
-  FileSystem& inner_;
   std::map<FileHandle, std::string> paths_;
 };
 

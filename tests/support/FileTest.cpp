@@ -90,6 +90,10 @@ class HiddenAndFaulty : public ForwardingFileSystem {
       if (file.name == "hidden") file.attributes |= kAttributeHidden;
     return result;
   }
+  void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
+                 const std::function<void(std::size_t, SystemError)>& done) override {
+    FileSystem::CopyFiles(source, target, names, done);
+  }
   SystemError Copy(const std::string& source, const std::string& target) override {
     if (faults.empty()) return ForwardingFileSystem::Copy(source, target);
     const SystemError fault = faults.back();
