@@ -76,12 +76,10 @@ TEST(LineReader, TakesEveryLineEnd) {
   EXPECT_EQ(lines, (std::vector<std::string>{"a", "b", "c", "d", "", "e"}));
 }
 
-// A file named hidden is hidden, which the machine does not know; a copy fails as the faults say, the last
-// one first.
-class HiddenAndFaulty : public ForwardingFileSystem {
+// A file named hidden is hidden, which the machine does not know.
+class HiddenFile : public ForwardingFileSystem {
  public:
   using ForwardingFileSystem::ForwardingFileSystem;
-  std::vector<SystemError> faults;
   std::uint32_t lastAttributes = 0;
 
   SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
@@ -89,11 +87,6 @@ class HiddenAndFaulty : public ForwardingFileSystem {
     for (FoundFile& file : found)
       if (file.name == "hidden") file.attributes |= kAttributeHidden;
     return result;
-  }
-  SystemError Copy(const std::string& source, const std::string& target) override {
-    if (faults.empty()) return ForwardingFileSystem::Copy(source, target);
-    const SystemError fault = faults.back();
-    return faults.pop_back(), fault;
   }
   SystemError SetAttributes(const std::string& path, std::uint32_t attributes) override {
     lastAttributes = attributes;
@@ -117,7 +110,7 @@ class Files : public testing::Test {
   void Copy(std::string from, std::string to) { CopyFileTree(files, user, from, to); }
 
   TestMachine disk;
-  HiddenAndFaulty files{disk.platform().files};
+  HiddenFile files{disk.platform().files};
   RecordingUser user;
 
  private:
@@ -153,22 +146,6 @@ TEST_F(Files, CopyingIntoAFolderOfTheSourceEnds) {
   Copy("C:\\S", "C:\\S\\New");
   EXPECT_EQ(Read("S/New/a.txt"), "a.txt");
   EXPECT_FALSE(disk.Exists("drive_c/S/New/New/New"));
-}
-
-TEST_F(Files, CopyingRepeatsTheFailedFileAfterRetryAndStopsAfterCancel) {
-  Fill({"a", "b"});
-  files.faults = {SystemError::SharingViolation};
-  user.answers = {Button::Retry};
-  Copy("C:\\S", "C:\\T");
-  EXPECT_EQ(user.messages, std::vector<std::string>{
-                               ErrorMessage("70 : Permission denied: C:\\S\\a to C:\\T\\a : Bx6vbwiz")});
-  EXPECT_EQ(Read("T/a") + Read("T/b"), "ab");
-
-  files.Delete("C:\\T\\b");
-  files.faults = {SystemError::DiskFull};
-  EXPECT_THROW(Copy("C:\\S", "C:\\T"), WizardEnded);
-  EXPECT_FALSE(disk.Exists("drive_c/T/b"));
-  EXPECT_EQ(user.pointers.back(), Pointer::Default);
 }
 
 TEST_F(Files, SettingTheTimesClosesTheFile) {
