@@ -38,5 +38,12 @@ TEST_F(DestinationTest, SymbolsBecomeFolders) {
     EXPECT_EQ(run().groups.ConvertBXDestSymbolToPath(given), expected) << given;
 }
 
+TEST_F(DestinationTest, RegisterMacrosBecomeCodes) {
+  const char* const macros[] = {"",          "$(dllselfregister)", "$(EXESelfRegister)", "$(TLBRegister)",
+                                "$(Remote)", "DLLSELFREGISTER",    "$(Whatever)"};
+  for (std::int16_t code = 0; code <= 6; ++code)
+    EXPECT_EQ(run().groups.ConvertRegisterMacro(macros[code]), code) << macros[code];
+}
+
 }  // namespace
 }  // namespace bxvbwiz
