@@ -13,21 +13,17 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "TestMachine.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 
 constexpr std::size_t kLargestInput = 64 * 1024;
-
-std::string ReadWhole(const std::filesystem::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
 
 void RunOne(const std::string& input, const std::string& keptAs) {
   std::ofstream(keptAs, std::ios::binary) << input;
@@ -96,12 +92,12 @@ int main(int argc, char** argv) try {
   }
   const std::string keptAs = std::filesystem::path(argv[0]).filename().string() + ".input";
   if (!std::filesystem::is_directory(argv[1])) {
-    RunOne(ReadWhole(argv[1]), keptAs);
+    RunOne(bxvbwiz::ReadBytes(argv[1]), keptAs);
     return 0;
   }
   std::vector<std::string> corpus;
   for (const auto& entry : std::filesystem::directory_iterator(argv[1]))
-    corpus.push_back(ReadWhole(entry.path()));
+    corpus.push_back(bxvbwiz::ReadBytes(entry.path()));
   if (corpus.empty()) {
     std::cerr << argv[1] << " holds no input\n";
     return 2;

@@ -39,7 +39,7 @@ Shoot() {  # Shoot NAME
 Pages() {  # Pages NAMES PREFIX SUFFIX ARGUMENT...
   local names=" $1 " prefix=$2 suffix=$3 page
   shift 3
-  coproc DRIVE { Wine "$windows/drivewizard.exe" --pause "$@" 2>/dev/null; }
+  coproc DRIVE { Wine "$windows/drivewizard.exe" --pause generate "$@" 2>/dev/null; }
   local pid=$DRIVE_PID
   while IFS= read -r -t 120 page <&"${DRIVE[0]}"; do
     page=${page%$'\r'}

@@ -1,6 +1,5 @@
 #include "TestMachine.h"
 
-#include <filesystem>
 #include <fstream>
 #include <random>
 #include <sstream>
@@ -8,6 +7,26 @@
 namespace bxvbwiz {
 
 namespace fs = std::filesystem;
+
+std::string ReadBytes(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return bytes.str();
+}
+
+Snapshot TakeSnapshot(const std::string& folder) {
+  Snapshot files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    const std::string path = entry.path().generic_u8string().substr(folder.size() + 1);
+    if (entry.is_directory()) {
+      files[path + "/"];
+    } else {
+      files[path] = ReadBytes(entry.path());
+    }
+  }
+  return files;
+}
 
 TestMachine::TestMachine() {
   std::random_device random;
@@ -70,10 +89,7 @@ void TestMachine::InstallProduct() {
 }
 
 std::string TestMachine::Read(const std::string& relativePath) const {
-  std::ifstream file(fs::path(folder_) / fs::u8path(relativePath), std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
+  return ReadBytes(fs::path(folder_) / fs::u8path(relativePath));
 }
 
 bool TestMachine::Exists(const std::string& relativePath) const {

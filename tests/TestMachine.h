@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <string>
@@ -7,6 +8,13 @@
 #include "platform/machine/Machine.h"
 
 namespace bxvbwiz {
+
+// A file's bytes; none when it cannot be read.
+std::string ReadBytes(const std::filesystem::path& path);
+
+// Every file below a folder with its bytes, and every folder, whose path ends in "/".
+using Snapshot = std::map<std::string, std::string>;
+Snapshot TakeSnapshot(const std::string& folder);
 
 // A machine folder in a temporary place, removed at the end. Files are laid out first, then the machine is
 // opened.

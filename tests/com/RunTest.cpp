@@ -96,14 +96,6 @@ TEST_F(RunTest, ReturnsWhenTheWizardHasEnded) {
       << "a host reads the properties instead";
 }
 
-TEST_F(RunTest, AFatalMessageEndsTheWizardAndKeepsTheReturnCode) {
-  SetKeys("n");
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kProduct + L"VBWiz").c_str());
-  const ComPtr<IDispatch> app = CreateWithProject();
-  EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
-  EXPECT_EQ(Results(app), L"False -1 ");
-}
-
 TEST_F(RunTest, LetsMessagesFlowAndSurvivesCallsAndReleaseFromInside) {
   ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
   Called polled;

@@ -1,6 +1,6 @@
 #include "faults/GoldenRun.h"
 
-#include <stdlib.h>  // mkdtemp, setenv
+#include <stdlib.h>  // setenv
 
 #include <filesystem>
 #include <fstream>
@@ -18,13 +18,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kLog = "drive_c/windows/Bx6vbwiz.LOG";
 constexpr const char* kTemplateReport = "drive_c/Program Files/Borvex/VBWiz/Template/Script Files/Report.txt";
-
-std::string ReadBytes(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  return bytes.str();
-}
 
 // Gives those that were there already.
 std::string AddLines(const std::string& text, std::set<std::string>& lines) {
@@ -54,19 +47,6 @@ class Redirected {
 
 }  // namespace
 
-Snapshot TakeSnapshot(const std::string& folder) {
-  Snapshot files;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    const std::string path = entry.path().string().substr(folder.size() + 1);
-    if (entry.is_directory()) {
-      files[path + "/"];
-    } else {
-      files[path] = ReadBytes(entry.path());
-    }
-  }
-  return files;
-}
-
 Snapshot Below(const Snapshot& all, const std::string& folder) {
   Snapshot below;
   for (auto file = all.lower_bound(folder); file != all.end() && StartsWith(file->first, folder); ++file) {
@@ -76,40 +56,22 @@ Snapshot Below(const Snapshot& all, const std::string& folder) {
 }
 
 GoldenMachine::GoldenMachine(const std::string& caseName) {
-  std::string pattern = (fs::temp_directory_path() / "bxvbwiz-faults-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  work_ = pattern;
   setenv("SOURCE_DATE_EPOCH", "1137321000", 1);
   setenv("MAKEPE", BXVBWIZ_MAKEPE, 1);
-  const std::string command =
-      std::string(BXVBWIZ_GOLDEN) + "/run.sh --lay-out " + caseName + " " + work_ + "/laid-out";
+  const std::string command = std::string(BXVBWIZ_GOLDEN) + "/run.sh --lay-out " + caseName + " " + laidOut_;
   if (std::system(command.c_str()) != 0) throw std::runtime_error(command + " failed");
-  std::ofstream registry(work_ + "/laid-out/registry.reg", std::ios::app | std::ios::binary);
+  std::ofstream registry(laidOut_ + "/registry.reg", std::ios::app | std::ios::binary);
   registry << "\r\n[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Bx6vbwiz\\Logging]\r\n"
               "\"LogLevel\"=\"1\"\r\n";
   registry.close();
-  std::ofstream(work_ + "/laid-out/" + kLog) << kOldText;
-  std::ofstream(work_ + "/laid-out/" + kTemplateReport) << kOldText;
-  laidOut_ = TakeSnapshot(work_ + "/laid-out");
-  fs::copy(work_ + "/laid-out", Folder(), fs::copy_options::recursive);
-}
-
-GoldenMachine::~GoldenMachine() {
-  std::error_code ignored;
-  fs::remove_all(work_, ignored);
+  std::ofstream(laidOut_ + "/" + kLog) << kOldText;
+  std::ofstream(laidOut_ + "/" + kTemplateReport) << kOldText;
+  Restore();
 }
 
 void GoldenMachine::Restore() {
-  const Snapshot now = TakeSnapshot(Folder());
-  for (auto file = now.rbegin(); file != now.rend(); ++file) {
-    if (laidOut_.count(file->first) == 0) fs::remove_all(Folder() + "/" + file->first);
-  }
-  for (const auto& [path, bytes] : laidOut_) {
-    const auto file = now.find(path);
-    if (file == now.end() || file->second != bytes) {
-      fs::copy_file(work_ + "/laid-out/" + path, Folder() + "/" + path, fs::copy_options::overwrite_existing);
-    }
-  }
+  fs::remove_all(Folder());
+  fs::copy(laidOut_, Folder(), fs::copy_options::recursive);
 }
 
 RunResult GoldenMachine::Run(FaultPlan& plan) {

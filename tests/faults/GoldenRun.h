@@ -5,13 +5,10 @@
 #include <string>
 
 #include "faults/FaultyPlatform.h"
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 
-// Every file below a folder with its bytes, and every folder, whose path ends in "/".
-using Snapshot = std::map<std::string, std::string>;
-
-Snapshot TakeSnapshot(const std::string& folder);
 // What a snapshot holds below a folder ("drive_c/Setups/Demo/"), by the path behind it.
 Snapshot Below(const Snapshot& all, const std::string& folder);
 
@@ -32,21 +29,18 @@ inline const std::string kOldText = std::string(9999, '=') + "\r\n";
 class GoldenMachine {
  public:
   explicit GoldenMachine(const std::string& caseName);
-  ~GoldenMachine();
-  GoldenMachine(const GoldenMachine&) = delete;
-  GoldenMachine& operator=(const GoldenMachine&) = delete;
 
-  // Makes the folder as it was laid out; no run removes a folder.
+  // Makes the folder as it was laid out.
   void Restore();
   // generate --json --strict in this process, with the fault of `plan`; in what the machine folder is now.
   RunResult Run(FaultPlan& plan);
   Snapshot Files() const;  // without the log
   std::string LogText() const;
-  std::string Folder() const { return work_ + "/machine"; }
+  std::string Folder() const { return place_.Folder() + "/machine"; }
 
  private:
-  std::string work_;
-  Snapshot laidOut_;
+  TestMachine place_;
+  std::string laidOut_ = place_.Folder() + "/laid-out";
 };
 
 // A file that this program makes for a moment bears it in its name.

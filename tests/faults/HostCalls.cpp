@@ -6,20 +6,13 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 namespace {
 
 HostPlan* watched = nullptr;
-
-std::string ReadBytes(const char* path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  return bytes.str();
-}
 
 // Counts a call and ends the process when that is planned. True when the call is to fail as a whole, with
 // errno.

@@ -85,25 +85,11 @@ TEST_F(ControlTest, TheRegisteredVersionDecidesTheFile) {
   }
 }
 
-TEST_F(ControlTest, TheDepFileLiesBesideTheControlOrInTheSystemFolder) {
-  for (const char* name : {"A.v1", "b", "c"}) Register(name, "1.0", "C:\\Reg\\" + std::string(name) + ".ocx");
+TEST_F(ControlTest, AControlInTheRootIsInstalledThereNoMore) {
   Register("r", "1.0", "\\r.ocx");
-  Put("C:\\Reg\\a.V1.dep", "");
-  Put("C:\\windows\\system32\\a.v1.dep", "");
-  Put("C:\\windows\\system32\\b.dep", "");
-  const std::vector<std::pair<const char*, const char*>> cases = {
-      {"A.v1#1.0#0; a", "|C:\\Reg\\A.v1.ocx|C:\\Reg\\A.v1.dep"},
-      {"b#1.0#0; b", "|C:\\Reg\\b.ocx|C:\\windows\\system32\\b.dep"},
-      {"c#1.0#0; c", "C:\\Reg\\|C:\\Reg\\c.ocx|"},
-      {"r#1.0#0; r", "|\\r.ocx|"},
-  };
-  for (const auto& [line, call] : cases) {
-    CObject control(context());
-    builder.calls.clear();
-    control.SetRawName(line);
-    EXPECT_EQ(Join(builder.calls), call);
-    EXPECT_TRUE(EndsWith(call, "|" + control.DepFile));
-  }
+  Register("c", "1.0", "C:\\Reg\\c.ocx");
+  for (const char* name : {"c", "r"}) CObject(context()).SetRawName(name + std::string("#1.0#0; x"));
+  EXPECT_EQ(Join(builder.calls), "C:\\Reg\\|C:\\Reg\\c.ocx|, |\\r.ocx|") << "without a .dep file";
 }
 
 TEST_F(ControlTest, AControlOfSeveralFilesIsResolvedOnce) {

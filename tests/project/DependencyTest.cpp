@@ -32,27 +32,6 @@ class DependencyTest : public ProjectFixture {
   std::unique_ptr<CDependencies> dependencies;
 };
 
-TEST_F(DependencyTest, DepFilesAreReadDepthFirstAndEachFileOnce) {
-  const struct {
-    const char* depFile;
-    const char* needed;
-  } cases[] = {
-      {"[C.OCX]\nuses1=a.dll\nUses3=b.dll\n", "a.dll"},
-      {"[c.ocx]\nUses1=NONE\nUses2=b.dll\n", ""},
-      {"[c.ocx]\nUses1=\"  \"\nUses2=b.dll\n", ""},
-      {"[c.ocx]\nUses1=kernel32.dll\nUses2=b.dll\n", "b.dll"},
-      {"[c.ocx]\nUses1=a.dll\nUses2=A.DLL\nUses3=a.dll\n", "a.dll, A.DLL"},
-      {"[c.ocx]\nUses1=a.dll\nUses2=d.dll\n[a.dll]\nUses1=b.dll\nUses2=d.dll\n[b.dll]\nUses1=e.dll\n",
-       "a.dll(b.dll(e.dll), d.dll), b.dll(e.dll), e.dll, d.dll"},
-      {"[c.ocx]\nUses1=c.ocx\nUses2=a.dll\n[a.dll]\nUses1=c.ocx\nUses2=a.dll\n", "c.ocx(a.dll), a.dll"},
-      {"[c.ocx <0009>]\nUses1=a.dll\n[a.dll <0009>]\nUses1=b.dll\n", "a.dll(b.dll), b.dll"},
-  };
-  for (const auto& test : cases) {
-    Put("C:\\C\\c.dep", test.depFile);
-    EXPECT_EQ(NamesOf(Walk()), test.needed) << test.depFile;
-  }
-}
-
 TEST_F(DependencyTest, WithoutAPlainSectionTheOneOfTheFittestLanguageCounts) {
   const struct {
     const char* userLanguage;
@@ -82,7 +61,8 @@ TEST_F(DependencyTest, WithoutAPlainSectionTheOneOfTheFittestLanguageCounts) {
 
 TEST_F(DependencyTest, ANeededFileIsDescribedByTheSameDepFileOrItsOwn) {
   Put("C:\\C\\c.dep",
-      "[c.ocx]\nUses1=own.dll\nUses2=same.dll\nUses3=c.dll\nUses4=far.dll\n[same.dll]\nDest=x\n");
+      "[c.ocx]\nUses1=own.dll\nUses2=same.dll\nUses3=c.dll\nUses4=far.dll\nUses5=kernel32.dll\n[same.dll]"
+      "\nDest=x\n");
   Put(kRedist + "own.dll", "");
   Put(kRedist + "own.dep", "[own.dll]\nUses1=deep.dll\n");
   Put(kSystem + "far.dep", "[far.dll]\nDest=y\n");

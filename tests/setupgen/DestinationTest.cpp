@@ -45,20 +45,5 @@ TEST_F(DestinationTest, RegisterMacrosBecomeCodes) {
     EXPECT_EQ(run().groups.ConvertRegisterMacro(macros[code]), code) << macros[code];
 }
 
-TEST_F(DestinationTest, TheApplicationPathIsTheProjectsOutputFolder) {
-  const Pair cases[] = {{"", "C:\\P\\Sub\\"},
-                        {"Name=\"x\"\nPath32=\"..\\Out\"\nPath32=\"C:\\Second\"", "C:\\P\\Out\\"},
-                        {"Path32=D:\\Out", "D:\\Out\\"},
-                        {"Path32=\"'98\"", "C:\\P\\Sub\\'98\\"},
-                        {"Path32=\"\xDC_\"", "C:\\P\\Sub\\\xC3\x9C_\\"}};
-  Put("P\\Sub\\a.vbp", "");
-  for (const auto& [text, expected] : cases) {
-    run().platform.files.Write("C:\\P\\Sub\\a.vbp", text, WriteMode::Create);
-    EXPECT_EQ(run().groups.GetAppPath("C:\\P\\Sub\\a.vbp"), expected) << text;
-  }
-  EXPECT_EQ(run().groups.GetAppPath("C:\\Missing\\a.vbp"), "C:\\Missing\\");
-  EXPECT_NE(disk.Read("drive_c/windows/Bx6vbwiz.LOG").find("in CFileGroups:GetAppPath"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace bxvbwiz

@@ -20,37 +20,23 @@ CFile File(const std::string& path, const std::string& group = "Program Files",
 using FileGroupTest = SetupFixture;
 
 TEST_F(FileGroupTest, FactsComeFromDestinationDepFileAndSearch) {
-  Put("Borvex\\Redistributable\\Compressed Files\\Language Independent\\OS Independent\\corecomp.ini",
-      "[Win32]\r\nshared.dll=1\r\n");
-  const std::string server = MakePe({"KERNEL32.dll"}, {"DllRegisterServer"});
-  for (const char* path : {"App\\Server.ocx", "windows\\system32\\Shared.dll",
-                           "VB98\\Wizards\\PDWizard\\Redist\\Moved.dll", "App\\x.TLB"})
-    Put(path, server);
+  Put("VB98\\Wizards\\PDWizard\\Redist\\Moved.dll", MakePe({"KERNEL32.dll"}, {"DllRegisterServer"}));
   for (const char* path : {"App\\Mine.dll", "App\\Moved.dll"}) Put(path, MakePe({"KERNEL32.dll"}, {"Other"}));
-  Put("App\\x.dep",
-      "[Server.ocx]\r\nDest=$(WINSYSPATH)\r\nRegister=$(DLLSelfRegister)\r\n"
-      "[Mine.dll]\r\nRegister=$(Bad)\r\n[Lang.dll <0009>]\r\nDest=$(WINPATH)\r\n");
+  Put("App\\x.dep", "[Mine.dll]\r\nRegister=$(Bad)\r\n[Lang.dll <0009>]\r\nDest=$(WINPATH)\r\n");
   // "destination|link path|resolves|shared|register|group"
-  const std::tuple<const char*, const char*, const char*, RecordKind, const char*> cases[] = {
-      {"$(FOO)", "C:\\App\\Mine.dll", "", RecordKind::File, "$(APPPATH)|C:\\App\\|1|0|0|Program Files"},
-      {"D:\\Tools", "C:\\App\\x.TLB", "", RecordKind::TypeLibrary,
-       "$(APPPATH)|C:\\App\\|1|0|3|Program Self-reg Files"},
-      {"", "C:\\App\\Server.ocx", "C:\\App\\x.dep", RecordKind::Control,
-       "$(WINSYSPATH)|C:\\App\\|1|1|1|Windows System Self-reg Shared Files"},
-      {"", "C:\\Gone\\Mine.dll", "C:\\App\\x.dep", RecordKind::File,
-       "$(APPPATH)|C:\\Gone|0|0|6|Program Files"},
-      {"", "C:\\App\\Lang.dll", "C:\\App\\x.dep", RecordKind::File, "$(WINPATH)|C:\\App|0|0|0|Windows Files"},
-      {"", "SHARED.DLL", "", RecordKind::Dependency,
-       "C:\\windows\\system32\\|C:\\windows\\system32\\|1|1|1|Windows System Self-reg Shared Files"},
+  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
+      {"$(FOO)", "C:\\App\\Mine.dll", "", "$(APPPATH)|C:\\App\\|1|0|0|Program Files"},
+      {"", "C:\\Gone\\Mine.dll", "C:\\App\\x.dep", "$(APPPATH)|C:\\Gone|0|0|6|Program Files"},
+      {"", "C:\\App\\Lang.dll", "C:\\App\\x.dep", "$(WINPATH)|C:\\App|0|0|0|Windows Files"},
       // The redistributables' copy is shipped; it is examined where the source folder has none.
-      {"$(WINSYSPATH)", "Moved.dll", "", RecordKind::File,
+      {"$(WINSYSPATH)", "Moved.dll", "",
        "$(WINSYSPATH)|C:\\VB98\\Wizards\\PDWizard\\Redist\\|1|0|1|Windows System Self-reg Files"},
-      {"$(APPPATH)", "C:\\App\\Moved.dll", "", RecordKind::File,
+      {"$(APPPATH)", "C:\\App\\Moved.dll", "",
        "$(APPPATH)|C:\\VB98\\Wizards\\PDWizard\\Redist\\|1|0|0|Program Files"},
-      {"", "none.dll", "", RecordKind::File, "|C:\\App\\Out\\|0|0|0|Program Files"},
+      {"", "none.dll", "", "|C:\\App\\Out\\|0|0|0|Program Files"},
   };
-  for (const auto& [destination, path, depFile, kind, facts] : cases) {
-    FileRecord record(kind);
+  for (const auto& [destination, path, depFile, facts] : cases) {
+    FileRecord record;
     FileRecord copy;
     run().groups.GetFileGroupInfo(destination, path, depFile, nullptr, record);
     run().groups.GetFileGroupInfo("D:\\other", "y.dll", "", &record, copy);
@@ -84,30 +70,6 @@ TEST_F(FileGroupTest, GroupsAreNamedByDestinationRegistrationAndSharing) {
     EXPECT_EQ(run().groups.CreateFileGroupName("ignored", file), group) << destination;
     EXPECT_EQ(components.CreateComponentName("ignored", file), component) << destination;
   }
-}
-
-TEST_F(FileGroupTest, AFileIsEnteredOnceInListGroupAndComponent) {
-  CFile control = File("c.ocx", "Windows System Self-reg Shared Files", "$(WINSYSPATH)");
-  control.SharedFile = true;
-  control.SelfRegister = kRegisterDll;
-  for (const CFile& file : {File("C:\\Else\\a.dll"), File("b.dll"), File("a.dll"), File("A.dll"), control})
-    EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, file));
-  run().lists.Forget();
-  EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, control));
-
-  const std::string list = "[General] Type=FILELIST Version=1.00.000 [TopDir] file0=C:\\Src\\";
-  EXPECT_EQ(Words("Setup\\File Groups\\Program Files.fgl"),
-            list + "a.dll file1=C:\\Src\\b.dll file2=C:\\Src\\A.dll");
-  EXPECT_EQ(Words("Setup\\File Groups\\Windows System Self-reg Shared Files.fgl"), list + "c.ocx");
-  EXPECT_EQ(Words("Setup\\File Groups\\Default.fdf")
-                .find("[FileGroups] group0=Program Files group1=Windows System Self-reg Shared Files "
-                      "[Program Files] FILETYPE=No SELFREGISTERING=No "),
-            0U);
-  const std::string components = Words(kComponents);
-  EXPECT_EQ(
-      components.find("[Components] component0=Program Files component1=Windows Files [TopComponents] "), 0U);
-  EXPECT_NE(components.find("requiredby0=Program Files filegroup0=Windows System Self-reg Shared Files"),
-            std::string::npos);
 }
 
 TEST_F(FileGroupTest, ADestinationWithoutSymbolGetsAScriptDefinedVariable) {
@@ -150,17 +112,6 @@ TEST_F(FileGroupTest, AFileWhoseFolderIsNotThatOfItsGroupIsTold) {
   for (const CFile* file : {&first, &same, &other}) run().groups.CreateFileGroup(kSetup, *file);
   ASSERT_EQ(user.incomplete.size(), 1U);
   EXPECT_NE(user.incomplete[0].find("<TARGETDIR>\\Data\\Sub"), std::string::npos) << user.incomplete[0];
-}
-
-TEST_F(FileGroupTest, AFailureIsLoggedWithTheStackAndReported) {
-  run().profiles.brokenFile = "Default.cdf";
-  EXPECT_FALSE(run().groups.CreateFileGroup(kSetup, File("a")));
-  const std::string log = disk.Read("drive_c/windows/Bx6vbwiz.LOG");
-  EXPECT_NE(log.find("Error 57: broken from Bx6vbwiz in CComponents:CreateComponent\r\nCall Stack:\r\n"
-                     "    CFileGroups:CreateFileGroup\r\n    CFileGroups:AddFileGroupToComponent\r\n"
-                     "    CComponents:CreateComponent\r\n"),
-            std::string::npos)
-      << log;
 }
 
 }  // namespace

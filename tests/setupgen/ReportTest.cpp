@@ -50,22 +50,18 @@ TEST_F(ReportTest, WhatIsLeftToDoIsListedUnformatted) {
   EXPECT_EQ(LeftToDo(strings, {sentence, "b"}), "*** Left To Do ***\r\n\r\n" + sentence + "\r\nb\r\n\r\n");
 }
 
-TEST_F(ReportTest, TheTreeIsWrittenBranchByBranch) {
+// What trees of whole runs do not have; the report's head comes from the template.
+TEST_F(ReportTest, SupportFilesOfVisualBasicSixAreNoHeading) {
   std::vector<std::unique_ptr<TreeNode>> nodes;
   TreeNode& view = *nodes.emplace_back(std::make_unique<TreeNode>());
   view.text = "D\xC3\xA9mo";
-  TreeNode& forms = view.Add("", "Forms", NodeImage::Heading);
-  forms.Add("", "a.frm", NodeImage::Form).Add("", "Objects", NodeImage::Heading);
-  view.Add("", "Visual Basic 5.0 Support Files", NodeImage::Heading);
-  view.Add("", "Visual Basic 6.0 Support Files", NodeImage::Heading);
-  const std::string tree =
-      "[D\xE9mo]\r\n   [Forms]\r\n      -> a.frm\r\n         [Objects]\r\n            None\r\n"
-      "   [Visual Basic 5.0 Support Files]\r\n      None\r\n   -> Visual Basic 6.0 Support Files\r\n";
-  Put("Setup\\Script Files\\Report.txt", "The template's\r\n");
+  for (const char* version : {"5", "6"})
+    view.Add("", "Visual Basic " + std::string(version) + ".0 Support Files", NodeImage::Heading);
   WriteReport(run().platform, kSetup, "", nodes);
-  const std::string report = Stored("Setup\\Script Files\\Report.txt");
-  EXPECT_EQ(report.rfind("The template's\r\n", 0), 0U);
-  EXPECT_EQ(report.substr(report.size() - std::min(report.size(), tree.size())), tree);
+  const std::string tree =
+      "[D\xE9mo]\r\n   [Visual Basic 5.0 Support Files]\r\n      None\r\n"
+      "   -> Visual Basic 6.0 Support Files\r\n";
+  EXPECT_NE(Stored("Setup\\Script Files\\Report.txt").find(tree), std::string::npos);
 }
 
 TEST_F(ReportTest, ADataLinkReplacesALongerOne) {

@@ -16,12 +16,11 @@
 
 namespace bxvbwiz {
 
-// Counts all calls; a write to a file whose path holds `brokenFile` raises.
+// Counts the calls.
 class WatchedProfiles : public ForwardingProfileStrings {
  public:
   using ForwardingProfileStrings::ForwardingProfileStrings;
   int calls = 0;
-  std::string brokenFile = "?";
 
   std::string GetString(ProfileText section, ProfileText key, std::string_view defaultValue, std::size_t size,
                         const std::string& file) override {
@@ -29,7 +28,6 @@ class WatchedProfiles : public ForwardingProfileStrings {
   }
   bool WriteString(ProfileText section, ProfileText key, ProfileText value,
                    const std::string& file) override {
-    if (file.find(brokenFile) != std::string::npos) throw RuntimeError(kErrorDeviceInputOutput, "broken");
     return ++calls, ForwardingProfileStrings::WriteString(section, key, value, file);
   }
 };

@@ -141,10 +141,13 @@ TEST_F(WizardWindows, AreCancelledOnEveryPageByButtonKeyAndMenu) {
 
 // The compiler waits until the test lets it go.
 TEST_F(WizardWindows, FollowTheUserWhileTheProjectIsRebuilt) {
+  ASSERT_TRUE(CopyFileA(BXVBWIZ_COMPILER, (machine_.Folder() + "/vb6.exe").c_str(), TRUE));
+  machine_.Write("vb6.txt",
+                 "wait go\nprogram drive_c/Src/App.exe\nlog Build of 'App.exe'\n"
+                 "log Build of 'App.exe' succeeded.\n");
   machine_.Write("machine.ini",
-                 std::string("[Folders]\r\nWindows=C:\\windows\r\nSystem=C:\\windows\\system32\r\n"
-                             "[Programs]\r\nC:\\VB98\\VB6.EXE=") +
-                     BXVBWIZ_COMPILER + "\r\n");
+                 "[Folders]\r\nWindows=C:\\windows\r\nSystem=C:\\windows\\system32\r\n"
+                 "[Programs]\r\nC:\\VB98\\VB6.EXE=vb6.exe\r\n");
   WizardDriver& driver = Start();
   driver.Click(kIdRebuild);
   driver.Click(kIdNext);

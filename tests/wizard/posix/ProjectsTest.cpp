@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <set>
 #include <sstream>
@@ -19,19 +18,6 @@ namespace bxvbwiz {
 namespace {
 
 namespace fs = std::filesystem;
-
-// Files and folders with their bytes.
-using Snapshot = std::map<std::string, std::string>;
-
-Snapshot FilesBelow(const std::string& folder) {
-  Snapshot files;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    std::ostringstream bytes;
-    if (entry.is_regular_file()) bytes << std::ifstream(entry.path(), std::ios::binary).rdbuf();
-    files[entry.path().generic_u8string().substr(folder.size())] = bytes.str();
-  }
-  return files;
-}
 
 // The same GUIDs and time in every run.
 struct CountedGuids : Guids {
@@ -171,10 +157,10 @@ Outcome RunOn(const GeneratedProject& project, const std::string& folder) {
   Machine machine(folder);
   Outcome outcome = Run(project, machine.platform()).Go();
   machine.Save();
-  outcome.setups = FilesBelow(folder + "/drive_c/Setups");
+  outcome.setups = TakeSnapshot(folder + "/drive_c/Setups");
   fs::remove_all(folder + "/drive_c/Setups");
   fs::create_directory(folder + "/drive_c/Setups");
-  outcome.others = FilesBelow(folder);
+  outcome.others = TakeSnapshot(folder);
   return outcome;
 }
 
@@ -186,7 +172,7 @@ std::string Violations(const GeneratedProject& project) {
     project.LayOn(*machine, lines);
     machine->Store();
   }
-  const Snapshot before = FilesBelow(asTheyAre.Folder());
+  const Snapshot before = TakeSnapshot(asTheyAre.Folder());
   const Outcome first = RunOn(project, asTheyAre.Folder());
   const Outcome shuffled = RunOn(project, otherOrder.Folder());
   std::string wrong = first.wrong + shuffled.wrong;
