@@ -16,7 +16,7 @@ namespace bxvbwiz::host {
 namespace {
 
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-constexpr std::size_t kSmallFile = 16 * 1024;
+constexpr std::size_t kSmallFile = 16'384;
 // Without O_NONBLOCK a pipe with no writer would block for ever.
 constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t kNewFileMode = 0666;  // less the umask
