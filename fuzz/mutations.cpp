@@ -14,6 +14,7 @@
 #include <fstream>
 #include <iostream>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -108,9 +109,11 @@ class Mutation {
 
 int main(int argc, char** argv) try {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
+  if (arguments.empty()) throw std::invalid_argument("usage: exe_mutations FOLDER [COUNT [FIRST]]");
   std::vector<std::filesystem::path> libraries;
-  for (const auto& entry : std::filesystem::directory_iterator(arguments.at(0)))
+  for (const auto& entry : std::filesystem::directory_iterator(arguments[0]))
     if (entry.path().extension() == ".dll") libraries.push_back(entry.path());
+  if (libraries.empty()) throw std::invalid_argument("no DLLs in " + arguments[0]);
   std::sort(libraries.begin(), libraries.end());
   const unsigned long count = arguments.size() > 1 ? std::stoul(arguments[1]) : 200;
   const unsigned long first = arguments.size() > 2 ? std::stoul(arguments[2]) : 1;
@@ -118,7 +121,7 @@ int main(int argc, char** argv) try {
   for (unsigned long number = first; number - first < count; ++number) {
     std::ofstream(keptAs) << number << '\n';
     // 7919 is prime: a small count comes across the whole folder, not its first letters only.
-    std::string bytes = ReadBytes(libraries.at(number * 7919 % libraries.size()));
+    std::string bytes = ReadBytes(libraries[number * 7919 % libraries.size()]);
     Mutation(bytes, static_cast<std::uint32_t>(number));
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
   }
@@ -126,6 +129,6 @@ int main(int argc, char** argv) try {
   std::cout << count << " mutations of " << libraries.size() << " DLLs survived\n";
   return 0;
 } catch (const std::exception& error) {
-  std::cerr << "escaped from the target: " << error.what() << '\n';
+  std::cerr << "exe_mutations: " << error.what() << '\n';
   return 1;
 }

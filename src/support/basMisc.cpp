@@ -73,6 +73,7 @@ class TreeCopy {
 
   // `copied` counts the files of one folder.
   void CopyFiles(const Listing& listing, const std::string& source, const std::string& target, int& copied) {
+    if (listing.empty()) return;
     constexpr int kFilesOfOneStep = 5;
     std::vector<std::string> names;
     for (const FoundFile& file : listing) names.push_back(file.name);

@@ -44,6 +44,16 @@ TEST_F(ProfileStringsTest, TellsOnceWhatIsThereAndCannotBeRead) {
   EXPECT_TRUE(Profiles().Unreadable().empty());
 }
 
+TEST_F(ProfileStringsTest, AReadOnlyFileIsRefusedAtOnceAndNoFileIsMadeByRemoving) {
+  Put("readonly.ini", "[s]\nk=v\n");
+  disk_.platform().files.SetAttributes("C:\\readonly.ini", kAttributeReadOnly);
+  EXPECT_FALSE(Set("new", "C:\\readonly.ini"));
+  EXPECT_TRUE(Profiles().WriteString("s", "k", std::nullopt, "C:\\new.ini"));
+  EXPECT_TRUE(Profiles().Flush().empty());
+  EXPECT_EQ(At("new.ini"), "(none)");
+  EXPECT_EQ(At("readonly.ini"), "[s]\nk=v\n");
+}
+
 TEST_F(ProfileStringsTest, StoresWhenTheFileIsNeededAndNotBefore) {
   for (const char* folder : {"C:\\dir", "C:\\dir b"}) disk_.platform().files.MakeDirectory(folder);
   EXPECT_TRUE(Set("1", "C:\\dir\\a.ini"));

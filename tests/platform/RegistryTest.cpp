@@ -91,6 +91,14 @@ TEST_F(RegistryTest, ChangesOnlyTheLinesOfWhatWasChanged) {
   EXPECT_EQ(MachineRegistry(changed, *kCodePage).Text(), changed);
 }
 
+TEST(Registry, KeepsADeletedKeyDeletedWhereTheTextDeletesKeysItself) {
+  MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a\\b]\n[-HKEY_USERS\\a\\b]\n[HKEY_USERS\\a]", *kCodePage);
+  EXPECT_EQ(registry.DeleteKey(kUsers, "a"), SystemError::Success);
+  std::string name;
+  EXPECT_EQ(MachineRegistry(registry.Text(), *kCodePage).EnumKey(kUsers, 0, 9, name),
+            SystemError::NoMoreItems);
+}
+
 TEST(Registry, DoesNotLetAnUnfinishedValueSwallowWhatIsAdded) {
   MachineRegistry registry("REGEDIT4\n[HKEY_USERS\\a]\n\"v\"=hex:01,\\", *kCodePage);
   RegistryHandle key = 0;

@@ -59,6 +59,31 @@ TEST(GlobalTest, SystemFilesAreListedUpToAGapAndReadOnce) {
   EXPECT_FALSE(global.IsSystemFile("new.dll"));
 }
 
+TEST(GlobalTest, AnIniEntryIsFoundByItsExactValueBeforeTheFirstGap) {
+  TestMachine disk;
+  const std::string longValue(254, 'x');
+  disk.Write("drive_c/x.ini", "[S]\r\n0component=A\r\n1component=B\r\n2component=" + longValue +
+                                  "\r\n4component=D\r\n0n=NONE\r\n");
+  basGlobal global(disk.platform());
+  const struct {
+    const char* suffix;
+    std::string wanted;
+    bool found;
+    int index;
+  } cases[] = {{"component", "A", true, 1},
+               {"component", "B", true, 2},
+               {"component", "b", false, 3},
+               {"component", "D", false, 3},
+               {"component", longValue.substr(0, 253), true, 3},
+               {"n", "NONE", false, 0},
+               {"absent", "", false, 0}};
+  for (const auto& each : cases) {
+    std::int16_t index = -1;
+    EXPECT_EQ(global.FindIniFileEntry("C:\\x.ini", "S", each.suffix, each.wanted, index), each.found);
+    EXPECT_EQ(index, each.index) << each.suffix << " " << each.wanted;
+  }
+}
+
 TEST(GlobalTest, ASystemFileListThatCannotBeFoundIsAnErrorAndAnEmptyOneIsTold) {
   for (const char* value : {"\"C:\\\\Empty\"", "-", "dword:00000001"}) {
     TestMachine disk;

@@ -45,5 +45,10 @@ TEST_F(DestinationTest, RegisterMacrosBecomeCodes) {
     EXPECT_EQ(run().groups.ConvertRegisterMacro(macros[code]), code) << macros[code];
 }
 
+TEST_F(DestinationTest, AProjectThatCannotBeReadHasItsOwnFolderForOutput) {
+  EXPECT_EQ(run().groups.GetAppPath("C:\\Missing\\a.vbp"), "C:\\Missing\\");
+  EXPECT_NE(disk.Read("drive_c/windows/Bx6vbwiz.LOG").find("in CFileGroups:GetAppPath"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace bxvbwiz

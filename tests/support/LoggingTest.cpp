@@ -44,6 +44,15 @@ TEST(Log, FollowsItsSettings) {
   }
 }
 
+TEST(Log, HasOneBackslashBetweenFolderAndName) {
+  TestMachine disk;
+  disk.Write("machine.ini", "[Folders]\r\nWindows=W:\\\r\n");
+  disk.LogSettings({{"LogLevel", "0"}, {"LogName", "my.log"}});
+  Log log(disk.platform());
+  log.Init();
+  EXPECT_EQ(log.Path(), "W:\\my.log");
+}
+
 TEST(ReportError, LogsTheStackRepeatsAfterRetryAndEndsAfterCancel) {
   TestMachine disk;
   disk.LogSettings({{"LogLevel", "0"}});

@@ -1,5 +1,6 @@
 #include "platform/machine/FileBytes.h"
 
+#include <new>
 #include <utility>
 
 namespace bxvbwiz {
@@ -31,7 +32,11 @@ SystemError ReadWholeFile(const std::string& hostPath, std::string& bytes, host:
   if (status != nullptr) *status = file.Status();
   if (error != SystemError::Success) return error;
   // Not cleared before: what is there already need not be filled again.
-  bytes.resize(static_cast<std::size_t>(file.Status().size));
+  try {
+    bytes.resize(static_cast<std::size_t>(file.Status().size));
+  } catch (const std::bad_alloc&) {
+    return SystemError::NotEnoughMemory;
+  }
   std::size_t count = 0;
   error = file.Read(bytes.data(), bytes.size(), count);
   bytes.resize(count);
@@ -43,7 +48,8 @@ SystemError ReadWholeFile(const std::string& hostPath, std::unique_ptr<FileView>
   SystemError error = OpenWhole(file, hostPath);
   if (error != SystemError::Success) return error;
   const auto size = static_cast<std::size_t>(file.Status().size);
-  std::unique_ptr<char[]> bytes(new char[size]);  // make_unique would fill it with zeros
+  std::unique_ptr<char[]> bytes(new (std::nothrow) char[size]);  // make_unique would fill it with zeros
+  if (bytes == nullptr) return SystemError::NotEnoughMemory;
   std::size_t count = 0;
   error = file.Read(bytes.get(), size, count);
   if (error == SystemError::Success) view = std::make_unique<MemoryView>(std::move(bytes), count);

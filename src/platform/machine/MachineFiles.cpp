@@ -187,18 +187,19 @@ void MachineFiles::CopyFiles(const std::string& source, const std::string& targe
   DriveTree::Folder* toFolder = nullptr;
   profiles_.BeforeFileAccess(source);
   profiles_.BeforeFileAccess(target);
-  const bool isUsual = tree_.Parse(source, from) == SystemError::Success &&
-                       tree_.Parse(target, to) == SystemError::Success &&
-                       tree_.OpenFolder(from, fromFolder) == SystemError::Success &&
-                       tree_.OpenFolder(to, toFolder) == SystemError::Success &&
-                       tree_.EnsureListed(*toFolder) && toFolder->status.writable;
-  if (!isUsual) return FileSystem::CopyFiles(source, target, names, done);
+  const bool areUsual = tree_.Parse(source, from) == SystemError::Success &&
+                        tree_.Parse(target, to) == SystemError::Success &&
+                        tree_.OpenFolder(from, fromFolder) == SystemError::Success &&
+                        tree_.OpenFolder(to, toFolder) == SystemError::Success &&
+                        tree_.EnsureListed(*toFolder) && toFolder->status.writable;
+  if (!areUsual) return FileSystem::CopyFiles(source, target, names, done);
   host::FolderCopy folders(fromFolder->hostPath, toFolder->hostPath);
   for (std::size_t i = 0; i < names.size(); ++i) {
     const std::string& name = names[i];
     std::string key = UpperCase(name);
-    const bool isNew = toFolder->names.count(key) == 0 && to.CanHold(name) && tree_.openFiles.IsEmpty();
-    if (isNew && folders.CopyNew(name, toFolder->status)) {
+    const bool isUsualFile = toFolder->names.count(key) == 0 && from.CanHold(name) && to.CanHold(name) &&
+                             tree_.openFiles.IsEmpty();
+    if (isUsualFile && folders.CopyNew(name, toFolder->status)) {
       toFolder->names.emplace(std::move(key), name);
       done(i, SystemError::Success);
     } else {

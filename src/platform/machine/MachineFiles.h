@@ -13,7 +13,8 @@ namespace bxvbwiz {
 
 // The files and folders of a machine folder's drives. A file is read-only when its owner may not write it,
 // whoever asks; of the attributes only that one can be set. Whole files are written atomically. Names that
-// Windows cannot have are not listed; links that lead out of the machine folder are, and cannot be opened.
+// Windows cannot have are not listed; links that lead nowhere or out of the machine folder are, as files that
+// cannot be opened.
 class MachineFiles : public FileSystem {
  public:
   // `searchFolders` are where Search looks after the current directory, in this order.

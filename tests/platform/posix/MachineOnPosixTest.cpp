@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <chrono>
 #include <filesystem>
 
 #include "TestMachine.h"
@@ -69,6 +70,42 @@ TEST(Machine, AFolderWithoutPermissionToWriteStaysAsItIs) {
   EXPECT_EQ(files.MakeDirectory("C:\\kept\\sub"), SystemError::AccessDenied);
   EXPECT_FALSE(machine.platform().profiles.WriteString("s", "k", "v", "C:\\kept\\new.ini"));
   ASSERT_EQ(chmod((machine.Folder() + "/drive_c/kept").c_str(), 0755), 0);
+}
+
+TEST(Machine, CopiesKeepTimeAndPermissionsAndAreMadeOfWhatProgramsSee) {
+  TestMachine machine;
+  const std::string longName(130, 'x');
+  for (const std::string& name : {std::string("script"), std::string("set.ini"), longName + "/" + longName})
+    machine.Write("drive_c/from/" + name, "[s]\r\nk=old\r\n");
+  for (const char* folder : {"together", "alone"})
+    fs::create_directory(machine.Folder() + "/drive_c/" + folder);
+  const std::string script = machine.Folder() + "/drive_c/from/script";
+  ASSERT_EQ(chmod(script.c_str(), 0754), 0);
+  const fs::file_time_type time = fs::last_write_time(script) - std::chrono::hours(9999);
+  fs::last_write_time(script, time);
+  FileSystem& files = machine.platform().files;
+  ASSERT_TRUE(machine.platform().profiles.WriteString("s", "k", "new", "C:\\from\\set.ini"));
+
+  const auto together = [&](const std::string& folder, const std::string& name) {
+    SystemError told = SystemError::Success;
+    files.CopyFiles(folder, "C:\\together\\", {name}, [&](std::size_t, SystemError error) { told = error; });
+    return told;
+  };
+  for (const char* name : {"script", "set.ini"}) {
+    EXPECT_EQ(together("C:\\from\\", name), SystemError::Success);
+    EXPECT_EQ(files.Copy("C:\\from\\" + std::string(name), "C:\\alone\\" + std::string(name)),
+              SystemError::Success);
+  }
+  for (const std::string folder : {"drive_c/together/", "drive_c/alone/"}) {
+    EXPECT_EQ(machine.Read(folder + "set.ini"), "[s]\r\nk=new\r\n") << folder;
+    EXPECT_EQ(fs::last_write_time(machine.Folder() + "/" + folder + "script"), time) << folder;
+    EXPECT_EQ(fs::status(machine.Folder() + "/" + folder + "script").permissions(), fs::perms(0754))
+        << folder;
+  }
+  EXPECT_EQ(together("C:\\from\\" + longName + "\\", longName), SystemError::FilenameTooLong);
+  ASSERT_EQ(files.Delete("C:\\together\\script"), SystemError::Success);
+  ASSERT_NE(files.Open("C:\\from\\script", kGenericRead, 0, kOpenExisting, 0), kInvalidFile);
+  EXPECT_EQ(together("C:\\from\\", "script"), SystemError::SharingViolation);
 }
 
 }  // namespace

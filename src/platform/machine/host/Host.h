@@ -76,6 +76,7 @@ SystemError ReplaceContent(const std::string& path, std::string_view bytes, cons
 // would walk two whole paths.
 class FolderCopy {
  public:
+  // A folder that cannot be opened shows in CopyNew.
   FolderCopy(const std::string& source, const std::string& target);
   ~FolderCopy();
   FolderCopy(const FolderCopy&) = delete;
@@ -83,12 +84,14 @@ class FolderCopy {
 
   // Copies a file with its permissions and its time; it appears whole or not at all. Gives the target
   // folder's status after it. False when nothing was done: it is missing, large, no regular file, not new, it
-  // failed, or this system has no way to do it. The usual way then does it or says why not.
+  // failed, a folder is not open, or this system has no way to do it. The usual way then does it or says why
+  // not.
   bool CopyNew(const std::string& name, FileStatus& target);
 
  private:
-  std::intptr_t source_ = -1;  // the system's handles; -1: none
-  std::intptr_t target_ = -1;
+  // The system's handles, where it has a use for them; -1: none.
+  [[maybe_unused]] std::intptr_t source_ = -1;
+  [[maybe_unused]] std::intptr_t target_ = -1;
 };
 
 // Adds `bytes` at the end of a regular file, which is created when it is missing. On a failure what was added

@@ -16,7 +16,6 @@ namespace bxvbwiz::host {
 namespace {
 
 constexpr std::int64_t kNanosecondsPerSecond = 1'000'000'000;
-constexpr std::size_t kSmallFile = 16'384;
 // Without O_NONBLOCK a pipe with no writer would block for ever.
 constexpr int kReading = O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC;
 constexpr mode_t kNewFileMode = 0666;  // less the umask
@@ -224,7 +223,7 @@ FolderCopy::~FolderCopy() {
 }
 
 bool FolderCopy::CopyNew(const std::string& name, FileStatus& target) {
-  char bytes[kSmallFile];
+  char bytes[16'384];  // what counts as small
   struct stat status = {};
   {
     const Descriptor source(openat(static_cast<int>(source_), name.c_str(), kReading));
@@ -244,6 +243,10 @@ bool FolderCopy::CopyNew(const std::string& name, FileStatus& target) {
   const std::string nameless = "/proc/self/fd/" + std::to_string(copy.Get());
   if (linkat(AT_FDCWD, nameless.c_str(), static_cast<int>(target_), name.c_str(), AT_SYMLINK_FOLLOW) != 0)
     return false;
+  if (copy.Close() != SystemError::Success) {
+    unlinkat(static_cast<int>(target_), name.c_str(), 0);
+    return false;
+  }
   if (fstat(static_cast<int>(target_), &status) == 0) target = FromStat(status);
   return true;
 }
