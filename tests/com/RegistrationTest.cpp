@@ -37,9 +37,9 @@ std::set<std::wstring> Registry() {
 TEST(RegistrationTest, IsForTheMachineAndIsUndoneCompletely) {
   const std::set<std::wstring> before = Registry();
   {
-    const RegisteredServer server(kShippedServer);
+    const RegisteredServer server;
     const std::wstring key = kClasses + kApplicationId;
-    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), kShippedServer);
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), kServer);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\ProgID"), L"BX6VBWiz.Application");
     for (const std::wstring& progId : kProgIds) {
@@ -66,13 +66,12 @@ TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
             ERROR_SUCCESS);
   RegCloseKey(refusing);
   {
-    const RegisteredServer server(kShippedServer);
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, key + L"\\InprocServer32"), kShippedServer);
+    const RegisteredServer server;
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, key + L"\\InprocServer32"), kServer);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), L"-");
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
     const std::wstring id = RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups\\CLSID");
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"CLSID\\" + id + L"\\InprocServer32"),
-              kShippedServer);
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"CLSID\\" + id + L"\\InprocServer32"), kServer);
   }
   EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
 }
