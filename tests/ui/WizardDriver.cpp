@@ -51,8 +51,11 @@ void WizardDriver::WaitForWindow() {
 }
 
 WizardDriver::~WizardDriver() {
-  if (!process_.Valid()) PostMessageW(window_, WM_CLOSE, 0, 0);
-  if (!Ended()) TerminateProcess(process_.Get(), 1);
+  if (!process_.Valid()) {
+    PostMessageW(window_, WM_CLOSE, 0, 0);
+  } else if (!Ended()) {
+    TerminateProcess(process_.Get(), 1);
+  }
 }
 
 void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()>& condition) const {
@@ -187,6 +190,7 @@ void WizardDriver::WaitForAnything(int panelToLeave) {
 }
 
 bool WizardDriver::Ended() const {
+  if (!process_.Valid()) return window_ != nullptr && !IsWindow(window_);
   return WaitForSingleObject(process_.Get(), 0) == WAIT_OBJECT_0;
 }
 
