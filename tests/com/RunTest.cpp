@@ -28,7 +28,7 @@ void Pressing(const char* buttons, Run&& run) {
   std::thread user([buttons] {
     try {
       WizardDriver().Press(buttons);
-    } catch (const DriverError& error) {
+    } catch (const std::exception& error) {
       ADD_FAILURE() << error.what();
     }
   });

@@ -142,7 +142,7 @@ int DriveShown(const Options& options, bool pauses) {
   std::thread user([&] {
     try {
       code = Drive(options, pauses).Go();
-    } catch (const DriverError& error) {
+    } catch (const std::exception& error) {
       std::cerr << "showwizard: " << error.what() << '\n';
       std::_Exit(99);  // the window would wait for ever
     }

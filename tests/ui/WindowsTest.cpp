@@ -125,13 +125,9 @@ class FillTreeTest : public testing::Test {
       if (i == 0) tree_.Add(form, "", "Gone", NodeImage::MissingFile);
     }
   }
-  int Count() const { return static_cast<int>(SendMessageW(window_.Get(), TVM_GETCOUNT, 0, 0)); }
-  LRESULT Next(UINT direction, LRESULT item) const {
-    return SendMessageW(window_.Get(), TVM_GETNEXTITEM, direction, item);
-  }
-  bool IsOpen(LRESULT item) const {
-    constexpr LPARAM kMask = TVIS_EXPANDED;
-    return (SendMessageW(window_.Get(), TVM_GETITEMSTATE, static_cast<WPARAM>(item), kMask) & kMask) != 0;
+  int Count() const { return static_cast<int>(TreeView_GetCount(window_.Get())); }
+  bool IsOpen(HTREEITEM item) const {
+    return (TreeView_GetItemState(window_.Get(), item, TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
   }
 
   static constexpr int kAllNodes = 2 + 99 + 9900 + 1;
@@ -149,11 +145,12 @@ TEST_F(FillTreeTest, LetsEventsRunAtLeastEvery500NodesAndOpensWhatHoldsMissingFi
   EXPECT_EQ(Count(), kAllNodes);
   EXPECT_LE(std::max(most, Count() - before), 500);
 
-  const LRESULT incomplete = Next(TVGN_CHILD, Next(TVGN_CHILD, Next(TVGN_ROOT, 0)));
+  const HTREEITEM forms = TreeView_GetChild(window_.Get(), TreeView_GetRoot(window_.Get()));
+  const HTREEITEM incomplete = TreeView_GetChild(window_.Get(), forms);
   EXPECT_TRUE(IsOpen(incomplete)) << "what is wrong is seen without opening branches";
-  EXPECT_FALSE(IsOpen(Next(TVGN_NEXT, incomplete)));
+  EXPECT_FALSE(IsOpen(TreeView_GetNextSibling(window_.Get(), incomplete)));
   wchar_t text[100] = {};
-  TVITEMW item{TVIF_TEXT | TVIF_IMAGE, reinterpret_cast<HTREEITEM>(incomplete), 0, 0, text, 100, 0, 0, 0, 0};
+  TVITEMW item{TVIF_TEXT | TVIF_IMAGE, incomplete, 0, 0, text, 100, 0, 0, 0, 0};
   SendMessageW(window_.Get(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
   EXPECT_STREQ(text, L"Form");
   EXPECT_EQ(item.iImage, static_cast<int>(NodeImage::Form));

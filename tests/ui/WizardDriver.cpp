@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <stdexcept>
+
 #include "platform/win32/WideText.h"
 #include "ui/win32/ControlIds.h"
 
@@ -31,7 +33,7 @@ WizardDriver::WizardDriver(const std::string& commandLine) {
   std::wstring line = Widen(commandLine);
   if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                       &started)) {
-    throw DriverError("cannot start " + commandLine);
+    throw std::runtime_error("cannot start " + commandLine);
   }
   const OwnedHandle thread(started.hThread);
   process_ = OwnedHandle(started.hProcess);
@@ -66,7 +68,7 @@ void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()
       std::string state = "waited in vain for " + what + "; the wizard shows \"" + Caption() + '"';
       if (HasMessage())
         state += " and the message " + TextOfWindow(GetDlgItem(MessageBoxWindow(), kMessageText));
-      throw DriverError(state);
+      throw std::runtime_error(state);
     }
     Sleep(kBetweenLooks);
   }

@@ -3,21 +3,14 @@
 #include <windows.h>
 
 #include <functional>
-#include <stdexcept>
 #include <string>
 
 #include "platform/win32/OwnedHandle.h"
 
 namespace bxvbwiz {
 
-// What should have happened in the wizard's windows did not.
-class DriverError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
 // Presses, types and reads the real controls of the wizard, by window messages alone. Every function throws
-// DriverError when what it waits for does not come.
+// std::runtime_error when what it waits for does not come.
 class WizardDriver {
  public:
   // Starts the program and waits for the wizard's window, a message box or the program's end.
