@@ -147,7 +147,9 @@ int DriveShown(const Options& options, bool pauses) {
       std::_Exit(99);  // the window would wait for ever
     }
   });
-  const int shown = Show(options, kPanelWelcome);
+  Options withoutProject = options;  // which is typed
+  withoutProject.project.clear();
+  const int shown = Show(withoutProject, kPanelWelcome);
   user.join();
   return code == kExitFinished ? shown : code;
 }
