@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
-#include "platform/win32/WideText.h"
-
 namespace bxvbwiz {
 
 std::wstring WindowsPath(std::wstring path) {
   std::replace(path.begin(), path.end(), L'/', L'\\');
   return path;
 }
-
-const std::wstring kServer = WindowsPath(L"Z:" + Widen(SHIPPED_FOLDER) + L"\\Bx6vbwiz.dll");
-const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
-                                            L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};
 
 RegisteredServer::RegisteredServer() {
   EXPECT_EQ(Call("DllRegisterServer"), S_OK);

@@ -8,6 +8,7 @@
 
 #include "com/BX6VBWiz.h"
 #include "com/ComPtr.h"
+#include "platform/win32/WideText.h"
 
 // What hosts of the automation server share: a registered server, and late-bound calls.
 namespace bxvbwiz {
@@ -15,10 +16,11 @@ namespace bxvbwiz {
 // With backslashes.
 std::wstring WindowsPath(std::wstring path);
 
-extern const std::wstring kServer;
+inline const std::wstring kServer = WindowsPath(L"Z:" + Widen(SHIPPED_FOLDER) + L"\\Bx6vbwiz.dll");
 
 // The creatable classes by ProgID.
-extern const std::vector<std::wstring> kProgIds;
+inline const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
+                                                   L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};
 
 // The server, loaded and registered while this lives.
 class RegisteredServer {

@@ -2,7 +2,6 @@
 #include <thread>
 
 #include "com/Host.h"
-#include "platform/win32/WideText.h"
 #include "TestMachine.h"
 #include "ui/WizardDriver.h"
 
