@@ -118,7 +118,13 @@ class Drive {
   WizardDriver driver_;
 };
 
-int Show(const Options& options, int panel) {
+// At once: another thread may wait for the window, or the window for it.
+[[noreturn]] void Fail(const std::exception& error) {
+  std::cerr << "showwizard: " << error.what() << '\n';
+  std::_Exit(99);
+}
+
+int Show(const Options& options, int panel) try {
   Machine machine(options.machine);
   Component component(machine.platform(), StartMode::Automation, "",
                       [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
@@ -135,6 +141,8 @@ int Show(const Options& options, int panel) {
   app.Run();
   machine.Save();
   return app.ReturnCode() == -1 ? kExitFinished : kExitNotFinished;
+} catch (const std::exception& error) {
+  Fail(error);
 }
 
 int DriveShown(const Options& options, bool pauses) {
@@ -143,8 +151,7 @@ int DriveShown(const Options& options, bool pauses) {
     try {
       code = Drive(options, pauses).Go();
     } catch (const std::exception& error) {
-      std::cerr << "showwizard: " << error.what() << '\n';
-      std::_Exit(99);  // the window would wait for ever
+      Fail(error);
     }
   });
   Options withoutProject = options;  // which is typed
@@ -159,7 +166,7 @@ int DriveShown(const Options& options, bool pauses) {
 int main(int argc, char** argv) {
   try {
     std::vector<std::string> arguments = ProgramArguments(argc, argv);
-    const std::string mode = arguments.front();
+    const std::string mode = arguments.empty() ? "" : arguments.front();
     const int panel = mode == "--panel" ? std::stoi(arguments.at(1)) : kPanelWelcome;
     if (StartsWith(mode, "--")) arguments.erase(arguments.begin());
     if (mode == "--panel") arguments.erase(arguments.begin());
@@ -168,7 +175,6 @@ int main(int argc, char** argv) {
     const bool pauses = mode == "--pause";
     return pauses || mode == "--drive" ? DriveShown(options, pauses) : Show(options, panel);
   } catch (const std::exception& error) {
-    std::cerr << "showwizard: " << error.what() << '\n';
-    return 99;
+    Fail(error);
   }
 }
