@@ -33,13 +33,13 @@ project='C:\Projects\OrderDesk\OrderDesk.vbp'
 
 if [ "$mode" = --window ]; then
   scripts/install.sh windows
-  Build win32 showwizard drivewizard
+  Build win32 showwizard
   if [ -z "${DISPLAY:-}" ]; then
     echo "There is no display, so pictures are taken."
     exec scripts/screenshots.sh demo/out/screenshots
   fi
   echo "The wizard works on $machine and opens $project."
-  BXVBWIZ_DISPLAY=$DISPLAY exec scripts/wine.sh build/win32/bin/showwizard.exe --machine $machine "$project"
+  BXVBWIZ_DISPLAY=$DISPLAY exec scripts/wine.sh build/win32/bin/showwizard.exe generate --machine $machine "$project"
 fi
 
 Title "The project: $project"

@@ -39,7 +39,7 @@ Shoot() {  # Shoot NAME
 Pages() {  # Pages NAMES PREFIX SUFFIX ARGUMENT...
   local names=" $1 " prefix=$2 suffix=$3 page
   shift 3
-  coproc DRIVE { Wine "$windows/drivewizard.exe" --pause generate "$@" 2>/dev/null; }
+  coproc DRIVE { Wine "$windows/showwizard.exe" --pause generate "$@" 2>/dev/null; }
   local pid=$DRIVE_PID
   while IFS= read -r -t 120 page <&"${DRIVE[0]}"; do
     page=${page%$'\r'}
@@ -51,7 +51,7 @@ Pages() {  # Pages NAMES PREFIX SUFFIX ARGUMENT...
 
 # The page that no step of the wizard shows.
 DataAccess() {  # DataAccess NAME
-  Wine "$windows/showwizard.exe" --machine "$work/machine" --panel 3 >/dev/null 2>&1 &
+  Wine "$windows/showwizard.exe" --panel 3 generate --machine "$work/machine" none.vbp >/dev/null 2>&1 &
   local pid=$!
   sleep 3
   Shoot "$1"

@@ -2,31 +2,14 @@
 
 #include <algorithm>
 
-#include "platform/win32/WideText.h"
-
 namespace bxvbwiz {
-namespace {
-
-std::wstring Windows(const char* folder, const wchar_t* name) {
-  return WindowsPath(L"Z:" + Widen(folder) + L"\\" + name);
-}
-
-}  // namespace
 
 std::wstring WindowsPath(std::wstring path) {
   std::replace(path.begin(), path.end(), L'/', L'\\');
   return path;
 }
 
-const std::wstring kShippedServer = Windows(SHIPPED_FOLDER, L"Bx6vbwiz.dll");
-const std::wstring kDrivenServer = Windows(DRIVEN_FOLDER, L"Bx6vbwiz.dll");
-const std::wstring kDrivenProgram = Windows(DRIVEN_FOLDER, L"Bx6vbwiz.exe");
-const std::wstring kLogMonitorServer = Windows(DRIVEN_FOLDER, L"LogMonitorServer.dll");
-const std::wstring kScript = Windows(SCRIPT_FOLDER, L"host.vbs");
-const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
-                                            L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};
-
-RegisteredServer::RegisteredServer(const std::wstring& path) : module_(LoadLibraryW(path.c_str())) {
+RegisteredServer::RegisteredServer() {
   EXPECT_EQ(Call("DllRegisterServer"), S_OK);
 }
 
@@ -108,27 +91,6 @@ std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring
 void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text) {
   RegSetKeyValueW(root, key.c_str(), name.c_str(), REG_SZ, text.c_str(),
                   static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-}
-
-DWORD RunProgram(std::wstring commandLine) {
-  STARTUPINFOW startup{};
-  startup.cb = sizeof startup;
-  PROCESS_INFORMATION process{};
-  DWORD code = ~0U;
-  EXPECT_TRUE(CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                             &startup, &process));
-  DWORD waited = WAIT_TIMEOUT;
-  for (int rounds = 0; waited == WAIT_TIMEOUT && rounds < 1200; ++rounds) {
-    constexpr DWORD kRound = 50;  // milliseconds
-    waited = WaitForSingleObject(process.hProcess, kRound);
-    HWND box = FindWindowW(L"#32770", L"Visual Basic Project Wizard");
-    if (box != nullptr) PostMessageW(box, WM_COMMAND, IDOK, 0);
-  }
-  EXPECT_EQ(waited, WAIT_OBJECT_0);
-  GetExitCodeProcess(process.hProcess, &code);
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-  return code;
 }
 
 }  // namespace bxvbwiz

@@ -8,6 +8,7 @@
 
 #include "com/BX6VBWiz.h"
 #include "com/ComPtr.h"
+#include "platform/win32/WideText.h"
 
 // What hosts of the automation server share: a registered server, and late-bound calls.
 namespace bxvbwiz {
@@ -15,31 +16,26 @@ namespace bxvbwiz {
 // With backslashes.
 std::wstring WindowsPath(std::wstring path);
 
-extern const std::wstring kShippedServer;
-extern const std::wstring kDrivenServer;
-extern const std::wstring kDrivenProgram;
-extern const std::wstring kLogMonitorServer;
-extern const std::wstring kScript;  // a host in VBScript
+inline const std::wstring kServer = WindowsPath(L"Z:" + Widen(SHIPPED_FOLDER) + L"\\Bx6vbwiz.dll");
 
 // The creatable classes by ProgID.
-extern const std::vector<std::wstring> kProgIds;
+inline const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
+                                                   L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};
 
-// A DLL that is loaded and registered while this lives.
+// The server, loaded and registered while this lives.
 class RegisteredServer {
  public:
-  explicit RegisteredServer(const std::wstring& path);
+  RegisteredServer();
   ~RegisteredServer();
   HRESULT Call(const char* exported) const;
   HRESULT ClassObject(REFCLSID id, REFIID interfaceId, void** object) const;
 
  private:
-  HMODULE module_;
+  HMODULE module_ = LoadLibraryW(kServer.c_str());
 };
 
 class HostTest : public testing::Test {
  protected:
-  explicit HostTest(const std::wstring& server) : server_(server) {}
-
   // By its ProgID, through CoCreateInstance.
   static ComPtr<IDispatch> Create(const std::wstring& progId);
 
@@ -69,8 +65,5 @@ inline HRESULT Put(IDispatch* object, const std::wstring& property, const std::w
 // The text of a registry value; "-" when there is none.
 std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring& name = L"");
 void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text);
-
-// Starts a program and gives its exit code. Its message boxes are answered with OK.
-DWORD RunProgram(std::wstring commandLine);
 
 }  // namespace bxvbwiz

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <set>
 
 #include "com/Host.h"
@@ -26,10 +25,11 @@ void Collect(HKEY root, const std::wstring& path, std::set<std::wstring>& found)
 
 std::set<std::wstring> Registry() {
   std::set<std::wstring> found;
-  for (const wchar_t* folder : {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo", L"BX6VBWiz.CFileGroups",
-                                L"BX6VBWiz.CComponents", L"CLSID", L"Interface", L"TypeLib"}) {
-    Collect(HKEY_LOCAL_MACHINE, kClasses + folder, found);
-    Collect(HKEY_CURRENT_USER, kClasses + folder, found);
+  std::vector<std::wstring> keys = kProgIds;
+  keys.insert(keys.end(), {L"CLSID", L"Interface", L"TypeLib"});
+  for (const std::wstring& key : keys) {
+    Collect(HKEY_LOCAL_MACHINE, kClasses + key, found);
+    Collect(HKEY_CURRENT_USER, kClasses + key, found);
   }
   return found;
 }
@@ -37,15 +37,11 @@ std::set<std::wstring> Registry() {
 TEST(RegistrationTest, IsForTheMachineAndIsUndoneCompletely) {
   const std::set<std::wstring> before = Registry();
   {
-    const RegisteredServer server(kShippedServer);
+    const RegisteredServer server;
     const std::wstring key = kClasses + kApplicationId;
-    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), kShippedServer);
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), kServer);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\ProgID"), L"BX6VBWiz.Application");
-    for (const std::wstring& progId : kProgIds) {
-      CLSID id{};
-      EXPECT_EQ(CLSIDFromProgID(progId.c_str(), &id), S_OK);
-    }
     ComPtr<ITypeLib> library;
     ASSERT_EQ(LoadRegTypeLib(LIBID_BX6VBWiz, 1, 0, LOCALE_NEUTRAL, library.Receive()), S_OK);
     const std::set<std::wstring> once = Registry();
@@ -66,13 +62,12 @@ TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
             ERROR_SUCCESS);
   RegCloseKey(refusing);
   {
-    const RegisteredServer server(kShippedServer);
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, key + L"\\InprocServer32"), kShippedServer);
+    const RegisteredServer server;
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, key + L"\\InprocServer32"), kServer);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), L"-");
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
     const std::wstring id = RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups\\CLSID");
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"CLSID\\" + id + L"\\InprocServer32"),
-              kShippedServer);
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"CLSID\\" + id + L"\\InprocServer32"), kServer);
   }
   EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
 }

@@ -1,14 +1,16 @@
 #include <functional>
+#include <thread>
 
 #include "com/Host.h"
-#include "platform/win32/WideText.h"
 #include "TestMachine.h"
+#include "ui/WizardDriver.h"
 
 BSTR MakeSetup(const wchar_t* project);  // of docs/automation.md
 
 namespace bxvbwiz {
 namespace {
 
+const std::string kProgram = "\"Z:" SHIPPED_FOLDER "/Bx6vbwiz.exe\"";
 const std::wstring kProduct = L"SOFTWARE\\Borvex\\Borvex Professional\\6.0\\";
 
 // What a host does from a timer while the wizard is shown.
@@ -19,14 +21,24 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   whileShown();
 }
 
-void SetKeys(const char* keys) {
-  SetEnvironmentVariableA("BXVBWIZ_KEYS", keys);
+// Runs the wizard of this thread, while its user presses the buttons of WizardDriver::Press.
+template <class Run>
+void Pressing(const char* buttons, Run&& run) {
+  std::thread user([buttons] {
+    try {
+      WizardDriver().Press(buttons);
+    } catch (const std::exception& error) {
+      ADD_FAILURE() << error.what();
+    }
+  });
+  run();
+  user.join();
 }
 
 // The product is installed with a template, and there is a project that needs no rebuild.
 class RunTest : public HostTest {
  protected:
-  RunTest() : HostTest(kDrivenServer) {
+  RunTest() {
     files_.InstallProduct();
     files_.Write("drive_c/Src/App.vbp",
                  "Type=Exe\r\nForm=Main.frm\r\nName=\"Demo\"\r\nExeName32=\"App.exe\"\r\n");
@@ -39,7 +51,6 @@ class RunTest : public HostTest {
     SetRegistryText(HKEY_CURRENT_USER, kProduct + L"Main", L"DataFile", Path(L"Setups"));
   }
   ~RunTest() override {
-    SetKeys(nullptr);
     for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) RegDeleteTreeW(root, L"SOFTWARE\\Borvex");
   }
 
@@ -47,14 +58,9 @@ class RunTest : public HostTest {
     return WindowsPath(Widen(files_.Folder()) + L"\\drive_c\\" + relative);
   }
 
-  ComPtr<IDispatch> CreateWithProject() const {
-    ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
-    EXPECT_EQ(Put(app.Get(), L"Project", project_), S_OK);
-    return app;
-  }
-  // The path of a setup project; empty without a name.
+  // The path of a setup project.
   std::wstring Setup(const std::wstring& name) const {
-    return name.empty() ? L"" : Path(L"Setups\\" + name + L"\\" + name + L".bxp");
+    return Path(L"Setups\\" + name + L"\\" + name + L".bxp");
   }
 
   TestMachine files_;
@@ -67,133 +73,132 @@ std::wstring Results(const ComPtr<IDispatch>& app) {
          Call(app.Get(), L"ProjectFile").text;
 }
 
-TEST_F(RunTest, ReturnsWhenTheWizardHasEnded) {
-  struct Case {
-    const char* keys;
-    const wchar_t* showPage2;
-    const wchar_t* returnCode;
-    const wchar_t* name;
-  };
-  const Case cases[] = {{"c", L"True", L"0", L""},
-                        {"nnno", L"True", L"-1", L"Demo"},
-                        {"nno", L"False", L"-1", L"Demo-1"},
-                        {"nnc", L"False", L"0", L"Demo-2"}};
-  for (const Case& row : cases) {
-    SCOPED_TRACE(row.keys);
-    SetKeys(row.keys);
-    const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
-    const ComPtr<IDispatch> app = CreateWithProject();
-    EXPECT_EQ(Call(groups.Get(), L"AppPath").text, Path(L"Src\\")) << "of the form that is there now";
-    Put(app.Get(), L"ShowPage2", row.showPage2);
-    EXPECT_EQ(Results(app), L"True -1 ");
-    EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
-    const std::wstring file = Setup(row.name);
-    EXPECT_EQ(Results(app), std::wstring(L"False ") + row.returnCode + L" " + file);
-    EXPECT_TRUE(file.empty() || GetFileAttributesW(file.c_str()) != INVALID_FILE_ATTRIBUTES);
-    EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK) << "a wizard that has ended is not shown again";
-  }
+TEST_F(RunTest, ReturnsWhenTheWizardHasEndedAndDoesNotShowItAgain) {
+  const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
+  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
+  EXPECT_EQ(Put(app.Get(), L"Project", project_), S_OK);
+  EXPECT_EQ(Call(groups.Get(), L"AppPath").text, Path(L"Src\\")) << "of the form that is there now";
+  EXPECT_EQ(Results(app), L"True -1 ");
+  Pressing("nnno", [&] { EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK); });
+  const std::wstring setup = Setup(L"Demo");
+  EXPECT_EQ(Results(app), L"False -1 " + setup);
+  EXPECT_NE(GetFileAttributesW(setup.c_str()), INVALID_FILE_ATTRIBUTES);
+  EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
   EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"0000", L"ReturnCode"), L"-")
       << "a host reads the properties instead";
 }
 
 TEST_F(RunTest, LetsMessagesFlowAndSurvivesCallsAndReleaseFromInside) {
   ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
-  Called polled;
-  Called again;
-  Called ofAnother;
   whileShown = [&] {
-    polled = Call(app.Get(), L"StillExecuting");
-    again = Call(app.Get(), L"Run");
-    const ComPtr<IDispatch> other = Create(L"BX6VBWiz.Application");
-    ofAnother = Call(other.Get(), L"Run");
+    EXPECT_EQ(Call(app.Get(), L"StillExecuting").text, L"True");
+    constexpr HRESULT kFormShown = static_cast<HRESULT>(0x800A0190);  // run-time error 400
+    for (const ComPtr<IDispatch>& any : {app, Create(L"BX6VBWiz.Application")})
+      EXPECT_EQ(Call(any.Get(), L"Run").code, kFormShown);
     app = ComPtr<IDispatch>();
-    PostThreadMessageW(GetCurrentThreadId(), WM_APP, 'c', 0);
+    HWND window = FindWindowW(nullptr, L"Visual Basic Project Wizard - Welcome");
+    EXPECT_TRUE(IsWindowVisible(window));
+    PostMessageW(window, WM_CLOSE, 0, 0);
   };
   SetTimer(nullptr, 0, 10, &OnTimer);
   IDispatch* const running = app.Get();
   EXPECT_EQ(Call(running, L"Run").code, S_OK);
   EXPECT_FALSE(app) << "the timer has run";
-  EXPECT_EQ(polled.text, L"True");
-  constexpr HRESULT kFormShown = static_cast<HRESULT>(0x800A0190);  // run-time error 400
-  EXPECT_EQ(again.code, kFormShown);
-  EXPECT_EQ(ofAnother.code, kFormShown);
   EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_OK) << "nothing of the run is left";
 }
 
-class ShippedRunTest : public HostTest {
- protected:
-  ShippedRunTest() : HostTest(kShippedServer) {}
-};
-
-TEST_F(ShippedRunTest, ShowsAWindowUntilItIsClosed) {
-  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
-  bool shown = false;
-  whileShown = [&] {
-    HWND window = FindWindowW(nullptr, L"Visual Basic Project Wizard - Welcome");
-    shown = IsWindowVisible(window) != FALSE;
-    PostMessageW(window, WM_CLOSE, 0, 0);
-  };
-  SetTimer(nullptr, 0, 10, &OnTimer);
-  EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
-  EXPECT_TRUE(shown);
-  EXPECT_EQ(Call(app.Get(), L"ReturnCode").text, L"0");
-}
-
-TEST_F(RunTest, AnObjectThatLostTheFormOrFollowsOneThatFailedIsRunInANewOne) {
-  SetKeys("y");
-  ComPtr<IDispatch> none;
-  constexpr HRESULT kInvalidCall = static_cast<HRESULT>(0x800A0005);  // run-time error 5
-  EXPECT_EQ(
-      CoCreateInstance(CLSID_Application, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, none.ReceiveVoid()),
-      kInvalidCall);
-  SetKeys("c");
-  const ComPtr<IDispatch> both[] = {Create(L"BX6VBWiz.Application"), Create(L"BX6VBWiz.Application")};
-  for (const ComPtr<IDispatch>& app : both) {
-    EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
-    EXPECT_EQ(Results(app), L"False 0 ");
-  }
+TEST_F(RunTest, AnObjectThatLostTheFormIsRunInANewOne) {
+  const ComPtr<IDispatch> first = Create(L"BX6VBWiz.Application");
+  const ComPtr<IDispatch> second = Create(L"BX6VBWiz.Application");
+  Pressing("c", [&] { EXPECT_EQ(Call(first.Get(), L"Run").code, S_OK); });
+  EXPECT_EQ(Results(first), L"False 0 ");
+  Put(second.Get(), L"Project", project_);
+  Pressing("nnnc", [&] { EXPECT_EQ(Call(second.Get(), L"Run").code, S_OK); });
+  EXPECT_EQ(Results(second), L"False 0 " + Setup(L"Demo")) << "cancelled when all was done";
 }
 
 TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
-  struct Case {
-    const char* keys;
-    const wchar_t* options;
-    const wchar_t* id;
-    const wchar_t* returnCode;
-    const wchar_t* name;
-    DWORD exitCode = 0;
-  };
-  const Case cases[] = {
-      {"nno", L"/IABCD /S0", L"ABCD", L"1", L"Demo"},
-      {"c", L"/IABCD /S0", L"ABCD", L"0", L""},
-      {"nnno", L"-S1 -AOrders /V", L"0000", L"1", L"Orders"},
-      {"x", L"/IABCD", L"ABCD", L"0", L"", 1},  // nobody ended it
-  };
-  for (const Case& row : cases) {
-    SCOPED_TRACE(testing::Message() << row.keys << " " << row.options);
-    SetKeys(row.keys);
-    RegDeleteTreeW(HKEY_CURRENT_USER, (kProduct + row.id).c_str());
-    EXPECT_EQ(RunProgram(L"\"" + kDrivenProgram + L"\" " + row.options + L" /P" + project_), row.exitCode);
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + row.id, L"ReturnCode"), row.returnCode);
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + row.id, L"Project"), Setup(row.name));
-  }
+  WizardDriver program(kProgram + " /IABCD -S1 -AOrders /V /P" + Narrow(project_));
+  program.Press("nnno");
+  EXPECT_EQ(program.WaitForEnd(), 0U);
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"ABCD", L"ReturnCode"), L"1");
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"ABCD", L"Project"), Setup(L"Orders"));
 }
 
 TEST_F(RunTest, ServesTheHostOfThePageThroughTheVtable) {
-  for (const auto& [keys, name] : {std::pair("nnno", L"Demo"), std::pair("c", L"")}) {
-    SetKeys(keys);
-    OwnedVariant made;
-    made.bstrVal = MakeSetup(project_.c_str());
-    made.vt = VT_BSTR;
-    EXPECT_EQ(made.bstrVal == nullptr ? L"" : made.bstrVal, Setup(name));
-  }
+  OwnedVariant made;
+  made.vt = VT_BSTR;
+  Pressing("c", [&] { EXPECT_EQ(MakeSetup(project_.c_str()), nullptr); });
+  Pressing("nnno", [&] { made.bstrVal = MakeSetup(project_.c_str()); });
+  ASSERT_NE(made.bstrVal, nullptr);
+  EXPECT_EQ(made.bstrVal, Setup(L"Demo"));
 }
 
 TEST_F(RunTest, ServesAScriptWithEveryMember) {
-  SetKeys("nno");
-  // A script that stops at an error ends with 0.
-  EXPECT_EQ(RunProgram(L"C:\\windows\\system32\\cscript.exe //nologo \"" + kScript + L"\" " + Path(L"")),
-            42U);
+  WizardDriver script("cscript.exe //nologo \"Z:" SCRIPT_FOLDER "/host.vbs\" " + Narrow(Path(L"")));
+  script.Press("nno");
+  EXPECT_EQ(script.WaitForEnd(), 42U) << "a script that stops at an error ends with 0";
+}
+
+// With a log, and a monitor that notes what becomes of it.
+class LogTest : public RunTest {
+ protected:
+  LogTest() {
+    DeleteFileA(kLog);
+    SetRegistryText(HKEY_CURRENT_USER, kSettings + L"\\Logging", L"LogLevel", L"1");
+    SetRegistryText(HKEY_CURRENT_USER, kSettings + L"\\Logging", L"LogName", L"bxvbwiz-test.log");
+    SetRegistryText(HKEY_LOCAL_MACHINE, kMonitor + L"\\CLSID", L"", kMonitorId);
+    SetMonitorServer(WindowsPath(L"Z:" + Widen(LOG_MONITOR_SERVER)));
+  }
+  ~LogTest() override {
+    for (const std::wstring& key : {kNotes, kSettings}) RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
+    for (const std::wstring& key : {kMonitor, kMonitorClass}) RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
+    DeleteFileA(kLog);
+  }
+  void SetMonitorServer(const std::wstring& dll) const {
+    SetRegistryText(HKEY_LOCAL_MACHINE, kMonitorClass + L"\\InprocServer32", L"", dll);
+  }
+  std::wstring Noted() const { return RegistryText(HKEY_CURRENT_USER, kNotes, L"LogMonitor"); }
+
+  static constexpr const char* kLog = "C:\\windows\\bxvbwiz-test.log";
+  const std::wstring kSettings = L"Software\\VB and VBA Program Settings\\Bx6vbwiz";
+  const std::wstring kNotes = L"Software\\BxvbwizTests";
+  const std::wstring kMonitor = L"Software\\Classes\\LogMon.CMonitor";
+  const std::wstring kMonitorId = L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}";
+  const std::wstring kMonitorClass = L"Software\\Classes\\CLSID\\" + kMonitorId;
+};
+
+TEST_F(LogTest, HoldsErrorsWithTheCallStackAndKeepsAMonitor) {
+  const std::wstring server = RegistryText(HKEY_LOCAL_MACHINE, kMonitorClass + L"\\InprocServer32");
+  for (const std::wstring& dll : {std::wstring(L"C:\\missing.dll"), server}) {
+    SetMonitorServer(dll);
+    const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
+    Call(groups.Get(), L"GetAppPath", {Variant(L"C:\\missing\\no.vbp")});
+    EXPECT_EQ(Noted(), dll == server ? L"made" : L"-");
+  }
+  EXPECT_EQ(Noted(), L"released");
+  WizardDriver program(kProgram);
+  EXPECT_EQ(Noted(), L"made") << "a stand-alone start has one, too";
+  program.Press("c");
+  program.WaitForEnd();
+  EXPECT_EQ(Noted(), L"released");
+  const std::string log = ReadBytes(kLog);
+  EXPECT_NE(log.find("\r\nCall Stack:\r\n    CFileGroups:GetAppPath\r\n"), std::string::npos) << log;
+}
+
+TEST_F(LogTest, AWizardWithoutAWindowSaysSo) {
+  SetEnvironmentVariableA("BXVBWIZ_NO_WINDOW", "1");  // to the monitor
+  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
+  const Called failed = Call(app.Get(), L"Run");
+  EXPECT_EQ(failed.code, static_cast<HRESULT>(0x800A005B));  // run-time error 91
+  EXPECT_EQ(failed.text, L"Cannot make the wizard's window");
+  WizardDriver program(kProgram + " /IABCD");
+  EXPECT_EQ(program.WaitForMessage(), "Cannot make the wizard's window");
+  program.Answer(IDOK);
+  EXPECT_EQ(program.WaitForEnd(), 1U);
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"ABCD", L"ReturnCode"), L"0") << "nobody ended it";
+  SetEnvironmentVariableA("BXVBWIZ_NO_WINDOW", nullptr);
+  Pressing("c", [&] { EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK); });
 }
 
 }  // namespace

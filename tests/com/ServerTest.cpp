@@ -4,7 +4,6 @@
 #include <ocidl.h>
 #include <psapi.h>
 
-#include <fstream>
 #include <functional>
 #include <thread>
 
@@ -13,10 +12,7 @@ namespace {
 
 constexpr HRESULT kPathNotFound = static_cast<HRESULT>(0x800A004C);  // run-time error 76
 
-class ServerTest : public HostTest {
- protected:
-  ServerTest() : HostTest(kShippedServer) {}
-};
+using ServerTest = HostTest;
 
 ComPtr<IUnknown> Query(IUnknown* object, REFIID id) {
   ComPtr<IUnknown> found;
@@ -205,41 +201,6 @@ TEST_F(ServerTest, AnErrorIsTheHostsAndTheObjectGoesOn) {
   EXPECT_EQ(aborted.code, E_ABORT) << "the product is not installed";
   EXPECT_NE(aborted.text.find(L"6.0\\Main cannot be found in the Registry"), std::wstring::npos);
   EXPECT_EQ(Call(groups.Get(), L"CheckSelfRegister", {Variant(L"a.TLB")}).text, L"3");
-}
-
-TEST_F(ServerTest, LogsErrorsWithTheCallStackAndMakesTheMonitor) {
-  const std::string log = "C:\\windows\\bxvbwiz-test.log";
-  const std::wstring settings = L"Software\\VB and VBA Program Settings\\Bx6vbwiz";
-  const std::wstring tests = L"Software\\BxvbwizTests";
-  const std::wstring monitor = L"Software\\Classes\\LogMon.CMonitor";
-  const std::wstring monitorId = L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}";
-  const std::wstring monitorClass = L"Software\\Classes\\CLSID\\" + monitorId;
-  DeleteFileA(log.c_str());
-  SetRegistryText(HKEY_CURRENT_USER, settings + L"\\Logging", L"LogLevel", L"1");
-  SetRegistryText(HKEY_CURRENT_USER, settings + L"\\Logging", L"LogName", L"bxvbwiz-test.log");
-  const auto noted = [&] { return RegistryText(HKEY_CURRENT_USER, tests, L"LogMonitor"); };
-  // A class that cannot be made, and one that can.
-  SetRegistryText(HKEY_LOCAL_MACHINE, monitor + L"\\CLSID", L"", monitorId);
-  for (const std::wstring& dll : {std::wstring(L"C:\\missing.dll"), kLogMonitorServer}) {
-    SetRegistryText(HKEY_LOCAL_MACHINE, monitorClass + L"\\InprocServer32", L"", dll);
-    const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
-    Call(groups.Get(), L"GetAppPath", {Variant(L"C:\\missing\\no.vbp")});
-    EXPECT_EQ(noted(), dll == kLogMonitorServer ? L"made" : L"-");
-  }
-  EXPECT_EQ(noted(), L"released");
-  RegDeleteTreeW(HKEY_CURRENT_USER, tests.c_str());
-  SetEnvironmentVariableA("BXVBWIZ_KEYS", "c");
-  EXPECT_EQ(RunProgram(kDrivenProgram), 0U);
-  EXPECT_EQ(noted(), L"released") << "a stand-alone start has one, too";
-  SetEnvironmentVariableA("BXVBWIZ_KEYS", nullptr);
-  for (const std::wstring& key : {tests, settings, std::wstring(L"Software\\Borvex")})
-    RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
-  for (const std::wstring& key : {monitor, monitorClass}) RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
-  std::ifstream file(log, std::ios::binary);
-  const std::string text(std::istreambuf_iterator<char>(file), {});
-  file.close();
-  DeleteFileA(log.c_str());
-  EXPECT_NE(text.find("\r\nCall Stack:\r\n    CFileGroups:GetAppPath\r\n"), std::string::npos) << text;
 }
 
 }  // namespace

@@ -6,12 +6,11 @@
 
 #include "platform/CompiledStringTable.h"
 #include "platform/win32/WideText.h"
-#include "TestMachine.h"
 #include "ui/win32/ControlIds.h"
 #include "ui/win32/FormFont.h"
 #include "ui/win32/TreeFill.h"
 #include "ui/win32/Win32View.h"
-#include "wizard/Application.h"
+#include "wizard/WizardFixture.h"
 
 // The windows from inside their process.
 namespace bxvbwiz {
@@ -24,24 +23,20 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
   onTimer();
 }
 
-class Win32ViewTest : public testing::Test {
+class Win32ViewTest : public WizardTest {
  protected:
-  Win32ViewTest() { machine_.InstallProduct(); }
-
-  // Shows the wizard, and calls `step` again and again until that has ended it.
+  std::unique_ptr<FormView> MakeView(frmMain& form) override {
+    return MakeWin32View(form, GetModuleHandleW(nullptr), ledger_);
+  }
+  // Shows the wizard that was started, and calls `step` again and again until that has ended it.
   void Show(const std::function<void(frmMain&)>& step) {
-    Component component(machine_.platform(), StartMode::Automation, "", [this](frmMain& form) {
-      return MakeWin32View(form, GetModuleHandleW(nullptr), ledger_);
-    });
-    Application app(component);
-    onTimer = [&] { step(*component.Form()); };
+    onTimer = [&] { step(Form()); };
     const UINT_PTR timer = SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &OnTimer);
-    app.Run();
+    app_->Run();
     KillTimer(nullptr, timer);
-    EXPECT_FALSE(app.StillExecuting());
+    EXPECT_FALSE(app_->StillExecuting());
   }
 
-  TestMachine machine_;
   Ledger ledger_ = std::make_shared<OpenObjects>();
 };
 
@@ -49,15 +44,31 @@ TEST_F(Win32ViewTest, LeavesNothingOpenAfterHundredOpenings) {
   for (int opening = 0; opening < 100; ++opening) {
     int mostOpen = 0;
     std::int16_t panel = 0;
+    Start();
     Show([&](frmMain& form) {
       mostOpen = std::max(mostOpen, ledger_->Total());
       if (panel > kPanelReport) return form.cmdCancel_Click();
       form.HidePanel(static_cast<std::int16_t>(panel - 1));
       form.ShowPanel(panel++);
     });
+    TearDown();
     ASSERT_GE(mostOpen, 8) << "the window, its frames, the font and the pictures";
     ASSERT_EQ(ledger_->Total(), 0) << "after opening " << opening;
   }
+}
+
+TEST_F(Win32ViewTest, IsOwnedByTheHostsWindowWhichTakesInputAgain) {
+  const OwnedWindow host(ledger_, CreateWindowExW(0, L"#32770", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0,
+                                                  0, 600, 400, nullptr, nullptr, nullptr, nullptr));
+  SetActiveWindow(host.Get());
+  Start();
+  Show([&](frmMain& form) {
+    EXPECT_EQ(GetWindow(GetActiveWindow(), GW_OWNER), host.Get());
+    EXPECT_FALSE(IsWindowEnabled(host.Get()));
+    form.cmdCancel_Click();
+  });
+  EXPECT_TRUE(IsWindowEnabled(host.Get()));
+  EXPECT_EQ(GetActiveWindow(), host.Get());
 }
 
 std::string ToolTip(HWND form, HWND control) {
@@ -77,17 +88,10 @@ std::string ToolTip(HWND form, HWND control) {
 
 // They are made when the mouse comes over the form.
 TEST_F(Win32ViewTest, ExplainsItsControlsInToolTips) {
-  machine_.Write("drive_c/Src/App.vbp", "Type=Exe\r\nName=\"App\"\r\nExeName32=\"App.exe\"\r\n");
-  machine_.Write("drive_c/Src/App.exe", "MZ");
-  bool started = false;
-  bool analysed = false;  // the timer goes on meanwhile
+  Start();
+  LeaveWelcome();
   Show([&](frmMain& form) {
-    if (!std::exchange(started, true)) {
-      form.txtVBPname.text = "C:\\Src\\App.vbp";
-      form.cmdNext_Click(kPanelWelcome);
-      analysed = true;
-    }
-    if (!analysed) return;
+    form.ShowPanel(kPanelWelcome);
     const HWND window = GetActiveWindow();
     const HWND welcome = GetDlgItem(window, kIdFrame + kPanelWelcome);
     const HWND information = GetDlgItem(window, kIdFrame + kPanelInformation);
@@ -101,7 +105,7 @@ TEST_F(Win32ViewTest, ExplainsItsControlsInToolTips) {
       if (id != kIdApplicationType) continue;
       EXPECT_EQ(ToolTip(window, GetWindow(control, GW_CHILD)), tip) << "its text box";
     }
-    EXPECT_EQ(ToolTip(window, GetDlgItem(information, kIdExeName)), "C:\\Src\\App.exe");
+    EXPECT_EQ(ToolTip(window, GetDlgItem(information, kIdExeName)), "C:\\Src\\Release\\Final\\App.exe");
     EXPECT_EQ(ToolTip(window, GetDlgItem(window, kIdCancel)), "");
     form.cmdCancel_Click();
   });
@@ -121,13 +125,9 @@ class FillTreeTest : public testing::Test {
       if (i == 0) tree_.Add(form, "", "Gone", NodeImage::MissingFile);
     }
   }
-  int Count() const { return static_cast<int>(SendMessageW(window_.Get(), TVM_GETCOUNT, 0, 0)); }
-  LRESULT Next(UINT direction, LRESULT item) const {
-    return SendMessageW(window_.Get(), TVM_GETNEXTITEM, direction, item);
-  }
-  bool IsOpen(LRESULT item) const {
-    constexpr LPARAM kMask = TVIS_EXPANDED;
-    return (SendMessageW(window_.Get(), TVM_GETITEMSTATE, static_cast<WPARAM>(item), kMask) & kMask) != 0;
+  int Count() const { return static_cast<int>(TreeView_GetCount(window_.Get())); }
+  bool IsOpen(HTREEITEM item) const {
+    return (TreeView_GetItemState(window_.Get(), item, TVIS_EXPANDED) & TVIS_EXPANDED) != 0;
   }
 
   static constexpr int kAllNodes = 2 + 99 + 9900 + 1;
@@ -145,11 +145,12 @@ TEST_F(FillTreeTest, LetsEventsRunAtLeastEvery500NodesAndOpensWhatHoldsMissingFi
   EXPECT_EQ(Count(), kAllNodes);
   EXPECT_LE(std::max(most, Count() - before), 500);
 
-  const LRESULT incomplete = Next(TVGN_CHILD, Next(TVGN_CHILD, Next(TVGN_ROOT, 0)));
+  const HTREEITEM forms = TreeView_GetChild(window_.Get(), TreeView_GetRoot(window_.Get()));
+  const HTREEITEM incomplete = TreeView_GetChild(window_.Get(), forms);
   EXPECT_TRUE(IsOpen(incomplete)) << "what is wrong is seen without opening branches";
-  EXPECT_FALSE(IsOpen(Next(TVGN_NEXT, incomplete)));
+  EXPECT_FALSE(IsOpen(TreeView_GetNextSibling(window_.Get(), incomplete)));
   wchar_t text[100] = {};
-  TVITEMW item{TVIF_TEXT | TVIF_IMAGE, reinterpret_cast<HTREEITEM>(incomplete), 0, 0, text, 100, 0, 0, 0, 0};
+  TVITEMW item{TVIF_TEXT | TVIF_IMAGE, incomplete, 0, 0, text, 100, 0, 0, 0, 0};
   SendMessageW(window_.Get(), TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
   EXPECT_STREQ(text, L"Form");
   EXPECT_EQ(item.iImage, static_cast<int>(NodeImage::Form));

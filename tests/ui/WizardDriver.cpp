@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <stdexcept>
+
 #include "platform/win32/WideText.h"
 #include "ui/win32/ControlIds.h"
 
@@ -31,28 +33,42 @@ WizardDriver::WizardDriver(const std::string& commandLine) {
   std::wstring line = Widen(commandLine);
   if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
                       &started)) {
-    throw DriverError("cannot start " + commandLine);
+    throw std::runtime_error("cannot start " + commandLine);
   }
   const OwnedHandle thread(started.hThread);
   process_ = OwnedHandle(started.hProcess);
   processId_ = started.dwProcessId;
+  WaitForWindow();
+}
+
+WizardDriver::WizardDriver() : processId_(GetCurrentProcessId()) {
+  WaitForWindow();
+}
+
+void WizardDriver::WaitForWindow() {
   WaitUntil("the wizard's window", [this] {
     window_ = Dialog(kIdBranding);
-    return window_ != nullptr || Ended();
+    return window_ != nullptr || HasMessage() || Ended();
   });
 }
 
 WizardDriver::~WizardDriver() {
-  if (!Ended()) TerminateProcess(process_.Get(), 1);
+  if (!process_.Valid()) {
+    PostMessageW(window_, WM_CLOSE, 0, 0);
+  } else if (!Ended()) {
+    TerminateProcess(process_.Get(), 1);
+  }
 }
 
 void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()>& condition) const {
-  for (DWORD waited = 0; !condition(); waited += kBetweenLooks) {
-    if (waited >= kMostMilliseconds) {
+  for (DWORD waited = 0;; waited += kBetweenLooks) {
+    const bool ended = Ended();
+    if (condition()) return;
+    if (ended || waited >= kMostMilliseconds) {
       std::string state = "waited in vain for " + what + "; the wizard shows \"" + Caption() + '"';
       if (HasMessage())
         state += " and the message " + TextOfWindow(GetDlgItem(MessageBoxWindow(), kMessageText));
-      throw DriverError(state);
+      throw std::runtime_error(state);
     }
     Sleep(kBetweenLooks);
   }
@@ -89,6 +105,15 @@ void WizardDriver::SetText(int id, const std::string& text) {
   const HWND box = inside == nullptr ? Find(id) : inside;
   SendMessageW(box, EM_SETSEL, 0, -1);
   SendMessageW(box, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(Widen(text).c_str()));
+}
+
+void WizardDriver::Press(const std::string& buttons) {
+  for (const char button : buttons) {
+    int panel = kNoPanel;
+    WaitUntil("a page", [&] { return (panel = Panel()) != kNoPanel; });
+    Click(button == 'n' ? kIdNext + panel : button == 'o' ? int{kIdOk} : int{kIdCancel});
+    if (button == 'n') WaitForAnything(panel);
+  }
 }
 
 void WizardDriver::Type(int id, const std::string& characters) {
@@ -167,6 +192,7 @@ void WizardDriver::WaitForAnything(int panelToLeave) {
 }
 
 bool WizardDriver::Ended() const {
+  if (!process_.Valid()) return window_ != nullptr && !IsWindow(window_);
   return WaitForSingleObject(process_.Get(), 0) == WAIT_OBJECT_0;
 }
 

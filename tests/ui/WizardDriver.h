@@ -3,26 +3,21 @@
 #include <windows.h>
 
 #include <functional>
-#include <stdexcept>
 #include <string>
 
 #include "platform/win32/OwnedHandle.h"
 
 namespace bxvbwiz {
 
-// What should have happened in the wizard's windows did not.
-class DriverError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
-
-// Runs a program that shows the wizard, and presses, types and reads its real controls from outside, by
-// window messages alone. Every function throws DriverError when what it waits for does not come.
+// Presses, types and reads the real controls of the wizard, by window messages alone. Every function throws
+// std::runtime_error when what it waits for does not come.
 class WizardDriver {
  public:
-  // Starts the program and waits for the wizard's window.
+  // Starts the program and waits for the wizard's window, a message box or the program's end.
   explicit WizardDriver(const std::string& commandLine);
-  // Ends the program when it still runs.
+  // Waits for the window that another thread of this process shows.
+  WizardDriver();
+  // Ends the program when it still runs, or the wizard of this process.
   ~WizardDriver();
   WizardDriver(const WizardDriver&) = delete;
   WizardDriver& operator=(const WizardDriver&) = delete;
@@ -44,6 +39,8 @@ class WizardDriver {
   void SetText(int id, const std::string& text);
   // Posted: what it begins may show a message box and return only after that.
   void Click(int id) { PostMessageW(Find(id), BM_CLICK, 0, 0); }
+  // The page's (n)ext, (o)k or (c)ancel, one after the other. Behind Next, waits for anything.
+  void Press(const std::string& buttons);
   void Type(int id, const std::string& characters);
   void Key(int virtualKey);
   void AccessKey(char letter);
@@ -65,6 +62,7 @@ class WizardDriver {
   DWORD WaitForEnd();
 
  private:
+  void WaitForWindow();
   HWND MessageBoxWindow() const;
   HWND Dialog(int controlInside) const;
   HWND FocusWindow() const;

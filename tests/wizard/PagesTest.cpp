@@ -128,6 +128,19 @@ TEST_F(WizardTest, WhatTheUserChangesDuringTheAnalysisChangesNothing) {
   EXPECT_EQ(Form().txtVBPname.text, "C:\\Src\\Browsed.vbp");
 }
 
+TEST_F(WizardTest, AFormThatCannotBeMadeIsAnErrorAndTheNextOneIsMade) {
+  bool fails = true;
+  Component component(machine_.platform(), StartMode::Automation, "", [&](frmMain& form) {
+    if (fails) throw std::runtime_error("no view");
+    return MakeView(form);
+  });
+  EXPECT_THROW(Application{component}, std::runtime_error);
+  EXPECT_EQ(component.Form(), nullptr);
+  fails = false;
+  const Application app(component);
+  EXPECT_NE(component.Form(), nullptr);
+}
+
 TEST_F(WizardTest, AnErrorOfTheAnalysisLeavesNoStatusBehind) {
   Start();
   seen_.answers[2] = Button::Retry;

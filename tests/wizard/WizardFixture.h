@@ -69,11 +69,13 @@ class WizardTest : public testing::Test {
   }
 
   void Start(StartMode mode = StartMode::Automation, const std::string& commandLine = "") {
-    component_ = std::make_unique<Component>(machine_.platform(), mode, commandLine, [this](frmMain& form) {
-      return std::make_unique<ScriptedView>(form, seen_);
-    });
+    component_ = std::make_unique<Component>(machine_.platform(), mode, commandLine,
+                                             [this](frmMain& form) { return MakeView(form); });
     component_->SubMain();
     if (mode == StartMode::Automation) app_ = std::make_unique<Application>(*component_);
+  }
+  virtual std::unique_ptr<FormView> MakeView(frmMain& form) {
+    return std::make_unique<ScriptedView>(form, seen_);
   }
   void TearDown() override {
     app_.reset();
