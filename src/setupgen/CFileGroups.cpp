@@ -59,6 +59,10 @@ const char* YesOrNo(bool isSo) {
   return isSo ? "Yes" : "No";
 }
 
+bool IsSymbol(const std::string& folder) {
+  return folder.find('>') != std::string::npos;
+}
+
 }  // namespace
 
 void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::string& filePath,
@@ -77,10 +81,10 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
       return;
     }
     const std::string name = GetPathFileName(filePath);
-    const std::string section = FindDepSection(platform_, depFile, name);
+    const std::string found = FindDepSection(platform_, depFile, name);
+    const std::string& section = found.empty() ? name : found;
     const std::string macro = DestinationMacro(destination, filePath, depFile, section);
-    const bool isKnown = ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos;
-    target.Destination = isKnown ? macro : kAppPath;
+    target.Destination = IsSymbol(ConvertDestMacroToBXDestSymbol(macro)) ? macro : kAppPath;
     target.SharedFile = IsSharedFile(target, filePath);
 
     std::string folder = GetPathFolder(filePath);
@@ -88,8 +92,7 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
       folder = ConvertBXDestSymbolToPath(ConvertDestMacroToBXDestSymbol(target.Destination));
     target.FileLinkPath = ResolveLinkPath(folder, name, target.LinkResolves);
     if (!depFile.empty()) {
-      target.SelfRegister = ConvertRegisterMacro(
-          platform_.profiles.GetString(section.empty() ? name : section, "Register", "", kBuffer, depFile));
+      target.SelfRegister = RegisterCode(filePath, depFile, section);
     } else {
       // The copy that will be shipped may lie elsewhere than its source was expected.
       const bool isInFolder = FolderHoldsFile(platform_.files, FixPath(folder), name);
@@ -102,14 +105,27 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
 std::string CFileGroups::DestinationMacro(const std::string& destination, const std::string& filePath,
                                           const std::string& depFile, const std::string& section) {
   if (!destination.empty()) return destination;
-  const std::string name = GetPathFileName(filePath);
   std::string macro;
-  if (!depFile.empty()) {
-    macro = platform_.profiles.GetString(section.empty() ? name : section, "Dest", "", kBuffer, depFile);
+  if (!depFile.empty()) macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
+  if (!macro.empty() && !IsSymbol(ConvertDestMacroToBXDestSymbol(macro))) {
+    TellFailure("The file " + filePath +
+                " is installed in the application's folder: the setup has no symbol for " + macro +
+                ", where " + depFile + " puts it.");
   }
-  if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), name);
+  if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
   if (macro.empty() && !depFile.empty()) macro = kAppPath;
   return macro;
+}
+
+std::int16_t CFileGroups::RegisterCode(const std::string& filePath, const std::string& depFile,
+                                       const std::string& section) {
+  const std::string macro = platform_.profiles.GetString(section, "Register", "", kBuffer, depFile);
+  const std::int16_t code = ConvertRegisterMacro(macro);
+  if (code != kRegisterNone && code != kRegisterDll && code != kRegisterTypeLibrary) {
+    TellFailure("The setup does not register the file " + filePath + ": " + depFile + " names " + macro +
+                ".");
+  }
+  return code;
 }
 
 std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, const FileRecord& file) {

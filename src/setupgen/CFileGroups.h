@@ -39,9 +39,13 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   bool AddFileGroupToComponent(const std::string& projectDir, const FileRecord& file);
 
  private:
-  // The destination macro or folder of GetFileGroupInfo; `section` describes the file in `depFile`.
+  // The destination macro or folder of GetFileGroupInfo; `section` describes the file in `depFile`. Tells of
+  // one that the .dep file names and the setup cannot have.
   std::string DestinationMacro(const std::string& destination, const std::string& filePath,
                                const std::string& depFile, const std::string& section);
+  // The code of the registration that `section` of `depFile` names. Tells of one that no setup does.
+  std::int16_t RegisterCode(const std::string& filePath, const std::string& depFile,
+                            const std::string& section);
   bool IsBelowSharedFolder(const std::string& destination);
   void TellOtherTarget(const std::string& source, const FileRecord& file);
   void WriteGroupProperties(const std::string& definitions, const FileRecord& file);
