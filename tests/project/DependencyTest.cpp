@@ -110,7 +110,7 @@ TEST_F(DependencyTest, AFileThatTheFactsDoNotFindIsLookedForAmongTheRedistributa
 
 TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
 #ifdef _WIN32
-  constexpr int kLength = 2000;  // Wine takes a millisecond to look for a file
+  constexpr int kLength = 500;  // Wine takes a millisecond to look for a file
 #else
   constexpr int kLength = 20000;
 #endif

@@ -54,7 +54,12 @@ TEST(NumberedKeysTest, EveryStepIsAsIfTheListWereReadFromItsBeginning) {
   const std::string kNeverThere = "\1";
   std::mt19937 random(7);
   const auto below = [&random](std::size_t limit) { return random() % limit; };
-  for (int round = 0; round < 200; ++round) {
+#ifdef _WIN32
+  constexpr int kRounds = 20;  // Wine takes a millisecond to look for a file
+#else
+  constexpr int kRounds = 200;
+#endif
+  for (int round = 0; round < kRounds; ++round) {
     keys.Forget();
     for (const char* section : {"S", "T"}) engine.WriteSection(section, "", "C:\\x.ini");
     // Entries behind gaps.
