@@ -1,9 +1,15 @@
 #!/usr/bin/env bash
-# Fuzzes for longer than test.sh: fuzz.sh [SECONDS] [TARGET]...   (60 seconds each; without a target: all of them)
+# Fuzzes for longer than test.sh: fuzz.sh [--keep] [SECONDS] [TARGET]...   (60 seconds each; without a target: all)
 # With clang++ and its libFuzzer the runs are guided by coverage, and new inputs are kept in build/fuzz/corpus;
-# otherwise the programs of build/asan are used.
+# otherwise the programs of build/asan are used. With --keep, the fewest of the new inputs that reach all the code
+# that they reach together are added to fuzz/corpus, which test.sh runs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+keep=no
+if [ "${1:-}" = --keep ]; then
+  keep=yes
+  shift
+fi
 seconds=60
 if [[ ${1:-} =~ ^[0-9]+$ ]]; then
   seconds=$1
@@ -29,8 +35,12 @@ if clang++ -fsanitize=fuzzer,address "$probe/probe.cpp" -o "$probe/probe" 2>/dev
     echo "== $target, $seconds seconds"
     (cd build/fuzz && "bin/$target" "corpus/$target" "../../fuzz/corpus/$target" -max_total_time="$seconds" \
       -timeout=20 -print_final_stats=1 -verbosity=0)
+    # Code that is reached counts, not how often.
+    [ $keep = no ] || (cd build/fuzz && "bin/$target" -set_cover_merge=1 -use_counters=0 -max_len=1024 \
+      "../../fuzz/corpus/$target" "corpus/$target")
   done
 else
+  [ $keep = no ] || { echo "fuzz.sh: --keep needs clang++ with libFuzzer" >&2; exit 1; }
   cmake --preset asan >/dev/null
   cmake --build --preset asan --target "${targets[@]}"
   for target in "${targets[@]}"; do
