@@ -59,10 +59,6 @@ const char* YesOrNo(bool isSo) {
   return isSo ? "Yes" : "No";
 }
 
-bool IsSymbol(const std::string& folder) {
-  return folder.find('>') != std::string::npos;
-}
-
 }  // namespace
 
 void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::string& filePath,
@@ -83,8 +79,7 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
     const std::string name = GetPathFileName(filePath);
     const std::string found = FindDepSection(platform_, depFile, name);
     const std::string& section = found.empty() ? name : found;
-    const std::string macro = DestinationMacro(destination, filePath, depFile, section);
-    target.Destination = IsSymbol(ConvertDestMacroToBXDestSymbol(macro)) ? macro : kAppPath;
+    target.Destination = DestinationMacro(destination, filePath, depFile, section);
     target.SharedFile = IsSharedFile(target, filePath);
 
     std::string folder = GetPathFolder(filePath);
@@ -104,17 +99,19 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
 
 std::string CFileGroups::DestinationMacro(const std::string& destination, const std::string& filePath,
                                           const std::string& depFile, const std::string& section) {
-  if (!destination.empty()) return destination;
-  std::string macro;
-  if (!depFile.empty()) macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
-  if (!macro.empty() && !IsSymbol(ConvertDestMacroToBXDestSymbol(macro))) {
+  std::string macro = destination;
+  if (macro.empty() && !depFile.empty())
+    macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
+  const bool isOfDepFile = destination.empty() && !macro.empty();
+  if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
+  if (macro.empty() && !depFile.empty()) macro = kAppPath;
+  if (ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos) return macro;
+  if (isOfDepFile) {
     TellFailure("The file " + filePath +
                 " is installed in the application's folder: the setup has no symbol for " + macro +
                 ", where " + depFile + " puts it.");
   }
-  if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
-  if (macro.empty() && !depFile.empty()) macro = kAppPath;
-  return macro;
+  return kAppPath;
 }
 
 std::int16_t CFileGroups::RegisterCode(const std::string& filePath, const std::string& depFile,

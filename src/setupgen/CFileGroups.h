@@ -39,8 +39,8 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   bool AddFileGroupToComponent(const std::string& projectDir, const FileRecord& file);
 
  private:
-  // The destination macro or folder of GetFileGroupInfo; `section` describes the file in `depFile`. Tells of
-  // one that the .dep file names and the setup cannot have.
+  // The Destination that GetFileGroupInfo fills; `section` describes the file in `depFile`. One that no
+  // symbol covers is the application's folder, which is told when the .dep file names it.
   std::string DestinationMacro(const std::string& destination, const std::string& filePath,
                                const std::string& depFile, const std::string& section);
   // The code of the registration that `section` of `depFile` names. Tells of one that no setup does.
