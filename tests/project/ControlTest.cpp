@@ -85,7 +85,7 @@ TEST_F(ControlTest, TheRegisteredVersionDecidesTheFile) {
   }
 }
 
-TEST_F(ControlTest, AControlInTheRootIsInstalledThereNoMore) {
+TEST_F(ControlTest, OnlyAControlInTheRootIsNotInstalledWhereItLies) {
   Register("r", "1.0", "\\r.ocx");
   Register("c", "1.0", "C:\\Reg\\c.ocx");
   for (const char* name : {"c", "r"}) CObject(context()).SetRawName(name + std::string("#1.0#0; x"));

@@ -1,9 +1,8 @@
 // Shows the wizard's window on a machine folder: the same arguments and exit codes as bxvbwiz, and 99 when
 // something else goes wrong. usage: showwizard [--drive | --pause | --panel N] ARGUMENT-OF-BXVBWIZ...
 //   --drive    works the window as bxvbwiz works its form, so that whole runs can be compared
-//   --pause    does so, names each page and message on standard output when it is shown, and waits there for
-//   a
-//              line of standard input
+//   --pause    does so, names each page and message on standard output when it is shown, and waits there
+//              for a line of standard input
 //   --panel N  begins on another panel, filled or not, for its picture
 #include <windows.h>
 
