@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/machine/Machine.h"
+#include "machine/Machine.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"
 #include "support/RecordingUser.h"

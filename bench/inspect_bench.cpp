@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "PeWriter.h"
 #include "project/EXEFile.h"
 #include "TestMachine.h"
+#include "tools/PeWriter.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "platform/machine/MachineProfileStrings.h"
-#include "platform/machine/ProfileEngine.h"
-#include "platform/Text.h"
+#include "machine/MachineProfileStrings.h"
+#include "machine/ProfileEngine.h"
+#include "text/Text.h"
 
 namespace {
 

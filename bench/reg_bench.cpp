@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/machine/MachineRegistry.h"
+#include "machine/MachineRegistry.h"
 
 namespace {
 

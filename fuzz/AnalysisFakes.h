@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "machine/ProfileEngine.h"
 #include "platform/Forwarding.h"
-#include "platform/machine/ProfileEngine.h"
 #include "project/CProject.h"
 #include "support/basLogging.h"
 #include "support/RecordingUser.h"

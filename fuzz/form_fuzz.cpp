@@ -1,8 +1,8 @@
 #include <cstdlib>
 
 #include "AnalysisFakes.h"
-#include "platform/Text.h"
 #include "support/basFile.h"
+#include "text/Text.h"
 
 // Reads the input as a form file, and compares the number of its controls with that of a plain reading line
 // by line.

@@ -2,8 +2,8 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/machine/Machine.h"
-#include "platform/machine/MachineIni.h"
+#include "machine/Machine.h"
+#include "machine/MachineIni.h"
 
 // A machine.ini of any bytes is read or refused with a message, and what was read is usable.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/machine/CodePages.h"
-#include "platform/machine/ProfileEngine.h"
+#include "machine/CodePages.h"
+#include "machine/ProfileEngine.h"
 
 // The input is a section, a key and a value, each ended by a line feed, and a profile file behind them. What
 // is written reads back, and a file that was changed in memory is the same as its bytes read again.

@@ -3,9 +3,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/machine/CodePages.h"
-#include "platform/machine/MachineRegistry.h"
-#include "platform/Text.h"
+#include "machine/CodePages.h"
+#include "machine/MachineRegistry.h"
+#include "text/Text.h"
 
 // The input is an export. It is left as it is when nothing changes, and what was changed in memory is the
 // same as its text read again.

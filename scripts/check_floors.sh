@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Checks that the house stands: each floor of src includes only floors below it, no header includes itself over
-# others, windows.h stays in folders named win32 or com, and what only POSIX has in folders named posix.
+# Checks, file by file, that each room of src includes only the rooms that it may see, that no modules (a header and its
+# source) include each other in a circle, that windows.h stays in folders named win32 or com, and that what only POSIX
+# has stays in folders named posix.
 # usage: check_floors.sh [SRC]; prints each fault and fails when there is one.
 set -euo pipefail
 src=${1:-$(dirname "$0")/../src}
@@ -9,36 +10,55 @@ cd "$src"
 includes=$(mktemp)
 trap 'rm -f "$includes"' EXIT
 # file, line, kind (" or <), name
-grep -rnE '^[[:space:]]*#[[:space:]]*include[[:space:]]*["<]' --include='*.h' --include='*.cpp' --include='*.inc' . |
+grep -rnE '^[[:space:]]*#[[:space:]]*include[[:space:]]*["<]' --include='*.h' --include='*.cpp' --include='*.inc' --include='*.rc' . |
   sed -E 's/^\.\/([^:]*):([0-9]+):[[:space:]]*#[[:space:]]*include[[:space:]]*(["<])([^">]*)[">].*/\1\t\2\t\3\t\4/' >"$includes" || true
 
 faults=$(
   awk -F'\t' '
+    # A room, and the rooms that it may see beside itself. A room with a slash is no part of the one before the slash.
+    function Room(name, seen) { sees[name] = " " name " " seen " " }
     BEGIN {
-      count = split("platform support sysinfo project setupgen ui wizard cli com", names, " ")
-      for (i = 1; i <= count; i++) height[names[i]] = i
-      # The two programs stand side by side.
-      height["com"] = height["cli"]
+      Room("text", "")
+      Room("platform", "text")
+      floors = "text platform"
+      count = split("support sysinfo project setupgen analysis ui wizard", names, " ")
+      for (i = 1; i <= count; i++) { Room(names[i], floors); floors = floors " " names[i] }
+      # The answers to the seam know nothing of the house; only views and programs know them.
+      Room("machine/host", "text platform")
+      Room("machine/host/posix", "text platform machine/host")
+      Room("text/win32", "text")
+      Room("platform/win32", "text text/win32 platform")
+      Room("machine/host/win32", "text platform machine/host text/win32 platform/win32")
+      Room("machine", "text platform machine/host")
+      Room("win32", "text platform text/win32 platform/win32")
+      Room("ui/win32", floors " text/win32 win32")
+      Room("com", floors " text/win32 ui/win32 win32")
+      Room("cli", floors " machine machine/host")
+      Room("cli/posix", floors " machine cli")
+      Room("cli/win32", floors " text/win32 machine cli win32")
+    }
+    function RoomOf(path) {
+      while (sub(/\/[^\/]*$/, "", path)) if (path in sees) return path
+      return ""
     }
     function Fault(text) { print $1 ":" $2 ": " text }
-    {
-      split($1, parts, "/"); floor = parts[1]
-      split($4, parts, "/"); included = parts[1]
-    }
-    !(floor in height) { Fault(floor " is no floor"); next }
+    { room = RoomOf($1) }
+    room == "" { Fault("lies in no room"); next }
     $3 == "\"" && $1 == $4 { Fault("includes itself") }
-    $3 == "\"" && !(included in height) { Fault("\"" $4 "\" does not begin with a floor"); next }
-    $3 == "\"" && (height[included] > height[floor] || (included != floor && height[included] == height[floor])) {
-      Fault(floor " may not include " included ", which does not stand below it")
-    }
-    $3 == "<" && tolower($4) ~ /^(windows|windowsx|winnt|winreg|winbase|objbase|ole2|oleauto|oaidl|unknwn|shlobj|commctrl|commdlg)\.h$/ &&
-      $1 !~ /(^|\/)(win32|com)\// { Fault("<" $4 "> belongs into a folder named win32 or com") }
+    # Headers of other makers are named with <>; the description of the automation server is generated.
+    $3 == "\"" && $4 !~ /\/|\.tlb$/ { Fault("\"" $4 "\" does not begin with a room"); next }
+    $3 == "\"" && index(sees[room], " " RoomOf($4) " ") == 0 { Fault(room " may not see \"" $4 "\"") }
+    $3 == "<" && tolower($4) ~ /^(windows|windowsx|winnt|winreg|winbase|objbase|ole2|oleauto|oaidl|unknwn|shlobj|shellapi|commctrl|commdlg)\.h$/ &&
+      $1 !~ /(^|\/)(win32|com)\// { Fault("<" $4 "> belongs in a folder named win32 or com") }
     $3 == "<" && $4 ~ /^((sys|linux|asm|netinet|arpa)\/.*|(unistd|iconv|fcntl|dirent|pwd|grp|dlfcn|pthread|poll|spawn|termios|langinfo|glob|fnmatch|ftw|libgen|strings|syslog|utime|wordexp|sched|semaphore)\.h)$/ &&
-      $1 !~ /(^|\/)(posix|win32)\// { Fault("<" $4 "> belongs into a folder named posix") }
+      $1 !~ /(^|\/)(posix|win32)\// { Fault("<" $4 "> belongs in a folder named posix") }
   ' "$includes"
-  # A header that includes itself over others: tsort names the loop.
-  awk -F'\t' '$3 == "\"" && $1 ~ /\.h$/ { print $1, $4 }' "$includes" | tsort 2>&1 >/dev/null |
-    sed -E 's/^tsort: -: input contains a loop:$/include loop between:/; s/^tsort: /  /'
+  # tsort names what lies on a circle of modules.
+  awk -F'\t' '
+    function Module(path) { sub(/\.[a-z]+$/, "", path); return path }
+    $3 == "\"" && Module($1) != Module($4) { print Module($1), Module($4) }
+  ' "$includes" | { tsort 2>&1 >/dev/null || true; } |
+    sed -E 's/^tsort: -: input contains a loop:$/modules that include each other in a circle:/; s/^tsort: /  /'
 )
 [ -z "$faults" ] && exit 0
 echo "$faults"

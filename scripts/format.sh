@@ -2,7 +2,7 @@
 # Formats all C++ sources; with --check it changes nothing and fails when a file is not formatted.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-Sources() { find src tests fuzz bench demo \( -name '*.h' -o -name '*.cpp' \) -print0 | sort -z; }
+Sources() { find src tests tools fuzz bench \( -name '*.h' -o -name '*.cpp' \) -print0 | sort -z; }
 if [ "${1:-}" != --check ]; then
   Sources | xargs -0 clang-format -i
   exit 0

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/machine/Machine.h"
+#include "machine/Machine.h"
 
 namespace bxvbwiz {
 

@@ -21,15 +21,15 @@ Expect() {
 }
 
 Expect good project/A.h '"platform/P.h"' '"project/B.h"' '<string>'
-Expect good platform/machine/host/posix/H.cpp '<unistd.h>' '<sys/wait.h>'
-Expect good platform/win32/W.cpp '<windows.h>'
+Expect good machine/host/posix/H.cpp '<unistd.h>' '<sys/wait.h>'
+Expect good win32/W.cpp '<windows.h>'
 Expect good com/C.cpp '<windows.h>' '"ui/win32/F.h"'
 Expect bad platform/P.h '"support/S.h"'
 Expect bad setupgen/G.cpp '"ui/frmMain.h"'
 Expect bad com/C.cpp '"cli/Main.h"'
 Expect bad support/S.cpp '"S.h"'
 Expect bad attic/A.h '<string>'
-Expect bad platform/machine/M.cpp '<unistd.h>'
+Expect bad machine/M.cpp '<unistd.h>'
 Expect bad support/S.cpp '<Windows.h>'
 Expect bad support/S.h '"support/S.h"'
 

@@ -8,10 +8,10 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/win32/Win32Platform.h"
 #include "setupgen/CFileGroups.h"
 #include "support/basLogging.h"
 #include "TestMachine.h"
+#include "win32/Win32Platform.h"
 
 namespace {
 

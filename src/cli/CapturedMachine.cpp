@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

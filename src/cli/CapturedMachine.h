@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/machine/Machine.h"
+#include "machine/Machine.h"
 
 namespace bxvbwiz {
 

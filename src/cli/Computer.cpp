@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <iostream>
 
-#include "platform/machine/Machine.h"
-#include "platform/Text.h"
+#include "machine/Machine.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

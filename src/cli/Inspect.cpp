@@ -7,9 +7,9 @@
 #include "cli/JsonOutput.h"
 #include "cli/PartlyReadFile.h"
 #include "cli/TextOutput.h"
-#include "platform/machine/CodePages.h"
-#include "platform/Text.h"
+#include "machine/CodePages.h"
 #include "project/EXEFile.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -4,8 +4,8 @@
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 
-#include "platform/CompiledStringTable.h"
-#include "platform/Text.h"
+#include "text/Strings.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
@@ -29,7 +29,7 @@ std::pair<unsigned, Button> ReadAnswer(const std::string& text) {
                                "'" + text + "' is not a string number, '=' and ok, cancel, yes, no or retry");
   }
   const auto answer = std::make_pair(static_cast<unsigned>(std::stoul(number)), button->second);
-  if (CompiledStringTable().Text(answer.first).empty())
+  if (CompiledText(answer.first).empty())
     throw CLI::ValidationError("--answer", "there is no message with string number " + number);
   return answer;
 }

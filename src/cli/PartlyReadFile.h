@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/machine/host/Host.h"
+#include "machine/host/Host.h"
 #include "project/PeImage.h"
 
 namespace bxvbwiz {

@@ -8,9 +8,9 @@
 #include "cli/JsonOutput.h"
 #include "cli/Outcome.h"
 #include "cli/TextOutput.h"
-#include "platform/machine/Machine.h"
-#include "platform/Text.h"
+#include "machine/Machine.h"
 #include "support/basFile.h"
+#include "text/Text.h"
 #include "wizard/Application.h"
 
 namespace bxvbwiz {

@@ -4,8 +4,8 @@
 
 #include "com/ComPtr.h"
 #include "com/ComText.h"
-#include "platform/win32/WideText.h"
 #include "support/basLogging.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 

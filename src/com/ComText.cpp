@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "platform/win32/WideText.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 

@@ -5,8 +5,8 @@
 #include "com/ComError.h"
 #include "com/ComPtr.h"
 #include "com/ComText.h"
-#include "platform/win32/WideText.h"
 #include "support/Errors.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,8 +1,8 @@
 #include "com/LogMonitor.h"
 #include "com/Module.h"
 #include "com/WizardView.h"
-#include "platform/win32/WideText.h"
-#include "platform/win32/Win32Platform.h"
+#include "text/win32/WideText.h"
+#include "win32/Win32Platform.h"
 #include "wizard/Application.h"
 
 namespace bxvbwiz {

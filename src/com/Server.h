@@ -5,8 +5,8 @@
 #include <string>
 
 #include "com/ComPtr.h"
-#include "platform/win32/Win32Platform.h"
 #include "support/basLogging.h"
+#include "win32/Win32Platform.h"
 #include "wizard/Component.h"
 
 namespace bxvbwiz {

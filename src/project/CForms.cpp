@@ -1,9 +1,9 @@
 #include "project/CForms.h"
 
-#include "platform/Text.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

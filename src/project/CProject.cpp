@@ -2,12 +2,12 @@
 
 #include <array>
 
-#include "platform/Text.h"
 #include "project/basDependency.h"
 #include "project/TypeLibrary.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -3,11 +3,11 @@
 #include <array>
 #include <string_view>
 
-#include "platform/Text.h"
 #include "project/TypeLibrary.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

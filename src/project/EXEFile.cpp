@@ -4,8 +4,8 @@
 #include <limits>
 #include <unordered_map>
 
-#include "platform/Text.h"
 #include "support/basLogging.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,6 +1,6 @@
 #include "project/NumberedKeys.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

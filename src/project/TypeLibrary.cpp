@@ -4,12 +4,12 @@
 #include <limits>
 #include <memory>
 
-#include "platform/Text.h"
 #include "project/basDependency.h"
 #include "support/basFile.h"
 #include "support/basStr.h"
 #include "sysinfo/Keys.h"
 #include "sysinfo/Values.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

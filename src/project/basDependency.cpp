@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Text.h"
 #include "project/EXEFile.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

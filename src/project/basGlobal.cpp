@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/Text.h"
 #include "project/NumberedKeys.h"
 #include "support/basFile.h"
 #include "support/basGUID.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
 #include "sysinfo/Values.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -3,10 +3,10 @@
 #include <limits>
 #include <vector>
 
-#include "platform/Text.h"
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

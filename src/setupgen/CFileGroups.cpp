@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "platform/Text.h"
 #include "project/basDependency.h"
 #include "project/EXEFile.h"
 #include "setupgen/CComponents.h"
@@ -12,6 +11,7 @@
 #include "support/basLogging.h"
 #include "sysinfo/CSystemInfo.h"
 #include "sysinfo/Values.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,12 +1,12 @@
 #include "setupgen/DestinationSymbols.h"
 
-#include "platform/Text.h"
 #include "project/CForms.h"
 #include "project/CProject.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
 #include "sysinfo/CSystemInfo.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,9 +1,9 @@
 #include "setupgen/Report.h"
 
-#include "platform/Text.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <limits>
 
-#include "platform/Text.h"
 #include "support/basStr.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 

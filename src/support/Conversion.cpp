@@ -4,7 +4,7 @@
 #include <cmath>
 #include <system_error>
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 

@@ -5,8 +5,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/Text.h"
 #include "support/Errors.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 

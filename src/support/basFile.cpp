@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/Text.h"
 #include "support/basLogging.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

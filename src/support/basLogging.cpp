@@ -2,10 +2,10 @@
 
 #include <new>
 
-#include "platform/Text.h"
 #include "support/basFile.h"
 #include "support/basStr.h"
 #include "support/Conversion.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

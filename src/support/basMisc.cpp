@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Text.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,7 +1,7 @@
 #include "support/basParse.h"
 
-#include "platform/Text.h"
 #include "support/basLogging.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/Text.h"
 #include "support/basLogging.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -4,8 +4,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/Text.h"
 #include "setupgen/TreeNode.h"
+#include "text/Text.h"
 
 // The controls of the wizard form as plain objects. A view shows them and changes them as the user does; they
 // hold no rules.

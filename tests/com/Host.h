@@ -8,7 +8,7 @@
 
 #include "com/BX6VBWiz.h"
 #include "com/ComPtr.h"
-#include "platform/win32/WideText.h"
+#include "text/win32/WideText.h"
 
 // What hosts of the automation server share: a registered server, and late-bound calls.
 namespace bxvbwiz {

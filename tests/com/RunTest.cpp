@@ -3,7 +3,7 @@
 
 #include "com/Host.h"
 #include "TestMachine.h"
-#include "ui/WizardDriver.h"
+#include "tools/WizardDriver.h"
 
 BSTR MakeSetup(const wchar_t* project);  // of docs/automation.md
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "contract/ContractPlatform.h"
-#include "platform/win32/Win32Platform.h"
+#include "win32/Win32Platform.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,5 +1,5 @@
 #include "contract/ContractPlatform.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

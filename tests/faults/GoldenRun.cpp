@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 #include "cli/RunWizard.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

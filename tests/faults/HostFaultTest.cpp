@@ -9,7 +9,7 @@
 
 #include "faults/FaultCase.h"
 #include "faults/HostCalls.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 // The same one floor deeper, on the machine folder: every call that changes the disk fails once, or is the
 // last thing that the process does.

@@ -1,8 +1,8 @@
 #include <iostream>
 
 #include "faults/FaultCase.h"
-#include "platform/Text.h"
 #include "support/basFile.h"
+#include "text/Text.h"
 
 // Every system call of a whole run fails in each way that the system has, once and lastingly.
 namespace bxvbwiz {

@@ -51,7 +51,7 @@ my @code;
 find(sub { push @code, ReadAll($_) if /\.cpp$/ }, "$tree/src");
 
 # ---- messages: all that is neither the text of a control nor named above
-my %texts = ReadAll("$tree/src/platform/Strings.inc") =~ /^STRING\((\d+), "(.*)"\)$/mg;
+my %texts = ReadAll("$tree/src/text/Strings.inc") =~ /^STRING\((\d+), "(.*)"\)$/mg;
 my %control = map { $_ => 1 } ReadAll("$tree/src/ui/frmMainTexts.cpp") =~ /(?:Resource|Tooltip)=(\d+)/g;
 my %shown;
 for my $name (keys %pages) {

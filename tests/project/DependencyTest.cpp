@@ -1,6 +1,6 @@
-#include "PeWriter.h"
 #include "project/basDependency.h"
 #include "ProjectFixture.h"
+#include "tools/PeWriter.h"
 
 namespace bxvbwiz {
 namespace {

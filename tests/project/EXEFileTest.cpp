@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <random>
 
-#include "PeWriter.h"
 #include "TestMachine.h"
+#include "tools/PeWriter.h"
 
 namespace bxvbwiz {
 namespace {

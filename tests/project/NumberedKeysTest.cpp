@@ -4,8 +4,8 @@
 
 #include <random>
 
-#include "platform/Text.h"
 #include "TestMachine.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {

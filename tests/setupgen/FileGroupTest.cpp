@@ -1,6 +1,6 @@
-#include "PeWriter.h"
 #include "SetupFixture.h"
 #include "setupgen/CComponents.h"
+#include "tools/PeWriter.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "machine/host/Host.h"
+#include "machine/MachineFacts.h"
 #include "platform/Forwarding.h"
-#include "platform/machine/host/Host.h"
-#include "platform/machine/MachineFacts.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/CompiledStringTable.h"
 #include "support/basStr.h"
 #include "support/User.h"
+#include "text/Strings.h"
 
 namespace bxvbwiz {
 
@@ -41,7 +41,7 @@ class RecordingUser : public User {
 
 // The message about an unexpected error.
 inline std::string ErrorMessage(const std::string& error) {
-  return TokenReplace(CompiledStringTable().Text(2), {error});
+  return TokenReplace(CompiledText(2), {error});
 }
 
 }  // namespace bxvbwiz

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/machine/CodePages.h"
+#include "machine/CodePages.h"
 #include "support/basParse.h"
 #include "support/basStr.h"
 #include "support/CCmdOptions.h"

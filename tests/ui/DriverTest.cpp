@@ -5,9 +5,9 @@
 #include <commctrl.h>
 
 #include "TestMachine.h"
+#include "tools/WizardDriver.h"
 #include "ui/frmMain.h"
 #include "ui/win32/ControlIds.h"
-#include "ui/WizardDriver.h"
 
 // The wizard as its user meets it: a second process works the real controls of a wizard on a machine folder.
 // What whole runs do in the windows is compared by the golden cases.

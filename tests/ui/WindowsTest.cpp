@@ -4,8 +4,8 @@
 // after windows.h
 #include <commctrl.h>
 
-#include "platform/CompiledStringTable.h"
-#include "platform/win32/WideText.h"
+#include "text/Strings.h"
+#include "text/win32/WideText.h"
 #include "ui/win32/ControlIds.h"
 #include "ui/win32/FormFont.h"
 #include "ui/win32/TreeFill.h"
@@ -100,7 +100,7 @@ TEST_F(Win32ViewTest, ExplainsItsControlsInToolTips) {
     for (const int id : {kIdProjectFile, kIdBrowse, kIdRebuild, kIdApplicationName, kIdCompanyName,
                          kIdApplicationType, kIdApplicationVersion}) {
       const HWND control = GetDlgItem(id < kIdInformationText ? welcome : information, id);
-      const std::string tip = CompiledStringTable().Text(number++);
+      const std::string tip = CompiledText(number++);
       EXPECT_EQ(ToolTip(window, control), tip) << id;
       if (id != kIdApplicationType) continue;
       EXPECT_EQ(ToolTip(window, GetWindow(control, GW_CHILD)), tip) << "its text box";

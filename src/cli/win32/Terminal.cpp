@@ -9,7 +9,7 @@
 
 #include <memory>
 
-#include "platform/win32/WideText.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 

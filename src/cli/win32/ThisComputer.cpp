@@ -1,5 +1,5 @@
 #include "cli/Computer.h"
-#include "platform/win32/Win32Platform.h"
+#include "win32/Win32Platform.h"
 
 namespace bxvbwiz {
 namespace {

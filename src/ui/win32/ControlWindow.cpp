@@ -4,9 +4,9 @@
 // after windows.h
 #include <commctrl.h>
 
-#include "platform/Text.h"
-#include "platform/win32/WideText.h"
 #include "support/Errors.h"
+#include "text/Text.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 

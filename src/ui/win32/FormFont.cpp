@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/Text.h"
-#include "platform/win32/WideText.h"
 #include "support/basParse.h"
+#include "text/Text.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 

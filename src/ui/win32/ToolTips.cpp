@@ -4,7 +4,7 @@
 // after windows.h
 #include <commctrl.h>
 
-#include "platform/win32/WideText.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/win32/WideText.h"
+#include "text/win32/WideText.h"
 
 namespace bxvbwiz {
 

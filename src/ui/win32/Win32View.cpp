@@ -5,9 +5,9 @@
 #include <commdlg.h>
 #include <shellapi.h>
 
-#include "platform/win32/WideText.h"
 #include "support/basFile.h"
 #include "support/Errors.h"
+#include "text/win32/WideText.h"
 #include "ui/win32/WizardWindow.h"
 
 namespace bxvbwiz {

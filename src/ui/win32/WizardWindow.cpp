@@ -4,8 +4,8 @@
 // after windows.h
 #include <commctrl.h>
 
-#include "platform/win32/WideText.h"
 #include "support/Errors.h"
+#include "text/win32/WideText.h"
 #include "ui/win32/ControlIds.h"
 #include "ui/win32/Pictures.h"
 #include "ui/win32/TreeFill.h"

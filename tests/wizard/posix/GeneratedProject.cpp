@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <random>
 
-#include "PeWriter.h"
-#include "platform/machine/CodePages.h"
-#include "platform/Text.h"
+#include "machine/CodePages.h"
 #include "support/basStr.h"
+#include "text/Text.h"
+#include "tools/PeWriter.h"
 
 namespace bxvbwiz {
 namespace {

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Text.h"
 #include "support/User.h"
 #include "TestMachine.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 

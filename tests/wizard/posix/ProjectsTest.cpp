@@ -7,8 +7,8 @@
 #include <sstream>
 #include <tuple>
 
-#include "platform/Text.h"
 #include "support/basFile.h"
+#include "text/Text.h"
 #include "wizard/posix/GeneratedProject.h"
 #include "wizard/WizardFixture.h"
 

@@ -1,0 +1,159 @@
+#include "machine/Machine.h"
+
+#include <cstdlib>
+
+#include "machine/CompiledStringTable.h"
+#include "machine/DriveTree.h"
+#include "machine/FileBytes.h"
+#include "machine/MachineFacts.h"
+#include "machine/MachineFiles.h"
+#include "machine/MachineIni.h"
+#include "machine/MachineProcesses.h"
+#include "machine/MachineProfileStore.h"
+#include "machine/MachineRegistry.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kIniName = "/machine.ini";
+constexpr const char* kRegistryName = "/registry.reg";
+constexpr const char* kFirstDriveName = "/drive_c";
+constexpr const char* kEmptyRegistry = "REGEDIT4\r\n\r\n";
+
+std::string ReasonOf(SystemError error) {
+  switch (error) {
+    case SystemError::AccessDenied:
+      return "it cannot be accessed, or is not a file";
+    case SystemError::WriteProtect:
+      return "the file system is read-only";
+    case SystemError::DiskFull:
+      return "the disk is full";
+    case SystemError::NotEnoughMemory:
+      return "it is too large";
+    default:
+      return "error " + std::to_string(static_cast<std::uint32_t>(error));
+  }
+}
+
+bool Exists(const std::string& path) {
+  return host::StatusOf(path).kind != host::FileKind::Missing;
+}
+
+// The absolute path of a machine folder.
+std::string OpenMachineFolder(const std::string& folder) {
+  std::string real = host::RealPath(folder);
+  if (real.empty()) throw MachineError(folder + ": the machine folder does not exist");
+  if (host::StatusOf(real).kind != host::FileKind::Folder) throw MachineError(folder + ": not a folder");
+  if (!Exists(real + kIniName) && !Exists(real + kRegistryName) && !Exists(real + kFirstDriveName)) {
+    throw MachineError(folder + ": not a machine folder: it has no machine.ini, registry.reg or drive_c");
+  }
+  return real;
+}
+
+// A file of the machine folder itself; empty when it is missing.
+std::string ReadFile(const std::string& path) {
+  std::string bytes;
+  if (!Exists(path)) return bytes;
+  const SystemError error = ReadWholeFile(path, bytes);
+  if (error != SystemError::Success) throw MachineError(path + ": cannot be read: " + ReasonOf(error));
+  return bytes;
+}
+
+MachineRegistry OpenRegistry(const std::string& path, const CodePage& codePage) {
+  try {
+    return MachineRegistry(Exists(path) ? ReadFile(path) : std::string(kEmptyRegistry), codePage);
+  } catch (const RegTextError& error) {
+    throw MachineError(path + ": " + error.what());
+  }
+}
+
+}  // namespace
+
+struct Machine::Parts : public ProcessObserver {
+  explicit Parts(const std::string& folder)
+      : root(OpenMachineFolder(folder)),
+        ini(ReadMachineIni(ReadFile(root + kIniName), root + kIniName)),
+        registry(OpenRegistry(root + kRegistryName, *ini.codePage)),
+        tree(root),
+        profileStore(tree),
+        profiles(*ini.codePage, profileStore, ini.windowsFolder),
+        files(tree, profiles, *ini.codePage, {ini.systemFolder, ini.windowsFolder}),
+        facts(ini, *ini.codePage),
+        processes(tree, ini.programs, {ini.systemFolder, ini.windowsFolder}, *this),
+        settings(registry),
+        clock(std::getenv("SOURCE_DATE_EPOCH")),
+        platform{registry, facts,    files, profiles,      processes,
+                 guids,    settings, clock, *ini.codePage, strings} {}
+
+  void BeforeStart() override {
+    profiles.StoreAll();
+    // A registry that cannot be stored is reported by the end of the run, which tries again.
+    StoreRegistry();
+    tree.Forget();
+  }
+  void AfterEnd() override { tree.Forget(); }
+
+  SystemError StoreRegistry() {
+    if (!registry.Changed()) return SystemError::Success;
+    const std::string path = root + kRegistryName;
+    host::ContentOptions options;
+    const host::FileStatus status = host::StatusOf(path);
+    if (status.kind != host::FileKind::Missing) {
+      if (status.kind != host::FileKind::File || !status.writable) return SystemError::AccessDenied;
+      options.permissions = status.permissions;
+    }
+    const SystemError error = host::ReplaceContent(path, registry.Text(), options);
+    if (error == SystemError::Success) registry.SetStored();
+    return error;
+  }
+
+  std::string root;
+  MachineIni ini;
+  MachineRegistry registry;
+  DriveTree tree;
+  MachineProfileStore profileStore;
+  MachineProfileStrings profiles;
+  MachineFiles files;
+  MachineFacts facts;
+  MachineProcesses processes;
+  MachineGuids guids;
+  MachineSettings settings;
+  MachineClock clock;
+  CompiledStringTable strings;
+  Platform platform;
+};
+
+Machine::Machine(const std::string& folder) : parts_(std::make_unique<Parts>(folder)) {}
+
+Machine::~Machine() = default;
+
+Platform& Machine::platform() {
+  return parts_->platform;
+}
+
+std::string Machine::WindowsPath(const std::string& hostPath) const {
+  return parts_->tree.WindowsPathOf(hostPath);
+}
+
+std::string Machine::HostPath(const std::string& windowsPath) const {
+  return parts_->tree.HostPathOf(windowsPath);
+}
+
+void Machine::Save() {
+  std::string failed;
+  for (const std::string& path : parts_->profiles.Flush()) failed += (failed.empty() ? "" : ", ") + path;
+  const SystemError error = parts_->StoreRegistry();
+  std::string message;
+  if (!failed.empty()) message = "cannot be stored: " + failed;
+  if (error != SystemError::Success) {
+    if (!message.empty()) message += "; ";
+    message += parts_->root + kRegistryName + ": cannot be written: " + ReasonOf(error);
+  }
+  if (!message.empty()) throw MachineError(message);
+}
+
+std::size_t Machine::SkippedRegistryValues() const {
+  return parts_->registry.Skipped();
+}
+
+}  // namespace bxvbwiz

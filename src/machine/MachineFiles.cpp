@@ -1,0 +1,319 @@
+#include "machine/MachineFiles.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "machine/FileBytes.h"
+#include "text/Text.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr std::size_t kMaximumDirectory = 248;  // MAX_PATH less a name of the form 8.3
+constexpr std::size_t kSearchBuffer = 260;
+constexpr FileTime kUnixEpoch = 116444736000000000;  // 1970-01-01 as FILETIME counts
+constexpr std::int64_t kNanosecondsPerUnit = 100;
+
+std::uint32_t AttributesOf(const host::FileStatus& status) {
+  const std::uint32_t kind = status.kind == host::FileKind::Folder ? kAttributeDirectory : kAttributeArchive;
+  return status.writable ? kind : kind | kAttributeReadOnly;
+}
+
+}  // namespace
+
+MachineFiles::MachineFiles(DriveTree& tree, MachineProfileStrings& profiles, const CodePage& codePage,
+                           std::vector<std::string> searchFolders)
+    : tree_(tree), profiles_(profiles), codePage_(codePage), searchFolders_(std::move(searchFolders)) {}
+
+// ---- finding
+
+SystemError MachineFiles::Locate(const std::string& path, WindowsPath& parsed, DriveTree::Place& place) {
+  profiles_.BeforeFileAccess(path);
+  const SystemError error = tree_.Parse(path, parsed);
+  if (error != SystemError::Success) return error;
+  if (IsDeviceName(parsed.Name())) return SystemError::AccessDenied;
+  return tree_.Locate(parsed, place);
+}
+
+SystemError MachineFiles::LocateFile(const std::string& path, DriveTree::Place& place) {
+  WindowsPath parsed;
+  const SystemError error = Locate(path, parsed, place);
+  if (error != SystemError::Success) return error;
+  if (place.IsFolder()) return SystemError::AccessDenied;
+  return parsed.EndsWithBackslash() ? SystemError::InvalidName : SystemError::Success;
+}
+
+void MachineFiles::FindByPattern(DriveTree::Folder& folder, bool isRoot, std::string_view pattern,
+                                 std::vector<FoundFile>& found) {
+  if (!isRoot) {
+    for (const char* name : {".", ".."}) {
+      if (MatchesPattern(name, pattern)) found.push_back({name, kAttributeDirectory});
+    }
+  }
+  using Name = std::pair<const std::string, std::string>;  // in upper case, and as it is
+  std::vector<const Name*> matches;
+  for (const Name& name : folder.names) {
+    if (MatchesPattern(name.first, pattern) && IsPossibleName(name.second)) matches.push_back(&name);
+  }
+  std::sort(matches.begin(), matches.end(), [](auto left, auto right) { return left->first < right->first; });
+  for (const Name* match : matches) {
+    DriveTree::Place place;
+    if (!tree_.LocateName(folder, match->first, match->second, place)) {
+      found.push_back({match->second, kAttributeArchive});  // a link that leads nowhere or out; its use fails
+    } else if (place.Exists()) {
+      found.push_back({match->second, AttributesOf(place.status)});
+    }
+  }
+}
+
+SystemError MachineFiles::Find(const std::string& pattern, std::vector<FoundFile>& found) {
+  found.clear();
+  WindowsPath parsed;
+  SystemError error = tree_.Parse(pattern, parsed, WindowsPath::Wildcards::InName);
+  if (error != SystemError::Success) return error;
+  if (parsed.IsRoot() || parsed.EndsWithBackslash()) return SystemError::FileNotFound;
+  const std::string_view name = parsed.NameKey();
+  if (name.find_first_of("*?") == std::string_view::npos) {
+    profiles_.BeforeFileAccess(pattern);
+    DriveTree::Place place;
+    error = tree_.Locate(parsed, place);
+    if (error != SystemError::Success) return error;
+    if (!place.Exists()) return SystemError::FileNotFound;
+    found.push_back({place.name, AttributesOf(place.status)});
+    return SystemError::Success;
+  }
+  const WindowsPath parent = parsed.Parent();
+  profiles_.BeforeFileAccess(parent.Text());
+  DriveTree::Folder* folder = nullptr;
+  error = tree_.OpenFolder(parent, folder);
+  if (error != SystemError::Success) {
+    return error == SystemError::FileNotFound ? SystemError::PathNotFound : error;
+  }
+  if (!tree_.EnsureListed(*folder)) return SystemError::AccessDenied;
+  // A full path has no dot at its end, but "*." means the names without one.
+  const bool endsWithDot = pattern.back() == '.';
+  FindByPattern(*folder, parent.IsRoot(), endsWithDot ? std::string(name) + '.' : std::string(name), found);
+  return found.empty() ? SystemError::FileNotFound : SystemError::Success;
+}
+
+// ---- open files
+
+FileHandle MachineFiles::Open(const std::string& path, std::uint32_t access, std::uint32_t share,
+                              std::uint32_t disposition, std::uint32_t /*attributes*/) {
+  DriveTree::Place place;
+  if (disposition != kOpenExisting || LocateFile(path, place) != SystemError::Success || !place.IsFile()) {
+    return kInvalidFile;
+  }
+  if ((access & kGenericWrite) != 0 && !place.status.writable) return kInvalidFile;
+  return tree_.openFiles.Open(place.hostPath, access, share);
+}
+
+bool MachineFiles::Close(FileHandle file) {
+  return tree_.openFiles.Close(file);
+}
+
+bool MachineFiles::SetTimes(FileHandle file, FileTime time) {
+  const OpenFiles::OpenFile* const open = tree_.openFiles.Find(file);
+  if (open == nullptr || (open->access & kGenericWrite) == 0) return false;
+  constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
+  if (time > static_cast<FileTime>(kMost)) return false;
+  const std::int64_t units = static_cast<std::int64_t>(time) - static_cast<std::int64_t>(kUnixEpoch);
+  if (units > kMost / kNanosecondsPerUnit || units < -kMost / kNanosecondsPerUnit) return false;
+  return host::SetModified(open->hostPath, units * kNanosecondsPerUnit) == SystemError::Success;
+}
+
+// ---- content
+
+SystemError MachineFiles::Read(const std::string& path, std::string& bytes) {
+  DriveTree::Place place;
+  const SystemError error = LocateFile(path, place);
+  if (error != SystemError::Success) return error;
+  if (!place.Exists()) return SystemError::FileNotFound;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareRead)) return SystemError::SharingViolation;
+  return ReadWholeFile(place.hostPath, bytes);
+}
+
+SystemError MachineFiles::Map(const std::string& path, std::unique_ptr<FileView>& view) {
+  DriveTree::Place place;
+  const SystemError error = LocateFile(path, place);
+  if (error != SystemError::Success) return error;
+  if (!place.Exists()) return SystemError::FileNotFound;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareRead)) return SystemError::SharingViolation;
+  return ReadWholeFile(place.hostPath, view);
+}
+
+SystemError MachineFiles::Write(const std::string& path, std::string_view bytes, WriteMode mode) {
+  DriveTree::Place place;
+  SystemError error = LocateFile(path, place);
+  if (error == SystemError::Success) error = tree_.CheckWritable(place);
+  if (error != SystemError::Success) return error;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareWrite)) return SystemError::SharingViolation;
+  // A new file appears with its first bytes or not at all, whoever ends us.
+  if (mode == WriteMode::Create || !place.Exists()) return tree_.Replace(place, bytes);
+  return host::AppendContent(place.hostPath, bytes);
+}
+
+SystemError MachineFiles::Copy(const std::string& source, const std::string& target) {
+  DriveTree::Place from;
+  SystemError error = LocateFile(source, from);
+  if (error != SystemError::Success) return error;
+  if (!from.Exists()) return SystemError::FileNotFound;
+  DriveTree::Place to;
+  error = LocateFile(target, to);
+  if (error == SystemError::Success) error = tree_.CheckWritable(to);
+  if (error != SystemError::Success) return error;
+  if (from.hostPath == to.hostPath || tree_.openFiles.IsLocked(from.hostPath, kShareRead) ||
+      tree_.openFiles.IsLocked(to.hostPath, kShareWrite)) {
+    return SystemError::SharingViolation;
+  }
+  std::unique_ptr<FileView> view;
+  error = ReadWholeFile(from.hostPath, view);
+  if (error != SystemError::Success) return error;
+  host::ContentOptions options;
+  options.permissions = from.status.permissions;
+  options.modifiedNanoseconds = from.status.modifiedNanoseconds;
+  return tree_.Replace(to, view->Bytes(), options);
+}
+
+// Most of a folder's files are small and new: what holds for both folders is asked once, and every other file
+// goes the usual way, which also says what is wrong with it.
+void MachineFiles::CopyFiles(const std::string& source, const std::string& target,
+                             const std::vector<std::string>& names,
+                             const std::function<void(std::size_t, SystemError)>& done) {
+  WindowsPath from;
+  WindowsPath to;
+  DriveTree::Folder* fromFolder = nullptr;
+  DriveTree::Folder* toFolder = nullptr;
+  profiles_.BeforeFileAccess(source);
+  profiles_.BeforeFileAccess(target);
+  const bool areUsual = tree_.Parse(source, from) == SystemError::Success &&
+                        tree_.Parse(target, to) == SystemError::Success &&
+                        tree_.OpenFolder(from, fromFolder) == SystemError::Success &&
+                        tree_.OpenFolder(to, toFolder) == SystemError::Success &&
+                        tree_.EnsureListed(*toFolder) && toFolder->status.writable;
+  if (!areUsual) return FileSystem::CopyFiles(source, target, names, done);
+  host::FolderCopy folders(fromFolder->hostPath, toFolder->hostPath);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    const std::string& name = names[i];
+    std::string key = UpperCase(name);
+    const bool isUsualFile = toFolder->names.count(key) == 0 && from.CanHold(name) && to.CanHold(name) &&
+                             tree_.openFiles.IsEmpty();
+    if (isUsualFile && folders.CopyNew(name, toFolder->status)) {
+      toFolder->names.emplace(std::move(key), name);
+      done(i, SystemError::Success);
+    } else {
+      done(i, Copy(source + name, target + name));
+    }
+  }
+}
+
+// ---- names and attributes
+
+SystemError MachineFiles::CheckRename(const DriveTree::Place& from, const WindowsPath& target,
+                                      const DriveTree::Place& to) const {
+  if (!from.Exists()) return SystemError::FileNotFound;
+  if (from.folder == nullptr) return SystemError::AccessDenied;
+  // A name may change its case.
+  if (to.Exists() && (to.linkPath != from.linkPath || target.IsRoot())) return SystemError::AlreadyExists;
+  if (!from.folder->status.writable || !to.folder->status.writable) return SystemError::AccessDenied;
+  if (tree_.openFiles.IsLocked(from.linkPath, kShareDelete)) return SystemError::SharingViolation;
+  if (!from.IsFolder()) return SystemError::Success;
+  if (tree_.openFiles.HasFileBelow(from.linkPath)) return SystemError::AccessDenied;
+  const bool tooLong = Utf16Length(target.Text()) >= kMaximumDirectory;
+  return tooLong ? SystemError::FilenameTooLong : SystemError::Success;
+}
+
+SystemError MachineFiles::Rename(const std::string& source, const std::string& target) {
+  WindowsPath path;
+  DriveTree::Place from;
+  SystemError error = Locate(source, path, from);
+  if (error != SystemError::Success) return error;
+  DriveTree::Place to;
+  error = Locate(target, path, to);
+  if (error == SystemError::Success) error = CheckRename(from, path, to);
+  if (error != SystemError::Success) return error;
+  to.name = std::string(path.Name());
+  const std::string newPath = to.folder->hostPath + "/" + to.name;
+  if (newPath == from.linkPath) return SystemError::Success;
+  error = host::Rename(from.linkPath, newPath);
+  if (error != SystemError::Success) return error;
+  tree_.Removed(from);
+  tree_.Created(to);
+  return SystemError::Success;
+}
+
+SystemError MachineFiles::Delete(const std::string& path) {
+  DriveTree::Place place;
+  SystemError error = LocateFile(path, place);
+  if (error != SystemError::Success) return error;
+  if (!place.Exists()) return SystemError::FileNotFound;
+  if (!place.status.writable || !place.folder->status.writable) return SystemError::AccessDenied;
+  if (tree_.openFiles.IsLocked(place.hostPath, kShareDelete)) return SystemError::SharingViolation;
+  error = host::RemoveFile(place.linkPath);
+  if (error == SystemError::Success) tree_.Removed(place);
+  return error;
+}
+
+SystemError MachineFiles::MakeDirectory(const std::string& path) {
+  WindowsPath parsed;
+  DriveTree::Place place;
+  SystemError error = Locate(path, parsed, place);
+  if (error != SystemError::Success) return error;
+  if (place.Exists()) return SystemError::AlreadyExists;
+  if (Utf16Length(parsed.Text()) >= kMaximumDirectory) return SystemError::FilenameTooLong;
+  if (!place.folder->status.writable) return SystemError::AccessDenied;
+  error = host::MakeFolder(place.hostPath);
+  if (error == SystemError::Success) tree_.Created(place);
+  return error;
+}
+
+SystemError MachineFiles::SetAttributes(const std::string& path, std::uint32_t attributes) {
+  WindowsPath parsed;
+  DriveTree::Place place;
+  const SystemError error = Locate(path, parsed, place);
+  if (error != SystemError::Success) return error;
+  if (!place.Exists()) return SystemError::FileNotFound;
+  if (!place.IsFile()) return SystemError::Success;  // a folder's attribute protects nothing on Windows
+  return host::SetWritable(place.hostPath, (attributes & kAttributeReadOnly) == 0);
+}
+
+// ---- directories
+
+std::string MachineFiles::Search(const std::string& name) {
+  std::vector<std::string> candidates;
+  if (name.find_first_of("\\/:") != std::string::npos) {
+    candidates.push_back(name);
+  } else {
+    candidates.push_back(JoinPath(tree_.CurrentDirectory(), name));
+    for (const std::string& folder : searchFolders_) candidates.push_back(JoinPath(folder, name));
+  }
+  for (const std::string& candidate : candidates) {
+    WindowsPath path;
+    DriveTree::Place place;
+    if (Locate(candidate, path, place) != SystemError::Success || !place.Exists()) continue;
+    return codePage_.Encode(path.Text()).size() < kSearchBuffer ? path.Text() : std::string();
+  }
+  return {};
+}
+
+SystemError MachineFiles::FullPath(const std::string& path, std::string& full) {
+  if (path.empty() || path.find('\0') != std::string::npos) return SystemError::InvalidName;
+  full = FullWindowsPath(path, tree_.CurrentDirectory());
+  return SystemError::Success;
+}
+
+SystemError MachineFiles::ChangeDirectory(const std::string& path) {
+  WindowsPath parsed;
+  DriveTree::Place place;
+  // Looks at no file's content, so that what the profile strings hold need not be stored.
+  SystemError error = tree_.Parse(path, parsed);
+  if (error == SystemError::Success) error = tree_.Locate(parsed, place);
+  if (error != SystemError::Success) return error;
+  if (!place.Exists()) return SystemError::FileNotFound;
+  if (!place.IsFolder()) return SystemError::InvalidDirectory;
+  tree_.SetCurrentDirectory(parsed.Text());
+  return SystemError::Success;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "machine/DriveTree.h"
+#include "machine/MachineProfileStrings.h"
+
+namespace bxvbwiz {
+
+// Where the profile strings of a machine folder keep their files: on its drives.
+class MachineProfileStore : public ProfileStore {
+ public:
+  explicit MachineProfileStore(DriveTree& tree) : tree_(tree) {}
+
+  std::string Key(const std::string& path) override;
+  SystemError Load(const std::string& path, std::string& bytes, FileStamp& stamp) override;
+  bool Changed(const std::string& path, const FileStamp& stamp) override;
+  SystemError CheckWritable(const std::string& path) override;
+  SystemError Replace(const std::string& path, std::string_view bytes, FileStamp& stamp) override;
+
+ private:
+  SystemError Locate(const std::string& path, DriveTree::Place& place);
+  // As Locate; fails as well where the file may not be written.
+  SystemError LocateToWrite(const std::string& path, DriveTree::Place& place);
+
+  DriveTree& tree_;
+};
+
+}  // namespace bxvbwiz

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "machine/MachineRegistryTree.h"
+#include "machine/RegText.h"
+#include "platform/Platform.h"
+
+namespace bxvbwiz {
+
+// The registry of a machine folder, held in memory. The text of registry.reg stays as it was read; the values
+// of a key are read out of it when they are first asked for, and Text changes no line of it but those of
+// values and keys that were changed, so that comments and what could not be read survive.
+//
+// As through the A calls, a character that the code page cannot hold is seen as "?". A key is opened with the
+// rights that were asked for: reading values, listing keys and setting values need theirs.
+class MachineRegistry : public Registry {
+ public:
+  // `bytes` is the whole of registry.reg; `codePage` must outlive the registry. Throws RegTextError.
+  MachineRegistry(std::string bytes, const CodePage& codePage);
+  MachineRegistry(const MachineRegistry&) = delete;
+  MachineRegistry& operator=(const MachineRegistry&) = delete;
+
+  // A key that was deleted while it was open gives FileNotFound. Names with a line break cannot be stored and
+  // give InvalidName.
+  SystemError OpenKey(RegistryHandle key, const std::string& path, std::uint32_t access,
+                      RegistryHandle& opened) override;
+  SystemError CloseKey(RegistryHandle key) override;
+  SystemError CreateKey(RegistryHandle key, const std::string& path, std::uint32_t options,
+                        std::uint32_t access, RegistryHandle& opened) override;
+  SystemError DeleteKey(RegistryHandle key, const std::string& name) override;
+  SystemError EnumKey(RegistryHandle key, std::uint32_t index, std::size_t size, std::string& name) override;
+  SystemError EnumValue(RegistryHandle key, std::uint32_t index, std::size_t size, std::string& name,
+                        std::uint32_t& type) override;
+  SystemError QueryValue(RegistryHandle key, const std::string& name, std::size_t size,
+                         RegistryData& data) override;
+  SystemError SetValue(RegistryHandle key, const std::string& name, const RegistryData& data) override;
+  SystemError DeleteValue(RegistryHandle key, const std::string& name) override;
+
+  // True when something was changed since the registry was read or SetStored was called.
+  bool Changed() const { return changed_; }
+  void SetStored() { changed_ = false; }
+  // The whole registry, in the encoding and with the header that it was read in.
+  std::string Text() const;
+  // Values that could not be read, or stand below no known key, and were left out.
+  std::size_t Skipped() const { return loaded_.skipped; }
+
+ private:
+  using Node = RegistryTree::Node;
+
+  struct Value {
+    std::string name;
+    ScannedValue source;         // in the text, where it was set last
+    std::uint32_t position = 0;  // of the line that set it first; 0 for a value that the text has not
+    RegistryData data;           // once `isRead`
+    bool isRead = false;
+    bool changed = false;
+    bool removed = false;  // waits for Compact
+  };
+
+  struct Values {
+    std::vector<Value> list;                              // in the order of the text
+    std::unordered_map<std::string, std::size_t> byName;  // folded name to place in the list
+    bool changed = false;
+  };
+
+  struct OpenedKey {
+    Node node;
+    std::uint32_t access;
+  };
+
+  SystemError Resolve(RegistryHandle handle, std::uint32_t needed, Node& node) const;
+  SystemError Walk(Node start, std::string_view path, Node& node) const;
+  RegistryHandle NewHandle(Node node, std::uint32_t access);
+  std::string Ansi(std::string_view text) const;
+  bool FitsName(const std::string& name, std::size_t size) const;
+
+  Values& ValuesOf(Node node);
+  void ReadBlock(const RegistryTree::Block& block, Values& values) const;
+  const RegistryData& DataOf(Value& value) const;
+  static void Compact(Values& values);
+  void EnsureHeading(Node node);
+
+  std::string ChangedBlock(const RegistryTree::Block& block, const Values& values) const;
+  std::string NewValues(const Values& values) const;
+
+  const CodePage& codePage_;
+  RegText source_;
+  RegistryTree tree_;
+  RegLoadResult loaded_;
+  std::unordered_map<Node, Values> values_;             // of the keys whose values were asked for
+  std::unordered_map<Node, std::vector<Node>> sorted_;  // subkeys of the keys that were listed
+  std::unordered_map<RegistryHandle, OpenedKey> opened_;
+  RegistryHandle nextHandle_ = 4;  // handles are multiples of four, as on Windows
+  std::vector<Node> added_;        // keys that need a heading of their own, which the text has not
+  std::unordered_map<Node, std::string> deleted_;  // keys that were deleted, and their paths
+  bool changed_ = false;
+};
+
+}  // namespace bxvbwiz

@@ -1,0 +1,37 @@
+#include "win32/AnsiText.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "text/win32/WideText.h"
+
+namespace bxvbwiz {
+namespace {
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+}  // namespace
+
+std::string FromAnsi(std::string_view bytes) {
+  if (IsAscii(bytes)) return std::string(bytes);
+  const int size = static_cast<int>(bytes.size());
+  const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide.data(), length);
+  return Narrow(wide);
+}
+
+std::string ToAnsi(std::string_view text) {
+  if (IsAscii(text)) return std::string(text);
+  const std::wstring wide = Widen(text);
+  const int size = static_cast<int>(wide.size());
+  const int length = WideCharToMultiByte(CP_ACP, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(CP_ACP, 0, wide.data(), size, bytes.data(), length, nullptr, nullptr);
+  return bytes;
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,178 @@
+// Shows the wizard's window on a machine folder: the same arguments and exit codes as bxvbwiz, and 99 when
+// something else goes wrong. usage: showwizard [--drive | --pause | --panel N] ARGUMENT-OF-BXVBWIZ...
+//   --drive    works the window as bxvbwiz works its form, so that whole runs can be compared
+//   --pause    does so, names each page and message on standard output when it is shown, and waits there
+//              for a line of standard input
+//   --panel N  begins on another panel, filled or not, for its picture
+#include <windows.h>
+
+#include <iostream>
+#include <thread>
+
+#include "cli/Options.h"
+#include "cli/Terminal.h"
+#include "machine/Machine.h"
+#include "text/Strings.h"
+#include "text/Text.h"
+#include "tools/WizardDriver.h"
+#include "ui/win32/ControlIds.h"
+#include "ui/win32/Win32View.h"
+#include "wizard/Application.h"
+
+namespace {
+
+using namespace bxvbwiz;
+
+// The wizard's messages, by string number, and how it ends after them. After those that do not let it go on,
+// the page stays.
+constexpr std::pair<unsigned, int> kMessages[] = {
+    {2, kExitFinished},    {1015, kExitProject},  {1025, kExitProject},  {1026, kExitProject},
+    {1028, kExitFinished}, {1037, kExitFinished}, {1041, kExitFinished}, {1045, kExitProject},
+    {1046, kExitFinished}, {1047, kExitFinished}, {1050, kExitUsage},    {1051, kExitUsage},
+    {1091, kExitFinished}, {1095, kExitFinished}};
+
+// 0 when it is none of the wizard's.
+std::pair<unsigned, int> MessageOf(const std::string& shown) {
+  for (const auto& message : kMessages) {
+    const std::string text = CompiledText(message.first);
+    const std::size_t value = text.find("%%1");
+    const std::string behind = value == std::string::npos ? "" : text.substr(value + 3);
+    if (StartsWith(shown, text.substr(0, value)) && EndsWith(shown, behind)) return message;
+  }
+  return {0, kExitFinished};
+}
+
+class Drive {
+ public:
+  Drive(const Options& options, bool pauses) : options_(options), pauses_(pauses) {}
+
+  // Gives the exit code, unless it is the form's to give.
+  int Go() {
+    driver_.SetText(kIdProjectFile, options_.project);
+    if (options_.rebuild) driver_.Click(kIdRebuild);
+    int code = Leave(kPanelWelcome, "welcome");
+    if (code == kExitFinished && !options_.skipInfo) {
+      driver_.WaitForPanel(kPanelInformation);
+      for (const auto& [text, control] : {std::pair(&options_.appName, int{kIdApplicationName}),
+                                          {&options_.company, kIdCompanyName},
+                                          {&options_.appType, kIdApplicationType},
+                                          {&options_.appVersion, kIdApplicationVersion}})
+        if (*text) driver_.SetText(control, **text);
+      code = Leave(kPanelInformation, "information");
+    }
+    if (code != kExitFinished) return code;
+    driver_.WaitForPanel(kPanelSummary);
+    if (pauses_) ShowFileView();
+    code = Leave(kPanelSummary, "summary");
+    if (code != kExitFinished) return code;
+    driver_.WaitForPanel(kPanelReport);
+    Pause("report");
+    driver_.Click(kIdOk);
+    return kExitFinished;
+  }
+
+ private:
+  // Presses the page's Next and answers what is asked until the page is left.
+  int Leave(int panel, const char* name) {
+    Pause(name);
+    driver_.Click(kIdNext + panel);
+    for (;;) {
+      driver_.WaitForAnything(panel);
+      if (driver_.Ended()) return kExitNotFinished;
+      if (!driver_.HasMessage()) return kExitFinished;
+      const auto [number, code] = MessageOf(driver_.WaitForMessage());
+      Pause("message-" + std::to_string(number));
+      const auto given = options_.answers.find(number);
+      // What bxvbwiz cannot answer ends the wizard.
+      driver_.Answer(given != options_.answers.end() ? static_cast<int>(given->second)
+                     : number == 2                   ? IDCANCEL
+                     : number == 1091                ? IDNO
+                                                     : IDOK);
+      if (code == kExitFinished) continue;
+      driver_.WaitForPanel(panel);
+      driver_.Click(kIdCancel);
+      return code;
+    }
+  }
+
+  void ShowFileView() {
+    driver_.Click(kIdFileView);
+    driver_.WaitUntil("the file view", [this] { return driver_.Visible(kIdFiles); });
+    Pause("summary-files");
+    driver_.Click(kIdProjectView);
+    driver_.WaitUntil("the project view", [this] { return driver_.Visible(kIdDependencies); });
+  }
+
+  void Pause(const std::string& name) const {
+    if (!pauses_) return;
+    SetCursorPos(0, 0);  // nothing on a picture looks as if the mouse was over it
+    std::cout << name << std::endl;
+    std::string line;
+    std::getline(std::cin, line);
+  }
+
+  const Options& options_;
+  const bool pauses_;
+  WizardDriver driver_;
+};
+
+// At once: another thread may wait for the window, or the window for it.
+[[noreturn]] void Fail(const std::exception& error) {
+  std::cerr << "showwizard: " << error.what() << '\n';
+  std::_Exit(99);
+}
+
+int Show(const Options& options, int panel) try {
+  Machine machine(options.machine);
+  Component component(machine.platform(), StartMode::Automation, "",
+                      [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
+  const SessionScope scope(component.session());
+  component.SubMain();
+  Application app(component);
+  app.Project = options.project;
+  if (options.skipInfo) app.AppName = options.appName.value_or("");
+  app.ShowPage2 = !options.skipInfo;
+  if (panel != kPanelWelcome) {
+    component.Form()->HidePanel(kPanelWelcome);
+    component.Form()->ShowPanel(static_cast<std::int16_t>(panel));
+  }
+  app.Run();
+  machine.Save();
+  return app.ReturnCode() == -1 ? kExitFinished : kExitNotFinished;
+} catch (const std::exception& error) {
+  Fail(error);
+}
+
+int DriveShown(const Options& options, bool pauses) {
+  int code = kExitFinished;
+  std::thread user([&] {
+    try {
+      code = Drive(options, pauses).Go();
+    } catch (const std::exception& error) {
+      Fail(error);
+    }
+  });
+  Options withoutProject = options;  // which is typed
+  withoutProject.project.clear();
+  const int shown = Show(withoutProject, kPanelWelcome);
+  user.join();
+  return code == kExitFinished ? shown : code;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    std::vector<std::string> arguments = ProgramArguments(argc, argv);
+    const std::string mode = arguments.empty() ? "" : arguments.front();
+    const int panel = mode == "--panel" ? std::stoi(arguments.at(1)) : kPanelWelcome;
+    if (StartsWith(mode, "--")) arguments.erase(arguments.begin());
+    if (mode == "--panel") arguments.erase(arguments.begin());
+    Options options;
+    if (const auto code = ReadOptions(arguments, options)) return *code;
+    const bool pauses = mode == "--pause";
+    return pauses || mode == "--drive" ? DriveShown(options, pauses) : Show(options, panel);
+  } catch (const std::exception& error) {
+    Fail(error);
+  }
+}
