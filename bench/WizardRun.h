@@ -4,51 +4,46 @@
 #include <stdexcept>
 #include <string>
 
+#include "analysis/Analysis.h"
 #include "TestMachine.h"
-#include "wizard/Application.h"
+#include "wizard/Generation.h"
+#include "wizard/WizardCore.h"
 
 namespace bxvbwiz {
 
 // The wizard on a machine folder with nobody before it: every question is answered with Yes.
 class WizardRun {
  public:
-  explicit WizardRun(Platform& platform)
-      : component_(platform, StartMode::Automation, "",
-                   [](frmMain&) { return std::make_unique<SilentView>(); }),
-        app_(component_) {}
+  explicit WizardRun(Platform& platform) : core_(platform, StartMode::Automation) { core_.SetUser(&user_); }
 
-  // Welcome page, Next. Throws when the project was not read.
+  // Throws when the project was not read.
   void Analyse(const std::string& project) {
-    frmMain& form = *component_.Form();
-    form.txtVBPname.text = project;
-    form.cmdNext_Click(kPanelWelcome);
-    if (!form.fraPanel2.visible) throw std::runtime_error("the analysis failed");
+    const SessionScope scope(core_.session());
+    analysis_ = std::make_unique<Analysis>(core_.platform(), user_, core_.global());
+    if (analysis_->LoadTrees(project, false, [](const CProject&) { return false; }) != Analysis::Result::Done)
+      throw std::runtime_error("the analysis failed");
   }
-  // The other pages up to the report. Throws when no setup project was made.
+  // Makes the setup project.
   void Generate() {
-    frmMain& form = *component_.Form();
-    form.cmdNext_Click(kPanelInformation);
-    form.cmdNext_Click(kPanelSummary);
-    if (!form.fraReport.visible) throw std::runtime_error("the generation failed");
+    const SessionScope scope(core_.session());
+    const SetupAnswers answers = ProposedAnswers(core_.platform().strings, *analysis_->Project(), "");
+    GeneratedSetup setup;
+    Generation generation(core_.platform(), core_.global(), user_, *analysis_, answers,
+                          ChooseSetupProjectName(core_.platform(), user_, answers.applicationName), setup);
+    generation.MakeSetupProject();
+    generation.SaveReport();
   }
 
  private:
-  class SilentView : public FormView {
+  class YesUser : public User {
    public:
-    void ShowModal() override {}
-    Button ShowMessage(const Message&, const std::string&) override { return Button::Yes; }
-    void Refresh() override {}
-    void ProcessEvents() override {}
-    void SetPointer(Pointer) override {}
-    std::string BrowseForFile(const std::string&, const std::string&) override { return {}; }
-    void OpenHelp(const std::string&) override {}
-    int TextWidth(const std::string&) const override { return 0; }
-    int ExeLabelWidth() const override { return 0; }
-    void Unload(const frmMain&) override {}
+    Button ShowMessage(const Message&) override { return Button::Yes; }
+    void NoteIncomplete(const std::string&) override {}
   };
 
-  Component component_;
-  Application app_;
+  YesUser user_;
+  WizardCore core_;
+  std::unique_ptr<Analysis> analysis_;
 };
 
 }  // namespace bxvbwiz

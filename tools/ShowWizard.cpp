@@ -18,6 +18,7 @@
 #include "ui/win32/ControlIds.h"
 #include "ui/win32/Win32View.h"
 #include "wizard/Application.h"
+#include "wizard/SubMain.h"
 
 namespace {
 
@@ -124,17 +125,17 @@ class Drive {
 
 int Show(const Options& options, int panel) try {
   Machine machine(options.machine);
-  Component component(machine.platform(), StartMode::Automation, "",
-                      [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
-  const SessionScope scope(component.session());
-  component.SubMain();
-  Application app(component);
+  WizardCore core(machine.platform(), StartMode::Automation);
+  FormHost host(core, [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
+  const SessionScope scope(core.session());
+  SubMain(host);
+  Application app(host);
   app.Project = options.project;
   if (options.skipInfo) app.AppName = options.appName.value_or("");
   app.ShowPage2 = !options.skipInfo;
   if (panel != kPanelWelcome) {
-    component.Form()->HidePanel(kPanelWelcome);
-    component.Form()->ShowPanel(static_cast<std::int16_t>(panel));
+    host.Form()->HidePanel(kPanelWelcome);
+    host.Form()->ShowPanel(static_cast<std::int16_t>(panel));
   }
   app.Run();
   machine.Save();

@@ -25,13 +25,6 @@ constexpr double kLimit = 5;
 class SilentUser : public User {
  public:
   Button ShowMessage(const Message&) override { return Button::Yes; }
-  void ShowStatus(const std::string&) override {}
-  void AdvanceProgress() override {}
-  void SetPointer(Pointer) override {}
-  void DoEvents() override {}
-  void SetReturnCode(std::int16_t) override {}
-  void WizardHasEnded() override {}
-  void NoteIncomplete(const std::string&) override {}
 };
 
 template <class Work>

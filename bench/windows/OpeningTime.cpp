@@ -84,9 +84,9 @@ void OpenEmptyDialog() {
 }
 
 void OpenWizard(TestMachine& machine) {
-  Component component(machine.platform(), StartMode::Automation, "",
-                      [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
-  Application app(component);
+  WizardCore core(machine.platform(), StartMode::Automation);
+  FormHost host(core, [](frmMain& form) { return MakeWin32View(form, GetModuleHandleW(nullptr)); });
+  Application app(host);
   app.Run();
 }
 

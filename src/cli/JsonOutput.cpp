@@ -13,37 +13,43 @@ void Print(const Json& document) {
   std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
-Json TreeJson(const std::vector<TreeText>& nodes) {
+Json TreeJson(const TreeNodes& nodes) {
   Json array = Json::array();
-  for (const TreeText& node : nodes)
-    array.push_back({{"text", node.text}, {"children", TreeJson(node.children)}});
+  for (const auto& node : nodes)
+    array.push_back({{"text", node->text}, {"children", TreeJson(node->children)}});
   return array;
 }
 
-Json ProjectJson(const ProjectFacts& project) {
-  return {{"fileName", project.fileName},
-          {"name", project.name},
-          {"projectType", project.projectType},
-          {"exeName", project.exeName},
-          {"exePath", project.exePath},
-          {"majorVer", project.majorVer},
-          {"minorVer", project.minorVer},
-          {"revisionVer", project.revisionVer},
-          {"versionCompanyName", project.versionCompanyName},
-          {"needsRebuild", project.needsRebuild}};
+// Without a project the document has its empty values.
+Json ProjectJson(const CProject* project) {
+  const auto text = [project](std::string CProject::*member) {
+    return project == nullptr ? std::string() : project->*member;
+  };
+  return {{"fileName", project == nullptr ? "" : project->FileName()},
+          {"name", text(&CProject::Name)},
+          {"projectType", project == nullptr ? 0 : project->ProjectType},
+          {"exeName", text(&CProject::ExeName)},
+          {"exePath", text(&CProject::ExePath)},
+          {"majorVer", text(&CProject::MajorVer)},
+          {"minorVer", text(&CProject::MinorVer)},
+          {"revisionVer", text(&CProject::RevisionVer)},
+          {"versionCompanyName", text(&CProject::VersionCompanyName)},
+          {"needsRebuild", project != nullptr && project->NeedsRebuild}};
 }
 
-Json FilesJson(const std::vector<FileFacts>& files) {
+Json FilesJson(const Outcome& outcome) {
   Json array = Json::array();
-  for (const FileFacts& file : files) {
-    array.push_back({{"fileName", file.fileName},
-                     {"destination", file.destination},
-                     {"symbol", file.symbol},
-                     {"sharedFile", file.sharedFile},
-                     {"selfRegister", file.selfRegister},
-                     {"fileLinkPath", file.fileLinkPath},
-                     {"linkResolves", file.linkResolves},
-                     {"fileGroup", file.fileGroup}});
+  if (outcome.analysis == nullptr) return array;
+  std::size_t index = 0;
+  for (const CFile& file : outcome.analysis->Files()) {
+    array.push_back({{"fileName", file.FileName},
+                     {"destination", file.Destination},
+                     {"symbol", outcome.symbols.at(index++)},
+                     {"sharedFile", file.SharedFile},
+                     {"selfRegister", file.SelfRegister},
+                     {"fileLinkPath", file.FileLinkPath},
+                     {"linkResolves", file.LinkResolves},
+                     {"fileGroup", file.FileGroup}});
   }
   return array;
 }
@@ -73,28 +79,32 @@ const char* NameOf(Command command) {
 }  // namespace
 
 void PrintJson(const Options& options, const Outcome& outcome) {
-  Json document = {{"schema", "bxvbwiz/1"},
-                   {"command", NameOf(options.command)},
-                   {"version", BXVBWIZ_VERSION},
-                   {"finished", outcome.finished},
-                   {"returnCode", outcome.returnCode},
-                   {"project", ProjectJson(outcome.project)},
-                   {"projectView", TreeJson(outcome.projectView)},
-                   {"fileGroupView", TreeJson(outcome.fileGroupView)},
-                   {"files", FilesJson(outcome.files)},
-                   {"dataAccess",
-                    {{"daoJet", outcome.dataAccess.daoJet},
-                     {"daoOdbcDirect", outcome.dataAccess.daoOdbcDirect},
-                     {"rdo", outcome.dataAccess.rdo},
-                     {"ado", outcome.dataAccess.ado}}},
-                   {"messages", MessagesJson(outcome.messages)},
-                   {"incomplete", outcome.incomplete}};
+  const Analysis* const analysis = outcome.analysis.get();
+  const DataAccessNeeds dataAccess = analysis == nullptr ? DataAccessNeeds() : analysis->DataAccess();
+  const Json none = Json::array();
+  Json document = {
+      {"schema", "bxvbwiz/1"},
+      {"command", NameOf(options.command)},
+      {"version", BXVBWIZ_VERSION},
+      {"finished", outcome.finished},
+      {"returnCode", outcome.returnCode},
+      {"project", ProjectJson(analysis == nullptr ? nullptr : analysis->Project())},
+      {"projectView", analysis == nullptr ? none : TreeJson(analysis->ProjectView().Nodes())},
+      {"fileGroupView", analysis == nullptr ? none : TreeJson(analysis->FileGroupView().Nodes())},
+      {"files", FilesJson(outcome)},
+      {"dataAccess",
+       {{"daoJet", dataAccess.daoJet},
+        {"daoOdbcDirect", dataAccess.daoOdbcDirect},
+        {"rdo", dataAccess.rdo},
+        {"ado", dataAccess.ado}}},
+      {"messages", MessagesJson(outcome.messages)},
+      {"incomplete", outcome.incomplete}};
   if (options.command != Command::Analyse) {
-    document["setupFolder"] = outcome.setupFolder;
+    document["setupFolder"] = outcome.setup.folder;
     document["projectFile"] = outcome.projectFile;
     document["projectFileHere"] = outcome.projectFileHere;
-    document["scriptDefinedVariables"] = outcome.scriptDefinedVariables;
-    document["report"] = outcome.report;
+    document["scriptDefinedVariables"] = outcome.setup.scriptDefinedVariables;
+    document["report"] = outcome.setup.report;
   }
   Print(document);
 }

@@ -4,19 +4,20 @@
 
 #include "cli/Capture.h"
 #include "cli/Computer.h"
-#include "cli/ConsoleView.h"
+#include "cli/ConsoleUser.h"
 #include "cli/JsonOutput.h"
 #include "cli/Outcome.h"
 #include "cli/TextOutput.h"
 #include "machine/Machine.h"
 #include "support/basFile.h"
 #include "text/Text.h"
-#include "wizard/Application.h"
+#include "wizard/Rebuild.h"
 
 namespace bxvbwiz {
 namespace {
 
 constexpr unsigned kIllegalCompanyName = 1051;  // as the project-information page refuses it
+constexpr std::int16_t kReturnFinished = -1;    // unless something else is said (SetReturnCode)
 
 // Adds the files below a folder, folders after their files.
 void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix, Outcome& outcome) {
@@ -37,133 +38,152 @@ void ListFiles(FileSystem& files, const std::string& folder, const std::string& 
     ListFiles(files, folder + name + "\\", prefix + name + "\\", outcome);
 }
 
-// One run of the wizard without a window: presses the buttons that a user would.
+// One run of the wizard without a window: the steps that its pages lead through.
 class Run {
  public:
   Run(const Options& options, Computer& computer)
       : options_(options),
         computer_(computer),
-        component_(computer.platform(), StartMode::Automation, "", [this](frmMain& form) {
-          return std::make_unique<ConsoleView>(form, options_, outcome_);
-        }) {}
+        core_(computer.platform(), StartMode::Automation),
+        user_(core_.global(), options, outcome_) {
+    core_.SetUser(&user_);
+  }
+  ~Run() { core_.SetUser(nullptr); }
+  Run(const Run&) = delete;
+  Run& operator=(const Run&) = delete;
 
   int Go(const std::string& project) {
-    const SessionScope scope(component_.session());
+    const SessionScope scope(core_.session());
+    outcome_.returnCode = kReturnFinished;
     const int code = Try(project);
-    if (app_ != nullptr) {
-      outcome_.returnCode = app_->ReturnCode();
-      outcome_.projectFile = app_->ProjectFile();
-    }
+    outcome_.finished = code == kExitFinished;
+    user_.ClearBar();
+    TakeSymbols();
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
-    if (!outcome_.setupFolder.empty()) {
-      ListFiles(computer_.platform().files, outcome_.setupFolder, "", outcome_);
+    if (!outcome_.setup.folder.empty()) {
+      ListFiles(computer_.platform().files, outcome_.setup.folder, "", outcome_);
     }
     return code;
   }
   Outcome& Result() { return outcome_; }
 
  private:
-  // What the run has done so far is told whatever happens to it.
+  // What the run has done so far is printed whatever happens to it.
   int Try(const std::string& project) {
     try {
-      component_.SubMain();
-      return Press(project);
+      core_.session().log.Init();
+      return Steps(project);
     } catch (const WizardEnded&) {
-      return kExitNotFinished;  // whoever ended the wizard has said why
+      return kExitNotFinished;  // the message that ended the wizard was shown
     } catch (const std::exception& error) {
       std::cerr << "bxvbwiz: " << error.what() << '\n';
-      if (Form() != nullptr) TakeFromForm(*Form(), outcome_);
       return kExitNotFinished;
     }
   }
 
-  // Null once the wizard has ended.
-  frmMain* Form() const { return component_.Form(); }
-
-  int Press(const std::string& project) {
-    app_ = std::make_unique<Application>(component_);
-    app_->ShowPage2 = !options_.skipInfo;
-    if (options_.skipInfo) app_->AppName = options_.appName.value_or("");
-    FillInformation();
-    // Wrong usage is said before the project is read or compiled.
-    if (!Form()->NamesAreLegal()) return Stay(kExitUsage);
-    Form()->chkRebuild.checked = options_.rebuild;
-    Form()->txtVBPname.text = project;
-    Form()->txtVBPname_Change();
-    Form()->cmdNext_Click(kPanelWelcome);
-    if (Form() == nullptr) return kExitNotFinished;
-    if (Form()->fraPanel1.visible) return Stay(kExitProject);
-    FillInformation();
-    const int code = LeaveInformation();
-    if (code != kExitFinished) return code;
-    return options_.command == Command::Analyse ? EndOfAnalysis() : Finish();
+  int Steps(const std::string& project) {
+    // Wrong usage is reported before the project is read or compiled.
+    if (Refuses(Given(InitialAnswers(core_.platform().strings)), {})) return kExitUsage;
+    if (!Press([&] { return Analyse(project); })) return kExitProject;
+    int code = kExitNotFinished;
+    Press([&] {
+      code = LeaveInformation();
+      return true;
+    });
+    if (code != kExitFinished || options_.command == Command::Analyse) return code;
+    return Press([this] { return Generate(); }) ? kExitFinished : kExitNotFinished;
   }
 
-  // The names are given to the boxes with --skip-info as well, so that a name which the page would refuse is
-  // not taken in another spelling.
-  void FillInformation() {
-    frmMain& form = *Form();
-    const auto type = [](Control& box, const std::optional<std::string>& text) {
-      if (text.has_value()) box.text = *text;
-    };
-    type(form.txtApplicationName, options_.appName);
-    type(form.txtCompanyName, options_.company);
-    type(form.txtApplicationVersion, options_.appVersion);
-    type(form.cboApplicationType, options_.appType);
-    form.txtApplicationName_Change();
+  // Runs what a page's Next starts. False when it failed and the error's box was answered with Retry, so that
+  // the page would stay.
+  template <class Handler>
+  bool Press(const Handler& handler) {
+    try {
+      const CallStackEntry entry("cmdNext_Click");
+      return handler();
+    } catch (const WizardEnded&) {
+      throw;
+    } catch (...) {
+      ReportError("frmMain", CurrentError());
+      return false;
+    }
   }
 
+  bool Analyse(const std::string& project) {
+    outcome_.analysis = std::make_unique<Analysis>(core_.platform(), user_, core_.global());
+    const auto rebuild = [this](const CProject& built) { return RebuildProject(core_, user_, built); };
+    return outcome_.analysis->LoadTrees(project, options_.rebuild, rebuild) == Analysis::Result::Done;
+  }
+
+  // The answers of the project-information page. A name that was given is wrong usage when it is refused; one
+  // that the project has is not the user's fault.
   int LeaveInformation() {
-    frmMain& form = *Form();
-    if (options_.skipInfo) return form.NamesAreLegal() ? kExitFinished : Refused();
-    form.cmdNext_Click(kPanelInformation);
-    if (Form() == nullptr) return kExitNotFinished;
-    return form.fraPanel2.visible ? Refused() : kExitFinished;
-  }
-
-  // The page stays. A name that was given is wrong usage, and the page has said so; one that the project has
-  // is not the user's fault.
-  int Refused() {
-    const unsigned message = outcome_.messages.empty() ? 0 : outcome_.messages.back().message.number;
-    const bool isCompany = message == kIllegalCompanyName;
-    if ((isCompany ? options_.company : options_.appName).has_value()) return Stay(kExitUsage);
-    std::cerr << "bxvbwiz: give another name with " << (isCompany ? "--company" : "--app-name") << '\n';
-    return Stay(kExitNotFinished);
-  }
-
-  // A page stays, and nobody is there to go on from it.
-  int Stay(int code) {
-    TakeFromForm(*Form(), outcome_);
-    return code;
-  }
-
-  int EndOfAnalysis() {
-    TakeFromForm(*Form(), outcome_);
-    outcome_.finished = true;
+    const SetupAnswers proposed = ProposedAnswers(core_.platform().strings, *outcome_.analysis->Project(),
+                                                  options_.skipInfo ? options_.appName.value_or("") : "");
+    answers_ = Given(proposed);
+    if (const auto refusal = Refuses(answers_, proposed)) {
+      const bool isCompany = *refusal == kIllegalCompanyName;
+      if ((isCompany ? options_.company : options_.appName).has_value()) return kExitUsage;
+      std::cerr << "bxvbwiz: give another name with " << (isCompany ? "--company" : "--app-name") << '\n';
+      return kExitNotFinished;
+    }
+    // A page that is skipped leaves the choice to the next step.
+    if (!options_.skipInfo) ChooseName();
     return kExitFinished;
   }
 
-  int Finish() {
-    Form()->cmdNext_Click(kPanelSummary);
-    if (Form() == nullptr) return kExitNotFinished;
-    if (!Form()->fraReport.visible) return Stay(kExitNotFinished);
-    Form()->cmdOK_Click();
-    outcome_.finished = true;
-    return kExitFinished;
+  void ChooseName() { name_ = ChooseSetupProjectName(core_.platform(), user_, answers_.applicationName); }
+
+  bool Generate() {
+    if (name_.empty()) ChooseName();
+    NoteUnwritableAnswers(core_.platform().codePage, answers_);
+    answers_.dataAccess = outcome_.analysis->DataAccess();
+    Generation generation(core_.platform(), core_.global(), user_, *outcome_.analysis, answers_, name_,
+                          outcome_.setup);
+    generation.MakeSetupProject();
+    generation.SaveReport();
+    return true;
+  }
+
+  // The answers that the options give in place of those proposed.
+  SetupAnswers Given(SetupAnswers answers) const {
+    answers.applicationName = options_.appName.value_or(answers.applicationName);
+    answers.companyName = options_.company.value_or(answers.companyName);
+    answers.applicationVersion = options_.appVersion.value_or(answers.applicationVersion);
+    answers.applicationType = options_.appType.value_or(answers.applicationType);
+    return answers;
+  }
+
+  // Shows the message that refuses a name and gives its number.
+  std::optional<unsigned> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
+    const auto refusal = RefusalOfNames(core_.platform().codePage, answers, proposed);
+    if (refusal.has_value())
+      user_.ShowMessage({*refusal, kStyleExclamation, core_.platform().strings.Text(*refusal), ""});
+    return refusal;
+  }
+
+  void TakeSymbols() {
+    if (outcome_.analysis == nullptr) return;
+    for (const CFile& file : outcome_.analysis->Files()) {
+      outcome_.symbols.push_back(
+          outcome_.analysis->FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination));
+    }
   }
 
   const Options& options_;
   Computer& computer_;
   Outcome outcome_;
-  Component component_;
-  std::unique_ptr<Application> app_;
+  WizardCore core_;
+  ConsoleUser user_;
+  SetupAnswers answers_;
+  std::string name_;  // of the new setup project
 };
 
 // What standard error says last: everything that is left to do, and how much that is.
 void PrintRest(const Options& options, const Outcome& outcome) {
   for (const std::string& text : outcome.incomplete) std::cerr << "bxvbwiz: " << text << '\n';
-  if (!outcome.finished && !outcome.setupFolder.empty() && options.command != Command::Capture) {
-    std::cerr << "bxvbwiz: The setup folder " << outcome.setupFolder << " was created and is incomplete.\n";
+  if (!outcome.finished && !outcome.setup.folder.empty() && options.command != Command::Capture) {
+    std::cerr << "bxvbwiz: The setup folder " << outcome.setup.folder << " was created and is incomplete.\n";
   }
   const std::size_t count = outcome.incomplete.size();
   if (options.quiet && outcome.finished && count == 0) return;

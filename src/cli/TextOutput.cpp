@@ -8,46 +8,61 @@
 namespace bxvbwiz {
 namespace {
 
-void PrintTree(const std::vector<TreeText>& nodes, const std::string& indent) {
-  for (std::size_t index = 0; index < nodes.size(); ++index) {
-    const bool last = index + 1 == nodes.size();
-    std::cout << indent << (last ? "└─ " : "├─ ") << nodes[index].text << '\n';
-    PrintTree(nodes[index].children, indent + (last ? "   " : "│  "));
+// The nodes below `nodes`, with the lines that join them to those above.
+void PrintTree(const TreeNodes& nodes, const std::string& indent) {
+  for (const auto& node : nodes) {
+    const bool last = node == nodes.back();
+    std::cout << indent << (last ? "└─ " : "├─ ") << node->text << '\n';
+    PrintTree(node->children, indent + (last ? "   " : "│  "));
   }
 }
 
-void PrintRoots(const char* title, const std::vector<TreeText>& roots) {
+void PrintView(const char* title, const Tree& view) {
   std::cout << title << '\n';
-  for (const TreeText& root : roots) {
-    std::cout << root.text << '\n';
-    PrintTree(root.children, "");
+  for (const auto& root : view.Nodes()) {
+    std::cout << root->text << '\n';
+    PrintTree(root->children, "");
   }
   std::cout << '\n';
 }
 
 // The files below a folder as a tree, one level a folder.
-std::vector<TreeText> FileTree(const std::vector<std::string>& files) {
-  std::vector<TreeText> roots;
+TreeNode FileTree(const std::vector<std::string>& files) {
+  TreeNode root;
   for (const std::string& file : files) {
-    std::vector<TreeText>* level = &roots;
+    TreeNode* level = &root;
     std::size_t start = 0;
     for (std::size_t end = file.find('\\'); end != std::string::npos; end = file.find('\\', start)) {
       const std::string folder = file.substr(start, end - start);
-      if (level->empty() || level->back().text != folder) level->push_back({folder, {}});
-      level = &level->back().children;
+      const bool isOpen = !level->children.empty() && level->children.back()->text == folder;
+      level = isOpen ? level->children.back().get() : &level->Add("", folder, NodeImage::Heading);
       start = end + 1;
     }
-    level->push_back({file.substr(start), {}});
+    level->Add("", file.substr(start), NodeImage::File);
   }
-  return roots;
+  return root;
 }
 
-void PrintFacts(const FileFacts& file) {
-  std::cout << file.fileName << "\n  destination "
-            << (file.destination.empty() ? "(application)" : file.destination) << " = " << file.symbol
-            << "\n  from " << file.fileLinkPath << (file.linkResolves ? "" : " (not found)") << "\n  group "
-            << file.fileGroup << ", register code " << file.selfRegister
-            << (file.sharedFile ? ", shared" : "") << '\n';
+void PrintFacts(const CFile& file, const std::string& symbol) {
+  std::cout << file.FileName << "\n  destination "
+            << (file.Destination.empty() ? "(application)" : file.Destination) << " = " << symbol
+            << "\n  from " << file.FileLinkPath << (file.LinkResolves ? "" : " (not found)") << "\n  group "
+            << file.FileGroup << ", register code " << file.SelfRegister
+            << (file.SharedFile ? ", shared" : "") << '\n';
+}
+
+// The trees, and with --verbose every file with its facts.
+void PrintAnalysis(const Options& options, const Outcome& outcome) {
+  if (outcome.analysis == nullptr) return;
+  const Analysis& analysis = *outcome.analysis;
+  if (!analysis.ProjectView().Nodes().empty()) {
+    PrintView("VB project view", analysis.ProjectView());
+    PrintView("File group view", analysis.FileGroupView());
+  }
+  if (!options.verbose) return;
+  std::size_t index = 0;
+  for (const CFile& file : analysis.Files()) PrintFacts(file, outcome.symbols.at(index++));
+  std::cout << '\n';
 }
 
 void PrintList(const char* title, const std::vector<std::string>& names) {
@@ -66,20 +81,14 @@ const char* FormatName(int exeType) {
 }  // namespace
 
 void PrintText(const Options& options, const Outcome& outcome) {
-  if (!outcome.projectView.empty()) {
-    PrintRoots("VB project view", outcome.projectView);
-    PrintRoots("File group view", outcome.fileGroupView);
+  PrintAnalysis(options, outcome);
+  const GeneratedSetup& setup = outcome.setup;
+  if (!setup.report.empty()) {
+    std::cout << "Report\n" << *ReplaceAll(FormatFor80CharDisplay(setup.report), "\r\n", "\n") << "\n\n";
   }
-  if (options.verbose) {
-    for (const FileFacts& file : outcome.files) PrintFacts(file);
-    std::cout << '\n';
-  }
-  if (!outcome.report.empty()) {
-    std::cout << "Report\n" << *ReplaceAll(FormatFor80CharDisplay(outcome.report), "\r\n", "\n") << "\n\n";
-  }
-  if (outcome.setupFolder.empty()) return;
-  std::cout << "Written to " << outcome.setupFolder << '\n';
-  PrintTree(FileTree(outcome.writtenFiles), "");
+  if (setup.folder.empty()) return;
+  std::cout << "Written to " << setup.folder << '\n';
+  PrintTree(FileTree(outcome.writtenFiles).children, "");
   if (!outcome.projectFileHere.empty()) std::cout << "\nSetup project: " << outcome.projectFileHere << '\n';
 }
 

@@ -9,7 +9,7 @@ namespace {
 class ApplicationObject : public DualObject<IApplication, IID_IApplication, CLSID_Application> {
  public:
   explicit ApplicationObject(std::shared_ptr<Server> owner)
-      : DualObject(std::move(owner), "BX6VBWiz.Application"), application_(server().component()) {}
+      : DualObject(std::move(owner), "BX6VBWiz.Application"), application_(server().formHost()) {}
 
   STDMETHODIMP get_ID(BSTR* value) override {
     return Give(value, [&] { return application_.ID; });

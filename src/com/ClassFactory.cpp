@@ -26,7 +26,7 @@ STDMETHODIMP ClassFactory::CreateInstance(IUnknown* outer, REFIID id, void** obj
   *object = nullptr;
   if (outer != nullptr) return CLASS_E_NOAGGREGATION;
   const std::shared_ptr<Server> server = server_;
-  const SessionScope scope(server->component().session());
+  const SessionScope scope(server->core().session());
   server->BeginCall();
   HRESULT result = E_FAIL;
   try {

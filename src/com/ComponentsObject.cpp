@@ -12,10 +12,10 @@ class ComponentsObject : public DualObject<IComponents, IID_IComponents, CLSID_C
  public:
   explicit ComponentsObject(std::shared_ptr<Server> owner)
       : DualObject(std::move(owner), "BX6VBWiz.CComponents"),
-        lists_(server().component().platform().profiles),
-        symbols_(server().component().platform(), server().component().global(),
+        lists_(server().core().platform().profiles),
+        symbols_(server().core().platform(), server().core().global(),
                  [this] { return CurrentProjectFile(server()); }),
-        components_(server().component().platform(), symbols_, lists_) {}
+        components_(server().core().platform(), symbols_, lists_) {}
 
   STDMETHODIMP CreateComponentName(BSTR* fileName, IDispatch* file, BSTR* componentName) override {
     return Give(componentName, [&] {

@@ -93,7 +93,7 @@ class DualObject : public Interface, public ISupportErrorInfo, public IProvideCl
     // A callback may release what is running.
     const ComPtr<IUnknown> self(static_cast<Interface*>(this));
     const std::shared_ptr<Server> server = server_;
-    const SessionScope scope(server->component().session());
+    const SessionScope scope(server->core().session());
     server->BeginCall();
     const HRESULT result = Guard([&] {
       work();

@@ -12,9 +12,9 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
  public:
   explicit FileGroupsObject(std::shared_ptr<Server> owner)
       : DualObject(std::move(owner), "BX6VBWiz.CFileGroups"),
-        lists_(server().component().platform().profiles),
+        lists_(server().core().platform().profiles),
         groups_(
-            server().component().platform(), server().component().global(),
+            server().core().platform(), server().core().global(),
             [this] { return CurrentProjectFile(server()); }, lists_) {}
 
   STDMETHODIMP ConvertDestMacroToBXDestSymbol(BSTR* macro, BSTR* symbol) override {

@@ -3,7 +3,7 @@
 #include "com/WizardView.h"
 #include "text/win32/WideText.h"
 #include "win32/Win32Platform.h"
-#include "wizard/Application.h"
+#include "wizard/SubMain.h"
 
 namespace bxvbwiz {
 namespace {
@@ -11,27 +11,28 @@ namespace {
 constexpr unsigned kTitle = 1016;
 
 // The results of a wizard that nobody ended say that it was cancelled.
-void CancelLeftWizard(Component& component) {
-  if (component.gApplication != nullptr) component.gApplication->SetReturnCode(0);
-  if (component.Form() != nullptr) component.Form()->cmdCancel_Click();
+void CancelLeftWizard(FormHost& host) {
+  if (host.gApplication != nullptr) host.gApplication->SetReturnCode(0);
+  if (host.Form() != nullptr) host.Form()->cmdCancel_Click();
 }
 
 // The stand-alone start. `options` is the command line behind the program's name. Throws what kept the wizard
 // from being shown.
 void RunStandAlone(const std::wstring& options) {
   Win32Platform platform(ThisModule());
-  Component component(platform.platform(), StartMode::StandAlone, Narrow(options), &MakeWizardView);
+  WizardCore core(platform.platform(), StartMode::StandAlone);
+  FormHost host(core, &MakeWizardView);
   ComPtr<IDispatch> logMonitor;
   try {
-    component.SubMain([&] { logMonitor = MakeLogMonitor(component.session()); });
+    SubMain(host, Narrow(options), [&] { logMonitor = MakeLogMonitor(core.session()); });
   } catch (const WizardEnded&) {
     // Whoever ended the wizard has said why.
   } catch (...) {
-    CancelLeftWizard(component);
+    CancelLeftWizard(host);
     throw;
   }
-  if (component.Form() == nullptr) return;
-  CancelLeftWizard(component);
+  if (host.Form() == nullptr) return;
+  CancelLeftWizard(host);
   throw RuntimeError(kErrorInvalidCall, "There is no window to show the wizard in");
 }
 

@@ -7,6 +7,7 @@
 #include "com/Module.h"
 #include "com/WizardView.h"
 #include "support/basStr.h"
+#include "wizard/SubMain.h"
 
 namespace bxvbwiz {
 namespace {
@@ -41,14 +42,16 @@ std::shared_ptr<Server> Server::OfThisThread() {
   if (std::shared_ptr<Server> known = serverOfThread.lock()) return known;
   auto server = std::make_shared<Server>();
   serverOfThread = server;
-  server->component_.SubMain(
-      [&server] { server->logMonitor_ = MakeLogMonitor(server->component_.session()); });
+  SubMain(server->formHost_, "",
+          [&server] { server->logMonitor_ = MakeLogMonitor(server->core_.session()); });
   return server;
 }
 
 Server::Server()
-    : platform_(ThisModule()), component_(platform_.platform(), StartMode::Automation, "", &MakeWizardView) {
-  component_.SetUserWithoutForm(&user_);
+    : platform_(ThisModule()),
+      core_(platform_.platform(), StartMode::Automation),
+      formHost_(core_, &MakeWizardView) {
+  formHost_.SetUserWithoutForm(&user_);
 }
 
 bool Server::IdOrder::operator()(const GUID& left, const GUID& right) const {
@@ -73,7 +76,7 @@ HRESULT Server::TakeException(const char* source, REFIID interfaceId) noexcept {
 
 void Server::EndCall() noexcept {
   try {
-    component_.UnloadEndedForm();
+    formHost_.UnloadEndedForm();
   } catch (...) {
     // The call has its result already.
   }

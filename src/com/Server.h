@@ -7,7 +7,7 @@
 #include "com/ComPtr.h"
 #include "support/basLogging.h"
 #include "win32/Win32Platform.h"
-#include "wizard/Component.h"
+#include "wizard/FormHost.h"
 
 namespace bxvbwiz {
 
@@ -16,12 +16,6 @@ namespace bxvbwiz {
 class UserWithoutForm : public User {
  public:
   Button ShowMessage(const Message& message) override;
-  void ShowStatus(const std::string&) override {}
-  void AdvanceProgress() override {}
-  void SetPointer(Pointer) override {}
-  void DoEvents() override {}
-  void SetReturnCode(std::int16_t) override {}
-  void WizardHasEnded() override {}
   void NoteIncomplete(const std::string& text) override { WriteLog(text); }
 
   void BeginCall();
@@ -32,7 +26,7 @@ class UserWithoutForm : public User {
   bool retried_ = false;
 };
 
-// What lives while an object or a factory of one thread does: the component with its session, and the type
+// What lives while an object or a factory of one thread does: the wizard with its session, and the type
 // library. Each thread has its own, so that no call meets another's.
 class Server {
  public:
@@ -44,7 +38,8 @@ class Server {
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
 
-  Component& component() { return component_; }
+  WizardCore& core() { return core_; }
+  FormHost& formHost() { return formHost_; }
   // The description of an interface or class of the type library. Throws ComError.
   ITypeInfo& TypeInfo(REFGUID id);
 
@@ -62,7 +57,8 @@ class Server {
 
   Win32Platform platform_;
   UserWithoutForm user_;
-  Component component_;
+  WizardCore core_;
+  FormHost formHost_;
   ComPtr<IDispatch> logMonitor_;
   ComPtr<ITypeLib> typeLibrary_;
   std::map<GUID, ComPtr<ITypeInfo>, IdOrder> typeInfos_;

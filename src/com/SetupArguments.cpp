@@ -10,7 +10,7 @@ std::string SetupFolderArgument(Server& server, const std::string& folder, const
   std::string fixed = FixPath(folder);
   // The system would end a name at a NUL and find another folder.
   const bool isCut = folder.find('\0') != std::string::npos;
-  if (folder.empty() || isCut || Dir(server.component().platform().files, fixed + "*.*", true).empty()) {
+  if (folder.empty() || isCut || Dir(server.core().platform().files, fixed + "*.*", true).empty()) {
     throw ComError(
         RunTimeErrorCode(kErrorPathNotFound),
         "Path not found: the argument " + std::string(argument) + " is \"" + folder.c_str() + "\"");
@@ -19,7 +19,7 @@ std::string SetupFolderArgument(Server& server, const std::string& folder, const
 }
 
 std::string CurrentProjectFile(Server& server) {
-  const frmMain* form = server.component().Form();
+  const frmMain* form = server.formHost().Form();
   if (form == nullptr) return {};
   if (form->txtVBPname.text.empty() && form->App != nullptr) return form->App->ProjectPath();
   return form->txtVBPname.text;

@@ -9,7 +9,7 @@ namespace {
 class SystemInfoObject : public DualObject<ISystemInfo, IID_ISystemInfo, CLSID_CSystemInfo> {
  public:
   explicit SystemInfoObject(std::shared_ptr<Server> owner)
-      : DualObject(std::move(owner), "BX6VBWiz.CSystemInfo"), info_(server().component().platform()) {}
+      : DualObject(std::move(owner), "BX6VBWiz.CSystemInfo"), info_(server().core().platform()) {}
 
   STDMETHODIMP get_CommonFilesPath(BSTR* value) override {
     return Give(value, [&] { return info_.CommonFilesPath(); });

@@ -189,7 +189,7 @@ std::string CProject::Folder() {
   return ProjectFolder(context_.platform.files, fileName_);
 }
 
-std::string CProject::OutputPath() {
+std::string CProject::OutputPath() const {
   return OutputFolder(context_.platform.files, fileName_, ExePath) + ExeName;
 }
 

@@ -49,6 +49,7 @@ class CProject {
   CForms& Forms() { return forms_; }
   CObjects& Objects() { return objects_; }
   CReferences& References() { return references_; }
+  const CReferences& References() const { return references_; }
 
   // Reads the project file: adds to the collections and overwrites the properties whose keys occur. The
   // forms, controls and references are read only when NeedsRebuild is false. Raises kProjectReadError with
@@ -57,7 +58,7 @@ class CProject {
   const std::string& FileName() const { return fileName_; }
 
   // The output file's full path: ExePath (against the project's folder) and ExeName.
-  std::string OutputPath();
+  std::string OutputPath() const;
 
  private:
   enum class ServerKind;

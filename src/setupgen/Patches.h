@@ -4,18 +4,9 @@
 
 #include "platform/Platform.h"
 #include "project/NumberedKeys.h"
-#include "support/User.h"
+#include "setupgen/SetupAnswers.h"
 
 namespace bxvbwiz {
-
-// What the user answered on the project-information page, and the project's output file.
-struct SetupAnswers {
-  std::string applicationName;
-  std::string companyName;
-  std::string applicationType;
-  std::string applicationVersion;
-  std::string exeName;  // file name of the compiled program
-};
 
 // These fill the copied template files. A routine that fails logs the error and returns; what was written
 // stays.

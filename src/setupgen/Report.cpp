@@ -127,7 +127,7 @@ std::string LeftToDo(const StringTable& strings, const std::vector<std::string>&
 }
 
 void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
-                 const std::vector<std::unique_ptr<TreeNode>>& projectView) {
+                 const TreeNodes& projectView) {
   const StringTable& strings = platform.strings;
   const std::string path = FixPath(setupDir) + "\\Script Files\\Report.txt";
   const std::string separator = std::string(kSeparator) + kBreak + kBreak + kBreak;

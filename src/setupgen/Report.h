@@ -6,17 +6,10 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "setupgen/SetupAnswers.h"
 #include "setupgen/TreeNode.h"
 
 namespace bxvbwiz {
-
-// The data access that the report asks the user to add.
-struct DataAccessNeeds {
-  bool daoJet = false;
-  bool daoOdbcDirect = false;
-  bool rdo = false;
-  bool ado = false;
-};
 
 // "<VBWizVar-n>" for each n from `oldCount` to `newCount` - 1.
 std::vector<std::string> ScriptDefinedVariableNames(std::int16_t oldCount, std::int16_t newCount);
@@ -35,6 +28,6 @@ std::string LeftToDo(const StringTable& strings, const std::vector<std::string>&
 // Appends the report and the printout of the project view to "Script Files\Report.txt" of the setup project.
 // Raises what opening the file raises.
 void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
-                 const std::vector<std::unique_ptr<TreeNode>>& projectView);
+                 const TreeNodes& projectView);
 
 }  // namespace bxvbwiz

@@ -24,26 +24,34 @@ struct Message {
 
 enum class Pointer { Default = 0, Hourglass = 11 };
 
-// Whoever the wizard speaks to: the form, the command line, or a test.
+// The person or program that the wizard speaks to: the form, the command line, a host, or a test.
 class User {
  public:
   virtual ~User() = default;
 
   // Shows a message titled with string 1016 and gives the button that was pressed.
   virtual Button ShowMessage(const Message& message) = 0;
+  // What is shown while the wizard works; a user without a display sees nothing of it.
   // Names the present step; empty clears it.
-  virtual void ShowStatus(const std::string& text) = 0;
+  virtual void ShowStatus(const std::string& /*text*/) {}
+  // Names the present step of the generation and moves the progress bar by one step.
+  virtual void ShowProgress(const std::string& /*text*/) {}
   // Moves the progress bar by one step.
-  virtual void AdvanceProgress() = 0;
-  virtual void SetPointer(Pointer pointer) = 0;
-  // Lets pending events run. May throw WizardEnded when one of them cancelled the wizard.
-  virtual void DoEvents() = 0;
+  virtual void AdvanceProgress() {}
+  virtual void SetPointer(Pointer /*pointer*/) {}
 
-  // What a wizard that the user ends leaves for its host: 0 cancelled, -1 finished.
-  virtual void SetReturnCode(std::int16_t code) = 0;
+  // Lets pending events run.
+  virtual void DoEvents() {}
+  // Ends the wizard (throws WizardEnded) when the user has cancelled it. Called between two steps.
+  virtual void CheckCancelled() {}
+
+  // What the wizard leaves for its host: 0 cancelled, -1 finished; and the project file of the setup project
+  // that it is to open.
+  virtual void SetReturnCode(std::int16_t /*code*/) {}
+  virtual void SetProjectFile(const std::string& /*path*/) {}
   // Marks the wizard as ended. Callers use EndWizard or CancelWizard below, which also leave what was being
   // done.
-  virtual void WizardHasEnded() = 0;
+  virtual void WizardHasEnded() {}
 
   // Something that the setup lacks, in one sentence with the file's name; the run goes on. Each sentence is
   // kept once.

@@ -1,11 +1,9 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
-#include "setupgen/TreeNode.h"
-#include "text/Text.h"
+#include "analysis/Tree.h"
 
 // The controls of the wizard form as plain objects. A view shows them and changes them as the user does; they
 // hold no rules.
@@ -40,44 +38,24 @@ struct ProgressBar : Control {
   int maximum = 100;
 };
 
-// A tree whose nodes are found by key.
+// Shows a tree of an analysis.
 class TreeView : public Control {
  public:
-  void Clear() {
-    nodes_.clear();
-    byKey_.clear();
+  // Null for none; the tree must live while it is shown, and not change.
+  void Show(const Tree* tree) {
+    tree_ = tree;
     ++revision_;
   }
-  // Adds a top-level node.
-  TreeNode& Add(const std::string& key, const std::string& nodeText, NodeImage image) {
-    nodes_.push_back(std::make_unique<TreeNode>());
-    TreeNode& node = *nodes_.back();
-    node.key = key;
-    node.text = nodeText;
-    node.image = image;
-    if (!key.empty()) byKey_.emplace(key, &node);
-    ++revision_;
-    return node;
+  const TreeNodes& Nodes() const {
+    static const TreeNodes kNone;
+    return tree_ == nullptr ? kNone : tree_->Nodes();
   }
-  TreeNode& Add(TreeNode& parent, const std::string& key, const std::string& nodeText, NodeImage image) {
-    TreeNode& node = parent.Add(key, nodeText, image);
-    ++revision_;
-    if (!key.empty()) byKey_.emplace(key, &node);
-    return node;
-  }
-  // Null when no node has the key.
-  TreeNode* Find(const std::string& key) const {
-    const auto found = byKey_.find(key);
-    return found == byKey_.end() ? nullptr : found->second;
-  }
-  const std::vector<std::unique_ptr<TreeNode>>& Nodes() const { return nodes_; }
   // Another number after each change, so that a view fills its own tree only then.
   unsigned Revision() const { return revision_; }
 
  private:
+  const Tree* tree_ = nullptr;
   unsigned revision_ = 0;
-  std::vector<std::unique_ptr<TreeNode>> nodes_;
-  std::unordered_map<std::string, TreeNode*> byKey_;
 };
 
 }  // namespace bxvbwiz

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "project/CProject.h"
 #include "support/User.h"
 
 // What the form needs of those around it, each turned into an interface so that the form stands below them.
@@ -29,7 +30,7 @@ class WizardFlow {
   virtual void LeavePage(std::int16_t panel) = 0;  // Next or Finish
   virtual void GoBack(std::int16_t panel) = 0;
   // Compiles the project; false when that failed (the user was told, unless no Visual Basic is registered).
-  virtual bool RebuildProject() = 0;
+  virtual bool RebuildProject(const CProject& project) = 0;
 };
 
 // Whoever shows the form. It has no rules of its own: it shows the controls and calls the form's handlers.

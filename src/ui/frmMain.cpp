@@ -28,7 +28,7 @@ bool IsPanel(std::int16_t panel) {
 }  // namespace
 
 frmMain::frmMain(Session& session, basGlobal& global, Platform& platform, FormOwner& owner)
-    : session_(session), global_(global), platform_(platform), owner_(owner), lists_(platform.profiles) {}
+    : session_(session), global_(global), platform_(platform), owner_(owner) {}
 
 frmMain::~frmMain() = default;
 
@@ -55,11 +55,6 @@ void frmMain::HidePanel(std::int16_t panel) {
   if (!IsPanel(panel)) return;
   (this->*kPanels[panel].frame).visible = false;
   view_->Refresh();
-}
-
-void frmMain::ShowProgress(unsigned stringNumber) {
-  lblProgress.text = platform_.strings.Text(stringNumber);
-  AdvanceProgress();
 }
 
 // ---------------------------------------------------------------- handlers
@@ -203,6 +198,11 @@ void frmMain::ShowStatus(const std::string& text) {
   view_->Refresh();
 }
 
+void frmMain::ShowProgress(const std::string& text) {
+  lblProgress.text = text;
+  AdvanceProgress();
+}
+
 void frmMain::AdvanceProgress() {
   pbrProgress.visible = true;
   pbrProgress.value = global_.NextProgressValue();
@@ -221,6 +221,10 @@ void frmMain::SetReturnCode(std::int16_t code) {
   if (App != nullptr) App->SetReturnCode(code);
 }
 
+void frmMain::SetProjectFile(const std::string& path) {
+  if (App != nullptr) App->SetProjectFile(path);
+}
+
 void frmMain::WizardHasEnded() {
   if (ended_) return;
   ended_ = true;
@@ -233,14 +237,34 @@ void frmMain::NoteIncomplete(const std::string& text) {
   incomplete_.push_back(text);
 }
 
-SetupAnswers frmMain::Answers() {
-  SetupAnswers answers;
-  answers.applicationName = txtApplicationName.text;
-  answers.companyName = txtCompanyName.text;
-  answers.applicationType = cboApplicationType.text;
-  answers.applicationVersion = txtApplicationVersion.text;
-  answers.exeName = project_ == nullptr ? "" : project_->ExeName;
-  return answers;
+// ---------------------------------------------------------------- the analysis
+
+bool frmMain::LoadTrees(const std::string& projectFile) {
+  tvwDependencies.Show(nullptr);
+  tvwFiles.Show(nullptr);
+  analysis_.reset();
+  incomplete_.clear();
+  auto analysis = std::make_unique<Analysis>(platform_, *this, global_);
+  const auto rebuild = [this](const CProject& project) { return flow_->RebuildProject(project); };
+  if (analysis->LoadTrees(projectFile, chkRebuild.checked, rebuild) != Analysis::Result::Done) return false;
+  analysis_ = std::move(analysis);
+  tvwDependencies.Show(&analysis_->ProjectView());
+  tvwFiles.Show(&analysis_->FileGroupView());
+  return true;
+}
+
+void frmMain::CheckDataAccess(const DataAccessNeeds& needs) {
+  if (needs.daoOdbcDirect) chkDAOODBCDirect.checked = true;
+  if (needs.ado) chkADO.checked = true;
+  if (needs.daoJet) chkDAOJet.checked = true;
+  if (needs.rdo) chkRDO.checked = true;
+}
+
+SetupAnswers frmMain::Answers() const {
+  return {
+      txtApplicationName.text, txtCompanyName.text,
+      cboApplicationType.text, txtApplicationVersion.text,
+      proposed_.exeName,       {chkDAOJet.checked, chkDAOODBCDirect.checked, chkRDO.checked, chkADO.checked}};
 }
 
 }  // namespace bxvbwiz

@@ -5,21 +5,16 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
-#include "project/CProject.h"
-#include "setupgen/CFileGroups.h"
-#include "setupgen/Patches.h"
-#include "setupgen/Report.h"
+#include "analysis/Analysis.h"
+#include "project/basGlobal.h"
+#include "setupgen/SetupAnswers.h"
 #include "support/basLogging.h"
 #include "ui/Controls.h"
 #include "ui/FormPartners.h"
 
 namespace bxvbwiz {
-
-// The characters that an application or company name may not contain: both become names of files and folders.
-constexpr const char* kIllegalCharacters = "\\/:;*?><'\"|.";
 
 // The panels, in their order.
 constexpr std::int16_t kPanelWelcome = 0;
@@ -114,29 +109,17 @@ class frmMain : public User {
   void InitPanel(std::int16_t panel);
   // Whether the names of the project-information page may be used; otherwise the user was told.
   bool NamesAreLegal();
-  // Notes what of the other answers the machine's code page cannot hold.
-  void NoteUnwritableAnswers();
-
-  // Reads a project and fills the trees and the file collection. False when the page stays: the file cannot
-  // be read, or is of a kind that cannot be packaged. May end the wizard.
+  // Analyses a project and shows its trees. False when the page stays: the file cannot be read, or is of a
+  // kind that cannot be packaged. May end the wizard.
   bool LoadTrees(const std::string& projectFile);
 
-  // Results of the analysis; the project is null before one.
-  CProject* Project() { return project_.get(); }
-  CFiles& Files() { return *files_; }
-  CFileGroups& FileGroups() { return *fileGroups_; }
-  NumberedKeys& Lists() { return lists_; }
-  SetupAnswers Answers();
+  // What is shown; null before a project was analysed to the end.
+  Analysis* Shown() { return analysis_.get(); }
+  // Checks the boxes of the data access that a project needs. The user's own choice stays.
+  void CheckDataAccess(const DataAccessNeeds& needs);
+  SetupAnswers Answers() const;
 
-  // Set by the flow.
-  std::string setupProjectName;  // chosen when the project-information page is left; empty before
-  std::string setupFolder;       // with a trailing backslash, once it was created
-  std::vector<std::string> scriptDefinedVariables;
-  std::string report;       // the text of Report.txt, without the printout
   bool generating = false;  // from Finish until the report page is shown
-  void ShowProgress(unsigned stringNumber);
-  // Ends the wizard when the user cancelled while the last step ran.
-  void CheckCancelled();
 
   const std::vector<std::string>& Incomplete() const { return incomplete_; }
   bool Ended() const { return ended_; }
@@ -144,10 +127,13 @@ class frmMain : public User {
   // The user.
   Button ShowMessage(const Message& message) override;
   void ShowStatus(const std::string& text) override;
+  void ShowProgress(const std::string& text) override;
   void AdvanceProgress() override;
   void SetPointer(Pointer pointer) override;
   void DoEvents() override;
+  void CheckCancelled() override;
   void SetReturnCode(std::int16_t code) override;
+  void SetProjectFile(const std::string& path) override;
   void WizardHasEnded() override;
   void NoteIncomplete(const std::string& text) override;
 
@@ -158,19 +144,6 @@ class frmMain : public User {
   void LoadTexts();
   void RefuseCharacter(char32_t& character, unsigned message, TextBox& box);
   void UpdateInformationNext();
-  bool FitsCodePage(const std::string& text) const;
-  std::string CleanApplicationName(const std::string& name) const;
-  bool RefuseProjectKind();
-  bool ReadProject();
-  bool RebuildIfNeeded();
-  void FillTrees();
-  void AddOutputFile();
-  void AddControl(TreeNode& parent, CObject& control);
-  void AddReference(TreeNode& parent, CReference& reference);
-  void AddFile(const std::string& name, const FileRecord& facts);
-  void FillFileView();
-  void TreeAdd(const CFile& file);
-  void AddDependencies(TreeNode& owner, CDependencies& dependencies);
 
   Session& session_;
   basGlobal& global_;
@@ -181,19 +154,9 @@ class frmMain : public User {
   int handlerDepth_ = 0;
   bool cancelPending_ = false;
   bool ended_ = false;
-  std::string fileName_;  // full path of the project that is analysed
-  std::string proposedApplicationName_;
-  std::string proposedCompanyName_;
+  SetupAnswers proposed_;  // by the project-information page
   std::vector<std::string> incomplete_;
-
-  NumberedKeys lists_;
-  std::unique_ptr<CFileGroups> fileGroups_;
-  std::unique_ptr<CFiles> files_;
-  std::unordered_set<std::string> locations_;  // of the collection's files that were found, in upper case
-  // Locations of files whose key is another's, and what is to be said of them.
-  std::vector<std::pair<std::string, std::string>> leftOut_;
-  std::unique_ptr<AnalysisContext> context_;
-  std::unique_ptr<CProject> project_;  // destroyed before its context
+  std::unique_ptr<Analysis> analysis_;
 };
 
 }  // namespace bxvbwiz

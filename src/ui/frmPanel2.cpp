@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <array>
-
 #include "support/basFile.h"
 #include "support/basStr.h"
 #include "ui/frmMain.h"
@@ -10,37 +7,12 @@ namespace bxvbwiz {
 
 namespace {
 
-constexpr unsigned kInitialApplicationName = 1014;
-constexpr unsigned kInitialCompanyName = 1043;
-constexpr unsigned kInitialVersion = 1044;
 constexpr unsigned kIllegalApplicationName = 1050;
 constexpr unsigned kIllegalCompanyName = 1051;
 
 // The texts that the application-type box offers.
 constexpr unsigned kFirstApplicationType = 1055;
 constexpr unsigned kLastApplicationType = 1060;
-
-bool HasControlCharacter(const std::string& text) {
-  return std::any_of(text.begin(), text.end(), [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F;
-  });
-}
-
-bool HasIllegalCharacter(const std::string& text) {
-  return ContainsAnyChar(text, kIllegalCharacters) || HasControlCharacter(text);
-}
-
-// Names that mean a device in every folder, with any extension.
-bool IsReservedBySystem(const std::string& name) {
-  static constexpr std::array<const char*, 7> kDevices = {"CON",    "PRN",     "AUX",   "NUL",
-                                                          "CONIN$", "CONOUT$", "CLOCK$"};
-  std::string stem = UpperCase(name.substr(0, name.find('.')));
-  stem.erase(stem.find_last_not_of(' ') + 1);
-  if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) return true;
-  return stem.size() == 4 && (StartsWith(stem, "COM") || StartsWith(stem, "LPT")) && stem[3] >= '1' &&
-         stem[3] <= '9';
-}
 
 // The label that names the executable, measured by the view.
 class ExeLabel : public LabelMetrics {
@@ -55,47 +27,26 @@ class ExeLabel : public LabelMetrics {
 
 }  // namespace
 
-// The project's name as an application name: each illegal character becomes a blank.
-std::string frmMain::CleanApplicationName(const std::string& name) const {
-  std::string clean = name;
-  for (char& c : clean) {
-    if (HasIllegalCharacter(std::string(1, c))) c = ' ';
-  }
-  clean.erase(clean.find_last_not_of(' ') + 1);
-  return clean;
-}
-
 void frmMain::InitPanel(std::int16_t panel) {
   if (panel == kPanelWelcome) {
     if (App != nullptr && txtVBPname.text.empty()) txtVBPname.text = App->ProjectPath();
     cmdNext[kPanelWelcome].enabled = !txtVBPname.text.empty();
     return;
   }
-  if (panel != kPanelInformation || project_ == nullptr) return;
+  if (panel != kPanelInformation || analysis_ == nullptr) return;
 
   // What an earlier project or the user left there is no proposal.
-  txtApplicationName.text = platform_.strings.Text(kInitialApplicationName);
-  txtCompanyName.text = platform_.strings.Text(kInitialCompanyName);
-  txtApplicationVersion.text = platform_.strings.Text(kInitialVersion);
-  const std::string host = App == nullptr ? "" : App->ProposedAppName();
-  const std::string name = CleanApplicationName(host.empty() ? project_->Name : host);
-  if (!name.empty()) txtApplicationName.text = name;
-  if (!project_->VersionCompanyName.empty()) txtCompanyName.text = project_->VersionCompanyName;
-  std::string version;
-  for (const std::string& part : {project_->MajorVer, project_->MinorVer, project_->RevisionVer}) {
-    if (part.empty()) continue;
-    if (!version.empty()) version += '.';
-    version += part;
-  }
-  if (!version.empty()) txtApplicationVersion.text = version;
-  proposedApplicationName_ = txtApplicationName.text;
-  proposedCompanyName_ = txtCompanyName.text;
+  const CProject& project = *analysis_->Project();
+  proposed_ = ProposedAnswers(platform_.strings, project, App == nullptr ? "" : App->ProposedAppName());
+  txtApplicationName.text = proposed_.applicationName;
+  txtCompanyName.text = proposed_.companyName;
+  txtApplicationVersion.text = proposed_.applicationVersion;
 
   cboApplicationType.items.clear();
   for (unsigned number = kFirstApplicationType; number <= kLastApplicationType; ++number) {
     cboApplicationType.items.push_back(platform_.strings.Text(number));
   }
-  const std::string output = project_->OutputPath();
+  const std::string output = project.OutputPath();
   lblExeName.text = CompactPathForLabel(ExeLabel(*view_), output);
   lblExeName.toolTip = output;
   UpdateInformationNext();
@@ -146,41 +97,14 @@ void frmMain::txtCompanyName_KeyPress(char32_t& character) {
   Handle([&] { RefuseCharacter(character, kIllegalCompanyName, txtCompanyName); });
 }
 
-// What the code page cannot hold would be written as "?".
-bool frmMain::FitsCodePage(const std::string& text) const {
-  return platform_.codePage.Decode(platform_.codePage.Encode(text)) == text;
-}
-
-void frmMain::NoteUnwritableAnswers() {
-  for (const Control* box : {static_cast<const Control*>(&cboApplicationType),
-                             static_cast<const Control*>(&txtApplicationVersion)}) {
-    if (!FitsCodePage(box->text)) {
-      NoteIncomplete("The text " + box->text + " cannot be written whole in the machine's code page.");
-    }
-  }
-}
-
-// What was pasted or given never met the key press. A proposal that was left alone is accepted as it is,
-// since it was cleaned or only names the company ("Acme Inc."), unless the system would not make a folder of
-// that name.
+// What was pasted or given never met the key press.
 bool frmMain::NamesAreLegal() {
-  const std::string& name = txtApplicationName.text;
-  const bool nameGiven = name != proposedApplicationName_;
-  const auto refuse = [this](unsigned message, TextBox& box) {
-    ShowMessage({message, kStyleExclamation, platform_.strings.Text(message), ""});
-    focus = &box;
-    view_->Refresh();
-    return false;
-  };
-  if (IsReservedBySystem(name) || !FitsCodePage(name) ||
-      (nameGiven && (HasIllegalCharacter(name) || EndsWith(name, " ")))) {
-    return refuse(kIllegalApplicationName, txtApplicationName);
-  }
-  if (!FitsCodePage(txtCompanyName.text) ||
-      (txtCompanyName.text != proposedCompanyName_ && HasIllegalCharacter(txtCompanyName.text))) {
-    return refuse(kIllegalCompanyName, txtCompanyName);
-  }
-  return true;
+  const std::optional<unsigned> refusal = RefusalOfNames(platform_.codePage, Answers(), proposed_);
+  if (!refusal.has_value()) return true;
+  ShowMessage({*refusal, kStyleExclamation, platform_.strings.Text(*refusal), ""});
+  focus = *refusal == kIllegalCompanyName ? &txtCompanyName : &txtApplicationName;
+  view_->Refresh();
+  return false;
 }
 
 }  // namespace bxvbwiz

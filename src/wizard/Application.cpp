@@ -15,12 +15,13 @@ constexpr const char* kResultsKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\
 
 }  // namespace
 
-Application::Application(Component& component) : component_(component) {
+Application::Application(FormHost& host, std::string commandLine)
+    : host_(host), commandLine_(std::move(commandLine)) {
   constexpr const char* kRoutine = "Application.Class_Initialize";
-  const SessionScope scope(component_.session());
+  const SessionScope scope(host_.core().session());
   const CallStackEntry entry(kRoutine);
-  frmMain& form = component_.LoadForm(*this);
-  if (component_.session().startMode() != StartMode::StandAlone) return;
+  frmMain& form = host_.LoadForm(*this);
+  if (host_.core().session().startMode() != StartMode::StandAlone) return;
   // A command line that cannot be parsed must not stop the creation: it is reported, which needs the form,
   // and the properties keep their initial values.
   try {
@@ -32,12 +33,12 @@ Application::Application(Component& component) : component_(component) {
 
 Application::~Application() {
   constexpr const char* kRoutine = "Application.Class_Terminate";
-  const SessionScope scope(component_.session());
+  const SessionScope scope(host_.core().session());
   const CallStackEntry entry(kRoutine);
   try {
-    if (component_.session().startMode() == StartMode::StandAlone)
+    if (host_.core().session().startMode() == StartMode::StandAlone)
       Reporting(kRoutine, [this] { WriteResults(); });
-    component_.Detach(*this);
+    host_.Detach(*this);
   } catch (const WizardEnded&) {
     // The box of a failed write was answered with Cancel: the object goes all the same.
   }
@@ -45,15 +46,15 @@ Application::~Application() {
 
 void Application::Run() {
   if (!stillExecuting_) return;
-  const SessionScope scope(component_.session());
-  // Another object of the component may have taken the form over, or ended it.
-  component_.LoadForm(*this);
-  component_.ShowForm();
+  const SessionScope scope(host_.core().session());
+  // Another object of the host may have taken the form over, or ended it.
+  host_.LoadForm(*this);
+  host_.ShowForm();
   if (stillExecuting_) throw RuntimeError(kErrorInvalidCall, "There is no window to show the wizard in");
 }
 
 void Application::ReadCommandLine() {
-  const CCmdOptions options(component_.CommandLine());
+  const CCmdOptions options(commandLine_);
   if (options.TagExists("I")) ID = options.Item("I").Text();
   if (options.TagExists("P")) Project = options.Item("P").Text();
   if (options.TagExists("S")) ShowPage2 = options.Item("S").Text() != "0";
@@ -62,7 +63,7 @@ void Application::ReadCommandLine() {
 }
 
 void Application::WriteResults() {
-  const auto root = Key::Root(component_.platform().registry, RegConstants::HKeyCurrentUser);
+  const auto root = Key::Root(host_.core().platform().registry, RegConstants::HKeyCurrentUser);
   const auto key = root->SubKeys().Add(kResultsKey + ID);
   if (key == nullptr)
     throw RuntimeError(kErrorObjectNotSet, "Cannot create the key HKEY_CURRENT_USER\\" + (kResultsKey + ID));

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "ui/FormPartners.h"
-#include "wizard/Component.h"
+#include "wizard/FormHost.h"
 
 namespace bxvbwiz {
 
@@ -13,14 +13,15 @@ namespace bxvbwiz {
 class Application : public AutomationObject {
  public:
   // Class_Initialize: reads the command line (stand-alone only) and loads the form.
-  explicit Application(Component& component);
+  // `commandLine` is read in a stand-alone start only.
+  explicit Application(FormHost& host, std::string commandLine = {});
   // Class_Terminate.
   ~Application() override;
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
   // Shows the wizard and returns when it has ended; at once when it had ended before. Raises error 400 while
-  // a wizard of this component is shown, and error 5 when there is nothing to show it in.
+  // a wizard of this host is shown, and error 5 when there is nothing to show it in.
   void Run();
 
   // Inputs.
@@ -47,7 +48,8 @@ class Application : public AutomationObject {
   void ReadCommandLine();
   void WriteResults();
 
-  Component& component_;
+  FormHost& host_;
+  const std::string commandLine_;
   bool stillExecuting_ = true;
   std::int16_t returnCode_ = -1;
   std::string projectFile_;

@@ -1,10 +1,12 @@
 #include "wizard/Generation.h"
 
 #include "setupgen/CComponents.h"
+#include "setupgen/Patches.h"
+#include "setupgen/Report.h"
 #include "support/basFile.h"
+#include "support/basLogging.h"
 #include "support/basMisc.h"
-#include "sysinfo/RegConstants.h"
-#include "wizard/PageDriver.h"
+#include "wizard/ProductValues.h"
 
 namespace bxvbwiz {
 
@@ -18,101 +20,96 @@ constexpr unsigned kUpdatingFiles = 1020;
 
 }  // namespace
 
-void Generation::Run() {
-  DetectDataAccess();
-  form_.ShowProgress(kCreatingInstallation);
-  MakeSetupFolder();
-  CopyTemplate();
-  form_.ShowProgress(kUpdatingFiles);
-  RenameAndPatchProjectFile();
-  MakeFileGroups();
-  ShowReport();
+std::string ChooseSetupProjectName(Platform& platform, User& user, const std::string& applicationName) {
+  return Reporting(kRoutine, [&] {
+    const std::string dataFolder = DataFolder(platform, user);
+    std::string name = applicationName;
+    for (int n = 1; !Dir(platform.files, dataFolder + name + "\\*.*", true).empty(); ++n) {
+      name = applicationName + "-" + std::to_string(n);
+    }
+    return name;
+  });
 }
 
-// The boxes are only ever set here: the user's own choice stays.
-void Generation::DetectDataAccess() {
-  bool ado = false;
-  bool dao = false;
-  bool rdo = false;
-  for (const CReference& reference : form_.Project()->References()) {
-    ado = ado || reference.ADO;
-    dao = dao || reference.DAO;
-    rdo = rdo || reference.RDO;
-  }
-  if (dao && rdo) form_.chkDAOODBCDirect.checked = true;
-  if (ado) form_.chkADO.checked = true;
-  if (dao) form_.chkDAOJet.checked = true;
-  if (rdo) form_.chkRDO.checked = true;
+Generation::Generation(Platform& platform, basGlobal& global, User& user, Analysis& analysis,
+                       SetupAnswers answers, std::string name, GeneratedSetup& setup)
+    : platform_(platform),
+      global_(global),
+      user_(user),
+      analysis_(analysis),
+      answers_(std::move(answers)),
+      name_(std::move(name)),
+      setup_(setup) {}
+
+void Generation::MakeSetupProject() {
+  user_.ShowProgress(platform_.strings.Text(kCreatingInstallation));
+  MakeSetupFolder();
+  CopyTemplate();
+  user_.ShowProgress(platform_.strings.Text(kUpdatingFiles));
+  RenameAndPatchProjectFile();
+  MakeFileGroups();
+  setup_.report = AssembleReport(platform_.strings, answers_.dataAccess, setup_.scriptDefinedVariables);
 }
 
 void Generation::MakeSetupFolder() {
-  const std::string dataFolder = Reporting(kRoutine, [this] { return DataFolder(platform_, form_); });
-  const std::string folder = dataFolder + form_.setupProjectName;
+  const std::string folder = Reporting(kRoutine, [this] { return DataFolder(platform_, user_); }) + name_;
   Reporting(kRoutine, [&] { CheckSystem(platform_.files.MakeDirectory(folder), folder); });
-  form_.setupFolder = FixPath(folder);
+  setup_.folder = FixPath(folder);
 }
 
 void Generation::CopyTemplate() {
-  templateFolder_ = FixPath(Reporting(kRoutine, [this] {
-    return ProductValue(platform_, form_, RegConstants::HKeyLocalMachine, kBorvexWizardKey, "TemplateSource");
-  }));
-  templateProjectFile_ = Reporting(kRoutine, [this] {
-    std::string found = Dir(platform_.files, templateFolder_ + "*.bxp");
-    if (found.empty()) throw RuntimeError(kErrorFileNotFound, "File not found: " + templateFolder_ + "*.bxp");
+  std::string source = Reporting(kRoutine, [this] { return TemplateFolder(platform_, user_); });
+  templateProjectFile_ = Reporting(kRoutine, [&] {
+    std::string found = Dir(platform_.files, source + "*.bxp");
+    if (found.empty()) throw RuntimeError(kErrorFileNotFound, "File not found: " + source + "*.bxp");
     return found;
   });
-  form_.ShowProgress(kCopyingFiles);
-  std::string target = form_.setupFolder;
-  CopyFileTree(platform_.files, form_, templateFolder_, target);
+  user_.ShowProgress(platform_.strings.Text(kCopyingFiles));
+  std::string target = setup_.folder;
+  CopyFileTree(platform_.files, user_, source, target);
 }
 
 void Generation::RenameAndPatchProjectFile() {
-  const std::string copied = form_.setupFolder + templateProjectFile_;
-  const std::string projectFile = form_.setupFolder + form_.setupProjectName + ".bxp";
+  const std::string copied = setup_.folder + templateProjectFile_;
+  const std::string projectFile = setup_.folder + name_ + ".bxp";
   if (copied != projectFile) {
     Reporting(kRoutine, [&] { CheckSystem(platform_.files.Rename(copied, projectFile), projectFile); });
   }
-  PatchIpr(platform_, form_.Lists(), form_.Answers(), projectFile);
+  PatchIpr(platform_, analysis_.Lists(), answers_, projectFile);
   platform_.profiles.Flush();
   SetFileTimesToNow(platform_.files, platform_.clock, projectFile);
-  if (form_.App != nullptr) form_.App->SetProjectFile(projectFile);
+  setup_.projectFile = projectFile;
+  user_.SetProjectFile(projectFile);
 }
 
 void Generation::MakeFileGroups() {
   std::int16_t before = 0;
   std::int16_t after = 0;
-  FindScriptDefinedVariables(platform_, form_.setupFolder, before);
+  FindScriptDefinedVariables(platform_, setup_.folder, before);
   CreateFileGroups();
-  global_.AddVBRuntimeObject(form_.setupFolder);
-  FindScriptDefinedVariables(platform_, form_.setupFolder, after);
-  form_.scriptDefinedVariables = ScriptDefinedVariableNames(before, after);
-  form_.ShowProgress(kUpdatingFiles);
-  PatchShl(platform_, form_.Answers(), form_.setupFolder);
+  global_.AddVBRuntimeObject(setup_.folder);
+  FindScriptDefinedVariables(platform_, setup_.folder, after);
+  setup_.scriptDefinedVariables = ScriptDefinedVariableNames(before, after);
+  user_.ShowProgress(platform_.strings.Text(kUpdatingFiles));
+  PatchShl(platform_, answers_, setup_.folder);
   platform_.profiles.Flush();
-  form_.AdvanceProgress();
+  user_.AdvanceProgress();
 }
 
 void Generation::CreateFileGroups() {
-  for (const CFile& file : form_.Files()) {
-    form_.DoEvents();
-    if (form_.FileGroups().CreateFileGroup(form_.setupFolder, file)) continue;
-    form_.NoteIncomplete("The file " + file.FileName + " could not be entered into its file group.");
+  for (const CFile& file : analysis_.Files()) {
+    user_.DoEvents();
+    if (analysis_.FileGroups().CreateFileGroup(setup_.folder, file)) continue;
+    TellFailure("The file " + file.FileName + " could not be entered into its file group.");
   }
   // The runtime component is entered by a routine that reads the lists itself.
-  form_.Lists().Forget();
+  analysis_.Lists().Forget();
 }
 
-void Generation::ShowReport() {
-  const DataAccessNeeds needs{form_.chkDAOJet.checked, form_.chkDAOODBCDirect.checked, form_.chkRDO.checked,
-                              form_.chkADO.checked};
-  form_.report = AssembleReport(platform_.strings, needs, form_.scriptDefinedVariables);
-  form_.txtReport.text = LeftToDo(platform_.strings, form_.Incomplete()) + form_.report;
-  form_.ShowPanel(kPanelReport);
-  form_.HidePanel(kPanelSummary);
+void Generation::SaveReport() {
   Reporting(kRoutine, [this] {
-    WriteReport(platform_, form_.setupFolder, form_.report, form_.tvwDependencies.Nodes());
+    WriteReport(platform_, setup_.folder, setup_.report, analysis_.ProjectView().Nodes());
   });
-  form_.generating = false;
 }
 
 }  // namespace bxvbwiz

@@ -1,35 +1,54 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
+#include <vector>
 
-#include "ui/frmMain.h"
+#include "analysis/Analysis.h"
+#include "project/basGlobal.h"
+#include "setupgen/SetupAnswers.h"
 
 namespace bxvbwiz {
 
-// Makes the setup project of an analysed project: the sequence that Finish starts. May end the wizard at
-// every step; what was written before stays.
+// The first of "Name", "Name-1", "Name-2", ... that is no folder below the data folder yet, so that no setup
+// project of the user is overwritten. `applicationName` is what the user answered. A missing product key ends
+// the wizard.
+std::string ChooseSetupProjectName(Platform& platform, User& user, const std::string& applicationName);
+
+// What a generation has made so far.
+struct GeneratedSetup {
+  std::string folder;       // with a trailing backslash; empty until it was created
+  std::string projectFile;  // full path; empty until it was renamed and patched
+  std::vector<std::string> scriptDefinedVariables;
+  std::string report;  // the text of Report.txt, without the printout
+};
+
+// Makes the setup project of an analysis: the sequence that Finish starts. May end the wizard at every step;
+// what was written before stays.
 class Generation {
  public:
-  Generation(Platform& platform, basGlobal& global, frmMain& form)
-      : platform_(platform), global_(global), form_(form) {}
+  // `name` is that of the new setup project; `setup` receives what is made. All must outlive the generation.
+  Generation(Platform& platform, basGlobal& global, User& user, Analysis& analysis, SetupAnswers answers,
+             std::string name, GeneratedSetup& setup);
 
-  // Needs form.setupProjectName.
-  void Run();
+  // All but the report's file.
+  void MakeSetupProject();
+  // Writes Report.txt.
+  void SaveReport();
 
  private:
-  void DetectDataAccess();
   void MakeSetupFolder();
   void CopyTemplate();
   void RenameAndPatchProjectFile();
   void MakeFileGroups();
-  void ShowReport();
   void CreateFileGroups();
 
   Platform& platform_;
   basGlobal& global_;
-  frmMain& form_;
-  std::string templateFolder_;       // with a trailing backslash
+  User& user_;
+  Analysis& analysis_;
+  const SetupAnswers answers_;
+  const std::string name_;
+  GeneratedSetup& setup_;
   std::string templateProjectFile_;  // name of the template's .bxp
 };
 

@@ -1,8 +1,8 @@
 #include "wizard/PageDriver.h"
 
-#include "support/basFile.h"
-#include "sysinfo/Values.h"
+#include "setupgen/Report.h"
 #include "wizard/Generation.h"
+#include "wizard/Rebuild.h"
 
 namespace bxvbwiz {
 
@@ -12,19 +12,6 @@ constexpr const char* kNext = "cmdNext_Click";
 constexpr const char* kBack = "cmdBack_Click";
 
 }  // namespace
-
-std::string ProductValue(Platform& platform, User& user, RegistryHandle root, const std::string& path,
-                         const std::string& valueName) {
-  const auto rootKey = Key::Root(platform.registry, root);
-  const std::string fullPath = rootKey->Name() + "\\" + path;
-  const auto key = rootKey->OpenSubKeyForReading(path);
-  if (key == nullptr) EndWithMissingKey(user, platform.strings, fullPath);
-  return key->RequiredText(valueName);
-}
-
-std::string DataFolder(Platform& platform, User& user) {
-  return FixPath(ProductValue(platform, user, RegConstants::HKeyCurrentUser, kBorvexMainKey, "DataFile"));
-}
 
 void PageDriver::LeavePage(std::int16_t panel) {
   const CallStackEntry entry(kNext);
@@ -43,6 +30,7 @@ void PageDriver::LeavePage(std::int16_t panel) {
 void PageDriver::LeaveWelcome() {
   const std::string project = form_.txtVBPname.text;
   const bool rebuilds = form_.chkRebuild.checked;
+  setupProjectName_.clear();
   if (!form_.LoadTrees(project)) return;
   // What the user changed meanwhile is not what was analysed.
   form_.txtVBPname.text = project;
@@ -53,36 +41,41 @@ void PageDriver::LeaveWelcome() {
   form_.HidePanel(kPanelWelcome);
 }
 
+bool PageDriver::RebuildProject(const CProject& project) {
+  return bxvbwiz::RebuildProject(core_, form_, project);
+}
+
 void PageDriver::LeaveInformation() {
   if (!form_.NamesAreLegal()) return;
   form_.ShowPanel(kPanelSummary);
   form_.HidePanel(kPanelInformation);
-  Reporting(kNext, [this] { ChooseSetupProjectName(); });
+  ChooseName();
 }
 
-// The first of "Name", "Name-1", "Name-2", ... that is no folder yet, so that no setup project of the user is
-// overwritten.
-void PageDriver::ChooseSetupProjectName() {
-  FileSystem& files = component_.platform().files;
-  const std::string dataFolder = DataFolder(component_.platform(), form_);
-  const std::string applicationName = form_.txtApplicationName.text;
-  std::string name = applicationName;
-  for (int n = 1; !Dir(files, dataFolder + name + "\\*.*", true).empty(); ++n) {
-    name = applicationName + "-" + std::to_string(n);
-  }
-  form_.setupProjectName = name;
+void PageDriver::ChooseName() {
+  setupProjectName_ = ChooseSetupProjectName(core_.platform(), form_, form_.txtApplicationName.text);
 }
 
 void PageDriver::Finish() {
-  if (form_.Project() == nullptr) return;
+  Analysis* const analysis = form_.Shown();
+  if (analysis == nullptr) return;
   // Without the project-information page the name was neither checked nor chosen.
-  if (form_.setupProjectName.empty()) {
+  if (setupProjectName_.empty()) {
     if (!form_.NamesAreLegal()) return;
-    Reporting(kNext, [this] { ChooseSetupProjectName(); });
+    ChooseName();
   }
-  form_.NoteUnwritableAnswers();
+  NoteUnwritableAnswers(core_.platform().codePage, form_.Answers());
   form_.generating = true;
-  Generation(component_.platform(), component_.global(), form_).Run();
+  form_.CheckDataAccess(analysis->DataAccess());
+  GeneratedSetup setup;
+  Generation generation(core_.platform(), core_.global(), form_, *analysis, form_.Answers(),
+                        setupProjectName_, setup);
+  generation.MakeSetupProject();
+  form_.txtReport.text = LeftToDo(core_.platform().strings, form_.Incomplete()) + setup.report;
+  form_.ShowPanel(kPanelReport);
+  form_.HidePanel(kPanelSummary);
+  generation.SaveReport();
+  form_.generating = false;
 }
 
 void PageDriver::GoBack(std::int16_t panel) {

@@ -4,36 +4,28 @@
 #include <string>
 
 #include "ui/frmMain.h"
-#include "wizard/Component.h"
+#include "wizard/WizardCore.h"
 
 namespace bxvbwiz {
 
-// Decides which panel follows which, names the new setup project and runs the generation.
+// Decides which panel follows which, and what happens when one is left.
 class PageDriver : public WizardFlow {
  public:
-  PageDriver(Component& component, frmMain& form) : component_(component), form_(form) {}
+  PageDriver(WizardCore& core, frmMain& form) : core_(core), form_(form) {}
 
   void LeavePage(std::int16_t panel) override;
   void GoBack(std::int16_t panel) override;
-  bool RebuildProject() override;
+  bool RebuildProject(const CProject& project) override;
 
  private:
   void LeaveWelcome();
   void LeaveInformation();
   void Finish();
-  void ChooseSetupProjectName();
+  void ChooseName();
 
-  Component& component_;
+  WizardCore& core_;
   frmMain& form_;
+  std::string setupProjectName_;  // chosen when the project-information page is left; empty before
 };
-
-// The folder under which Borvex keeps its setup projects, with a trailing backslash. A missing product key
-// shows message 1047 and ends the wizard; a missing value raises error 91.
-std::string DataFolder(Platform& platform, User& user);
-
-// A text value of a product key. A missing key shows message 1047 and ends the wizard; a missing value raises
-// error 91, one that cannot be read as text error 75.
-std::string ProductValue(Platform& platform, User& user, RegistryHandle root, const std::string& path,
-                         const std::string& valueName);
 
 }  // namespace bxvbwiz

@@ -1,8 +1,8 @@
+#include "wizard/Rebuild.h"
+
 #include "support/basFile.h"
 #include "support/basShell.h"
-#include "wizard/PageDriver.h"
 
-// Compiles the project with the Visual Basic command line.
 namespace bxvbwiz {
 
 namespace {
@@ -37,25 +37,24 @@ std::string SecondLine(Platform& platform, const std::string& path) {
 
 }  // namespace
 
-bool PageDriver::RebuildProject() {
+bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
   const CallStackEntry entry(kRoutine);
-  Platform& platform = component_.platform();
-  form_.ShowStatus(platform.strings.Text(1052));
-  form_.DoEvents();
+  Platform& platform = core.platform();
+  user.ShowStatus(platform.strings.Text(1052));
+  user.DoEvents();
 
-  const std::string folder = component_.global().FindVB();
+  const std::string folder = core.global().FindVB();
   if (folder.empty()) return false;
-  const std::string version = component_.global().GetVBVer();
+  const std::string version = core.global().GetVBVer();
   std::string log;
   bool succeeded = version == "5" || version == "6";
   if (succeeded) {
     log = FixPath(platform.facts.WindowsDirectory(kFolderBuffer)) + kBuildLog;
     platform.files.Delete(log);  // an old log, or none
-    const CProject& project = *form_.Project();
     const std::string commandLine = folder + (version == "5" ? "vb5.exe" : "vb6.exe") +
                                     MakeSwitch(project.ProjectType) + "\"" + project.FileName() + "\" /out " +
                                     log;
-    ShellAndWait(platform.processes, form_, commandLine);
+    ShellAndWait(platform.processes, user, commandLine);
     std::string line;
     try {
       line = SecondLine(platform, log);
@@ -64,13 +63,13 @@ bool PageDriver::RebuildProject() {
       ReportError(kRoutine, error);
       return false;
     }
-    component_.HoldBuildLog(log);
+    core.HoldBuildLog(log);
     succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(1042)));
   }
-  form_.ShowStatus("");
+  user.ShowStatus("");
   if (!succeeded) {
     const StringTable& strings = platform.strings;
-    form_.ShowMessage(
+    user.ShowMessage(
         {1028, kStyleCritical, strings.Text(1028) + "\r\n\r\n" + strings.Text(1065) + "\r\n" + log, ""});
   }
   return succeeded;

@@ -19,8 +19,8 @@ TEST_F(AnalysisTest, AMissingProductKeyEndsTheWizardAndIsShownOnce) {
   for (int run = 0; run < 2; ++run) {
     LeaveWelcome();
     EXPECT_EQ(app_->ReturnCode(), -1) << "only a cancelled wizard reports 0";
-    EXPECT_EQ(component_->Form(), nullptr);
-    app_ = std::make_unique<Application>(*component_);
+    EXPECT_EQ(host_->Form(), nullptr);
+    app_ = std::make_unique<Application>(*host_);
   }
   EXPECT_EQ(seen_.messages, std::vector<unsigned>{1047});
 }
@@ -44,7 +44,7 @@ TEST_F(AnalysisTest, ANeededFileOfOneNameIsTakenWhereItIsFoundAndTheOtherIsNamed
   EXPECT_EQ(Form().Incomplete(),
             std::vector<std::string>{"The file C:\\Src\\Release\\Final\\both.dll was left out, because "
                                      "C:\\windows\\system32\\both.dll has the same key."});
-  EXPECT_EQ(Form().Files().FindItem("Klatedll")->FileLinkPath, "C:\\Src\\Release\\Final\\");
+  EXPECT_EQ(Form().Shown()->Files().FindItem("Klatedll")->FileLinkPath, "C:\\Src\\Release\\Final\\");
 }
 
 TEST_F(AnalysisTest, AFileIsInstalledOnceWhateverTheSpellingsOfItsName) {
@@ -58,7 +58,7 @@ TEST_F(AnalysisTest, AFileIsInstalledOnceWhateverTheSpellingsOfItsName) {
   Start();
   LeaveWelcome();
   std::string names;
-  for (const CFile& file : Form().Files()) names += GetPathFileName(file.FileName) + " ";
+  for (const CFile& file : Form().Shown()->Files()) names += GetPathFileName(file.FileName) + " ";
   EXPECT_EQ(names, "App.exe a.ocx AB-C.dll abc.dll ");
   EXPECT_TRUE(Form().Incomplete().empty());
 }
@@ -80,7 +80,7 @@ TEST_F(AnalysisTest, ARemoteServerIsNamedAndTheReadingGoesOn) {
       "Type=Exe\nPath32=Release\\Final\nReference=*\\G{remote.tlb}#1.0#0#remote.tlb#R\nForm=Main.frm");
   Start();
   RemoteServerBuilder builder;
-  CProject project({component_->platform(), Form(), component_->global(), builder});
+  CProject project({core_->platform(), Form(), core_->global(), builder});
   project.SetFileName("C:\\Src\\Remote.vbp");
   EXPECT_EQ(seen_.messages, std::vector<unsigned>{1041});
   EXPECT_EQ(seen_.told.find("This project uses the remote server component C:\\remote.tlb."), 0U)

@@ -11,6 +11,7 @@
 #include "sysinfo/Values.h"
 #include "TestMachine.h"
 #include "wizard/Application.h"
+#include "wizard/SubMain.h"
 
 // Drives the whole wizard without a window: a view that answers by a script, and a small project on a machine
 // folder.
@@ -69,19 +70,21 @@ class WizardTest : public testing::Test {
   }
 
   void Start(StartMode mode = StartMode::Automation, const std::string& commandLine = "") {
-    component_ = std::make_unique<Component>(machine_.platform(), mode, commandLine,
-                                             [this](frmMain& form) { return MakeView(form); });
-    component_->SubMain();
-    if (mode == StartMode::Automation) app_ = std::make_unique<Application>(*component_);
+    host_.reset();
+    core_ = std::make_unique<WizardCore>(machine_.platform(), mode);
+    host_ = std::make_unique<FormHost>(*core_, [this](frmMain& form) { return MakeView(form); });
+    SubMain(*host_, commandLine);
+    if (mode == StartMode::Automation) app_ = std::make_unique<Application>(*host_);
   }
   virtual std::unique_ptr<FormView> MakeView(frmMain& form) {
     return std::make_unique<ScriptedView>(form, seen_);
   }
   void TearDown() override {
     app_.reset();
-    component_.reset();
+    host_.reset();
+    core_.reset();
   }
-  frmMain& Form() { return *component_->Form(); }
+  frmMain& Form() { return *host_->Form(); }
   void LeaveWelcome(const std::string& project = "C:\\Src\\App.vbp") {
     Form().txtVBPname.text = project;
     Form().txtVBPname_Change();
@@ -90,7 +93,8 @@ class WizardTest : public testing::Test {
 
   TestMachine machine_;
   Seen seen_;
-  std::unique_ptr<Component> component_;
+  std::unique_ptr<WizardCore> core_;
+  std::unique_ptr<FormHost> host_;
   std::unique_ptr<Application> app_;
 };
 

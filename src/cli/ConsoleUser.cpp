@@ -1,11 +1,11 @@
-#include "cli/ConsoleView.h"
+#include "cli/ConsoleUser.h"
 
-#include <cstdio>
+#include <algorithm>
 #include <iostream>
 
 #include "cli/Terminal.h"
+#include "support/basLogging.h"
 #include "support/basStr.h"
-#include "ui/frmMain.h"
 
 namespace bxvbwiz {
 namespace {
@@ -15,6 +15,9 @@ constexpr int kButtonsOfStyle = 15;
 
 // How often a question is answered with Retry before it counts as unanswered: nothing changes by itself.
 constexpr int kMostRetries = 3;
+
+// Steps of the progress value, after which it begins anew.
+constexpr std::int16_t kProgressLimit = 100;
 
 struct ButtonName {
   Button button;
@@ -59,13 +62,16 @@ const char* NameOfButton(Button button) {
   return "";
 }
 
-ConsoleView::ConsoleView(frmMain& form, const Options& options, Outcome& outcome)
-    : form_(form),
+ConsoleUser::ConsoleUser(basGlobal& global, const Options& options, Outcome& outcome)
+    : global_(global),
       options_(options),
       outcome_(outcome),
-      showsBar_(!options.quiet && !options.json && IsTerminal(Stream::Error)) {}
+      showsBar_(!options.quiet && !options.json && IsTerminal(Stream::Error)) {
+  global_.ResetProgress(kProgressLimit);
+}
 
-Button ConsoleView::ShowMessage(const Message& message, const std::string& /*title*/) {
+Button ConsoleUser::ShowMessage(const Message& message) {
+  if (!message.detail.empty()) WriteLog(message.text + " (" + message.detail + ")");
   ClearBar();
   std::cerr << Readable(message) << '\n';
   const Button answer = Answer(message);
@@ -73,7 +79,7 @@ Button ConsoleView::ShowMessage(const Message& message, const std::string& /*tit
   return answer;
 }
 
-Button ConsoleView::Answer(const Message& message) {
+Button ConsoleUser::Answer(const Message& message) {
   const std::vector<Button> buttons = ButtonsOf(message.style);
   if (buttons.size() == 1) return buttons.front();
   Button answer = Button::Cancel;
@@ -89,10 +95,10 @@ Button ConsoleView::Answer(const Message& message) {
   std::cerr << "bxvbwiz: nobody answered; give --answer " << message.number << "=" << NamesOf(buttons)
             << '\n';
   outcome_.messages.push_back({message, Button::Cancel});
-  CancelWizard(form_);
+  CancelWizard(*this);
 }
 
-bool ConsoleView::AskOnTerminal(const Message& message, Button& answer) {
+bool ConsoleUser::AskOnTerminal(const Message& message, Button& answer) {
   if (!IsTerminal(Stream::Input)) return false;
   const std::vector<Button> buttons = ButtonsOf(message.style);
   for (;;) {
@@ -109,16 +115,38 @@ bool ConsoleView::AskOnTerminal(const Message& message, Button& answer) {
   }
 }
 
+void ConsoleUser::ShowStatus(const std::string& text) {
+  status_ = text;
+  DrawBar();
+}
+
+void ConsoleUser::ShowProgress(const std::string& text) {
+  step_ = text;
+  AdvanceProgress();
+}
+
+void ConsoleUser::AdvanceProgress() {
+  progress_ = global_.NextProgressValue();
+  DrawBar();
+}
+
+void ConsoleUser::NoteIncomplete(const std::string& text) {
+  std::vector<std::string>& known = outcome_.incomplete;
+  if (std::find(known.begin(), known.end(), text) != known.end()) return;
+  WriteLog(text);
+  known.push_back(text);
+}
+
 // Draws the step's name and a bar, when something changed.
-void ConsoleView::Refresh() {
+void ConsoleUser::DrawBar() {
   if (!showsBar_) return;
   constexpr int kWidth = 30;
-  const std::string& step = form_.lblStatus.text.empty() ? form_.lblProgress.text : form_.lblStatus.text;
+  const std::string& step = status_.empty() ? step_ : status_;
   if (step.empty()) return;
   std::string bar;
-  if (form_.pbrProgress.visible) {
+  if (progress_ > 0) {
     // The wizard's steps are few; the bar fills with them.
-    const int filled = form_.pbrProgress.value < kWidth ? form_.pbrProgress.value : kWidth;
+    const int filled = progress_ < kWidth ? progress_ : kWidth;
     bar = " [" + std::string(static_cast<std::size_t>(filled), '#') +
           std::string(static_cast<std::size_t>(kWidth - filled), '.') + "]";
   }
@@ -128,19 +156,10 @@ void ConsoleView::Refresh() {
   std::cerr << "\r\x1b[K" << lastBar_ << std::flush;
 }
 
-void ConsoleView::ClearBar() {
+void ConsoleUser::ClearBar() {
   if (barShown_) std::cerr << "\r\x1b[K" << std::flush;
   barShown_ = false;
   lastBar_.clear();
-}
-
-int ConsoleView::TextWidth(const std::string& text) const {
-  return static_cast<int>(CharacterCount(text));
-}
-
-void ConsoleView::Unload(const frmMain& /*form*/) {
-  ClearBar();
-  TakeFromForm(form_, outcome_);
 }
 
 }  // namespace bxvbwiz

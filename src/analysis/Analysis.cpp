@@ -1,0 +1,271 @@
+#include "analysis/Analysis.h"
+
+#include "support/basFile.h"
+#include "support/basLogging.h"
+#include "support/basStr.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr const char* kLoadTrees = "frmPanel3.LoadTrees";
+constexpr const char* kFileGroupsKey = "FileGroups";
+
+// Makes a folder the current directory while it lives, because project files name others relative to their
+// own folder.
+class CurrentDirectoryScope {
+ public:
+  CurrentDirectoryScope(FileSystem& files, const std::string& folder)
+      : files_(files), previous_(files.CurrentDirectory()) {
+    if (!folder.empty()) files_.ChangeDirectory(folder);
+  }
+  ~CurrentDirectoryScope() { files_.ChangeDirectory(previous_); }
+  CurrentDirectoryScope(const CurrentDirectoryScope&) = delete;
+  CurrentDirectoryScope& operator=(const CurrentDirectoryScope&) = delete;
+
+ private:
+  FileSystem& files_;
+  std::string previous_;
+};
+
+// Clears the status text at the end, however that comes.
+class StatusScope {
+ public:
+  explicit StatusScope(User& user) : user_(user) {}
+  ~StatusScope() {
+    try {
+      user_.ShowStatus("");
+    } catch (...) {
+      return;  // the next change shows it
+    }
+  }
+  StatusScope(const StatusScope&) = delete;
+  StatusScope& operator=(const StatusScope&) = delete;
+
+ private:
+  User& user_;
+};
+
+// Where the facts say that a file lies.
+std::string LocationOf(const std::string& name, const FileRecord& facts) {
+  return FixPath(facts.FileLinkPath) + GetPathFileName(name);
+}
+
+}  // namespace
+
+Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
+    : platform_(platform),
+      user_(user),
+      lists_(platform.profiles),
+      fileGroups_(
+          platform, global, [this] { return projectFile_; }, lists_),
+      files_(platform.codePage),
+      context_{platform, user, global, fileGroups_} {}
+
+Analysis::~Analysis() = default;
+
+Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsRebuild,
+                                     const Rebuild& rebuild) {
+  const CallStackEntry entry(kLoadTrees);
+  const StatusScope status(user_);
+  projectFile_ = projectFile;
+  platform_.files.FullPath(projectFile, projectFile_);
+  const CurrentDirectoryScope folder(platform_.files, GetPathFolder(projectFile_));
+
+  project_ = Reporting(kLoadTrees, [this] { return std::make_unique<CProject>(context_); });
+  project_->NeedsRebuild = needsRebuild;
+  user_.CheckCancelled();
+  if (!ReadProject()) return Result::Unreadable;
+  if (RefuseProjectKind()) return Result::WrongKind;
+  user_.CheckCancelled();
+  if (!RebuildIfNeeded(rebuild)) return Result::Unreadable;
+  FillTrees();
+  return Result::Done;
+}
+
+// Each step may have taken long.
+void Analysis::EndStep() {
+  user_.DoEvents();
+  user_.CheckCancelled();
+}
+
+DataAccessNeeds Analysis::DataAccess() const {
+  DataAccessNeeds needs;
+  if (project_ == nullptr) return needs;
+  for (const CReference& reference : project_->References()) {
+    needs.ado = needs.ado || reference.ADO;
+    needs.daoJet = needs.daoJet || reference.DAO;
+    needs.rdo = needs.rdo || reference.RDO;
+  }
+  needs.daoOdbcDirect = needs.daoJet && needs.rdo;
+  return needs;
+}
+
+// False when the file cannot be read: the user was told and may choose another.
+bool Analysis::ReadProject() {
+  return Reporting(kLoadTrees, [this] {
+    try {
+      project_->SetFileName(projectFile_);
+      return true;
+    } catch (const RuntimeError& error) {
+      if (error.Number() != kProjectReadError) throw;
+      user_.ShowStatus("");
+      user_.ShowMessage({1045, kStyleExclamation, TokenReplace(platform_.strings.Text(1045), {projectFile_}),
+                         error.what()});
+      return false;
+    }
+  });
+}
+
+// True when the project is of a kind that the wizard cannot package.
+bool Analysis::RefuseProjectKind() {
+  unsigned message = 0;
+  switch (project_->ProjectType) {
+    case 0:
+      message = 1015;
+      break;
+    case CProject::PTUserControl:
+      message = 1026;
+      break;
+    case CProject::PTActiveXDocExe:
+    case CProject::PTActiveXDocDll:
+      message = 1025;
+      break;
+    default:
+      return false;
+  }
+  user_.ShowStatus("");
+  user_.ShowMessage({message, kStyleExclamation, platform_.strings.Text(message), ""});
+  return true;
+}
+
+// False when the project cannot be read again after it was built.
+bool Analysis::RebuildIfNeeded(const Rebuild& rebuild) {
+  if (!project_->NeedsRebuild) return true;
+  const bool rebuilt = rebuild(*project_);
+  user_.CheckCancelled();
+  if (rebuilt) {
+    project_->NeedsRebuild = false;
+    if (!ReadProject()) return false;
+    if (!project_->NeedsRebuild) return true;
+    user_.ShowMessage({1028, kStyleCritical, platform_.strings.Text(1028), ""});
+    CancelWizard(user_);
+  }
+  if (user_.ShowMessage({1091, kStyleYesNo, platform_.strings.Text(1091), ""}) == Button::No)
+    CancelWizard(user_);
+  user_.NoteIncomplete("The forms, controls and references of " + projectFile_ +
+                       " were not read, because the project could not be rebuilt.");
+  return true;
+}
+
+void Analysis::FillTrees() {
+  std::string title = project_->Name;
+  if (title.empty()) title = ParsePath(projectFile_, PathPart::Title);
+  fileGroupView_.Add(kFileGroupsKey, title + " File Groups", NodeImage::Project);
+  TreeNode& root = projectView_.Add("", title, NodeImage::Project);
+  AddOutputFile();
+
+  TreeNode& forms = projectView_.Add(root, "Forms", "Forms", NodeImage::Heading);
+  for (CForm& form : project_->Forms()) {
+    TreeNode& node = projectView_.Add(forms, "", form.Name(), NodeImage::Form);
+    for (CObject& control : form.Objects()) AddControl(node, control);
+    EndStep();
+  }
+  TreeNode& objects = projectView_.Add(root, "Objects", "Objects", NodeImage::Heading);
+  for (CObject& control : project_->Objects()) {
+    AddControl(objects, control);
+    EndStep();
+  }
+  TreeNode& references = projectView_.Add(root, "References", "References", NodeImage::Heading);
+  for (CReference& reference : project_->References()) {
+    if (reference.Include) AddReference(references, reference);
+    EndStep();
+  }
+  FillFileGroupView();
+}
+
+void Analysis::AddOutputFile() {
+  const std::string output = project_->OutputPath();
+  FileRecord facts;
+  fileGroups_.GetFileGroupInfo("$(APPPATH)", output, "", nullptr, facts);
+  AddFile(output, facts);
+}
+
+void Analysis::AddControl(TreeNode& parent, CObject& control) {
+  TreeNode& node =
+      projectView_.Add(parent, "", GetPathFileName(control.Name),
+                       control.Include && control.LinkResolves ? NodeImage::Control : NodeImage::MissingFile);
+  if (!control.Include) return;
+  AddFile(control.Name, control);
+  AddDependencies(node, control.Dependencies());
+}
+
+void Analysis::AddReference(TreeNode& parent, CReference& reference) {
+  TreeNode& node = projectView_.Add(parent, reference.Key, reference.Name,
+                                    reference.LinkResolves ? NodeImage::TypeLibrary : NodeImage::MissingFile);
+  AddFile(reference.Name, reference);
+  AddDependencies(node, reference.Dependencies());
+}
+
+void Analysis::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
+  for (CDependency& dependency : dependencies) {
+    projectView_.Add(owner, "", GetPathFileName(dependency.Name),
+                     dependency.LinkResolves ? NodeImage::File : NodeImage::MissingFile);
+    AddFile(dependency.Name, dependency);
+  }
+}
+
+// Enters a file once per key into the collection. Another file whose key is taken cannot be installed beside
+// the first one, so the user is told that it was left out; but one that was found takes the place of one that
+// was not.
+void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
+  const std::string location = LocationOf(name, facts);
+  // One file may be named in several spellings, which have keys of their own; it is installed once.
+  const std::string place = UpperCase(location);
+  if (facts.LinkResolves && locations_.count(place) != 0) return;
+  std::shared_ptr<CFile> file = files_.FindItem(files_.KeyOf(name));
+  if (file == nullptr) {
+    file = files_.Add(name);
+  } else {
+    const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
+    // A copy that was not found is no other file: the one that is there serves.
+    if (isSameName && !facts.LinkResolves) return;
+    const std::string taken = LocationOf(file->FileName, *file);
+    if (EqualsIgnoreCase(location, taken)) return;
+    if (!isSameName || file->LinkResolves) {
+      leftOut_.emplace_back(
+          place, "The file " + location + " was left out, because " + taken + " has the same key.");
+      return;
+    }
+    file->FileName = name;
+  }
+  if (facts.LinkResolves) locations_.insert(place);
+  fileGroups_.GetFileGroupInfo("", name, "", &facts, *file);
+}
+
+// Shows every file of the collection under its group.
+void Analysis::FillFileGroupView() {
+  // Another spelling of the name may have had a free key after all.
+  for (const auto& [place, text] : leftOut_) {
+    if (locations_.count(place) == 0) user_.NoteIncomplete(text);
+  }
+  for (const CFile& file : files_) {
+    if (!file.LinkResolves)
+      user_.NoteIncomplete("The file " + file.FileName + " was not found on this computer.");
+    TreeAdd(file);
+  }
+}
+
+void Analysis::TreeAdd(const CFile& file) {
+  if (fileGroupView_.Find(file.Key) != nullptr) return;
+  // The backslash keeps the keys of groups apart from those of files, which are alphanumeric.
+  const std::string groupKey = std::string(kFileGroupsKey) + "\\" + file.FileGroup;
+  TreeNode* group = fileGroupView_.Find(groupKey);
+  if (group == nullptr) {
+    group = &fileGroupView_.Add(*fileGroupView_.Find(kFileGroupsKey), groupKey, file.FileGroup,
+                                NodeImage::FileGroup);
+  }
+  fileGroupView_.Add(*group, file.Key, GetPathFileName(file.FileName),
+                     file.LinkResolves ? NodeImage::File : NodeImage::MissingFile);
+}
+
+}  // namespace bxvbwiz

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "analysis/Tree.h"
+#include "project/AnalysisContext.h"
+#include "project/CFiles.h"
+#include "project/CProject.h"
+#include "setupgen/CFileGroups.h"
+#include "setupgen/SetupAnswers.h"
+
+namespace bxvbwiz {
+
+// One analysis of a project and its result: the project, the file records of all that a setup installs, the
+// trees that show them, and the data access that the project needs. What the result consists of fills while
+// the analysis runs, so that one that ends early shows how far it came.
+class Analysis {
+ public:
+  enum class Result {
+    Done,
+    Unreadable,  // the project file; the user was told
+    WrongKind,   // the project is of a kind that cannot be packaged; the user was told
+  };
+  // Compiles the project; false when that failed.
+  using Rebuild = std::function<bool(const CProject&)>;
+
+  // All of them must outlive the analysis.
+  Analysis(Platform& platform, User& user, basGlobal& global);
+  ~Analysis();
+  Analysis(const Analysis&) = delete;
+  Analysis& operator=(const Analysis&) = delete;
+
+  // Reads the project, has it rebuilt when `needsRebuild` or when its output is missing, and decides what is
+  // installed. To be called once. May end the wizard.
+  Result LoadTrees(const std::string& projectFile, bool needsRebuild, const Rebuild& rebuild);
+
+  // Null before the project was created.
+  const CProject* Project() const { return project_.get(); }
+  const CFiles& Files() const { return files_; }
+  const Tree& ProjectView() const { return projectView_; }
+  const Tree& FileGroupView() const { return fileGroupView_; }
+  // By the project's references; nothing before there is a project.
+  DataAccessNeeds DataAccess() const;
+  // The builder that decided the files' facts, and the numbered lists that it keeps of a setup project.
+  CFileGroups& FileGroups() { return fileGroups_; }
+  NumberedKeys& Lists() { return lists_; }
+
+ private:
+  bool ReadProject();
+  bool RefuseProjectKind();
+  bool RebuildIfNeeded(const Rebuild& rebuild);
+  void FillTrees();
+  void AddOutputFile();
+  void AddControl(TreeNode& parent, CObject& control);
+  void AddReference(TreeNode& parent, CReference& reference);
+  void AddDependencies(TreeNode& owner, CDependencies& dependencies);
+  void AddFile(const std::string& name, const FileRecord& facts);
+  void FillFileGroupView();
+  void TreeAdd(const CFile& file);
+  void EndStep();
+
+  Platform& platform_;
+  User& user_;
+  std::string projectFile_;  // full path
+  NumberedKeys lists_;
+  CFileGroups fileGroups_;
+  CFiles files_;
+  std::unordered_set<std::string> locations_;  // of the files that were found, in upper case
+  // Locations of files whose key is another's, and what is to be said of them.
+  std::vector<std::pair<std::string, std::string>> leftOut_;
+  AnalysisContext context_;
+  std::unique_ptr<CProject> project_;
+  Tree projectView_;
+  Tree fileGroupView_;
+};
+
+}  // namespace bxvbwiz

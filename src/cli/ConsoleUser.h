@@ -1,0 +1,47 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "cli/Options.h"
+#include "cli/Outcome.h"
+#include "project/basGlobal.h"
+
+namespace bxvbwiz {
+
+// The user at a console: messages go to standard error, questions are answered by the options or asked on the
+// terminal, and progress is a bar on a terminal.
+class ConsoleUser : public User {
+ public:
+  // `outcome` receives the messages and their answers, and what the wizard leaves for its host.
+  ConsoleUser(basGlobal& global, const Options& options, Outcome& outcome);
+
+  Button ShowMessage(const Message& message) override;
+  void ShowStatus(const std::string& text) override;
+  void ShowProgress(const std::string& text) override;
+  void AdvanceProgress() override;
+  void SetReturnCode(std::int16_t code) override { outcome_.returnCode = code; }
+  void SetProjectFile(const std::string& path) override { outcome_.projectFile = path; }
+  void NoteIncomplete(const std::string& text) override;
+
+  // Takes the progress bar off the terminal.
+  void ClearBar();
+
+ private:
+  Button Answer(const Message& message);
+  bool AskOnTerminal(const Message& message, Button& answer);
+  void DrawBar();
+
+  basGlobal& global_;
+  const Options& options_;
+  Outcome& outcome_;
+  bool showsBar_;
+  bool barShown_ = false;
+  std::string status_;
+  std::string step_;
+  int progress_ = 0;
+  std::string lastBar_;
+  std::map<std::string, int> retries_;  // by the question's text
+};
+
+}  // namespace bxvbwiz

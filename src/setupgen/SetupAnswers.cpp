@@ -1,0 +1,107 @@
+#include "setupgen/SetupAnswers.h"
+
+#include <algorithm>
+#include <array>
+
+#include "support/basLogging.h"
+#include "support/basStr.h"
+#include "text/Text.h"
+
+namespace bxvbwiz {
+namespace {
+
+constexpr unsigned kInitialApplicationName = 1014;
+constexpr unsigned kInitialApplicationType = 1035;
+constexpr unsigned kInitialCompanyName = 1043;
+constexpr unsigned kInitialVersion = 1044;
+constexpr unsigned kIllegalApplicationName = 1050;
+constexpr unsigned kIllegalCompanyName = 1051;
+
+bool HasControlCharacter(const std::string& text) {
+  return std::any_of(text.begin(), text.end(), [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x20 || byte == 0x7F;
+  });
+}
+
+bool HasIllegalCharacter(const std::string& text) {
+  return ContainsAnyChar(text, kIllegalCharacters) || HasControlCharacter(text);
+}
+
+// Names that mean a device in every folder, with any extension.
+bool IsReservedBySystem(const std::string& name) {
+  static constexpr std::array<const char*, 7> kDevices = {"CON",    "PRN",     "AUX",   "NUL",
+                                                          "CONIN$", "CONOUT$", "CLOCK$"};
+  std::string stem = UpperCase(name.substr(0, name.find('.')));
+  stem.erase(stem.find_last_not_of(' ') + 1);
+  if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) return true;
+  return stem.size() == 4 && (StartsWith(stem, "COM") || StartsWith(stem, "LPT")) && stem[3] >= '1' &&
+         stem[3] <= '9';
+}
+
+// A project's name as an application name: each illegal character becomes a blank.
+std::string CleanApplicationName(const std::string& name) {
+  std::string clean = name;
+  for (char& c : clean) {
+    if (HasIllegalCharacter(std::string(1, c))) c = ' ';
+  }
+  clean.erase(clean.find_last_not_of(' ') + 1);
+  return clean;
+}
+
+// What the code page cannot hold would be written as "?".
+bool FitsCodePage(const CodePage& codePage, const std::string& text) {
+  return codePage.Decode(codePage.Encode(text)) == text;
+}
+
+}  // namespace
+
+SetupAnswers InitialAnswers(const StringTable& strings) {
+  SetupAnswers answers;
+  answers.applicationName = strings.Text(kInitialApplicationName);
+  answers.companyName = strings.Text(kInitialCompanyName);
+  answers.applicationType = strings.Text(kInitialApplicationType);
+  answers.applicationVersion = strings.Text(kInitialVersion);
+  return answers;
+}
+
+SetupAnswers ProposedAnswers(const StringTable& strings, const CProject& project,
+                             const std::string& appName) {
+  SetupAnswers answers = InitialAnswers(strings);
+  const std::string name = CleanApplicationName(appName.empty() ? project.Name : appName);
+  if (!name.empty()) answers.applicationName = name;
+  if (!project.VersionCompanyName.empty()) answers.companyName = project.VersionCompanyName;
+  std::string version;
+  for (const std::string& part : {project.MajorVer, project.MinorVer, project.RevisionVer}) {
+    if (part.empty()) continue;
+    if (!version.empty()) version += '.';
+    version += part;
+  }
+  if (!version.empty()) answers.applicationVersion = version;
+  answers.exeName = project.ExeName;
+  return answers;
+}
+
+std::optional<unsigned> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
+                                       const SetupAnswers& proposed) {
+  const std::string& name = answers.applicationName;
+  const bool nameGiven = name != proposed.applicationName;
+  if (IsReservedBySystem(name) || !FitsCodePage(codePage, name) ||
+      (nameGiven && (HasIllegalCharacter(name) || EndsWith(name, " ")))) {
+    return kIllegalApplicationName;
+  }
+  const std::string& company = answers.companyName;
+  if (!FitsCodePage(codePage, company) || (company != proposed.companyName && HasIllegalCharacter(company))) {
+    return kIllegalCompanyName;
+  }
+  return std::nullopt;
+}
+
+void NoteUnwritableAnswers(const CodePage& codePage, const SetupAnswers& answers) {
+  for (const std::string* text : {&answers.applicationType, &answers.applicationVersion}) {
+    if (FitsCodePage(codePage, *text)) continue;
+    TellFailure("The text " + *text + " cannot be written whole in the machine's code page.");
+  }
+}
+
+}  // namespace bxvbwiz

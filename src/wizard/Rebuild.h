@@ -1,0 +1,12 @@
+#pragma once
+
+#include "project/CProject.h"
+#include "wizard/WizardCore.h"
+
+namespace bxvbwiz {
+
+// Compiles the project with the Visual Basic command line. False when that failed; the user was told, unless
+// no Visual Basic is registered.
+bool RebuildProject(WizardCore& core, User& user, const CProject& project);
+
+}  // namespace bxvbwiz
