@@ -31,7 +31,6 @@ class SilentUser : public User {
   void DoEvents() override {}
   void SetReturnCode(std::int16_t) override {}
   void WizardHasEnded() override {}
-  void NoteIncomplete(const std::string&) override {}
 };
 
 template <class Work>

@@ -86,8 +86,8 @@ Button ConsoleView::Answer(const Message& message) {
   }
   if (options_.yesNo.has_value() && buttons.front() == Button::Yes) return *options_.yesNo;
   if (AskOnTerminal(message, answer)) return answer;
-  std::cerr << "bxvbwiz: nobody answered; give --answer " << message.number << "=" << NamesOf(buttons)
-            << '\n';
+  std::cerr << "bxvbwiz: nobody answered; give --answer " << NumberOf(message.number) << "="
+            << NamesOf(buttons) << '\n';
   outcome_.messages.push_back({message, Button::Cancel});
   CancelWizard(form_);
 }

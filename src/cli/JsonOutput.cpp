@@ -51,7 +51,7 @@ Json FilesJson(const std::vector<FileFacts>& files) {
 Json MessagesJson(const std::vector<ShownMessage>& messages) {
   Json array = Json::array();
   for (const ShownMessage& shown : messages) {
-    array.push_back({{"string", shown.message.number},
+    array.push_back({{"string", NumberOf(shown.message.number)},
                      {"style", shown.message.style},
                      {"text", shown.message.text},
                      {"answer", NameOfButton(shown.answer)}});

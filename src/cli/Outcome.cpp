@@ -59,7 +59,7 @@ void TakeResults(frmMain& form, Outcome& outcome) {
 
 void TakeFromForm(frmMain& form, Outcome& outcome) {
   TakeResults(form, outcome);
-  outcome.incomplete = form.Incomplete();  // last: the results ask the machine, which may fail
+  outcome.incomplete = form.Found().Texts();  // last: the results ask the machine, which may fail
 }
 
 }  // namespace bxvbwiz

@@ -16,13 +16,11 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr unsigned kIllegalCompanyName = 1051;  // as the project-information page refuses it
-
 // Adds the files below a folder, folders after their files.
-void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix, Outcome& outcome) {
+void ListFiles(Platform& platform, const std::string& folder, const std::string& prefix, Outcome& outcome) {
   std::vector<FoundFile> found;
-  if (files.Find(folder + "*.*", found) != SystemError::Success) {
-    outcome.incomplete.push_back("The files that were written to " + folder + " could not be listed.");
+  if (platform.files.Find(folder + "*.*", found) != SystemError::Success) {
+    outcome.incomplete.push_back(TextOf(platform.strings, {FindingId::WrittenFilesNotListed, {folder}}));
   }
   std::vector<std::string> folders;
   for (const FoundFile& file : found) {
@@ -34,7 +32,7 @@ void ListFiles(FileSystem& files, const std::string& folder, const std::string& 
     }
   }
   for (const std::string& name : folders)
-    ListFiles(files, folder + name + "\\", prefix + name + "\\", outcome);
+    ListFiles(platform, folder + name + "\\", prefix + name + "\\", outcome);
 }
 
 // One run of the wizard without a window: presses the buttons that a user would.
@@ -56,7 +54,7 @@ class Run {
     }
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
     if (!outcome_.setupFolder.empty()) {
-      ListFiles(computer_.platform().files, outcome_.setupFolder, "", outcome_);
+      ListFiles(computer_.platform(), outcome_.setupFolder, "", outcome_);
     }
     return code;
   }
@@ -124,8 +122,8 @@ class Run {
   // The page stays. A name that was given is wrong usage, and the page has said so; one that the project has
   // is not the user's fault.
   int Refused() {
-    const unsigned message = outcome_.messages.empty() ? 0 : outcome_.messages.back().message.number;
-    const bool isCompany = message == kIllegalCompanyName;
+    const TextId message = outcome_.messages.empty() ? TextId{} : outcome_.messages.back().message.number;
+    const bool isCompany = message == TextId::IllegalCompanyName;
     if ((isCompany ? options_.company : options_.appName).has_value()) return Stay(kExitUsage);
     std::cerr << "bxvbwiz: give another name with " << (isCompany ? "--company" : "--app-name") << '\n';
     return Stay(kExitNotFinished);

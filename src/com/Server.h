@@ -22,7 +22,6 @@ class UserWithoutForm : public User {
   void DoEvents() override {}
   void SetReturnCode(std::int16_t) override {}
   void WizardHasEnded() override {}
-  void NoteIncomplete(const std::string& text) override { WriteLog(text); }
 
   void BeginCall();
   const std::string& LastMessage() const { return lastMessage_; }

@@ -12,12 +12,13 @@ namespace {
 // Number, frame, title and default button belong together.
 struct PanelRow {
   Frame frmMain::*frame;
-  unsigned title;
+  TextId title;
 };
 
 constexpr PanelRow kPanels[] = {
-    {&frmMain::fraPanel1, 1001}, {&frmMain::fraPanel2, 1029}, {&frmMain::fraPanel3, 1009},
-    {&frmMain::fraPanel4, 1080}, {&frmMain::fraReport, 1023},
+    {&frmMain::fraPanel1, TextId::WelcomeTitle}, {&frmMain::fraPanel2, TextId::ProjectInformationTitle},
+    {&frmMain::fraPanel3, TextId::SummaryTitle}, {&frmMain::fraPanel4, TextId::DataAccessTitle},
+    {&frmMain::fraReport, TextId::ReportTitle},
 };
 constexpr std::int16_t kPanelCount = static_cast<std::int16_t>(std::size(kPanels));
 
@@ -28,7 +29,12 @@ bool IsPanel(std::int16_t panel) {
 }  // namespace
 
 frmMain::frmMain(Session& session, basGlobal& global, Platform& platform, FormOwner& owner)
-    : session_(session), global_(global), platform_(platform), owner_(owner), lists_(platform.profiles) {}
+    : session_(session),
+      global_(global),
+      platform_(platform),
+      owner_(owner),
+      findings_(platform.strings),
+      lists_(platform.profiles) {}
 
 frmMain::~frmMain() = default;
 
@@ -57,8 +63,8 @@ void frmMain::HidePanel(std::int16_t panel) {
   view_->Refresh();
 }
 
-void frmMain::ShowProgress(unsigned stringNumber) {
-  lblProgress.text = platform_.strings.Text(stringNumber);
+void frmMain::ShowProgress(TextId step) {
+  lblProgress.text = platform_.strings.Text(step);
   AdvanceProgress();
 }
 
@@ -154,7 +160,7 @@ void frmMain::cmdBrowse_Click() {
   Handle([this] {
     const CallStackEntry entry("frmMain!cmdBrowse_Click");
     const std::string chosen = Reporting("frmMain!cmdBrowse_Click", [this] {
-      return view_->BrowseForFile(platform_.strings.Text(1003), "*.vbp");
+      return view_->BrowseForFile(platform_.strings.Text(TextId::VisualBasicProjectFile), "*.vbp");
     });
     if (chosen.empty()) return;
     txtVBPname.text = chosen;
@@ -195,7 +201,7 @@ void frmMain::optProjectView_Click() {
 
 Button frmMain::ShowMessage(const Message& message) {
   if (!message.detail.empty()) WriteLog(message.text + " (" + message.detail + ")");
-  return view_->ShowMessage(message, platform_.strings.Text(1016));
+  return view_->ShowMessage(message, platform_.strings.Text(TextId::WizardTitle));
 }
 
 void frmMain::ShowStatus(const std::string& text) {
@@ -225,12 +231,6 @@ void frmMain::WizardHasEnded() {
   if (ended_) return;
   ended_ = true;
   owner_.WizardEnding();
-}
-
-void frmMain::NoteIncomplete(const std::string& text) {
-  if (std::find(incomplete_.begin(), incomplete_.end(), text) != incomplete_.end()) return;
-  WriteLog(text);
-  incomplete_.push_back(text);
 }
 
 SetupAnswers frmMain::Answers() {

@@ -13,6 +13,7 @@
 #include "setupgen/Patches.h"
 #include "setupgen/Report.h"
 #include "support/basLogging.h"
+#include "support/Findings.h"
 #include "ui/Controls.h"
 #include "ui/FormPartners.h"
 
@@ -134,11 +135,11 @@ class frmMain : public User {
   std::vector<std::string> scriptDefinedVariables;
   std::string report;       // the text of Report.txt, without the printout
   bool generating = false;  // from Finish until the report page is shown
-  void ShowProgress(unsigned stringNumber);
+  void ShowProgress(TextId step);
   // Ends the wizard when the user cancelled while the last step ran.
   void CheckCancelled();
 
-  const std::vector<std::string>& Incomplete() const { return incomplete_; }
+  Findings& Found() { return findings_; }
   bool Ended() const { return ended_; }
 
   // The user.
@@ -149,14 +150,13 @@ class frmMain : public User {
   void DoEvents() override;
   void SetReturnCode(std::int16_t code) override;
   void WizardHasEnded() override;
-  void NoteIncomplete(const std::string& text) override;
 
  private:
   void Handle(const std::function<void()>& handler);
   void Attempt(const std::function<void()>& handler);
   void Cancel();
   void LoadTexts();
-  void RefuseCharacter(char32_t& character, unsigned message, TextBox& box);
+  void RefuseCharacter(char32_t& character, TextId message, TextBox& box);
   void UpdateInformationNext();
   bool FitsCodePage(const std::string& text) const;
   std::string CleanApplicationName(const std::string& name) const;
@@ -184,14 +184,14 @@ class frmMain : public User {
   std::string fileName_;  // full path of the project that is analysed
   std::string proposedApplicationName_;
   std::string proposedCompanyName_;
-  std::vector<std::string> incomplete_;
+  Findings findings_;
 
   NumberedKeys lists_;
   std::unique_ptr<CFileGroups> fileGroups_;
   std::unique_ptr<CFiles> files_;
   std::unordered_set<std::string> locations_;  // of the collection's files that were found, in upper case
   // Locations of files whose key is another's, and what is to be said of them.
-  std::vector<std::pair<std::string, std::string>> leftOut_;
+  std::vector<std::pair<std::string, Finding>> leftOut_;
   std::unique_ptr<AnalysisContext> context_;
   std::unique_ptr<CProject> project_;  // destroyed before its context
 };

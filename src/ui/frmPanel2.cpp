@@ -10,15 +10,13 @@ namespace bxvbwiz {
 
 namespace {
 
-constexpr unsigned kInitialApplicationName = 1014;
-constexpr unsigned kInitialCompanyName = 1043;
-constexpr unsigned kInitialVersion = 1044;
-constexpr unsigned kIllegalApplicationName = 1050;
-constexpr unsigned kIllegalCompanyName = 1051;
-
-// The texts that the application-type box offers.
-constexpr unsigned kFirstApplicationType = 1055;
-constexpr unsigned kLastApplicationType = 1060;
+// What the application-type box offers.
+constexpr TextId kApplicationTypes[] = {TextId::ChoiceGenericApplication,
+                                        TextId::ChoiceDatabaseApplication,
+                                        TextId::ChoiceFinanceApplication,
+                                        TextId::ChoiceInternetApplication,
+                                        TextId::ChoiceSoftwareDevelopmentApplication,
+                                        TextId::ChoiceStatisticalApplication};
 
 bool HasControlCharacter(const std::string& text) {
   return std::any_of(text.begin(), text.end(), [](char c) {
@@ -74,9 +72,9 @@ void frmMain::InitPanel(std::int16_t panel) {
   if (panel != kPanelInformation || project_ == nullptr) return;
 
   // What an earlier project or the user left there is no proposal.
-  txtApplicationName.text = platform_.strings.Text(kInitialApplicationName);
-  txtCompanyName.text = platform_.strings.Text(kInitialCompanyName);
-  txtApplicationVersion.text = platform_.strings.Text(kInitialVersion);
+  txtApplicationName.text = platform_.strings.Text(TextId::YourApplicationName);
+  txtCompanyName.text = platform_.strings.Text(TextId::YourCompany);
+  txtApplicationVersion.text = platform_.strings.Text(TextId::FirstVersion);
   const std::string host = App == nullptr ? "" : App->ProposedAppName();
   const std::string name = CleanApplicationName(host.empty() ? project_->Name : host);
   if (!name.empty()) txtApplicationName.text = name;
@@ -92,9 +90,8 @@ void frmMain::InitPanel(std::int16_t panel) {
   proposedCompanyName_ = txtCompanyName.text;
 
   cboApplicationType.items.clear();
-  for (unsigned number = kFirstApplicationType; number <= kLastApplicationType; ++number) {
-    cboApplicationType.items.push_back(platform_.strings.Text(number));
-  }
+  for (const TextId type : kApplicationTypes)
+    cboApplicationType.items.push_back(platform_.strings.Text(type));
   const std::string output = project_->OutputPath();
   lblExeName.text = CompactPathForLabel(ExeLabel(*view_), output);
   lblExeName.toolTip = output;
@@ -128,7 +125,7 @@ void frmMain::txtApplicationVersion_Change() {
   });
 }
 
-void frmMain::RefuseCharacter(char32_t& character, unsigned message, TextBox& box) {
+void frmMain::RefuseCharacter(char32_t& character, TextId message, TextBox& box) {
   std::string typed;
   AppendUtf8(typed, character);
   if (!ContainsAnyChar(typed, kIllegalCharacters)) return;
@@ -139,11 +136,11 @@ void frmMain::RefuseCharacter(char32_t& character, unsigned message, TextBox& bo
 }
 
 void frmMain::txtApplicationName_KeyPress(char32_t& character) {
-  Handle([&] { RefuseCharacter(character, kIllegalApplicationName, txtApplicationName); });
+  Handle([&] { RefuseCharacter(character, TextId::IllegalApplicationName, txtApplicationName); });
 }
 
 void frmMain::txtCompanyName_KeyPress(char32_t& character) {
-  Handle([&] { RefuseCharacter(character, kIllegalCompanyName, txtCompanyName); });
+  Handle([&] { RefuseCharacter(character, TextId::IllegalCompanyName, txtCompanyName); });
 }
 
 // What the code page cannot hold would be written as "?".
@@ -154,9 +151,7 @@ bool frmMain::FitsCodePage(const std::string& text) const {
 void frmMain::NoteUnwritableAnswers() {
   for (const Control* box : {static_cast<const Control*>(&cboApplicationType),
                              static_cast<const Control*>(&txtApplicationVersion)}) {
-    if (!FitsCodePage(box->text)) {
-      NoteIncomplete("The text " + box->text + " cannot be written whole in the machine's code page.");
-    }
+    if (!FitsCodePage(box->text)) AddFinding(FindingId::TextNotInCodePage, {box->text});
   }
 }
 
@@ -166,7 +161,7 @@ void frmMain::NoteUnwritableAnswers() {
 bool frmMain::NamesAreLegal() {
   const std::string& name = txtApplicationName.text;
   const bool nameGiven = name != proposedApplicationName_;
-  const auto refuse = [this](unsigned message, TextBox& box) {
+  const auto refuse = [this](TextId message, TextBox& box) {
     ShowMessage({message, kStyleExclamation, platform_.strings.Text(message), ""});
     focus = &box;
     view_->Refresh();
@@ -174,11 +169,11 @@ bool frmMain::NamesAreLegal() {
   };
   if (IsReservedBySystem(name) || !FitsCodePage(name) ||
       (nameGiven && (HasIllegalCharacter(name) || EndsWith(name, " ")))) {
-    return refuse(kIllegalApplicationName, txtApplicationName);
+    return refuse(TextId::IllegalApplicationName, txtApplicationName);
   }
   if (!FitsCodePage(txtCompanyName.text) ||
       (txtCompanyName.text != proposedCompanyName_ && HasIllegalCharacter(txtCompanyName.text))) {
-    return refuse(kIllegalCompanyName, txtCompanyName);
+    return refuse(TextId::IllegalCompanyName, txtCompanyName);
   }
   return true;
 }

@@ -64,7 +64,7 @@ bool frmMain::LoadTrees(const std::string& projectFile) {
   project_.reset();
   context_.reset();
   lists_.Forget();
-  incomplete_.clear();
+  findings_.Clear();
   setupProjectName.clear();
   fileGroups_ = std::make_unique<CFileGroups>(
       platform_, global_, [path] { return path; }, lists_);
@@ -93,8 +93,9 @@ bool frmMain::ReadProject() {
     } catch (const RuntimeError& error) {
       if (error.Number() != kProjectReadError) throw;
       ShowStatus("");
-      ShowMessage(
-          {1045, kStyleExclamation, TokenReplace(platform_.strings.Text(1045), {fileName_}), error.what()});
+      ShowMessage({TextId::ProjectFileMissing, kStyleExclamation,
+                   TokenReplace(platform_.strings.Text(TextId::ProjectFileMissing), {fileName_}),
+                   error.what()});
       return false;
     }
   });
@@ -102,17 +103,17 @@ bool frmMain::ReadProject() {
 
 // True when the project is of a kind that the wizard cannot package.
 bool frmMain::RefuseProjectKind() {
-  unsigned message = 0;
+  TextId message{};
   switch (project_->ProjectType) {
     case 0:
-      message = 1015;
+      message = TextId::NoVisualBasicProject;
       break;
     case CProject::PTUserControl:
-      message = 1026;
+      message = TextId::UserControlProject;
       break;
     case CProject::PTActiveXDocExe:
     case CProject::PTActiveXDocDll:
-      message = 1025;
+      message = TextId::ActiveXDocumentProject;
       break;
     default:
       return false;
@@ -131,12 +132,13 @@ bool frmMain::RebuildIfNeeded() {
     project_->NeedsRebuild = false;
     if (!ReadProject()) return false;
     if (!project_->NeedsRebuild) return true;
-    ShowMessage({1028, kStyleCritical, platform_.strings.Text(1028), ""});
+    ShowMessage({TextId::RebuildFailed, kStyleCritical, platform_.strings.Text(TextId::RebuildFailed), ""});
     CancelWizard(*this);
   }
-  if (ShowMessage({1091, kStyleYesNo, platform_.strings.Text(1091), ""}) == Button::No) CancelWizard(*this);
-  NoteIncomplete("The forms, controls and references of " + fileName_ +
-                 " were not read, because the project could not be rebuilt.");
+  const TextId question = TextId::ContinueWithoutRebuild;
+  if (ShowMessage({question, kStyleYesNo, platform_.strings.Text(question), ""}) == Button::No)
+    CancelWizard(*this);
+  AddFinding(FindingId::ProjectNotRebuilt, {fileName_});
   return true;
 }
 
@@ -221,8 +223,7 @@ void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
     const std::string taken = LocationOf(file->FileName, *file);
     if (EqualsIgnoreCase(location, taken)) return;
     if (!isSameName || file->LinkResolves) {
-      leftOut_.emplace_back(
-          place, "The file " + location + " was left out, because " + taken + " has the same key.");
+      leftOut_.emplace_back(place, Finding{FindingId::FileLeftOut, {location, taken}});
       return;
     }
     file->FileName = name;
@@ -234,11 +235,11 @@ void frmMain::AddFile(const std::string& name, const FileRecord& facts) {
 // Shows every file of the collection under its group.
 void frmMain::FillFileView() {
   // Another spelling of the name may have had a free key after all.
-  for (const auto& [place, text] : leftOut_) {
-    if (locations_.count(place) == 0) NoteIncomplete(text);
+  for (const auto& [place, finding] : leftOut_) {
+    if (locations_.count(place) == 0) findings_.Add(finding);
   }
   for (const CFile& file : *files_) {
-    if (!file.LinkResolves) NoteIncomplete("The file " + file.FileName + " was not found on this computer.");
+    if (!file.LinkResolves) AddFinding(FindingId::FileMissing, {file.FileName});
     TreeAdd(file);
   }
 }

@@ -67,11 +67,12 @@ void Component::ShowForm() {
 
 void Component::SetUserWithoutForm(User* user) {
   userWithoutForm_ = user;
-  if (form_ == nullptr) SetUser(user);
+  if (form_ == nullptr) SetUser(user, nullptr);
 }
 
-void Component::SetUser(User* user) {
+void Component::SetUser(User* user, Findings* findings) {
   session_.user = global_.user = user;
+  session_.findings = findings;
 }
 
 frmMain& Component::LoadForm(AutomationObject& app) {
@@ -81,7 +82,7 @@ frmMain& Component::LoadForm(AutomationObject& app) {
       driver_ = std::make_unique<PageDriver>(*this, *form_);
       view_ = viewFactory_(*form_);
       form_->Attach(*view_, *driver_);
-      SetUser(form_.get());
+      SetUser(form_.get(), &form_->Found());
       form_->App = &app;
       form_->Form_Load();
     } catch (...) {
@@ -112,7 +113,7 @@ void Component::UnloadEndedForm() {
 void Component::UnloadForm() {
   // While there is somebody to be told that the results cannot be written.
   if (session_.startMode() == StartMode::StandAlone) gApplication.reset();
-  SetUser(userWithoutForm_);
+  SetUser(userWithoutForm_, nullptr);
   form_.reset();
   driver_.reset();
   view_.reset();

@@ -59,7 +59,7 @@ class Component : public FormOwner {
   std::shared_ptr<Application> gApplication;
 
  private:
-  void SetUser(User* user);
+  void SetUser(User* user, Findings* findings);
 
   CheckedRegistry registry_;
   CheckedFacts facts_;

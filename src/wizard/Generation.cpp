@@ -12,18 +12,14 @@ namespace {
 
 constexpr const char* kRoutine = "cmdNext_Click";
 
-constexpr unsigned kCreatingInstallation = 1017;
-constexpr unsigned kCopyingFiles = 1018;
-constexpr unsigned kUpdatingFiles = 1020;
-
 }  // namespace
 
 void Generation::Run() {
   DetectDataAccess();
-  form_.ShowProgress(kCreatingInstallation);
+  form_.ShowProgress(TextId::CreatingInstallation);
   MakeSetupFolder();
   CopyTemplate();
-  form_.ShowProgress(kUpdatingFiles);
+  form_.ShowProgress(TextId::UpdatingFiles);
   RenameAndPatchProjectFile();
   MakeFileGroups();
   ShowReport();
@@ -61,7 +57,7 @@ void Generation::CopyTemplate() {
     if (found.empty()) throw RuntimeError(kErrorFileNotFound, "File not found: " + templateFolder_ + "*.bxp");
     return found;
   });
-  form_.ShowProgress(kCopyingFiles);
+  form_.ShowProgress(TextId::CopyingFiles);
   std::string target = form_.setupFolder;
   CopyFileTree(platform_.files, form_, templateFolder_, target);
 }
@@ -86,7 +82,7 @@ void Generation::MakeFileGroups() {
   global_.AddVBRuntimeObject(form_.setupFolder);
   FindScriptDefinedVariables(platform_, form_.setupFolder, after);
   form_.scriptDefinedVariables = ScriptDefinedVariableNames(before, after);
-  form_.ShowProgress(kUpdatingFiles);
+  form_.ShowProgress(TextId::UpdatingFiles);
   PatchShl(platform_, form_.Answers(), form_.setupFolder);
   platform_.profiles.Flush();
   form_.AdvanceProgress();
@@ -96,7 +92,7 @@ void Generation::CreateFileGroups() {
   for (const CFile& file : form_.Files()) {
     form_.DoEvents();
     if (form_.FileGroups().CreateFileGroup(form_.setupFolder, file)) continue;
-    form_.NoteIncomplete("The file " + file.FileName + " could not be entered into its file group.");
+    AddFinding(FindingId::FileNotInGroup, {file.FileName});
   }
   // The runtime component is entered by a routine that reads the lists itself.
   form_.Lists().Forget();
@@ -106,7 +102,7 @@ void Generation::ShowReport() {
   const DataAccessNeeds needs{form_.chkDAOJet.checked, form_.chkDAOODBCDirect.checked, form_.chkRDO.checked,
                               form_.chkADO.checked};
   form_.report = AssembleReport(platform_.strings, needs, form_.scriptDefinedVariables);
-  form_.txtReport.text = LeftToDo(platform_.strings, form_.Incomplete()) + form_.report;
+  form_.txtReport.text = LeftToDo(platform_.strings, form_.Found().Texts()) + form_.report;
   form_.ShowPanel(kPanelReport);
   form_.HidePanel(kPanelSummary);
   Reporting(kRoutine, [this] {

@@ -28,10 +28,10 @@ class PageDriver : public WizardFlow {
 };
 
 // The folder under which Borvex keeps its setup projects, with a trailing backslash. A missing product key
-// shows message 1047 and ends the wizard; a missing value raises error 91.
+// is shown and ends the wizard; a missing value raises error 91.
 std::string DataFolder(Platform& platform, User& user);
 
-// A text value of a product key. A missing key shows message 1047 and ends the wizard; a missing value raises
+// A text value of a product key. A missing key is shown and ends the wizard; a missing value raises
 // error 91, one that cannot be read as text error 75.
 std::string ProductValue(Platform& platform, User& user, RegistryHandle root, const std::string& path,
                          const std::string& valueName);

@@ -40,7 +40,7 @@ std::string SecondLine(Platform& platform, const std::string& path) {
 bool PageDriver::RebuildProject() {
   const CallStackEntry entry(kRoutine);
   Platform& platform = component_.platform();
-  form_.ShowStatus(platform.strings.Text(1052));
+  form_.ShowStatus(platform.strings.Text(TextId::RebuildingProject));
   form_.DoEvents();
 
   const std::string folder = component_.global().FindVB();
@@ -65,13 +65,15 @@ bool PageDriver::RebuildProject() {
       return false;
     }
     component_.HoldBuildLog(log);
-    succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(1042)));
+    succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(TextId::BuildSucceeded)));
   }
   form_.ShowStatus("");
   if (!succeeded) {
     const StringTable& strings = platform.strings;
     form_.ShowMessage(
-        {1028, kStyleCritical, strings.Text(1028) + "\r\n\r\n" + strings.Text(1065) + "\r\n" + log, ""});
+        {TextId::RebuildFailed, kStyleCritical,
+         strings.Text(TextId::RebuildFailed) + "\r\n\r\n" + strings.Text(TextId::SeeBuildLog) + "\r\n" + log,
+         ""});
   }
   return succeeded;
 }

@@ -64,7 +64,10 @@ class Maker {
     p_.codePage = std::stoi(script);
     const auto yesOr = [&](std::size_t in) { return dice_.OneIn(in) ? Button::No : Button::Yes; };
     // The compiler cannot be run: Retry (2) goes on to 1091.
-    p_.answers = {{2, Button::Retry}, {1095, yesOr(2)}, {1037, yesOr(2)}, {1091, yesOr(4)}};
+    p_.answers = {{TextId::UnexpectedError, Button::Retry},
+                  {TextId::OtherVersionInstalled, yesOr(2)},
+                  {TextId::DataAccessVersionUnsupported, yesOr(2)},
+                  {TextId::ContinueWithoutRebuild, yesOr(4)}};
     const std::string title = Word("Prj");
     p_.path = "C:\\Src\\My Projects\\" + title + ".vbp";
     project_ = &Text(kFolder + title + ".vbp", 5);
@@ -73,8 +76,8 @@ class Maker {
     for (std::size_t count = dice_.Below(dice_.OneIn(20) ? 49 : 7); count > 0; --count) MakeControl();
     for (std::size_t count = dice_.Below(8); count > 0; --count) MakeReference();
     for (std::size_t count = dice_.OneIn(200) ? 780 : dice_.Below(6); count > 0; --count) MakeForm();
-    if (p_.isRead && p_.refusal == 0 && dice_.OneIn(30)) {
-      p_.refusal = 1045;  // a form that is missing, or one twice
+    if (p_.isRead && p_.refusal == TextId{} && dice_.OneIn(30)) {
+      p_.refusal = TextId::ProjectFileMissing;  // a form that is missing, or one twice
       Line("Form=" + (dice_.OneIn(2) || p_.forms.empty() ? "Gone.frm" : p_.forms.begin()->first));
     }
     for (std::size_t count = dice_.Below(4); count > 0; --count)
@@ -109,9 +112,11 @@ class Maker {
     const bool isServer = project_->head != "Type=Exe";
     const bool isDll = project_->head == "Type=OleDll";
     if (dice_.OneIn(10)) {
-      p_.refusal = isServer ? 1025 : dice_.OneIn(2) ? 1026 : 1015;
+      p_.refusal = isServer         ? TextId::ActiveXDocumentProject
+                   : dice_.OneIn(2) ? TextId::UserControlProject
+                                    : TextId::NoVisualBasicProject;
       if (isServer) Line("UserDocument=D.dob");
-      if (!isServer) project_->head = p_.refusal == 1026 ? "Type=Control" : "";
+      if (!isServer) project_->head = p_.refusal == TextId::UserControlProject ? "Type=Control" : "";
     } else if (isServer && dice_.OneIn(2)) {
       Line("Class=C; C.cls");
       return isDll ? ".DLL" : ".EXE";
@@ -128,7 +133,8 @@ class Maker {
     if (dice_.OneIn(2)) Line("ExeName32=\"" + (name = Word("Out") + ".exe") + "\"");
     p_.isRead = !folder.empty();
     if (p_.isRead) p_.binaries["drive_c/" + folder + name] = MakePe({"MSVBVM60.DLL"}, {});
-    if (!p_.isRead && p_.refusal == 0 && p_.answers[1091] == Button::No) p_.refusal = 1091;
+    if (!p_.isRead && p_.refusal == TextId{} && p_.answers[TextId::ContinueWithoutRebuild] == Button::No)
+      p_.refusal = TextId::ContinueWithoutRebuild;
     p_.named.push_back(name);
     if (!dice_.OneIn(5)) Line("Name=\"" + Word(dice_.Of("| : v*1. ")) + "\"");
     if (dice_.OneIn(2)) Line("MajorVer=" + std::to_string(dice_.Below(30)));

@@ -40,11 +40,11 @@ struct GeneratedProject {
   std::string path;                                          // on the machine
   std::map<std::string, GeneratedText, IgnoringCase> texts;  // by path in the machine folder
   std::map<std::string, std::string, IgnoringCase> binaries;
-  std::map<unsigned, Button> answers;  // to questions, by string number
+  std::map<TextId, Button> answers;  // to questions
 
   // What must come out.
-  unsigned refusal = 0;  // the message that ends the run; 0 when it finishes
-  bool isRead = true;    // false when the output is missing, so that forms and components stay unread
+  TextId refusal{};    // the message that ends the run; none when it finishes
+  bool isRead = true;  // false when the output is missing, so that forms and components stay unread
   std::map<std::string, std::size_t> forms;  // as the project names them; the controls in each
   std::size_t controls = 0;                  // lines of the project file
   std::vector<std::string> named;            // files, of which each is shown or told of

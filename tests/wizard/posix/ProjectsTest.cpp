@@ -61,13 +61,14 @@ class Run {
       form.cmdNext_Click(kPanelInformation);
       form.cmdNext_Click(kPanelSummary);
       outcome_.isFinished = form.fraReport.visible;
-      for (const std::string& text : form.Incomplete()) seen_.told += text + "\n";
+      for (const std::string& text : form.Found().Texts()) seen_.told += text + "\n";
       CheckFileView(form);
       if (project_.isRead) CheckProjectView(form, form.tvwDependencies.Nodes().at(0)->children);
       CheckGroups(form);
     }
     const bool isRefused = !seen_.messages.empty() && seen_.messages.back() == project_.refusal;
-    Expect(outcome_.isFinished ? project_.refusal == 0 : isRefused, "it ended otherwise: " + seen_.told);
+    Expect(outcome_.isFinished ? project_.refusal == TextId{} : isRefused,
+           "it ended otherwise: " + seen_.told);
     outcome_.told = seen_.told;
     return std::move(outcome_);
   }
