@@ -38,7 +38,6 @@ class WizardRun {
   class YesUser : public User {
    public:
     Button ShowMessage(const Message&) override { return Button::Yes; }
-    void NoteIncomplete(const std::string&) override {}
   };
 
   YesUser user_;

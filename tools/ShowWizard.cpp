@@ -24,23 +24,26 @@ namespace {
 
 using namespace bxvbwiz;
 
-// The wizard's messages, by string number, and how it ends after them. After those that do not let it go on,
+// The wizard's messages and how it ends after them. After those that do not let it go on,
 // the page stays.
-constexpr std::pair<unsigned, int> kMessages[] = {
-    {2, kExitFinished},    {1015, kExitProject},  {1025, kExitProject},  {1026, kExitProject},
-    {1028, kExitFinished}, {1037, kExitFinished}, {1041, kExitFinished}, {1045, kExitProject},
-    {1046, kExitFinished}, {1047, kExitFinished}, {1050, kExitUsage},    {1051, kExitUsage},
-    {1091, kExitFinished}, {1095, kExitFinished}};
+constexpr std::pair<TextId, int> kMessages[] = {
+    {TextId::UnexpectedError, kExitFinished},        {TextId::NoVisualBasicProject, kExitProject},
+    {TextId::ActiveXDocumentProject, kExitProject},  {TextId::UserControlProject, kExitProject},
+    {TextId::RebuildFailed, kExitFinished},          {TextId::DataAccessVersionUnsupported, kExitFinished},
+    {TextId::RemoteServerUsed, kExitFinished},       {TextId::ProjectFileMissing, kExitProject},
+    {TextId::ComponentNotFound, kExitFinished},      {TextId::RegistryKeyMissing, kExitFinished},
+    {TextId::IllegalApplicationName, kExitUsage},    {TextId::IllegalCompanyName, kExitUsage},
+    {TextId::ContinueWithoutRebuild, kExitFinished}, {TextId::OtherVersionInstalled, kExitFinished}};
 
-// 0 when it is none of the wizard's.
-std::pair<unsigned, int> MessageOf(const std::string& shown) {
+// TextId{} when it is none of the wizard's.
+std::pair<TextId, int> MessageOf(const std::string& shown) {
   for (const auto& message : kMessages) {
     const std::string text = CompiledText(message.first);
     const std::size_t value = text.find("%%1");
     const std::string behind = value == std::string::npos ? "" : text.substr(value + 3);
     if (StartsWith(shown, text.substr(0, value)) && EndsWith(shown, behind)) return message;
   }
-  return {0, kExitFinished};
+  return {{}, kExitFinished};
 }
 
 class Drive {
@@ -82,13 +85,13 @@ class Drive {
       if (driver_.Ended()) return kExitNotFinished;
       if (!driver_.HasMessage()) return kExitFinished;
       const auto [number, code] = MessageOf(driver_.WaitForMessage());
-      Pause("message-" + std::to_string(number));
+      Pause("message-" + std::to_string(NumberOf(number)));
       const auto given = options_.answers.find(number);
       // What bxvbwiz cannot answer ends the wizard.
-      driver_.Answer(given != options_.answers.end() ? static_cast<int>(given->second)
-                     : number == 2                   ? IDCANCEL
-                     : number == 1091                ? IDNO
-                                                     : IDOK);
+      driver_.Answer(given != options_.answers.end()            ? static_cast<int>(given->second)
+                     : number == TextId::UnexpectedError        ? IDCANCEL
+                     : number == TextId::ContinueWithoutRebuild ? IDNO
+                                                                : IDOK);
       if (code == kExitFinished) continue;
       driver_.WaitForPanel(panel);
       driver_.Click(kIdCancel);

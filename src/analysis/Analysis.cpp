@@ -55,13 +55,19 @@ std::string LocationOf(const std::string& name, const FileRecord& facts) {
 Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
     : platform_(platform),
       user_(user),
+      findings_(platform.strings),
       lists_(platform.profiles),
       fileGroups_(
           platform, global, [this] { return projectFile_; }, lists_),
       files_(platform.codePage),
-      context_{platform, user, global, fileGroups_} {}
+      context_{platform, user, global, fileGroups_} {
+  if (Session* const session = CurrentSession()) session->findings = &findings_;
+}
 
-Analysis::~Analysis() = default;
+Analysis::~Analysis() {
+  Session* const session = CurrentSession();
+  if (session != nullptr && session->findings == &findings_) session->findings = nullptr;
+}
 
 Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsRebuild,
                                      const Rebuild& rebuild) {
@@ -109,7 +115,8 @@ bool Analysis::ReadProject() {
     } catch (const RuntimeError& error) {
       if (error.Number() != kProjectReadError) throw;
       user_.ShowStatus("");
-      user_.ShowMessage({1045, kStyleExclamation, TokenReplace(platform_.strings.Text(1045), {projectFile_}),
+      user_.ShowMessage({TextId::ProjectFileMissing, kStyleExclamation,
+                         TokenReplace(platform_.strings.Text(TextId::ProjectFileMissing), {projectFile_}),
                          error.what()});
       return false;
     }
@@ -118,17 +125,17 @@ bool Analysis::ReadProject() {
 
 // True when the project is of a kind that the wizard cannot package.
 bool Analysis::RefuseProjectKind() {
-  unsigned message = 0;
+  TextId message{};
   switch (project_->ProjectType) {
     case 0:
-      message = 1015;
+      message = TextId::NoVisualBasicProject;
       break;
     case CProject::PTUserControl:
-      message = 1026;
+      message = TextId::UserControlProject;
       break;
     case CProject::PTActiveXDocExe:
     case CProject::PTActiveXDocDll:
-      message = 1025;
+      message = TextId::ActiveXDocumentProject;
       break;
     default:
       return false;
@@ -147,13 +154,14 @@ bool Analysis::RebuildIfNeeded(const Rebuild& rebuild) {
     project_->NeedsRebuild = false;
     if (!ReadProject()) return false;
     if (!project_->NeedsRebuild) return true;
-    user_.ShowMessage({1028, kStyleCritical, platform_.strings.Text(1028), ""});
+    user_.ShowMessage(
+        {TextId::RebuildFailed, kStyleCritical, platform_.strings.Text(TextId::RebuildFailed), ""});
     CancelWizard(user_);
   }
-  if (user_.ShowMessage({1091, kStyleYesNo, platform_.strings.Text(1091), ""}) == Button::No)
+  if (user_.ShowMessage({TextId::ContinueWithoutRebuild, kStyleYesNo,
+                         platform_.strings.Text(TextId::ContinueWithoutRebuild), ""}) == Button::No)
     CancelWizard(user_);
-  user_.NoteIncomplete("The forms, controls and references of " + projectFile_ +
-                       " were not read, because the project could not be rebuilt.");
+  AddFinding(FindingId::ProjectNotRebuilt, {projectFile_});
   return true;
 }
 
@@ -232,8 +240,7 @@ void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
     const std::string taken = LocationOf(file->FileName, *file);
     if (EqualsIgnoreCase(location, taken)) return;
     if (!isSameName || file->LinkResolves) {
-      leftOut_.emplace_back(
-          place, "The file " + location + " was left out, because " + taken + " has the same key.");
+      leftOut_.emplace_back(place, Finding{FindingId::FileLeftOut, {location, taken}});
       return;
     }
     file->FileName = name;
@@ -245,12 +252,11 @@ void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
 // Shows every file of the collection under its group.
 void Analysis::FillFileGroupView() {
   // Another spelling of the name may have had a free key after all.
-  for (const auto& [place, text] : leftOut_) {
-    if (locations_.count(place) == 0) user_.NoteIncomplete(text);
+  for (const auto& [place, finding] : leftOut_) {
+    if (locations_.count(place) == 0) AddFinding(finding.id, finding.values);
   }
   for (const CFile& file : files_) {
-    if (!file.LinkResolves)
-      user_.NoteIncomplete("The file " + file.FileName + " was not found on this computer.");
+    if (!file.LinkResolves) AddFinding(FindingId::FileMissing, {file.FileName});
     TreeAdd(file);
   }
 }

@@ -13,6 +13,7 @@
 #include "project/CProject.h"
 #include "setupgen/CFileGroups.h"
 #include "setupgen/SetupAnswers.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -29,7 +30,8 @@ class Analysis {
   // Compiles the project; false when that failed.
   using Rebuild = std::function<bool(const CProject&)>;
 
-  // All of them must outlive the analysis.
+  // All of them must outlive the analysis. The findings of the current session are the analysis' own while it
+  // lives.
   Analysis(Platform& platform, User& user, basGlobal& global);
   ~Analysis();
   Analysis(const Analysis&) = delete;
@@ -46,6 +48,8 @@ class Analysis {
   const Tree& FileGroupView() const { return fileGroupView_; }
   // By the project's references; nothing before there is a project.
   DataAccessNeeds DataAccess() const;
+  // What was found wrong or is left to do, by the analysis and by what worked on its result.
+  const Findings& Found() const { return findings_; }
   // The builder that decided the files' facts, and the numbered lists that it keeps of a setup project.
   CFileGroups& FileGroups() { return fileGroups_; }
   NumberedKeys& Lists() { return lists_; }
@@ -66,13 +70,14 @@ class Analysis {
 
   Platform& platform_;
   User& user_;
+  Findings findings_;
   std::string projectFile_;  // full path
   NumberedKeys lists_;
   CFileGroups fileGroups_;
   CFiles files_;
   std::unordered_set<std::string> locations_;  // of the files that were found, in upper case
-  // Locations of files whose key is another's, and what is to be said of them.
-  std::vector<std::pair<std::string, std::string>> leftOut_;
+  // Locations of files whose key is another's, and what is to be reported of them.
+  std::vector<std::pair<std::string, Finding>> leftOut_;
   AnalysisContext context_;
   std::unique_ptr<CProject> project_;
   Tree projectView_;

@@ -1,6 +1,5 @@
 #include "cli/ConsoleUser.h"
 
-#include <algorithm>
 #include <iostream>
 
 #include "cli/Terminal.h"
@@ -92,8 +91,8 @@ Button ConsoleUser::Answer(const Message& message) {
   }
   if (options_.yesNo.has_value() && buttons.front() == Button::Yes) return *options_.yesNo;
   if (AskOnTerminal(message, answer)) return answer;
-  std::cerr << "bxvbwiz: nobody answered; give --answer " << message.number << "=" << NamesOf(buttons)
-            << '\n';
+  std::cerr << "bxvbwiz: nobody answered; give --answer " << NumberOf(message.number) << "="
+            << NamesOf(buttons) << '\n';
   outcome_.messages.push_back({message, Button::Cancel});
   CancelWizard(*this);
 }
@@ -128,13 +127,6 @@ void ConsoleUser::ShowProgress(const std::string& text) {
 void ConsoleUser::AdvanceProgress() {
   progress_ = global_.NextProgressValue();
   DrawBar();
-}
-
-void ConsoleUser::NoteIncomplete(const std::string& text) {
-  std::vector<std::string>& known = outcome_.incomplete;
-  if (std::find(known.begin(), known.end(), text) != known.end()) return;
-  WriteLog(text);
-  known.push_back(text);
 }
 
 // Draws the step's name and a bar, when something changed.

@@ -22,7 +22,6 @@ class ConsoleUser : public User {
   void AdvanceProgress() override;
   void SetReturnCode(std::int16_t code) override { outcome_.returnCode = code; }
   void SetProjectFile(const std::string& path) override { outcome_.projectFile = path; }
-  void NoteIncomplete(const std::string& text) override;
 
   // Takes the progress bar off the terminal.
   void ClearBar();

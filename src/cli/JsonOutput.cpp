@@ -57,7 +57,7 @@ Json FilesJson(const Outcome& outcome) {
 Json MessagesJson(const std::vector<ShownMessage>& messages) {
   Json array = Json::array();
   for (const ShownMessage& shown : messages) {
-    array.push_back({{"string", shown.message.number},
+    array.push_back({{"string", NumberOf(shown.message.number)},
                      {"style", shown.message.style},
                      {"text", shown.message.text},
                      {"answer", NameOfButton(shown.answer)}});
@@ -98,7 +98,7 @@ void PrintJson(const Options& options, const Outcome& outcome) {
         {"rdo", dataAccess.rdo},
         {"ado", dataAccess.ado}}},
       {"messages", MessagesJson(outcome.messages)},
-      {"incomplete", outcome.incomplete}};
+      {"incomplete", outcome.Incomplete()}};
   if (options.command != Command::Analyse) {
     document["setupFolder"] = outcome.setup.folder;
     document["projectFile"] = outcome.projectFile;

@@ -19,7 +19,7 @@ const std::map<std::string, Button> kButtons = {{"ok", Button::Ok},
                                                 {"retry", Button::Retry}};
 
 // "1095=yes"
-std::pair<unsigned, Button> ReadAnswer(const std::string& text) {
+std::pair<TextId, Button> ReadAnswer(const std::string& text) {
   const std::size_t equals = text.find('=');
   const std::string number = text.substr(0, equals);
   const auto button = kButtons.find(equals == std::string::npos ? "" : text.substr(equals + 1));
@@ -28,8 +28,8 @@ std::pair<unsigned, Button> ReadAnswer(const std::string& text) {
     throw CLI::ValidationError("--answer",
                                "'" + text + "' is not a string number, '=' and ok, cancel, yes, no or retry");
   }
-  const auto answer = std::make_pair(static_cast<unsigned>(std::stoul(number)), button->second);
-  if (CompiledText(answer.first).empty())
+  const auto answer = std::make_pair(static_cast<TextId>(std::stoul(number)), button->second);
+  if (CompiledText(answer.first).empty() || NumberOf(answer.first) >= kFirstFinding)
     throw CLI::ValidationError("--answer", "there is no message with string number " + number);
   return answer;
 }

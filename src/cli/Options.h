@@ -29,8 +29,8 @@ struct Options {
   std::optional<std::string> appVersion;
   bool skipInfo = false;
   bool rebuild = false;
-  std::map<unsigned, Button> answers;  // by string number
-  std::optional<Button> yesNo;         // to every other Yes/No question
+  std::map<TextId, Button> answers;
+  std::optional<Button> yesNo;  // to every other Yes/No question
   bool strict = false;
   bool json = false;
   bool quiet = false;

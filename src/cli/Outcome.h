@@ -25,10 +25,14 @@ struct Outcome {
   std::vector<std::string> symbols;    // the destination symbols of the analysis' files, in their order
   GeneratedSetup setup;
   std::vector<ShownMessage> messages;
-  std::vector<std::string> incomplete;
   std::string projectFile;                // of the setup project, a Windows path
   std::string projectFileHere;            // the same on this computer
   std::vector<std::string> writtenFiles;  // below the setup folder
+
+  // What is left to do, a sentence each.
+  std::vector<std::string> Incomplete() const {
+    return analysis == nullptr ? std::vector<std::string>() : analysis->Found().Texts();
+  }
 };
 
 // "ok", "yes", ...

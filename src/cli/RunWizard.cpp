@@ -16,14 +16,13 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr unsigned kIllegalCompanyName = 1051;  // as the project-information page refuses it
-constexpr std::int16_t kReturnFinished = -1;    // unless something else is said (SetReturnCode)
+constexpr std::int16_t kReturnFinished = -1;  // unless something else is said (SetReturnCode)
 
 // Adds the files below a folder, folders after their files.
 void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix, Outcome& outcome) {
   std::vector<FoundFile> found;
   if (files.Find(folder + "*.*", found) != SystemError::Success) {
-    outcome.incomplete.push_back("The files that were written to " + folder + " could not be listed.");
+    AddFinding(FindingId::WrittenFilesNotListed, {folder});
   }
   std::vector<std::string> folders;
   for (const FoundFile& file : found) {
@@ -122,7 +121,7 @@ class Run {
                                                   options_.skipInfo ? options_.appName.value_or("") : "");
     answers_ = Given(proposed);
     if (const auto refusal = Refuses(answers_, proposed)) {
-      const bool isCompany = *refusal == kIllegalCompanyName;
+      const bool isCompany = *refusal == TextId::IllegalCompanyName;
       if ((isCompany ? options_.company : options_.appName).has_value()) return kExitUsage;
       std::cerr << "bxvbwiz: give another name with " << (isCompany ? "--company" : "--app-name") << '\n';
       return kExitNotFinished;
@@ -155,7 +154,7 @@ class Run {
   }
 
   // Shows the message that refuses a name and gives its number.
-  std::optional<unsigned> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
+  std::optional<TextId> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
     const auto refusal = RefusalOfNames(core_.platform().codePage, answers, proposed);
     if (refusal.has_value())
       user_.ShowMessage({*refusal, kStyleExclamation, core_.platform().strings.Text(*refusal), ""});
@@ -181,11 +180,11 @@ class Run {
 
 // What standard error says last: everything that is left to do, and how much that is.
 void PrintRest(const Options& options, const Outcome& outcome) {
-  for (const std::string& text : outcome.incomplete) std::cerr << "bxvbwiz: " << text << '\n';
+  for (const std::string& text : outcome.Incomplete()) std::cerr << "bxvbwiz: " << text << '\n';
   if (!outcome.finished && !outcome.setup.folder.empty() && options.command != Command::Capture) {
     std::cerr << "bxvbwiz: The setup folder " << outcome.setup.folder << " was created and is incomplete.\n";
   }
-  const std::size_t count = outcome.incomplete.size();
+  const std::size_t count = outcome.Incomplete().size();
   if (options.quiet && outcome.finished && count == 0) return;
   if (!outcome.finished) {
     std::cerr << "bxvbwiz: The wizard ended without finishing";
@@ -207,7 +206,7 @@ int Show(const Options& options, const Outcome& outcome, int code) {
   }
   std::cout.flush();
   PrintRest(options, outcome);
-  return code == kExitFinished && options.strict && !outcome.incomplete.empty() ? kExitIncomplete : code;
+  return code == kExitFinished && options.strict && !outcome.Incomplete().empty() ? kExitIncomplete : code;
 }
 
 // Null, with a message, when there is no machine to work on.

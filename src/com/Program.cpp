@@ -8,8 +8,6 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr unsigned kTitle = 1016;
-
 // The results of a wizard that nobody ended say that it was cancelled.
 void CancelLeftWizard(FormHost& host) {
   if (host.gApplication != nullptr) host.gApplication->SetReturnCode(0);
@@ -48,7 +46,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR options, int) {
     code = 1;
     const std::wstring text = bxvbwiz::Widen(bxvbwiz::CurrentError().what());
     const bxvbwiz::Win32StringTable strings(bxvbwiz::ThisModule());
-    MessageBoxW(nullptr, text.c_str(), bxvbwiz::Widen(strings.Text(bxvbwiz::kTitle)).c_str(), MB_ICONERROR);
+    MessageBoxW(nullptr, text.c_str(), bxvbwiz::Widen(strings.Text(bxvbwiz::TextId::WizardTitle)).c_str(),
+                MB_ICONERROR);
   }
   CoUninitialize();
   return code;

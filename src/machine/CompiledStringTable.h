@@ -8,7 +8,7 @@ namespace bxvbwiz {
 // The texts that are compiled into the program, for a platform without module resources.
 class CompiledStringTable : public StringTable {
  public:
-  std::string Text(unsigned number) const override { return CompiledText(number); }
+  std::string Text(TextId id) const override { return CompiledText(id); }
 };
 
 }  // namespace bxvbwiz

@@ -11,6 +11,7 @@
 #include "platform/ProfileStrings.h"
 #include "platform/Registry.h"
 #include "platform/SystemFacts.h"
+#include "text/Strings.h"
 
 namespace bxvbwiz {
 
@@ -56,12 +57,12 @@ class CodePage {
   virtual int Number() const = 0;
 };
 
-// The texts that the user sees, by number (LoadStringA on the module's resources).
+// The texts that the user sees (LoadStringA on the module's resources).
 class StringTable {
  public:
   virtual ~StringTable() = default;
-  // The text; empty when there is none of that number.
-  virtual std::string Text(unsigned number) const = 0;
+  // The text; empty when there is none.
+  virtual std::string Text(TextId id) const = 0;
 };
 
 // What the wizard asks of an operating system, one part a subject. Whoever needs one takes that one; the

@@ -154,8 +154,7 @@ void CProject::ReadType(std::string_view line, ServerKind& server) {
 
 // The second pass: the forms, controls and type libraries, in the file's order.
 void CProject::ReadMembers(std::string_view bytes) {
-  constexpr unsigned kScanning = 1053;
-  context_.user.ShowStatus(context_.platform.strings.Text(kScanning));
+  context_.user.ShowStatus(context_.platform.strings.Text(TextId::ScanningProject));
   context_.user.DoEvents();
 
   const CodePage& codePage = context_.platform.codePage;
@@ -177,11 +176,10 @@ void CProject::ReadMembers(std::string_view bytes) {
 }
 
 void CProject::AddReference(const std::string& rawLine) {
-  constexpr unsigned kRemoteServer = 1041;
   const std::shared_ptr<CReference> reference = references_.Add(rawLine);
   reference->SetProjectPath(Folder());
   if (reference->RemoteServer) {
-    ShowComponentMessage(context_, kRemoteServer, kStyleInformation, reference->Name);
+    ShowComponentMessage(context_, TextId::RemoteServerUsed, kStyleInformation, reference->Name);
   }
 }
 

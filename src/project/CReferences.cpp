@@ -7,6 +7,7 @@
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/Findings.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -72,12 +73,12 @@ bool CReference::ContinueWithoutFile(const ComponentLine& line, bool dataAccess)
     ShowMissingComponent(context_, component);
     return false;
   }
-  if (ShowComponentMessage(context_, 1037, kStyleExclamation | kStyleYesNo, component) == Button::Yes) {
+  if (ShowComponentMessage(context_, TextId::DataAccessVersionUnsupported, kStyleExclamation | kStyleYesNo,
+                           component) == Button::Yes) {
     return true;
   }
   ADO = RDO = DAO = false;
-  context_.user.NoteIncomplete("The data-access support that the component " + component +
-                               " stands for was refused.");
+  AddFinding(FindingId::DataAccessRefused, {component});
   return false;
 }
 

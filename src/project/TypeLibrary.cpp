@@ -7,6 +7,7 @@
 #include "project/basDependency.h"
 #include "support/basFile.h"
 #include "support/basStr.h"
+#include "support/Findings.h"
 #include "sysinfo/Keys.h"
 #include "sysinfo/Values.h"
 #include "text/Text.h"
@@ -130,7 +131,7 @@ bool IsHigherVersion(std::string_view version, std::string_view other) {
   return DecimalNumber(version) > DecimalNumber(other);
 }
 
-Button ShowComponentMessage(AnalysisContext& context, unsigned number, int style,
+Button ShowComponentMessage(AnalysisContext& context, TextId number, int style,
                             const std::string& component) {
   Message message;
   message.number = number;
@@ -140,8 +141,8 @@ Button ShowComponentMessage(AnalysisContext& context, unsigned number, int style
 }
 
 void ShowMissingComponent(AnalysisContext& context, const std::string& component) {
-  ShowComponentMessage(context, 1046, kStyleExclamation, component);
-  context.user.NoteIncomplete("The component " + component + " cannot be found on this computer.");
+  ShowComponentMessage(context, TextId::ComponentNotFound, kStyleExclamation, component);
+  AddFinding(FindingId::ComponentMissing, {component});
 }
 
 LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& line, std::string& path) {
@@ -160,14 +161,12 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& lin
   std::string version;
   const VersionSearch search = ChooseVersion(*library, line.version, version);
   if (search == VersionSearch::Unreadable) {
-    context.user.NoteIncomplete("The component " + line.fileName + " is registered with the version \"" +
-                                version + "\", which cannot be read.");
+    AddFinding(FindingId::ComponentVersionUnreadable, {line.fileName, version});
     return LibrarySearch::LeftOut;
   }
-  if (search == VersionSearch::Higher &&
-      ShowComponentMessage(context, 1095, kStyleYesNo, line.fileName) != Button::Yes) {
-    context.user.NoteIncomplete("The component " + line.fileName +
-                                " was left out, because this computer has another version of it.");
+  if (search == VersionSearch::Higher && ShowComponentMessage(context, TextId::OtherVersionInstalled,
+                                                              kStyleYesNo, line.fileName) != Button::Yes) {
+    AddFinding(FindingId::ComponentVersionRefused, {line.fileName});
     return LibrarySearch::LeftOut;
   }
 

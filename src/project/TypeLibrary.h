@@ -34,12 +34,11 @@ enum class LibrarySearch {
 // agrees, the highest one above it. `path` is left alone when the component is left out.
 LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& line, std::string& path);
 
-// Tells the user that the setup will lack the component (string 1046).
+// Tells the user that the setup will lack the component.
 void ShowMissingComponent(AnalysisContext& context, const std::string& component);
 
 // Shows a message with its "%%1" filled.
-Button ShowComponentMessage(AnalysisContext& context, unsigned number, int style,
-                            const std::string& component);
+Button ShowComponentMessage(AnalysisContext& context, TextId number, int style, const std::string& component);
 
 // Fills the facts of the component's file and reads what it needs. Gives its .dep file, empty when there is
 // none.

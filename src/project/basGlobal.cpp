@@ -8,13 +8,13 @@
 #include "support/basGUID.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/Findings.h"
 #include "sysinfo/Values.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr unsigned kTextMissingKey = 1047;
 constexpr const char* kVersion5 = "5";
 constexpr const char* kVersion6 = "6";
 constexpr const char* kSystemFileList = "VBWizDep.ini";
@@ -45,8 +45,8 @@ bool IsHexDigit(char character) {
 }  // namespace
 
 void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath) {
-  const std::string text = TokenReplace(strings.Text(kTextMissingKey), {fullKeyPath});
-  user.ShowMessage({kTextMissingKey, kStyleCritical, text, {}});
+  const std::string text = TokenReplace(strings.Text(TextId::RegistryKeyMissing), {fullKeyPath});
+  user.ShowMessage({TextId::RegistryKeyMissing, kStyleCritical, text, {}});
   EndWizard(user);
 }
 
@@ -130,8 +130,7 @@ void basGlobal::LoadSystemFiles() {
     if (!systemFiles_->FindItem(systemFiles_->KeyOf(name))) systemFiles_->Add(name);
   }
   if (systemFileNames_.empty()) {
-    TellFailure("The list of system files " + depFilePath_ +
-                " is missing or empty, so the setup may hold files of Windows itself.");
+    AddFinding(FindingId::SystemFileListEmpty, {depFilePath_});
   }
   systemFilesLoaded_ = true;
 }
@@ -165,7 +164,7 @@ bool basGlobal::AddVBRuntimeObject(const std::string& templateFolder) {
   if (guid.empty()) return false;
   const std::string version = GetVBVer();
   if (version != kVersion5 && version != kVersion6) {
-    TellFailure("The setup has no run-time component of Visual Basic, because no version 5 or 6 was found.");
+    AddFinding(FindingId::RuntimeMissing);
     return false;
   }
 

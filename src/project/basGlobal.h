@@ -16,7 +16,8 @@ namespace bxvbwiz {
 constexpr const char* kBorvexMainKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\Main";
 constexpr const char* kBorvexWizardKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz";
 
-// Shows the critical message 1047 for a missing registry key ("HKEY_...\" and its path) and ends the wizard.
+// Shows that a registry key is missing ("HKEY_...\" and its path), as a critical message, and ends the
+// wizard.
 [[noreturn]] void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath);
 
 // Converts a dotted hexadecimal version ("1.a") to decimal ("1.10"). False when a part is empty (but for a
@@ -42,7 +43,7 @@ class basGlobal {
   // none.
   std::string FindVBRedistFolder();
   // Reads the system-file list once; later calls do nothing when it was read to its end. A missing product
-  // key shows message 1047 (once while the component lives) and ends the wizard. Of entries with the same key
+  // key is shown (once while the component lives) and ends the wizard. Of entries with the same key
   // gSystemFiles holds the first.
   void LoadSystemFiles();
   // True when the system-file list holds the name, case ignored.

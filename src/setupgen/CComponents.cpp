@@ -6,6 +6,7 @@
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
+#include "support/Findings.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {

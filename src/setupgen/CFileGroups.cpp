@@ -9,6 +9,7 @@
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
+#include "support/Findings.h"
 #include "sysinfo/CSystemInfo.h"
 #include "sysinfo/Values.h"
 #include "text/Text.h"
@@ -107,9 +108,7 @@ std::string CFileGroups::DestinationMacro(const std::string& destination, const 
   if (macro.empty() && !depFile.empty()) macro = kAppPath;
   if (ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos) return macro;
   if (isOfDepFile) {
-    TellFailure("The file " + filePath +
-                " is installed in the application's folder: the setup has no symbol for " + macro +
-                ", where " + depFile + " puts it.");
+    AddFinding(FindingId::DestinationUnknown, {filePath, macro, depFile});
   }
   return kAppPath;
 }
@@ -119,8 +118,7 @@ std::int16_t CFileGroups::RegisterCode(const std::string& filePath, const std::s
   const std::string macro = platform_.profiles.GetString(section, "Register", "", kBuffer, depFile);
   const std::int16_t code = ConvertRegisterMacro(macro);
   if (code != kRegisterNone && code != kRegisterDll && code != kRegisterTypeLibrary) {
-    TellFailure("The setup does not register the file " + filePath + ": " + depFile + " names " + macro +
-                ".");
+    AddFinding(FindingId::NotRegistered, {filePath, depFile, macro});
   }
   return code;
 }
@@ -241,10 +239,8 @@ bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const Fil
   const CallStackEntry entry(kRoutine);
   bool added = false;
   Logging(kRoutine, [&] {
-    if (file.FileGroup.find(']') != std::string::npos && global_.user != nullptr) {
-      global_.user->NoteIncomplete("The properties of the file group " + file.FileGroup +
-                                   " cannot be read back: a section's name ends at its first \"]\".");
-    }
+    if (file.FileGroup.find(']') != std::string::npos)
+      AddFinding(FindingId::GroupUnreadable, {file.FileGroup});
     const std::string list = GroupsFolder(projectDir) + file.FileGroup + ".fgl";
     WriteSetting(platform_.profiles, list, "General", "Type", "FILELIST");
     WriteSetting(platform_.profiles, list, "General", "Version", "1.00.000");
@@ -261,8 +257,7 @@ void CFileGroups::TellOtherTarget(const std::string& source, const FileRecord& f
   const auto group = targets_.find(file.FileGroup);
   const std::string wanted = FolderSymbol(*this, file);
   if (group == targets_.end() || group->second == wanted) return;
-  TellFailure("The file " + source + " belongs in " + wanted + ", but its file group " + file.FileGroup +
-              " is installed in " + group->second + ".");
+  AddFinding(FindingId::FolderOfGroupDiffers, {source, wanted, file.FileGroup, group->second});
 }
 
 // The group's section anew. The setup builder reads these keys; most are the defaults of a new group.

@@ -5,6 +5,7 @@
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/Findings.h"
 #include "sysinfo/CSystemInfo.h"
 #include "text/Text.h"
 

@@ -5,12 +5,12 @@
 #include "support/basFile.h"
 #include "support/basGUID.h"
 #include "support/basLogging.h"
+#include "support/Findings.h"
 #include "sysinfo/Values.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr unsigned kLanguageFolder = 1094;  // "0009-English"
 constexpr const char* kData = "Data";
 constexpr std::size_t kListBuffer = 255;
 
@@ -28,7 +28,7 @@ void Write(Platform& platform, const std::string& file, std::initializer_list<Pa
 }  // namespace
 
 std::string LanguageCode(const StringTable& strings) {
-  const std::string language = strings.Text(kLanguageFolder);
+  const std::string language = strings.Text(TextId::LanguageFolder);
   return language.substr(0, language.find('-'));
 }
 
@@ -54,15 +54,14 @@ void PatchIpr(Platform& platform, NumberedKeys& lists, const SetupAnswers& answe
 
 void PatchShl(Platform& platform, const SetupAnswers& answers, const std::string& setupDir) {
   constexpr char kRoutine[] = "frmPanel3!PatchShl";
-  constexpr unsigned kSetup = 1040;  // " Setup"
   const CallStackEntry entry(kRoutine);
   Logging(kRoutine, [&] {
     const std::string& name = answers.applicationName;
-    const std::string language = platform.strings.Text(kLanguageFolder);
+    const std::string language = platform.strings.Text(TextId::LanguageFolder);
     Write(platform, FixPath(setupDir) + "String Tables\\" + language + "\\value.shl",
           {{kData, "TITLE_MAIN", name},
            {kData, "UNINST_KEY", name},
-           {kData, "TITLE_CAPTIONBAR", name + platform.strings.Text(kSetup)},
+           {kData, "TITLE_CAPTIONBAR", name + platform.strings.Text(TextId::SetupSuffix)},
            {kData, "UNINST_DISPLAY_NAME", name},
            {kData, "FOLDER_NAME", name},
            {kData, "PRODUCT_NAME", name},

@@ -11,7 +11,7 @@ namespace bxvbwiz {
 // These fill the copied template files. A routine that fails logs the error and returns; what was written
 // stays.
 
-// The language code: string 1094 before its first "-".
+// The language code: what stands before the first "-" of the language folder's name.
 std::string LanguageCode(const StringTable& strings);
 // The project file, by its full path.
 void PatchIpr(Platform& platform, NumberedKeys& lists, const SetupAnswers& answers,

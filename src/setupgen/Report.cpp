@@ -3,6 +3,7 @@
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/Findings.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -12,31 +13,15 @@ constexpr const char* kBreak = "\r\n";
 constexpr const char* kSeparator = "============================================================";
 constexpr std::size_t kIndent = 3;
 
-// Numbers of the string table.
-constexpr unsigned kIntroduction = 1021;
-constexpr unsigned kFurtherSteps = 1048;
-constexpr unsigned kDaoOdbcDirect = 1061;
-constexpr unsigned kRdo = 1062;
-constexpr unsigned kDaoJet = 1063;
-constexpr unsigned kDaoBoth = 1064;
-constexpr unsigned kNewVariables = 1073;
-constexpr unsigned kAdo = 1075;
-constexpr unsigned kNone = 1079;
-constexpr unsigned kFileTitle = 1083;
-constexpr unsigned kReportTitle = 1084;
-constexpr unsigned kTreeTitle = 1085;
-constexpr unsigned kLeftToDo = 1100;
-// Only the heading of Visual Basic 5 is known as one, as it always was.
-constexpr unsigned kSupportFiles = 1092;
-
 // A text of the string table with its "/n" as line breaks.
-std::string TextWithBreaks(const StringTable& strings, unsigned number) {
-  return *ReplaceAll(strings.Text(number), "/n", kBreak);
+std::string TextWithBreaks(const StringTable& strings, TextId id) {
+  return *ReplaceAll(strings.Text(id), "/n", kBreak);
 }
 
 bool IsHeading(const StringTable& strings, const TreeNode& node, std::int16_t level) {
   return level == 0 || node.text == "Forms" || node.text == "Objects" || node.text == "References" ||
-         node.text == strings.Text(kSupportFiles);
+         // Only the support files of Visual Basic 5 are known as a heading.
+         node.text == strings.Text(TextId::VisualBasic5SupportFiles);
 }
 
 // Adds the lines of a node and its subtree; the trees of the wizard are four levels deep.
@@ -46,7 +31,7 @@ void WriteTreeView(const StringTable& strings, const TreeNode& node, std::int16_
   const bool isHeading = IsHeading(strings, node, level);
   lines += indent + (isHeading ? "[" + node.text + "]" : "-> " + node.text) + kBreak;
   if (node.children.empty() && isHeading)
-    lines += indent + std::string(kIndent, ' ') + strings.Text(kNone) + kBreak;
+    lines += indent + std::string(kIndent, ' ') + strings.Text(TextId::None) + kBreak;
   for (const auto& child : node.children) {
     WriteTreeView(strings, *child, static_cast<std::int16_t>(level + 1), lines);
   }
@@ -63,23 +48,23 @@ std::vector<std::string> ScriptDefinedVariableNames(std::int16_t oldCount, std::
 
 std::string AssembleReport(const StringTable& strings, const DataAccessNeeds& needs,
                            const std::vector<std::string>& newVariables) {
-  std::string report = TextWithBreaks(strings, kIntroduction);
+  std::string report = TextWithBreaks(strings, TextId::ReportIntroduction);
   const auto append = [&](const std::string& text) { report += std::string(kBreak) + kBreak + text; };
   if (needs.daoJet && needs.daoOdbcDirect) {
-    append(strings.Text(kDaoBoth));
+    append(strings.Text(TextId::DaoJetAndOdbcDirectRequired));
   } else if (needs.daoJet) {
-    append(strings.Text(kDaoJet));
+    append(strings.Text(TextId::DaoJetRequired));
   } else if (needs.daoOdbcDirect) {
-    append(strings.Text(kDaoOdbcDirect));
+    append(strings.Text(TextId::DaoOdbcDirectRequired));
   }
-  if (needs.rdo) append(strings.Text(kRdo));
-  if (needs.ado) append(strings.Text(kAdo));
+  if (needs.rdo) append(strings.Text(TextId::RdoRequired));
+  if (needs.ado) append(strings.Text(TextId::AdoRequired));
   if (!newVariables.empty()) {
     std::string names;
     for (const std::string& name : newVariables) names += (names.empty() ? "" : ", ") + name;
-    append(strings.Text(kNewVariables) + kBreak + " - " + names);
+    append(strings.Text(TextId::VariablesAdded) + kBreak + " - " + names);
   }
-  append(TextWithBreaks(strings, kFurtherSteps));
+  append(TextWithBreaks(strings, TextId::FurtherSteps));
   return report;
 }
 
@@ -121,7 +106,7 @@ std::string FormatFor80CharDisplay(const std::string& text) {
 
 std::string LeftToDo(const StringTable& strings, const std::vector<std::string>& incomplete) {
   if (incomplete.empty()) return "";
-  std::string text = TextWithBreaks(strings, kLeftToDo);
+  std::string text = TextWithBreaks(strings, TextId::LeftToDoHeading);
   for (const std::string& sentence : incomplete) text += sentence + kBreak;
   return text + kBreak;
 }
@@ -131,19 +116,19 @@ void WriteReport(Platform& platform, const std::string& setupDir, const std::str
   const StringTable& strings = platform.strings;
   const std::string path = FixPath(setupDir) + "\\Script Files\\Report.txt";
   const std::string separator = std::string(kSeparator) + kBreak + kBreak + kBreak;
-  const auto print = [&](unsigned number) { return FormatFor80CharDisplay(TextWithBreaks(strings, number)); };
+  const auto print = [&](TextId id) { return FormatFor80CharDisplay(TextWithBreaks(strings, id)); };
 
   // Every printed item but the first ends in a line break of its own.
-  std::string text = print(kFileTitle);
+  std::string text = print(TextId::ReportFileHeading);
   const std::string now = platform.clock.LocalDateTimeText();
-  if (now.empty()) TellFailure("The report " + path + " bears no date: the system did not tell it.");
+  if (now.empty()) AddFinding(FindingId::ReportWithoutDate, {path});
   text += now + kBreak + kBreak + kBreak;
   text += separator;
-  text += print(kReportTitle) + kBreak;
+  text += print(TextId::ReportHeading) + kBreak;
   text += FormatFor80CharDisplay(report) + kBreak;
   text += std::string(kBreak) + kBreak;
   text += separator;
-  text += print(kTreeTitle) + kBreak;
+  text += print(TextId::ProjectViewHeading) + kBreak;
   // In one write with the trees, so that a retry after a failure does not print the report twice.
   for (const auto& node : projectView) WriteTreeView(strings, *node, 0, text);
   CheckSystem(platform.files.Write(path, platform.codePage.Encode(text), WriteMode::Append), path);

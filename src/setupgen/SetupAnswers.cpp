@@ -3,19 +3,12 @@
 #include <algorithm>
 #include <array>
 
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/Findings.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
-
-constexpr unsigned kInitialApplicationName = 1014;
-constexpr unsigned kInitialApplicationType = 1035;
-constexpr unsigned kInitialCompanyName = 1043;
-constexpr unsigned kInitialVersion = 1044;
-constexpr unsigned kIllegalApplicationName = 1050;
-constexpr unsigned kIllegalCompanyName = 1051;
 
 bool HasControlCharacter(const std::string& text) {
   return std::any_of(text.begin(), text.end(), [](char c) {
@@ -58,10 +51,10 @@ bool FitsCodePage(const CodePage& codePage, const std::string& text) {
 
 SetupAnswers InitialAnswers(const StringTable& strings) {
   SetupAnswers answers;
-  answers.applicationName = strings.Text(kInitialApplicationName);
-  answers.companyName = strings.Text(kInitialCompanyName);
-  answers.applicationType = strings.Text(kInitialApplicationType);
-  answers.applicationVersion = strings.Text(kInitialVersion);
+  answers.applicationName = strings.Text(TextId::YourApplicationName);
+  answers.companyName = strings.Text(TextId::YourCompany);
+  answers.applicationType = strings.Text(TextId::DatabaseApplication);
+  answers.applicationVersion = strings.Text(TextId::FirstVersion);
   return answers;
 }
 
@@ -82,17 +75,17 @@ SetupAnswers ProposedAnswers(const StringTable& strings, const CProject& project
   return answers;
 }
 
-std::optional<unsigned> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
-                                       const SetupAnswers& proposed) {
+std::optional<TextId> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
+                                     const SetupAnswers& proposed) {
   const std::string& name = answers.applicationName;
   const bool nameGiven = name != proposed.applicationName;
   if (IsReservedBySystem(name) || !FitsCodePage(codePage, name) ||
       (nameGiven && (HasIllegalCharacter(name) || EndsWith(name, " ")))) {
-    return kIllegalApplicationName;
+    return TextId::IllegalApplicationName;
   }
   const std::string& company = answers.companyName;
   if (!FitsCodePage(codePage, company) || (company != proposed.companyName && HasIllegalCharacter(company))) {
-    return kIllegalCompanyName;
+    return TextId::IllegalCompanyName;
   }
   return std::nullopt;
 }
@@ -100,7 +93,7 @@ std::optional<unsigned> RefusalOfNames(const CodePage& codePage, const SetupAnsw
 void NoteUnwritableAnswers(const CodePage& codePage, const SetupAnswers& answers) {
   for (const std::string* text : {&answers.applicationType, &answers.applicationVersion}) {
     if (FitsCodePage(codePage, *text)) continue;
-    TellFailure("The text " + *text + " cannot be written whole in the machine's code page.");
+    AddFinding(FindingId::TextNotInCodePage, {*text});
   }
 }
 

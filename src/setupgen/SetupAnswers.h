@@ -35,11 +35,11 @@ SetupAnswers InitialAnswers(const StringTable& strings);
 // project lacks keeps its initial text.
 SetupAnswers ProposedAnswers(const StringTable& strings, const CProject& project, const std::string& appName);
 
-// The number of the message that refuses one of the names, or nothing when both may be used. A proposal that
+// The message that refuses one of the names, or nothing when both may be used. A proposal that
 // was left alone is accepted as it is, since it was cleaned or only names the company ("Acme Inc."), unless
 // the system would not make a folder of that name.
-std::optional<unsigned> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
-                                       const SetupAnswers& proposed);
+std::optional<TextId> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
+                                     const SetupAnswers& proposed);
 // Notes which of the other answers the machine's code page cannot hold.
 void NoteUnwritableAnswers(const CodePage& codePage, const SetupAnswers& answers);
 

@@ -1,38 +1,38 @@
 #include "support/CheckedFileSystem.h"
 
-#include "support/basLogging.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 namespace {
 
-SystemError Check(SystemError error, const std::string& path, const char* what) {
+SystemError Check(SystemError error, const std::string& path, FindingId failure) {
   if (error != SystemError::Success && !MeansMissing(error)) {
-    TellFailure("The file " + path + " could not be " + what + ErrorCodeText(error) + ".");
+    AddFinding(failure, {path, ErrorCode(error)});
   }
   return error;
 }
 
-std::string CheckFolder(std::string folder, const char* name) {
-  if (folder.empty()) TellFailure(std::string("The system did not name its ") + name + " folder.");
+std::string CheckFolder(std::string folder, FindingId failure) {
+  if (folder.empty()) AddFinding(failure);
   return folder;
 }
 
 }  // namespace
 
 SystemError CheckedFileSystem::Find(const std::string& pattern, std::vector<FoundFile>& found) {
-  return Check(ForwardingFileSystem::Find(pattern, found), pattern, "looked for");
+  return Check(ForwardingFileSystem::Find(pattern, found), pattern, FindingId::FileSearchFailed);
 }
 
 SystemError CheckedFileSystem::Map(const std::string& path, std::unique_ptr<FileView>& view) {
-  return Check(ForwardingFileSystem::Map(path, view), path, "read");
+  return Check(ForwardingFileSystem::Map(path, view), path, FindingId::FileUnreadable);
 }
 
 std::string CheckedFacts::WindowsDirectory(std::size_t size) {
-  return CheckFolder(inner_.WindowsDirectory(size), "Windows");
+  return CheckFolder(inner_.WindowsDirectory(size), FindingId::WindowsFolderUnknown);
 }
 
 std::string CheckedFacts::SystemDirectory(std::size_t size) {
-  return CheckFolder(inner_.SystemDirectory(size), "system");
+  return CheckFolder(inner_.SystemDirectory(size), FindingId::SystemFolderUnknown);
 }
 
 }  // namespace bxvbwiz

@@ -1,6 +1,6 @@
 #include "support/CheckedProfileStrings.h"
 
-#include "support/basLogging.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -8,7 +8,7 @@ std::string CheckedProfileStrings::GetString(ProfileText section, ProfileText ke
                                              std::string_view defaultValue, std::size_t size,
                                              const std::string& file) {
   std::string value = ForwardingProfileStrings::GetString(section, key, defaultValue, size, file);
-  for (const std::string& unread : Unreadable()) Tell("The file " + unread + " could not be read.");
+  for (const std::string& unread : Unreadable()) Tell(FindingId::ProfileUnreadable, unread);
   return value;
 }
 
@@ -28,12 +28,12 @@ std::vector<std::string> CheckedProfileStrings::Flush() {
 }
 
 bool CheckedProfileStrings::Check(bool written, const std::string& file) {
-  if (!written) Tell("The file " + file + " could not be written.");
+  if (!written) Tell(FindingId::FileNotWritten, file);
   return written;
 }
 
-void CheckedProfileStrings::Tell(const std::string& text) {
-  if (told_.insert(text).second) TellFailure(text);
+void CheckedProfileStrings::Tell(FindingId id, const std::string& file) {
+  if (told_.emplace(id, file).second) AddFinding(id, {file});
 }
 
 }  // namespace bxvbwiz

@@ -2,8 +2,10 @@
 
 #include <set>
 #include <string>
+#include <utility>
 
 #include "platform/Forwarding.h"
+#include "text/Strings.h"
 
 namespace bxvbwiz {
 
@@ -20,9 +22,9 @@ class CheckedProfileStrings : public ForwardingProfileStrings {
 
  private:
   bool Check(bool written, const std::string& file);
-  void Tell(const std::string& text);
+  void Tell(FindingId id, const std::string& file);
 
-  std::set<std::string> told_;
+  std::set<std::pair<FindingId, std::string>> told_;
 };
 
 }  // namespace bxvbwiz

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "text/Strings.h"
+
 namespace bxvbwiz {
 
 // Styles of a message box, as MB_* in winuser.h.
@@ -16,8 +18,8 @@ constexpr int kStyleInformation = 64;
 enum class Button { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 
 struct Message {
-  unsigned number = 0;  // the string-table number of its text
-  int style = 0;        // icon + buttons, the constants above
+  TextId number{};  // of its text
+  int style = 0;    // icon + buttons, the constants above
   std::string text;
   std::string detail;  // what went wrong underneath; for the log and the command line, not for the box
 };
@@ -29,7 +31,7 @@ class User {
  public:
   virtual ~User() = default;
 
-  // Shows a message titled with string 1016 and gives the button that was pressed.
+  // Shows a message titled as the wizard and gives the button that was pressed.
   virtual Button ShowMessage(const Message& message) = 0;
   // What is shown while the wizard works; a user without a display sees nothing of it.
   // Names the present step; empty clears it.
@@ -52,10 +54,6 @@ class User {
   // Marks the wizard as ended. Callers use EndWizard or CancelWizard below, which also leave what was being
   // done.
   virtual void WizardHasEnded() {}
-
-  // Something that the setup lacks, in one sentence with the file's name; the run goes on. Each sentence is
-  // kept once.
-  virtual void NoteIncomplete(const std::string& text) = 0;
 };
 
 // Ends the wizard by a fatal message; the return code stays.

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "support/basLogging.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -10,7 +11,7 @@ std::string CreateGUID(Guids& guids, bool stripBraces) {
   const CallStackEntry entry("CreateGUID");
   const std::optional<GuidBytes> guid = guids.Create();
   if (!guid) {
-    TellFailure("The system gave no new identifier (GUID).");
+    AddFinding(FindingId::NoIdentifier);
     return {};
   }
   // The first three parts of a GUID are numbers, which lie in memory with the low byte first.

@@ -16,7 +16,6 @@ thread_local Session* currentSession = nullptr;
 constexpr char kApplicationName[] = "Bx6vbwiz";
 constexpr char kLoggingSection[] = "Logging";
 constexpr long kLoggingOff = -1;
-constexpr unsigned kUnexpectedErrorText = 2;
 
 // A level that is no 16-bit number counts as switched off.
 long LogLevel(const std::string& text) {
@@ -90,29 +89,14 @@ void LogError(std::string_view routine, const RuntimeError& error) {
   for (const std::string_view name : names) WriteLog("    " + std::string(name));
 }
 
-void PassOver(std::string_view routine, const RuntimeError& error) {
-  LogError(routine, error);
-  if (currentSession == nullptr || currentSession->user == nullptr) return;
-  currentSession->user->NoteIncomplete("A step failed (" + std::string(routine) + "): " + error.what() + ".");
-}
-
-void TellFailure(const std::string& text) {
-  if (currentSession == nullptr || currentSession->user == nullptr) return WriteLog(text);
-  currentSession->user->NoteIncomplete(text);
-}
-
-std::string ErrorCodeText(SystemError error) {
-  return " (system error " + std::to_string(static_cast<std::uint32_t>(error)) + ")";
-}
-
 void ReportError(std::string_view routine, const RuntimeError& error) {
   LogError(routine, error);
   if (currentSession == nullptr || currentSession->user == nullptr) throw WizardEnded{};
   const std::string argument = std::to_string(error.Number()) + " : " + error.what() + " : " + error.Source();
   const std::string text =
-      TokenReplace(currentSession->platform().strings.Text(kUnexpectedErrorText), {argument});
+      TokenReplace(currentSession->platform().strings.Text(TextId::UnexpectedError), {argument});
   User& user = *currentSession->user;
-  if (user.ShowMessage({kUnexpectedErrorText, kStyleRetryCancel, text, {}}) != Button::Retry)
+  if (user.ShowMessage({TextId::UnexpectedError, kStyleRetryCancel, text, {}}) != Button::Retry)
     CancelWizard(user);
 }
 

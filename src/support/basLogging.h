@@ -10,6 +10,8 @@
 
 namespace bxvbwiz {
 
+class Findings;
+
 // How the component was started (App.StartMode).
 enum class StartMode { StandAlone = 0, Automation = 1 };
 
@@ -60,6 +62,8 @@ class Session {
   // Who answers the box of an unexpected error; null before the form is loaded: the error is then logged and
   // the wizard ends.
   User* user = nullptr;
+  // Where findings are collected; null before the form is loaded: the log alone gets them then.
+  Findings* findings = nullptr;
 
   Platform& platform() { return platform_; }
   StartMode startMode() const { return startMode_; }
@@ -106,17 +110,9 @@ class CallStackEntry {
 void WriteLog(const std::string& text);
 // Writes an error and the call stack to the log.
 void LogError(std::string_view routine, const RuntimeError& error);
-// Logs an error that the run goes on after, and tells the user.
-void PassOver(std::string_view routine, const RuntimeError& error);
 // Logs an unexpected error and shows it with Retry and Cancel. Returns after Retry; Cancel ends the wizard
 // with return code 0 (throws WizardEnded).
 void ReportError(std::string_view routine, const RuntimeError& error);
-
-// Tells of a failure that the run goes on after: in the log, and to the user as something that the setup may
-// lack. `text` is one sentence that names the file.
-void TellFailure(const std::string& text);
-// " (system error 5)", for such a sentence.
-std::string ErrorCodeText(SystemError error);
 
 // The exception that is being handled, as a run-time error; passes WizardEnded on.
 RuntimeError CurrentError();
@@ -133,20 +129,6 @@ auto Reporting(std::string_view routine, Step&& step) {
     } catch (...) {
       ReportError(routine, CurrentError());
     }
-  }
-}
-
-// The logging trap: runs `body`; when it fails the error is logged with the stack, the user learns that the
-// setup may lack something, and the routine returns what it has, that is, `body` works on variables of its
-// caller.
-template <class Body>
-void Logging(std::string_view routine, Body&& body) {
-  try {
-    body();
-  } catch (const WizardEnded&) {
-    throw;
-  } catch (...) {
-    PassOver(routine, CurrentError());
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include "support/basFile.h"
 #include "support/basLogging.h"
+#include "support/Findings.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -120,7 +121,7 @@ void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path)
     const std::optional<FileTime> now = clock.SystemTime();
     isSet = now && files.SetTimes(file, *now);
   }
-  if (!isSet) TellFailure("The times of the file " + path + " could not be set.");
+  if (!isSet) AddFinding(FindingId::FileTimesNotSet, {path});
   // A failed open gives a handle of all ones, which is not zero and has always been closed as well.
   if (file != 0) files.Close(file);
 }

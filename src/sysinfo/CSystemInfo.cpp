@@ -5,6 +5,7 @@
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/Conversion.h"
+#include "support/Findings.h"
 #include "sysinfo/Key.h"
 #include "sysinfo/Values.h"
 
@@ -34,7 +35,7 @@ auto Reported(std::string_view name, Routine&& routine) -> decltype(routine()) {
   } catch (...) {
     const RuntimeError error = CurrentError();
     ReportError(name, error);
-    TellFailure("The system information lacks " + std::string(name) + ": " + error.what() + ".");
+    AddFinding(FindingId::SystemInformationMissing, {std::string(name), error.what()});
   }
   return {};
 }

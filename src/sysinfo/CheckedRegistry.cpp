@@ -1,6 +1,6 @@
 #include "sysinfo/CheckedRegistry.h"
 
-#include "support/basLogging.h"
+#include "support/Findings.h"
 #include "sysinfo/Key.h"
 
 namespace bxvbwiz {
@@ -46,8 +46,8 @@ std::string CheckedRegistry::PathOf(RegistryHandle key) {
 
 SystemError CheckedRegistry::Check(SystemError error, RegistryHandle key, const std::string& path) {
   if (error == SystemError::Success || error == SystemError::NoMoreItems || MeansMissing(error)) return error;
-  TellFailure("The registry key " + PathOf(key) + (path.empty() ? "" : "\\" + path) + " could not be read" +
-              ErrorCodeText(error) + ".");
+  AddFinding(FindingId::RegistryKeyUnreadable,
+             {PathOf(key) + (path.empty() ? "" : "\\" + path), ErrorCode(error)});
   return error;
 }
 

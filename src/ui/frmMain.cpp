@@ -12,12 +12,13 @@ namespace {
 // Number, frame, title and default button belong together.
 struct PanelRow {
   Frame frmMain::*frame;
-  unsigned title;
+  TextId title;
 };
 
 constexpr PanelRow kPanels[] = {
-    {&frmMain::fraPanel1, 1001}, {&frmMain::fraPanel2, 1029}, {&frmMain::fraPanel3, 1009},
-    {&frmMain::fraPanel4, 1080}, {&frmMain::fraReport, 1023},
+    {&frmMain::fraPanel1, TextId::WelcomeTitle}, {&frmMain::fraPanel2, TextId::ProjectInformationTitle},
+    {&frmMain::fraPanel3, TextId::SummaryTitle}, {&frmMain::fraPanel4, TextId::DataAccessTitle},
+    {&frmMain::fraReport, TextId::ReportTitle},
 };
 constexpr std::int16_t kPanelCount = static_cast<std::int16_t>(std::size(kPanels));
 
@@ -149,7 +150,7 @@ void frmMain::cmdBrowse_Click() {
   Handle([this] {
     const CallStackEntry entry("frmMain!cmdBrowse_Click");
     const std::string chosen = Reporting("frmMain!cmdBrowse_Click", [this] {
-      return view_->BrowseForFile(platform_.strings.Text(1003), "*.vbp");
+      return view_->BrowseForFile(platform_.strings.Text(TextId::VisualBasicProjectFile), "*.vbp");
     });
     if (chosen.empty()) return;
     txtVBPname.text = chosen;
@@ -190,7 +191,7 @@ void frmMain::optProjectView_Click() {
 
 Button frmMain::ShowMessage(const Message& message) {
   if (!message.detail.empty()) WriteLog(message.text + " (" + message.detail + ")");
-  return view_->ShowMessage(message, platform_.strings.Text(1016));
+  return view_->ShowMessage(message, platform_.strings.Text(TextId::WizardTitle));
 }
 
 void frmMain::ShowStatus(const std::string& text) {
@@ -231,19 +232,12 @@ void frmMain::WizardHasEnded() {
   owner_.WizardEnding();
 }
 
-void frmMain::NoteIncomplete(const std::string& text) {
-  if (std::find(incomplete_.begin(), incomplete_.end(), text) != incomplete_.end()) return;
-  WriteLog(text);
-  incomplete_.push_back(text);
-}
-
 // ---------------------------------------------------------------- the analysis
 
 bool frmMain::LoadTrees(const std::string& projectFile) {
   tvwDependencies.Show(nullptr);
   tvwFiles.Show(nullptr);
   analysis_.reset();
-  incomplete_.clear();
   auto analysis = std::make_unique<Analysis>(platform_, *this, global_);
   const auto rebuild = [this](const CProject& project) { return flow_->RebuildProject(project); };
   if (analysis->LoadTrees(projectFile, chkRebuild.checked, rebuild) != Analysis::Result::Done) return false;

@@ -11,6 +11,7 @@
 #include "project/basGlobal.h"
 #include "setupgen/SetupAnswers.h"
 #include "support/basLogging.h"
+#include "support/Findings.h"
 #include "ui/Controls.h"
 #include "ui/FormPartners.h"
 
@@ -121,7 +122,6 @@ class frmMain : public User {
 
   bool generating = false;  // from Finish until the report page is shown
 
-  const std::vector<std::string>& Incomplete() const { return incomplete_; }
   bool Ended() const { return ended_; }
 
   // The user.
@@ -135,14 +135,13 @@ class frmMain : public User {
   void SetReturnCode(std::int16_t code) override;
   void SetProjectFile(const std::string& path) override;
   void WizardHasEnded() override;
-  void NoteIncomplete(const std::string& text) override;
 
  private:
   void Handle(const std::function<void()>& handler);
   void Attempt(const std::function<void()>& handler);
   void Cancel();
   void LoadTexts();
-  void RefuseCharacter(char32_t& character, unsigned message, TextBox& box);
+  void RefuseCharacter(char32_t& character, TextId message, TextBox& box);
   void UpdateInformationNext();
 
   Session& session_;
@@ -155,7 +154,6 @@ class frmMain : public User {
   bool cancelPending_ = false;
   bool ended_ = false;
   SetupAnswers proposed_;  // by the project-information page
-  std::vector<std::string> incomplete_;
   std::unique_ptr<Analysis> analysis_;
 };
 

@@ -8,16 +8,26 @@ namespace bxvbwiz {
 
 namespace {
 
+constexpr TextId kNoText{};
+
+// What a control carries about its texts.
+std::string Tag(TextId text, TextId toolTip = kNoText) {
+  const auto item = [](const char* name, TextId id) {
+    return id == kNoText ? std::string() : name + std::to_string(NumberOf(id));
+  };
+  return item("Resource=", text) + item(text == kNoText ? "Tooltip=" : ";Tooltip=", toolTip);
+}
+
 // The text that an item of a control's tag names; false when the tag lacks the item or the item is empty.
 bool TextOfTag(const StringTable& strings, const std::string& tag, const char* item, std::string& text) {
   bool found = false;
   const std::optional<std::string> number = GetItem(tag, item, found);
   if (!number.has_value()) return false;
-  text = strings.Text(static_cast<unsigned>(std::strtoul(number->c_str(), nullptr, 10)));
+  text = strings.Text(static_cast<TextId>(std::strtoul(number->c_str(), nullptr, 10)));
   return true;
 }
 
-void LoadControl(const StringTable& strings, Control& control, const char* tag) {
+void LoadControl(const StringTable& strings, Control& control, const std::string& tag) {
   control.tag = tag;
   TextOfTag(strings, control.tag, "Resource", control.text);
   TextOfTag(strings, control.tag, "Tooltip", control.toolTip);
@@ -28,48 +38,48 @@ void LoadControl(const StringTable& strings, Control& control, const char* tag) 
 void frmMain::LoadTexts() {
   struct Row {
     Control& control;
-    const char* tag;
+    std::string tag;
   };
   const Row rows[] = {
-      {cmdNext[0], "Resource=1006"},
-      {cmdNext[1], "Resource=1006"},
-      {cmdNext[2], "Resource=1012"},
-      {cmdNext[3], "Resource=1006"},
-      {cmdBack[0], "Resource=1005"},
-      {cmdBack[1], "Resource=1005"},
-      {cmdBack[2], "Resource=1005"},
-      {cmdBack[3], "Resource=1005"},
-      {cmdCancel, "Resource=1007"},
-      {cmdHelp, "Resource=1008"},
-      {cmdOK, "Resource=1024"},
-      {lblPanel1Inst, "Resource=1002"},
-      {lblVBP, "Resource=1003"},
-      {txtVBPname, "Tooltip=1066"},
-      {cmdBrowse, "Resource=1004;Tooltip=1067"},
-      {chkRebuild, "Resource=1027;Tooltip=1068"},
-      {lblPanel2Inst, "Resource=1030"},
-      {lblApplicationName, "Resource=1013"},
-      {txtApplicationName, "Resource=1014;Tooltip=1069"},
-      {lblCompanyName, "Resource=1031"},
-      {txtCompanyName, "Resource=1043;Tooltip=1070"},
-      {lblApplicationType, "Resource=1032"},
-      {cboApplicationType, "Resource=1035;Tooltip=1071"},
-      {lblApplicationVersion, "Resource=1039"},
-      {txtApplicationVersion, "Resource=1044;Tooltip=1072"},
-      {lblExeCaption, "Resource=1049"},
-      {lblExeName, "Resource=1049"},
-      {Frame5, "Resource=1078"},
-      {lblPanel3Inst, "Resource=1077"},
-      {lblPanel3Instr, "Resource=1081"},
-      {optFileView, "Resource=1010"},
-      {optProjectView, "Resource=1011"},
-      {chkDAOJet, "Resource=1096"},
-      {chkDAOODBCDirect, "Resource=1097"},
-      {chkRDO, "Resource=1098"},
-      {chkADO, "Resource=1099"},
+      {cmdNext[0], Tag(TextId::Next)},
+      {cmdNext[1], Tag(TextId::Next)},
+      {cmdNext[2], Tag(TextId::Finish)},
+      {cmdNext[3], Tag(TextId::Next)},
+      {cmdBack[0], Tag(TextId::Back)},
+      {cmdBack[1], Tag(TextId::Back)},
+      {cmdBack[2], Tag(TextId::Back)},
+      {cmdBack[3], Tag(TextId::Back)},
+      {cmdCancel, Tag(TextId::Cancel)},
+      {cmdHelp, Tag(TextId::Help)},
+      {cmdOK, Tag(TextId::Ok)},
+      {lblPanel1Inst, Tag(TextId::WelcomeInstruction)},
+      {lblVBP, Tag(TextId::VisualBasicProjectFile)},
+      {txtVBPname, Tag(kNoText, TextId::ProjectFileTip)},
+      {cmdBrowse, Tag(TextId::Browse, TextId::BrowseTip)},
+      {chkRebuild, Tag(TextId::RebuildProject, TextId::RebuildTip)},
+      {lblPanel2Inst, Tag(TextId::ProjectInformationInstruction)},
+      {lblApplicationName, Tag(TextId::ApplicationName)},
+      {txtApplicationName, Tag(TextId::YourApplicationName, TextId::ApplicationNameTip)},
+      {lblCompanyName, Tag(TextId::CompanyName)},
+      {txtCompanyName, Tag(TextId::YourCompany, TextId::CompanyNameTip)},
+      {lblApplicationType, Tag(TextId::ApplicationType)},
+      {cboApplicationType, Tag(TextId::DatabaseApplication, TextId::ApplicationTypeTip)},
+      {lblApplicationVersion, Tag(TextId::ApplicationVersion)},
+      {txtApplicationVersion, Tag(TextId::FirstVersion, TextId::ApplicationVersionTip)},
+      {lblExeCaption, Tag(TextId::ApplicationExecutable)},
+      {lblExeName, Tag(TextId::ApplicationExecutable)},
+      {Frame5, Tag(TextId::DataAccessOptions)},
+      {lblPanel3Inst, Tag(TextId::DataAccessInstruction)},
+      {lblPanel3Instr, Tag(TextId::SummaryInstruction)},
+      {optFileView, Tag(TextId::FileGroupView)},
+      {optProjectView, Tag(TextId::ProjectView)},
+      {chkDAOJet, Tag(TextId::DaoWithJet)},
+      {chkDAOODBCDirect, Tag(TextId::DaoWithOdbcDirect)},
+      {chkRDO, Tag(TextId::Rdo)},
+      {chkADO, Tag(TextId::Ado)},
   };
   for (const Row& row : rows) LoadControl(platform_.strings, row.control, row.tag);
-  font = platform_.strings.Text(600);
+  font = platform_.strings.Text(TextId::FormFont);
   lblBranding.text = "Borvex";
 }
 

@@ -7,12 +7,13 @@ namespace bxvbwiz {
 
 namespace {
 
-constexpr unsigned kIllegalApplicationName = 1050;
-constexpr unsigned kIllegalCompanyName = 1051;
-
-// The texts that the application-type box offers.
-constexpr unsigned kFirstApplicationType = 1055;
-constexpr unsigned kLastApplicationType = 1060;
+// What the application-type box offers.
+constexpr TextId kApplicationTypes[] = {TextId::ChoiceGenericApplication,
+                                        TextId::ChoiceDatabaseApplication,
+                                        TextId::ChoiceFinanceApplication,
+                                        TextId::ChoiceInternetApplication,
+                                        TextId::ChoiceSoftwareDevelopmentApplication,
+                                        TextId::ChoiceStatisticalApplication};
 
 // The label that names the executable, measured by the view.
 class ExeLabel : public LabelMetrics {
@@ -43,9 +44,8 @@ void frmMain::InitPanel(std::int16_t panel) {
   txtApplicationVersion.text = proposed_.applicationVersion;
 
   cboApplicationType.items.clear();
-  for (unsigned number = kFirstApplicationType; number <= kLastApplicationType; ++number) {
-    cboApplicationType.items.push_back(platform_.strings.Text(number));
-  }
+  for (const TextId type : kApplicationTypes)
+    cboApplicationType.items.push_back(platform_.strings.Text(type));
   const std::string output = project.OutputPath();
   lblExeName.text = CompactPathForLabel(ExeLabel(*view_), output);
   lblExeName.toolTip = output;
@@ -79,7 +79,7 @@ void frmMain::txtApplicationVersion_Change() {
   });
 }
 
-void frmMain::RefuseCharacter(char32_t& character, unsigned message, TextBox& box) {
+void frmMain::RefuseCharacter(char32_t& character, TextId message, TextBox& box) {
   std::string typed;
   AppendUtf8(typed, character);
   if (!ContainsAnyChar(typed, kIllegalCharacters)) return;
@@ -90,19 +90,19 @@ void frmMain::RefuseCharacter(char32_t& character, unsigned message, TextBox& bo
 }
 
 void frmMain::txtApplicationName_KeyPress(char32_t& character) {
-  Handle([&] { RefuseCharacter(character, kIllegalApplicationName, txtApplicationName); });
+  Handle([&] { RefuseCharacter(character, TextId::IllegalApplicationName, txtApplicationName); });
 }
 
 void frmMain::txtCompanyName_KeyPress(char32_t& character) {
-  Handle([&] { RefuseCharacter(character, kIllegalCompanyName, txtCompanyName); });
+  Handle([&] { RefuseCharacter(character, TextId::IllegalCompanyName, txtCompanyName); });
 }
 
 // What was pasted or given never met the key press.
 bool frmMain::NamesAreLegal() {
-  const std::optional<unsigned> refusal = RefusalOfNames(platform_.codePage, Answers(), proposed_);
+  const std::optional<TextId> refusal = RefusalOfNames(platform_.codePage, Answers(), proposed_);
   if (!refusal.has_value()) return true;
   ShowMessage({*refusal, kStyleExclamation, platform_.strings.Text(*refusal), ""});
-  focus = *refusal == kIllegalCompanyName ? &txtCompanyName : &txtApplicationName;
+  focus = *refusal == TextId::IllegalCompanyName ? &txtCompanyName : &txtApplicationName;
   view_->Refresh();
   return false;
 }

@@ -4,10 +4,10 @@
 
 namespace bxvbwiz {
 
-std::string Win32StringTable::Text(unsigned number) const {
+std::string Win32StringTable::Text(TextId id) const {
   // With a size of 0 the call gives the text itself, in the mapped resource and without a NUL.
   const wchar_t* text = nullptr;
-  const int length = LoadStringW(module_, number, reinterpret_cast<wchar_t*>(&text), 0);
+  const int length = LoadStringW(module_, NumberOf(id), reinterpret_cast<wchar_t*>(&text), 0);
   return length <= 0 ? std::string() : Narrow({text, static_cast<std::size_t>(length)});
 }
 

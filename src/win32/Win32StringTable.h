@@ -11,7 +11,7 @@ class Win32StringTable : public StringTable {
  public:
   // Null is the program.
   explicit Win32StringTable(HMODULE module) : module_(module) {}
-  std::string Text(unsigned number) const override;
+  std::string Text(TextId id) const override;
 
  private:
   HMODULE module_;

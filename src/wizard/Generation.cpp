@@ -6,6 +6,7 @@
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"
+#include "support/Findings.h"
 #include "wizard/ProductValues.h"
 
 namespace bxvbwiz {
@@ -13,10 +14,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr const char* kRoutine = "cmdNext_Click";
-
-constexpr unsigned kCreatingInstallation = 1017;
-constexpr unsigned kCopyingFiles = 1018;
-constexpr unsigned kUpdatingFiles = 1020;
 
 }  // namespace
 
@@ -42,10 +39,10 @@ Generation::Generation(Platform& platform, basGlobal& global, User& user, Analys
       setup_(setup) {}
 
 void Generation::MakeSetupProject() {
-  user_.ShowProgress(platform_.strings.Text(kCreatingInstallation));
+  user_.ShowProgress(platform_.strings.Text(TextId::CreatingInstallation));
   MakeSetupFolder();
   CopyTemplate();
-  user_.ShowProgress(platform_.strings.Text(kUpdatingFiles));
+  user_.ShowProgress(platform_.strings.Text(TextId::UpdatingFiles));
   RenameAndPatchProjectFile();
   MakeFileGroups();
   setup_.report = AssembleReport(platform_.strings, answers_.dataAccess, setup_.scriptDefinedVariables);
@@ -64,7 +61,7 @@ void Generation::CopyTemplate() {
     if (found.empty()) throw RuntimeError(kErrorFileNotFound, "File not found: " + source + "*.bxp");
     return found;
   });
-  user_.ShowProgress(platform_.strings.Text(kCopyingFiles));
+  user_.ShowProgress(platform_.strings.Text(TextId::CopyingFiles));
   std::string target = setup_.folder;
   CopyFileTree(platform_.files, user_, source, target);
 }
@@ -90,7 +87,7 @@ void Generation::MakeFileGroups() {
   global_.AddVBRuntimeObject(setup_.folder);
   FindScriptDefinedVariables(platform_, setup_.folder, after);
   setup_.scriptDefinedVariables = ScriptDefinedVariableNames(before, after);
-  user_.ShowProgress(platform_.strings.Text(kUpdatingFiles));
+  user_.ShowProgress(platform_.strings.Text(TextId::UpdatingFiles));
   PatchShl(platform_, answers_, setup_.folder);
   platform_.profiles.Flush();
   user_.AdvanceProgress();
@@ -100,7 +97,7 @@ void Generation::CreateFileGroups() {
   for (const CFile& file : analysis_.Files()) {
     user_.DoEvents();
     if (analysis_.FileGroups().CreateFileGroup(setup_.folder, file)) continue;
-    TellFailure("The file " + file.FileName + " could not be entered into its file group.");
+    AddFinding(FindingId::FileNotInGroup, {file.FileName});
   }
   // The runtime component is entered by a routine that reads the lists itself.
   analysis_.Lists().Forget();

@@ -71,7 +71,7 @@ void PageDriver::Finish() {
   Generation generation(core_.platform(), core_.global(), form_, *analysis, form_.Answers(),
                         setupProjectName_, setup);
   generation.MakeSetupProject();
-  form_.txtReport.text = LeftToDo(core_.platform().strings, form_.Incomplete()) + setup.report;
+  form_.txtReport.text = LeftToDo(core_.platform().strings, analysis->Found().Texts()) + setup.report;
   form_.ShowPanel(kPanelReport);
   form_.HidePanel(kPanelSummary);
   generation.SaveReport();

@@ -40,7 +40,7 @@ std::string SecondLine(Platform& platform, const std::string& path) {
 bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
   const CallStackEntry entry(kRoutine);
   Platform& platform = core.platform();
-  user.ShowStatus(platform.strings.Text(1052));
+  user.ShowStatus(platform.strings.Text(TextId::RebuildingProject));
   user.DoEvents();
 
   const std::string folder = core.global().FindVB();
@@ -64,13 +64,15 @@ bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
       return false;
     }
     core.HoldBuildLog(log);
-    succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(1042)));
+    succeeded = EndsWith(UpperCase(line), UpperCase(platform.strings.Text(TextId::BuildSucceeded)));
   }
   user.ShowStatus("");
   if (!succeeded) {
     const StringTable& strings = platform.strings;
     user.ShowMessage(
-        {1028, kStyleCritical, strings.Text(1028) + "\r\n\r\n" + strings.Text(1065) + "\r\n" + log, ""});
+        {TextId::RebuildFailed, kStyleCritical,
+         strings.Text(TextId::RebuildFailed) + "\r\n\r\n" + strings.Text(TextId::SeeBuildLog) + "\r\n" + log,
+         ""});
   }
   return succeeded;
 }

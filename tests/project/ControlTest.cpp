@@ -71,16 +71,16 @@ TEST_F(ControlTest, TheRegisteredVersionDecidesTheFile) {
   };
   for (const auto& [line, answer, name, include, messages] : cases) {
     CObject control(context());
-    user.answers[1095] = answer;
+    user.answers[TextId::OtherVersionInstalled] = answer;
     user.messages.clear();
-    user.incomplete.clear();
+    findings().Clear();
     builder.calls.clear();
     control.SetRawName(line);
     EXPECT_EQ(control.Name, name) << line;
     EXPECT_EQ(control.Include, include) << line;
     EXPECT_EQ(Join(user.messages), messages) << line;
     // Whatever is left out is noted; nothing else is. Only what was resolved gets facts.
-    EXPECT_EQ(user.incomplete.size(), include ? 0U : 1U) << line;
+    EXPECT_EQ(findings().All().size(), include ? 0U : 1U) << line;
     EXPECT_EQ(builder.calls.size(), include ? 1U : 0U) << line;
   }
 }
@@ -125,7 +125,7 @@ TEST_F(ControlTest, ReferencesToDataAccessLibrariesAreFlaggedAndNotIncluded) {
       {"{Y}#1.0#0#here.tlb#X", "C:\\windows\\system32\\here.tlb|yes||"},
       {"{Y}#1.0#0#x.tlb#The X", "C:\\windows\\system32\\x.tlb|no||" + kMissing + "The X (x.tlb)"}};
   for (const auto& [line, outcome] : cases) EXPECT_EQ(Resolve("*\\G" + line), outcome);
-  EXPECT_EQ(user.incomplete.size(), 2U) << "only what is missing is noted";
+  EXPECT_EQ(findings().All().size(), 2U) << "only what is missing is noted";
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "project/basGlobal.h"
-#include "support/basLogging.h"
+#include "support/Findings.h"
 #include "support/RecordingUser.h"
 #include "TestMachine.h"
 
@@ -97,12 +97,14 @@ TEST(GlobalTest, ASystemFileListThatCannotBeFoundIsAnErrorAndAnEmptyOneIsTold) {
     Session session(disk.platform(), StartMode::Automation);
     const SessionScope scope(session);
     session.user = &user;
+    Findings findings(disk.platform().strings);
+    session.findings = &findings;
     basGlobal global(disk.platform());
     if (*value != '"') {
       EXPECT_THROW(global.LoadSystemFiles(), RuntimeError) << value;
     } else {
       global.LoadSystemFiles();
-      EXPECT_EQ(user.incomplete.size(), 1U);
+      EXPECT_EQ(findings.All().size(), 1U);
     }
   }
 }

@@ -10,7 +10,7 @@
 
 #include "project/CProject.h"
 #include "support/basFile.h"
-#include "support/basLogging.h"
+#include "support/Findings.h"
 #include "support/RecordingUser.h"
 #include "TestMachine.h"
 
@@ -26,13 +26,13 @@ inline std::string Join(const std::vector<std::string>& texts) {
 class AnsweringUser : public RecordingUser {
  public:
   Button ShowMessage(const Message& message) override {
-    messages.push_back(std::to_string(message.number) + "/" + std::to_string(message.style) + " " +
+    messages.push_back(std::to_string(NumberOf(message.number)) + "/" + std::to_string(message.style) + " " +
                        message.text.substr(0, message.text.find(" is ")));
     const auto answer = answers.find(message.number);
     return answer == answers.end() ? Button::Yes : answer->second;
   }
 
-  std::map<unsigned, Button> answers;
+  std::map<TextId, Button> answers;
 };
 
 // Finds a file where its path says, or else in the given folders, and remembers its calls as
@@ -78,6 +78,10 @@ class ProjectFixture : public ::testing::Test {
     if (!run_) run_ = std::make_unique<Run>(disk.platform(), user, builder);
     return run_->context;
   }
+  Findings& findings() {
+    context();
+    return run_->findings;
+  }
 
   TestMachine disk;
   AnsweringUser user;
@@ -89,8 +93,10 @@ class ProjectFixture : public ::testing::Test {
         : session(platform, StartMode::Automation),
           scope(session),
           global(platform),
-          context{platform, user, global, builder} {
+          context{platform, user, global, builder},
+          findings(platform.strings) {
       global.user = &user;
+      session.findings = &findings;
       builder.files = &platform.files;
       global.LoadSystemFiles();
     }
@@ -98,6 +104,7 @@ class ProjectFixture : public ::testing::Test {
     SessionScope scope;
     basGlobal global;
     AnalysisContext context;
+    Findings findings;
   };
   std::unique_ptr<Run> run_;
 };

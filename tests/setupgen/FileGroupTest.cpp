@@ -110,8 +110,8 @@ TEST_F(FileGroupTest, AFileWhoseFolderIsNotThatOfItsGroupIsTold) {
   first.Destination = same.Destination = "$(APPPATH)\\Data";
   other.Destination = "$(APPPATH)\\Data\\Sub";
   for (const CFile* file : {&first, &same, &other}) run().groups.CreateFileGroup(kSetup, *file);
-  ASSERT_EQ(user.incomplete.size(), 1U);
-  EXPECT_NE(user.incomplete[0].find("<TARGETDIR>\\Data\\Sub"), std::string::npos) << user.incomplete[0];
+  ASSERT_EQ(run().findings.All().size(), 1U);
+  EXPECT_EQ(run().findings.All()[0].values[1], "<TARGETDIR>\\Data\\Sub");
 }
 
 }  // namespace

@@ -30,15 +30,18 @@ TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
   const StringTable& strings = run().platform.strings;
   for (int bits = 0; bits < 16; ++bits) {
     const DataAccessNeeds needs{(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
-    std::string expected = *ReplaceAll(strings.Text(1021), "/n", "\r\n");
-    const unsigned dao[] = {0, 1063, 1061, 1064};
-    for (const unsigned number : {dao[bits & 3], needs.rdo ? 1062U : 0U, needs.ado ? 1075U : 0U})
-      if (number != 0) expected += "\r\n\r\n" + strings.Text(number);
+    std::string expected = *ReplaceAll(strings.Text(TextId::ReportIntroduction), "/n", "\r\n");
+    const TextId dao[] = {
+        {}, TextId::DaoJetRequired, TextId::DaoOdbcDirectRequired, TextId::DaoJetAndOdbcDirectRequired};
+    for (const TextId text : {dao[bits & 3], needs.rdo ? TextId::RdoRequired : TextId{},
+                              needs.ado ? TextId::AdoRequired : TextId{}})
+      if (text != TextId{}) expected += "\r\n\r\n" + strings.Text(text);
     expected += "\r\n\r\nPlease ensure you take any";
     EXPECT_EQ(AssembleReport(strings, needs, {}).substr(0, expected.size()), expected) << bits;
   }
   EXPECT_NE(AssembleReport(strings, {}, ScriptDefinedVariableNames(1, 3))
-                .find("\r\n\r\n" + strings.Text(1073) + "\r\n - <VBWizVar-1>, <VBWizVar-2>\r\n\r\nPlease"),
+                .find("\r\n\r\n" + strings.Text(TextId::VariablesAdded) +
+                      "\r\n - <VBWizVar-1>, <VBWizVar-2>\r\n\r\nPlease"),
             std::string::npos);
 }
 

@@ -9,8 +9,8 @@
 
 #include "platform/Forwarding.h"
 #include "setupgen/CFileGroups.h"
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/Findings.h"
 #include "support/RecordingUser.h"
 #include "TestMachine.h"
 
@@ -53,12 +53,14 @@ class SetupFixture : public ::testing::Test {
                    machine.guids,    machine.settings, machine.clock, machine.codePage, machine.strings} {
       session.log.Init();
       session.user = global.user = &user;
+      session.findings = &findings;
     }
     WatchedProfiles profiles;
     WatchedFiles files;
     Platform platform;
     Session session{platform, StartMode::Automation};
     SessionScope scope{session};
+    Findings findings{platform.strings};
     basGlobal global{platform};
     NumberedKeys lists{profiles};
     CFileGroups groups{platform, global, [] { return "C:\\App\\App.vbp"; }, lists};

@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "support/basLogging.h"
+#include "support/Findings.h"
 #include "support/RecordingUser.h"
 #include "TestMachine.h"
 

@@ -16,7 +16,6 @@ class RecordingUser : public User {
   std::deque<Button> answers;
   std::vector<std::string> messages;
   std::vector<std::string> statuses;
-  std::vector<std::string> incomplete;
   std::vector<Pointer> pointers;
   int advances = 0;
   int events = 0;
@@ -36,12 +35,11 @@ class RecordingUser : public User {
   void DoEvents() override { ++events; }
   void SetReturnCode(std::int16_t code) override { returnCode = code; }
   void WizardHasEnded() override { ended = true; }
-  void NoteIncomplete(const std::string& text) override { incomplete.push_back(text); }
 };
 
 // The message about an unexpected error.
 inline std::string ErrorMessage(const std::string& error) {
-  return TokenReplace(CompiledText(2), {error});
+  return TokenReplace(CompiledText(TextId::UnexpectedError), {error});
 }
 
 }  // namespace bxvbwiz

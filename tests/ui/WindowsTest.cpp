@@ -96,11 +96,15 @@ TEST_F(Win32ViewTest, ExplainsItsControlsInToolTips) {
     const HWND welcome = GetDlgItem(window, kIdFrame + kPanelWelcome);
     const HWND information = GetDlgItem(window, kIdFrame + kPanelInformation);
     SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), HTCLIENT);
-    unsigned number = 1066;
-    for (const int id : {kIdProjectFile, kIdBrowse, kIdRebuild, kIdApplicationName, kIdCompanyName,
-                         kIdApplicationType, kIdApplicationVersion}) {
+    for (const auto& [id, text] : {std::pair(int{kIdProjectFile}, TextId::ProjectFileTip),
+                                   {kIdBrowse, TextId::BrowseTip},
+                                   {kIdRebuild, TextId::RebuildTip},
+                                   {kIdApplicationName, TextId::ApplicationNameTip},
+                                   {kIdCompanyName, TextId::CompanyNameTip},
+                                   {kIdApplicationType, TextId::ApplicationTypeTip},
+                                   {kIdApplicationVersion, TextId::ApplicationVersionTip}}) {
       const HWND control = GetDlgItem(id < kIdInformationText ? welcome : information, id);
-      const std::string tip = CompiledText(number++);
+      const std::string tip = CompiledText(text);
       EXPECT_EQ(ToolTip(window, control), tip) << id;
       if (id != kIdApplicationType) continue;
       EXPECT_EQ(ToolTip(window, GetWindow(control, GW_CHILD)), tip) << "its text box";

@@ -22,7 +22,7 @@ TEST_F(AnalysisTest, AMissingProductKeyEndsTheWizardAndIsShownOnce) {
     EXPECT_EQ(host_->Form(), nullptr);
     app_ = std::make_unique<Application>(*host_);
   }
-  EXPECT_EQ(seen_.messages, std::vector<unsigned>{1047});
+  EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::RegistryKeyMissing});
 }
 
 TEST_F(AnalysisTest, ANeededFileOfOneNameIsTakenWhereItIsFoundAndTheOtherIsNamed) {
@@ -41,7 +41,7 @@ TEST_F(AnalysisTest, ANeededFileOfOneNameIsTakenWhereItIsFoundAndTheOtherIsNamed
                  "Object = {a.ocx}#1.0#0; a.ocx\r\nObject = {b.ocx}#1.0#0; b.ocx\r\n");
   Start();
   LeaveWelcome();
-  EXPECT_EQ(Form().Incomplete(),
+  EXPECT_EQ(Form().Shown()->Found().Texts(),
             std::vector<std::string>{"The file C:\\Src\\Release\\Final\\both.dll was left out, because "
                                      "C:\\windows\\system32\\both.dll has the same key."});
   EXPECT_EQ(Form().Shown()->Files().FindItem("Klatedll")->FileLinkPath, "C:\\Src\\Release\\Final\\");
@@ -60,7 +60,7 @@ TEST_F(AnalysisTest, AFileIsInstalledOnceWhateverTheSpellingsOfItsName) {
   std::string names;
   for (const CFile& file : Form().Shown()->Files()) names += GetPathFileName(file.FileName) + " ";
   EXPECT_EQ(names, "App.exe a.ocx AB-C.dll abc.dll ");
-  EXPECT_TRUE(Form().Incomplete().empty());
+  EXPECT_TRUE(Form().Shown()->Found().Texts().empty());
 }
 
 // Knows a library as a remote server; nothing in the registry tells.
@@ -82,7 +82,7 @@ TEST_F(AnalysisTest, ARemoteServerIsNamedAndTheReadingGoesOn) {
   RemoteServerBuilder builder;
   CProject project({core_->platform(), Form(), core_->global(), builder});
   project.SetFileName("C:\\Src\\Remote.vbp");
-  EXPECT_EQ(seen_.messages, std::vector<unsigned>{1041});
+  EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::RemoteServerUsed});
   EXPECT_EQ(seen_.told.find("This project uses the remote server component C:\\remote.tlb."), 0U)
       << seen_.told;
   EXPECT_EQ(project.Forms().Count(), 1U);

@@ -49,10 +49,10 @@ TEST_F(WizardTest, NamesThatCannotBeFoldersOrWrittenAreRefused) {
   // The Japanese name is not in code page 1252.
   for (const char* name :
        {"a.b", "a\\b", "a'b", "con", "Lpt1", "NUL ", "blank ", "tab\tin", "\u65E5\u672C"}) {
-    EXPECT_EQ(messagesFor(name, "Acme Inc."), std::vector<unsigned>{1050}) << name;
+    EXPECT_EQ(messagesFor(name, "Acme Inc."), std::vector<TextId>{TextId::IllegalApplicationName}) << name;
     EXPECT_TRUE(Form().fraPanel2.visible) << name;
   }
-  EXPECT_EQ(messagesFor("Console", "Other Inc."), std::vector<unsigned>{1051})
+  EXPECT_EQ(messagesFor("Console", "Other Inc."), std::vector<TextId>{TextId::IllegalCompanyName})
       << "only the proposal may keep its full stop";
   EXPECT_TRUE(messagesFor("Console", "Acme Inc.").empty());
   EXPECT_TRUE(Form().fraPanel3.visible);
@@ -69,7 +69,8 @@ TEST_F(WizardTest, AnIllegalKeyIsRefusedAndAnEmptyTextDisablesNext) {
   key = U'\u00E9';
   Form().txtCompanyName_KeyPress(key);
   EXPECT_EQ(key, U'\u00E9');
-  EXPECT_EQ(seen_.messages, (std::vector<unsigned>{1050, 1051}));
+  EXPECT_EQ(seen_.messages,
+            (std::vector<TextId>{TextId::IllegalApplicationName, TextId::IllegalCompanyName}));
   for (const char* version : {"", "3"}) {
     Form().txtApplicationVersion.text = version;
     Form().txtApplicationVersion_Change();
@@ -144,14 +145,14 @@ TEST_F(WizardTest, AFormThatCannotBeMadeIsAnErrorAndTheNextOneIsMade) {
 
 TEST_F(WizardTest, AnErrorOfTheAnalysisLeavesNoStatusBehind) {
   Start();
-  seen_.answers[2] = Button::Retry;
+  seen_.answers[TextId::UnexpectedError] = Button::Retry;
   int looks = 0;
   seen_.whileEventsRun = [&looks](frmMain& form) {
     EXPECT_FALSE(form.lblStatus.text.empty());
     if (++looks == 3) throw std::bad_alloc();  // the project was read by then
   };
   LeaveWelcome();
-  EXPECT_EQ(seen_.messages, std::vector<unsigned>{2});
+  EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::UnexpectedError});
   EXPECT_TRUE(Form().fraPanel1.visible);
   EXPECT_EQ(Form().lblStatus.text, "");
 }
@@ -201,9 +202,9 @@ TEST_F(WizardTest, AStandAloneStartReadsItsOptionsAndLeavesItsResults) {
 }
 
 TEST_F(WizardTest, ABadCommandLineIsReportedAndStopsNothing) {
-  seen_.answers[2] = Button::Retry;
+  seen_.answers[TextId::UnexpectedError] = Button::Retry;
   Start(StartMode::StandAlone, "/IABCD /iEFGH");
-  EXPECT_EQ(seen_.messages, std::vector<unsigned>{2});
+  EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::UnexpectedError});
   ASSERT_NE(host_->Form(), nullptr);
   host_.reset();
   seen_.answers.clear();

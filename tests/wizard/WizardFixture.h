@@ -19,9 +19,9 @@ namespace bxvbwiz {
 
 // What the view leaves behind; it outlives the form.
 struct Seen {
-  std::vector<unsigned> messages;
-  std::string told;                    // their texts
-  std::map<unsigned, Button> answers;  // by string number; Ok without one
+  std::vector<TextId> messages;
+  std::string told;                  // their texts
+  std::map<TextId, Button> answers;  // Ok without one
   std::function<void(frmMain&)> whileEventsRun;
   std::map<int, std::string> progress;  // what the label said while the bar stood there
   std::string browsed = "C:\\Src\\App.vbp";
@@ -36,9 +36,10 @@ class ScriptedView : public FormView {
     seen_.messages.push_back(message.number);
     seen_.told += message.text + "\n" + message.detail + "\n";
     const auto answer = seen_.answers.find(message.number);
-    if (message.number != 2) return answer == seen_.answers.end() ? Button::Ok : answer->second;
+    if (message.number != TextId::UnexpectedError)
+      return answer == seen_.answers.end() ? Button::Ok : answer->second;
     // Retry once, then Cancel.
-    return seen_.answers.erase(2) != 0 ? Button::Retry : Button::Cancel;
+    return seen_.answers.erase(TextId::UnexpectedError) != 0 ? Button::Retry : Button::Cancel;
   }
   void Refresh() override {
     if (form_.pbrProgress.visible) seen_.progress.emplace(form_.pbrProgress.value, form_.lblProgress.text);
