@@ -1,12 +1,14 @@
 #include <cstdlib>
 
 #include "project/EXEFile.h"
+#include "project/PeImage.h"
 #include "TestMachine.h"
+
+using namespace bxvbwiz;
 
 // Reads the input as an executable. Only the reader's own error may come out of it, and no more names than
 // the file can pay for.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using namespace bxvbwiz;
   static TestMachine machine;
   EXEFile file(machine.platform(), nullptr);
   bool opened = false;
@@ -22,4 +24,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // A byte of the code page takes at most three in UTF-8.
   if (names > 3 * (size + 0x10000)) std::abort();
   return 0;
+}
+
+// Both headers and the two tables.
+std::vector<std::size_t> TellingPlaces(const std::string& input) {
+  const std::uint32_t newHeader = GetLongFromBytes(input, 60);
+  const BytesInMemory file(input);
+  const PeImage image(file, newHeader);
+  std::vector<std::size_t> places = {0, newHeader};
+  for (const PeImage::Directory directory : {PeImage::Directory::Imports, PeImage::Directory::Exports}) {
+    const auto table = image.At(image.AddressOf(directory), 1);
+    if (table && !table->empty()) places.push_back(static_cast<std::size_t>(table->data() - input.data()));
+  }
+  return places;
 }

@@ -1,17 +1,21 @@
 #include <algorithm>
+#include <cctype>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
 #include "machine/CodePages.h"
+#include "machine/MachineError.h"
+#include "machine/MachineIni.h"
 #include "machine/ProfileEngine.h"
 
-// The input is a section, a key and a value, each ended by a line feed, and a profile file behind them. What
-// is written reads back, and a file that was changed in memory is the same as its bytes read again.
+// The input is a section, a key and a value, each ended by a line feed, and then a profile file. What is
+// written reads back, and a file that was changed in memory is the same as its bytes read again. As a
+// machine.ini the file is read, or refused with a message that names it.
 namespace {
 
-using bxvbwiz::ProfileEngine;
+using namespace bxvbwiz;
 
 void Require(bool holds) {
   if (!holds) std::abort();
@@ -25,24 +29,31 @@ std::string TakeLine(std::string_view& rest) {
 
 // Nothing in the text has a meaning of its own in a profile file, and every code page holds it.
 bool IsPlain(const std::string& text) {
-  return !text.empty() &&
-         text.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._") ==
-             std::string::npos;
+  const auto isPlain = [](unsigned char c) { return c < 0x80 && std::isalnum(c) != 0; };
+  return !text.empty() && std::all_of(text.begin(), text.end(), isPlain);
 }
 
-void RequireSame(const bxvbwiz::CodePage& codePage, const ProfileEngine& engine, bool isUtf16) {
+void RequireSame(const CodePage& codePage, const ProfileEngine& engine, bool isUtf16) {
   const std::string bytes = engine.Bytes();
   // Without its first lines a file may happen to begin with the mark of UTF-16.
   if (!isUtf16 && bytes.substr(0, 2) == "\xFF\xFE") return;
   const ProfileEngine again(codePage, bytes);
-  Require(again.Bytes() == bytes);
-  Require(again.Sections() == engine.Sections());
+  Require(again.Bytes() == bytes && again.Sections() == engine.Sections());
   for (const std::string& section : engine.Sections()) {
     const auto keys = engine.Keys(section);
     Require(again.Keys(section) == keys);
-    for (const std::string& key : keys.value_or(std::vector<std::string>())) {
+    for (const std::string& key : keys.value_or(std::vector<std::string>()))
       Require(again.Value(section, key) == engine.Value(section, key));
-    }
+  }
+}
+
+void ReadAsMachineIni(std::string_view bytes) {
+  try {
+    const MachineIni ini = ReadMachineIni(bytes, "machine.ini");
+    Require(ini.codePage && ini.windowsFolder.size() > 2 && ini.systemFolder.size() > 2);
+    for (const auto& [program, host] : ini.programs) Require(program.size() > 2 && !host.empty());
+  } catch (const MachineError& error) {
+    Require(std::string(error.what()).find("machine.ini") != std::string::npos);
   }
 }
 
@@ -53,19 +64,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string section = TakeLine(rest);
   const std::string key = TakeLine(rest);
   const std::string value = TakeLine(rest);
-  static const auto page = bxvbwiz::MakeCodePage(932);
-  const bxvbwiz::CodePage& codePage = *page;
-  ProfileEngine engine(codePage, rest);
+  ReadAsMachineIni(rest);
+  static const auto codePage = MakeCodePage(932);
+  ProfileEngine engine(*codePage, rest);
   const bool isUtf16 = rest.substr(0, 2) == "\xFF\xFE";
-  RequireSame(codePage, engine, isUtf16);
+  RequireSame(*codePage, engine, isUtf16);
   engine.SetValue(section, key, value);
-  RequireSame(codePage, engine, isUtf16);
+  RequireSame(*codePage, engine, isUtf16);
   if (IsPlain(section) && IsPlain(key) && IsPlain(value)) Require(engine.Value(section, key) == value);
   engine.SetSection(section, key + '=' + value);
-  RequireSame(codePage, engine, isUtf16);
+  RequireSame(*codePage, engine, isUtf16);
   engine.RemoveKey(section, key);
-  RequireSame(codePage, engine, isUtf16);
+  RequireSame(*codePage, engine, isUtf16);
   engine.RemoveSection(section);
-  RequireSame(codePage, engine, isUtf16);
+  RequireSame(*codePage, engine, isUtf16);
   return 0;
 }

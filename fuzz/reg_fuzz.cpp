@@ -7,15 +7,10 @@
 #include "machine/MachineRegistry.h"
 #include "text/Text.h"
 
-// The input is an export. It is left as it is when nothing changes, and what was changed in memory is the
-// same as its text read again.
+// The input is an export. What was changed in memory is the same as its text read again.
 namespace {
 
 using namespace bxvbwiz;
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 constexpr RegistryHandle kRoots[] = {static_cast<RegistryHandle>(0x80000001U),
                                      static_cast<RegistryHandle>(0x80000002U),
@@ -24,8 +19,8 @@ constexpr std::uint32_t kAll = 0x2003F;
 constexpr std::size_t kRoom = 1 << 20;
 constexpr unsigned kDeepest = 64;
 
-// Everything below the key as one text. When the heading that spelled a name first is gone, the next one's
-// spelling counts; the case of names is not compared.
+// Everything below the key as one text. When the heading that spells a name first is removed, the spelling of
+// the next one counts, so the case of names is not compared.
 void Dump(MachineRegistry& registry, RegistryHandle key, unsigned depth, std::string& dump) {
   std::string name;
   std::uint32_t type = 0;
@@ -38,9 +33,8 @@ void Dump(MachineRegistry& registry, RegistryHandle key, unsigned depth, std::st
   for (std::uint32_t i = 0; registry.EnumKey(key, i, kRoom, name) == SystemError::Success; ++i) {
     dump += '[' + std::to_string(depth) + UpperCase(name) + "]\n";
     RegistryHandle child = 0;
-    if (depth < kDeepest && registry.OpenKey(key, name, kAll, child) == SystemError::Success) {
+    if (depth < kDeepest && registry.OpenKey(key, name, kAll, child) == SystemError::Success)
       Dump(registry, child, depth + 1, dump);
-    }
   }
 }
 
@@ -52,37 +46,26 @@ std::string Dump(MachineRegistry& registry) {
 
 void RequireSame(const CodePage& codePage, MachineRegistry& registry) {
   MachineRegistry again(registry.Text(), codePage);
-  Require(Dump(again) == Dump(registry));
+  if (Dump(again) != Dump(registry)) std::abort();
 }
 
-// Deletes the first key on the way down that has no subkeys, and the first value of its parent.
-void DeleteFirst(MachineRegistry& registry, RegistryHandle key, unsigned depth = 0) {
-  if (depth == kDeepest) return;
+// From the root down through the first keys: sets the first value of each and a new one, or deletes the first
+// values and the last key.
+void Change(MachineRegistry& registry, RegistryHandle key, bool remove) {
   std::string name;
   std::uint32_t type = 0;
-  if (registry.EnumValue(key, 0, kRoom, name, type) == SystemError::Success) registry.DeleteValue(key, name);
-  RegistryHandle child = 0;
-  if (registry.EnumKey(key, 0, kRoom, name) != SystemError::Success) return;
-  if (registry.DeleteKey(key, name) == SystemError::Success) return;
-  if (registry.OpenKey(key, name, kAll, child) == SystemError::Success)
-    DeleteFirst(registry, child, depth + 1);
+  for (unsigned depth = 0; depth < kDeepest; ++depth) {
+    if (registry.EnumValue(key, 0, kRoom, name, type) == SystemError::Success)
+      remove ? registry.DeleteValue(key, name) : registry.SetValue(key, name, {7, "x\n"});
+    if (!remove) registry.SetValue(key, "new", {1, std::string("v\0", 2)});
+    if (registry.EnumKey(key, 0, kRoom, name) != SystemError::Success) return;
+    if (remove && registry.DeleteKey(key, name) == SystemError::Success) return;
+    if (registry.OpenKey(key, name, kAll, key) != SystemError::Success) return;
+  }
 }
 
-// Sets the first value of each key down the first way, and a new one.
-void SetFirst(MachineRegistry& registry, RegistryHandle key, unsigned depth = 0) {
-  if (depth == kDeepest) return;
-  std::string name;
-  std::uint32_t type = 0;
-  if (registry.EnumValue(key, 0, kRoom, name, type) == SystemError::Success)
-    registry.SetValue(key, name, {7, "x\n"});
-  registry.SetValue(key, "new", {1, std::string("v\0", 2)});
-  RegistryHandle child = 0;
-  if (registry.EnumKey(key, 0, kRoom, name) != SystemError::Success) return;
-  if (registry.OpenKey(key, name, kAll, child) == SystemError::Success) SetFirst(registry, child, depth + 1);
-}
-
-// True when a change may make something else of what stands before it: of bytes that are no character, which
-// become one with what follows, or of a value that cannot be read and announces another line.
+// True when a change may alter the meaning of what is before it: of bytes that are no character, which become
+// one with what follows, or of a value that cannot be read and announces another line.
 bool MayJoin(const std::string& bytes, const CodePage& codePage, const MachineRegistry& registry) {
   const std::string text = codePage.Decode(bytes);
   if (codePage.Decode(codePage.Encode(text)) != text) return true;
@@ -93,26 +76,25 @@ bool MayJoin(const std::string& bytes, const CodePage& codePage, const MachineRe
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const auto page = MakeCodePage(932);
-  const CodePage& codePage = *page;
+  static const auto codePage = MakeCodePage(932);
   const std::string bytes(reinterpret_cast<const char*>(data), size);
   std::unique_ptr<MachineRegistry> registry;
   try {
-    registry = std::make_unique<MachineRegistry>(bytes, codePage);
+    registry = std::make_unique<MachineRegistry>(bytes, *codePage);
   } catch (const RegTextError&) {
     return 0;
   }
-  if (MayJoin(bytes, codePage, *registry)) return 0;
-  RequireSame(codePage, *registry);
-  for (const RegistryHandle root : kRoots) SetFirst(*registry, root);
-  RequireSame(codePage, *registry);
-  for (int i = 0; i < 3; ++i) {
-    for (const RegistryHandle root : kRoots) DeleteFirst(*registry, root);
+  if (MayJoin(bytes, *codePage, *registry)) return 0;
+  RequireSame(*codePage, *registry);
+  for (const bool remove : {false, true, true, true}) {
+    for (const RegistryHandle root : kRoots) Change(*registry, root, remove);
+    RequireSame(*codePage, *registry);
   }
-  RequireSame(codePage, *registry);
   RegistryHandle key = 0;
   registry->CreateKey(kRoots[2], "made\\below", 0, kAll, key);
-  registry->SetValue(key, "", {3, std::string(100, 'x')});
-  RequireSame(codePage, *registry);
+  const RegistryData values[] = {
+      {1, ""}, {1, "two\r\nlines"}, {1, std::string("a\0b\\", 4)}, {4, "\1"}, {3, std::string(100, 'x')}};
+  for (const RegistryData& value : values) registry->SetValue(key, "n\"\\" + value.data.substr(0, 1), value);
+  RequireSame(*codePage, *registry);
   return 0;
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing for: build, tests, windows, bench (any of them as arguments; default build).
+# Installs what is missing for: build, tests, tidy, windows, bench (any of them as arguments; default build).
 # What is there is left alone: each need is looked for by what it gives, not by its package, and nothing is upgraded.
 set -euo pipefail
 
@@ -30,6 +30,9 @@ for purpose in "${@:-build}"; do
       Need libgtest-dev HasHeader gtest/gtest.h
       Need clang-format HasProgram clang-format
       ;;
+    tidy)
+      Need clang-tidy HasProgram clang-tidy
+      ;;
     windows)
       Need g++-mingw-w64-i686-posix HasProgram i686-w64-mingw32-g++-posix
       Need g++-mingw-w64-x86-64-posix HasProgram x86_64-w64-mingw32-g++-posix
@@ -53,7 +56,7 @@ for purpose in "${@:-build}"; do
       Need crudini HasProgram crudini
       ;;
     *)
-      echo "install.sh: unknown purpose '$purpose'; there are build, tests, windows and bench" >&2
+      echo "install.sh: unknown purpose '$purpose'; there are build, tests, tidy, windows and bench" >&2
       exit 2
       ;;
   esac

@@ -5,7 +5,7 @@
 #include "support/Errors.h"
 
 // The linker's name of the module's first byte, which is its handle.
-extern "C" IMAGE_DOS_HEADER __ImageBase;  // NOLINT(bugprone-reserved-identifier)
+extern "C" IMAGE_DOS_HEADER __ImageBase;
 
 namespace bxvbwiz {
 namespace {

@@ -2,35 +2,25 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "machine/host/Host.h"
 #include "machine/SingleByteTables.h"
+#include "machine/Utf16Text.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr int kUtf8CodePage = 65001;  // CP_UTF8 of winnls.h
-// Private characters that stand for the bytes above 0xA0 that are no part of a double-byte character.
+// Private characters that stand for the bytes above 0xA0 that belong to no double-byte character.
 constexpr unsigned kPrivateBytes = 0xF700;
 constexpr char kNotInCodePage = '?';  // the default character of every code page here
 
 // The number of bytes before the first one that is not ASCII; nearly all text is ASCII as a whole.
-std::size_t AsciiPrefix(std::string_view bytes) {
-  constexpr std::uint64_t kHighBits = 0x8080808080808080;
-  std::size_t position = 0;
-  while (bytes.size() - position >= sizeof(std::uint64_t)) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes.data() + position, sizeof(word));
-    if ((word & kHighBits) != 0) break;
-    position += sizeof(word);
-  }
-  while (position < bytes.size() && static_cast<unsigned char>(bytes[position]) < 0x80) ++position;
-  return position;
+std::size_t AsciiPrefix(std::string_view text) {
+  return std::min(FindNonAscii(text), text.size());
 }
 
 bool IsLetterOrDigit(char32_t character) {
@@ -39,7 +29,7 @@ bool IsLetterOrDigit(char32_t character) {
   return raisedDigit || host::IsLetterOrDigit(character);
 }
 
-// What all code pages but UTF-8 share: the way through a text, ASCII in great steps.
+// What all code pages except UTF-8 share: the way through a text, with long steps over ASCII.
 class TableCodePage : public CodePage {
  public:
   explicit TableCodePage(int number) : number_(number) {}
@@ -80,7 +70,7 @@ class TableCodePage : public CodePage {
   }
 
  protected:
-  // Removes the first character, which is not ASCII, from `bytes`.
+  // Removes the first character, which is not ASCII, from `bytes` and gives it.
   virtual char32_t TakeCharacter(std::string_view& bytes) const = 0;
   // One byte, or lead byte * 256 + trail byte; 0 when the code page does not have the character.
   virtual unsigned CodeOf(char32_t character) const = 0;
@@ -117,8 +107,8 @@ class SingleByteCodePage : public TableCodePage {
   std::unordered_map<char32_t, unsigned> codes_;
 };
 
-// Codes that only read: their characters have another code further on, which is the one to write. Of all
-// other codes for one character the first is written.
+// Codes that are read but never written: their characters have another code further on, which is written
+// instead. Of all other codes for one character the first is written.
 bool IsRepeated(int number, unsigned code) {
   if (number == 932) return code >= 0xED00 && code <= 0xEEFF;  // NEC's selection of IBM's characters
   if (number == 950) return code == 0xA2CC || code == 0xA2CE;  // ten and thirty among the numerals
@@ -138,7 +128,7 @@ class DoubleByteCodePage : public TableCodePage {
     }
     for (unsigned byte = 0x80; byte < 0x100; ++byte) {
       if (characters_[byte] != 0) continue;
-      // A lead byte that was written for a letter of Latin-1 would swallow the character behind it.
+      // A lead byte written for a letter of Latin-1 would swallow the character after it.
       const unsigned character = byte <= 0xA0 ? byte : kPrivateBytes + byte;
       characters_[byte] = static_cast<char16_t>(character);
       if (codes_[character] == 0) codes_[character] = static_cast<std::uint16_t>(byte);

@@ -6,10 +6,12 @@
 
 namespace bxvbwiz {
 
-// A Windows ANSI code page by its number: 874, 932, 936, 949, 950, 1250 to 1258, or UTF-8 (65001). Null when
-// it is none of these, or a double-byte one that this computer does not know. A byte that is no part of a
-// character becomes the character of its value, which becomes the byte again (but for UTF-8); in the
-// double-byte pages that holds up to 0xA0, and a private character stands for a higher byte.
+constexpr int kUtf8CodePage = 65001;  // CP_UTF8 of winnls.h
+
+// A Windows ANSI code page by its number: 874, 932, 936, 949, 950, 1250 to 1258, or UTF-8. Null for any other
+// number, and for a double-byte page that this computer does not know. A byte that belongs to no character is
+// decoded as the character of its value; in a double-byte page a private character stands for such a byte
+// above 0xA0. Encoding gives the byte back, except in UTF-8.
 std::unique_ptr<CodePage> MakeCodePage(int number);
 
 }  // namespace bxvbwiz

@@ -6,7 +6,7 @@
 
 namespace bxvbwiz {
 
-// One way to read a command line: a program and what stands behind it.
+// One way to read a command line: a program and the text after it.
 struct ProgramCandidate {
   std::string program;
   std::string_view rest;  // a part of the command line
@@ -16,8 +16,8 @@ struct ProgramCandidate {
 // in turn; each as it stands, and with ".exe" when its name has no extension.
 std::vector<ProgramCandidate> ProgramCandidates(std::string_view commandLine);
 
-// The arguments as the C run-time library of Windows splits them: at blanks outside quotes; \" is a quote,
-// and backslashes count as themselves unless a quote follows.
+// The arguments as the C run-time library of Windows splits them: at blanks outside quotes. \" is a quote;
+// backslashes stand for themselves unless a quote follows them.
 std::vector<std::string> SplitArguments(std::string_view text);
 
 }  // namespace bxvbwiz

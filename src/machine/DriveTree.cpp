@@ -42,7 +42,7 @@ DriveTree::Folder& DriveTree::Remember(const std::string& hostPath, const host::
 
 bool DriveTree::EnsureListed(Folder& folder) const {
   if (folder.listed) return true;
-  // The time is taken before the names are read: what changes meanwhile shows as a newer time.
+  // The time is taken before the names are read: a change during the reading shows as a newer time.
   folder.status = host::StatusOf(folder.hostPath);
   std::vector<std::string> names;
   if (!host::ListNames(folder.hostPath, names)) return false;
@@ -95,7 +95,7 @@ SystemError DriveTree::OpenFolder(const WindowsPath& path, Folder*& folder) {
       folder = &Remember(known->second->hostPath, status);
       return SystemError::Success;
     }
-    Forget();  // it was moved or replaced, and so perhaps were others
+    Forget();  // it was moved or replaced, and perhaps others were too
   }
   Place place;
   const SystemError error = Locate(path, place);
@@ -121,7 +121,7 @@ SystemError DriveTree::Locate(const WindowsPath& path, Place& place) {
   const std::string nameKey(path.NameKey());
   bool reached = LocateName(*folder, nameKey, RealName(*folder, path.Name(), nameKey), place);
   if (!place.Exists() && folder->names.count(nameKey) != 0) {
-    // It has gone since the names were read, within the grain of the file system's clock.
+    // It was removed after the names were read, within one tick of the file system's clock.
     folder->listed = false;
     reached = LocateName(*folder, nameKey, RealName(*folder, path.Name(), nameKey), place);
   }

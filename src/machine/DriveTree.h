@@ -16,27 +16,27 @@
 namespace bxvbwiz {
 
 // The drives of a machine folder ("drive_c", "drive_d", ...) and the current directory. It finds a Windows
-// path without regard to case, and never outside the machine folder. The names in a folder are remembered as
-// long as the folder's time of modification stays; whoever creates or removes a file says so, and they stay
-// right without another look.
+// path without regard to case, and never outside the machine folder. The names in a folder are remembered
+// until the folder's time of modification changes. Code that creates or removes a file calls Created or
+// Removed, so that the folder need not be read again.
 class DriveTree {
  public:
   // A folder of a drive.
   struct Folder {
     std::string hostPath;
     host::FileStatus status;
-    bool listed = false;                                 // `names` holds all that there is
-    bool hasTwins = false;                               // names that differ in case only
+    bool listed = false;                                 // `names` is complete
+    bool hasTwins = false;                               // some names differ in case only
     std::unordered_map<std::string, std::string> names;  // by name in upper case
   };
 
   // Where a path lies.
   struct Place {
     Folder* folder = nullptr;  // the folder that holds it; null for a drive's root
-    std::string name;          // as it is spelled on the disk, or as given when there is no such file
+    std::string name;          // as spelled on the disk, or as given when there is no such file
     std::string nameKey;
-    std::string linkPath;     // of the name itself in its folder
-    std::string hostPath;     // the same, or where a link leads
+    std::string linkPath;     // the name in its folder, a link not followed
+    std::string hostPath;     // the same with a link followed
     host::FileStatus status;  // of hostPath
     bool Exists() const { return status.kind != host::FileKind::Missing; }
     bool IsFolder() const { return status.kind == host::FileKind::Folder; }
@@ -48,7 +48,7 @@ class DriveTree {
   DriveTree(const DriveTree&) = delete;
   DriveTree& operator=(const DriveTree&) = delete;
 
-  // The current directory, without "\" at its end (but for a root).
+  // The current directory, without "\" at its end unless it is a root.
   const std::string& CurrentDirectory() const { return current_; }
   void SetCurrentDirectory(std::string path) { current_ = std::move(path); }
 
@@ -57,33 +57,33 @@ class DriveTree {
     return WindowsPath::Parse(path, current_, wildcards, parsed);
   }
 
-  // Finds a path; Success too when only its last name is missing. PathNotFound when its folder is missing,
+  // Finds a path. Success also when only its last name is missing; PathNotFound when its folder is missing;
   // AccessDenied for a link that leads nowhere or out of the machine folder.
   SystemError Locate(const WindowsPath& path, Place& place);
-  // Opens a folder to list it.
+  // Finds a folder, to list it. Fails like Locate, and with PathNotFound for a file.
   SystemError OpenFolder(const WindowsPath& path, Folder*& folder);
-  // The place of a name (as it is on the disk) in a folder that was just opened; false when it cannot be
-  // reached.
+  // The place of a name, spelled as on the disk, in a folder that was just opened. False for a link that
+  // leads nowhere or out of the machine folder.
   bool LocateName(Folder& folder, const std::string& nameKey, const std::string& name, Place& place) const;
-  // The names in a folder, read when they have to be. False when it cannot be read.
+  // Reads the names in a folder unless they are known. False when it cannot be read.
   bool EnsureListed(Folder& folder) const;
 
-  // Whether a file may be created or replaced at `place`: AccessDenied for a folder, a device, a read-only
-  // file and in a folder without the permission to write.
+  // Success when a file may be created or replaced at `place`; AccessDenied for a folder, a device or a
+  // read-only file, and in a folder that may not be written to.
   SystemError CheckWritable(const Place& place) const;
-  // Makes `bytes` the whole content of the file, atomically. A new file has default permissions, an existing
-  // one keeps its own, unless `options` says otherwise.
+  // Makes `bytes` the whole content of the file, atomically. A new file gets default permissions and an
+  // existing one keeps its own, unless `options` says otherwise.
   SystemError Replace(const Place& place, std::string_view bytes, host::ContentOptions options = {});
 
-  // To be called after the caller has created, replaced or removed what `place` names.
+  // To be called after creating, replacing or removing what `place` names.
   void Created(const Place& place);
   void Removed(const Place& place);
-  // Forgets everything: somebody else has been at work.
+  // Forgets all names, because another program may have changed the folders.
   void Forget();
 
   // The Windows path of a path of this computer; empty when it lies outside the drives.
   std::string WindowsPathOf(const std::string& hostPath) const;
-  // Where a Windows path lies, as far as it exists, and would lie beyond that; empty when it names no drive.
+  // Where a Windows path lies, or would lie if it existed; empty when it names no drive of the machine.
   std::string HostPathOf(const std::string& windowsPath);
   const std::string& MachineFolder() const { return machineFolder_; }
 

@@ -31,14 +31,14 @@ SystemError ReadWholeFile(const std::string& hostPath, std::string& bytes, host:
   SystemError error = OpenWhole(file, hostPath);
   if (status != nullptr) *status = file.Status();
   if (error != SystemError::Success) return error;
-  // Not cleared before: what is there already need not be filled again.
+  // Not cleared first: memory that the text already has need not be filled again.
   try {
     bytes.resize(static_cast<std::size_t>(file.Status().size));
   } catch (const std::bad_alloc&) {
     return SystemError::NotEnoughMemory;
   }
   std::size_t count = 0;
-  error = file.Read(bytes.data(), bytes.size(), count);
+  error = file.ReadAt(0, bytes.data(), bytes.size(), count);
   bytes.resize(count);
   return error;
 }
@@ -51,7 +51,7 @@ SystemError ReadWholeFile(const std::string& hostPath, std::unique_ptr<FileView>
   std::unique_ptr<char[]> bytes(new (std::nothrow) char[size]);  // make_unique would fill it with zeros
   if (bytes == nullptr) return SystemError::NotEnoughMemory;
   std::size_t count = 0;
-  error = file.Read(bytes.get(), size, count);
+  error = file.ReadAt(0, bytes.get(), size, count);
   if (error == SystemError::Success) view = std::make_unique<MemoryView>(std::move(bytes), count);
   return error;
 }

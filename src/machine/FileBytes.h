@@ -8,9 +8,9 @@
 
 namespace bxvbwiz {
 
-// The whole of a regular file of this computer, into a text whose memory is used again. NotEnoughMemory when
-// there is none for it, and for files of 2 GB and more, which no program of the machine could hold. `status`,
-// if given, is taken before the bytes are read.
+// Reads the whole of a regular file of this computer into a text whose memory is reused. NotEnoughMemory when
+// there is none for it, and for files of 2 GB and more, which no 32-bit program could hold. `status`, if
+// given, is taken before the bytes are read.
 SystemError ReadWholeFile(const std::string& hostPath, std::string& bytes,
                           host::FileStatus* status = nullptr);
 

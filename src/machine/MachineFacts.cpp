@@ -6,7 +6,7 @@
 #include <cstring>
 
 #include "machine/host/Host.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 
 namespace bxvbwiz {
 namespace {

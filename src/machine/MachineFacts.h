@@ -47,7 +47,7 @@ class MachineSettings : public Settings {
 // so that two runs can write the same bytes.
 class MachineClock : public Clock {
  public:
-  // `sourceDateEpoch` is the variable's value, null when it is not set. Throws MachineError when it is no
+  // `sourceDateEpoch` is the variable's value, null when it is not set. Throws MachineError when it is not a
   // number.
   explicit MachineClock(const char* sourceDateEpoch);
   std::optional<FileTime> SystemTime() override;

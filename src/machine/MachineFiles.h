@@ -12,12 +12,12 @@
 namespace bxvbwiz {
 
 // The files and folders of a machine folder's drives. A file is read-only when its owner may not write it,
-// whoever asks; of the attributes only that one can be set. Whole files are written atomically. Names that
-// Windows cannot have are not listed; links that lead nowhere or out of the machine folder are, as files that
-// cannot be opened.
+// for the superuser too; no other attribute can be set. Whole files are written atomically. Names that
+// Windows cannot have are not listed. Links that lead nowhere or out of the machine folder are listed as
+// files that cannot be opened.
 class MachineFiles : public FileSystem {
  public:
-  // `searchFolders` are where Search looks after the current directory, in this order.
+  // Search looks in the current directory and then in `searchFolders`, in this order.
   MachineFiles(DriveTree& tree, MachineProfileStrings& profiles, const CodePage& codePage,
                std::vector<std::string> searchFolders);
 
@@ -28,7 +28,7 @@ class MachineFiles : public FileSystem {
   bool SetTimes(FileHandle file, FileTime time) override;
   SystemError Read(const std::string& path, std::string& bytes) override;
   SystemError Write(const std::string& path, std::string_view bytes, WriteMode mode) override;
-  // The file is read into memory, so that one that shrinks does no harm.
+  // Reads the file into memory, so that a file that shrinks later does no harm.
   SystemError Map(const std::string& path, std::unique_ptr<FileView>& view) override;
   SystemError Copy(const std::string& source, const std::string& target) override;
   void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "machine/CodePages.h"
-#include "machine/Machine.h"
+#include "machine/MachineError.h"
 #include "machine/ProfileEngine.h"
 #include "machine/WindowsPath.h"
 #include "text/Text.h"
@@ -12,7 +12,6 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr int kUtf8CodePage = 65001;
 constexpr std::uint32_t kDefaultCodePage = 1252;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
@@ -120,7 +119,7 @@ class Reader {
 }  // namespace
 
 MachineIni ReadMachineIni(std::string_view bytes, const std::string& path) {
-  // The profile functions would lose a section behind the mark; here it is only a sign of the encoding.
+  // The profile functions would not see a heading after the mark; here it only names the encoding.
   if (StartsWith(bytes, kUtf8Mark)) bytes.remove_prefix(kUtf8Mark.size());
   return Reader(bytes, path).Read();
 }

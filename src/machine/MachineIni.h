@@ -9,19 +9,19 @@
 
 namespace bxvbwiz {
 
-// What machine.ini says about the machine. Every key is optional; these are the defaults.
+// What machine.ini says about the machine. Every key is optional; the initial values are the defaults.
 struct MachineIni {
-  std::unique_ptr<CodePage> codePage;   // 1252 when the file names none; never null once it was read
+  std::unique_ptr<CodePage> codePage;   // 1252 by default; never null after ReadMachineIni
   std::uint32_t userLanguage = 0x0409;  // an LCID; this one is English (United States)
   VersionInfo version = {5, 1, 2600, 2, "Service Pack 3"};
   std::string windowsFolder = "C:\\WINDOWS";
   std::string systemFolder = "C:\\WINDOWS\\system32";
-  // The host program that is run in place of a program; by the program's full path in upper case.
+  // The host program that runs in place of a program, by that program's full path in upper case.
   std::map<std::string, std::string> programs;
 };
 
-// Reads the bytes of a machine.ini, which are UTF-8. `path` is named in messages. Throws MachineError for a
-// value that cannot be used.
+// Reads the bytes of a machine.ini, which are UTF-8. `path` is for messages. Throws MachineError for a value
+// that cannot be used.
 MachineIni ReadMachineIni(std::string_view bytes, const std::string& path);
 
 }  // namespace bxvbwiz

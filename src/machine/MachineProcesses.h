@@ -9,30 +9,30 @@
 
 namespace bxvbwiz {
 
-// What has to happen around a program that works on the machine folder as well.
+// What has to happen before and after a program that works on the same machine folder.
 class ProcessObserver {
  public:
   virtual ~ProcessObserver() = default;
-  // Everything that was changed must be on the disk before the program starts.
+  // Stores everything that was changed, because the program reads it from the disk.
   virtual void BeforeStart() = 0;
-  // What is remembered of the disk may be wrong.
+  // What is remembered of the disk may no longer be true.
   virtual void AfterEnd() = 0;
 };
 
 // The programs of a machine folder: those that machine.ini maps to a host program. No other can be started.
 class MachineProcesses : public Processes {
  public:
-  // `programs` holds the host programs (relative ones to the machine folder) by Windows path in upper case;
-  // `searchFolders` is where a program without a path is looked for after the current directory.
+  // `programs` holds the host programs by Windows path in upper case; a relative one starts at the machine
+  // folder. A program without a path is looked for in the current directory and then in `searchFolders`.
   MachineProcesses(DriveTree& tree, std::map<std::string, std::string> programs,
                    std::vector<std::string> searchFolders, ProcessObserver& observer);
 
-  // The host program gets the arguments as its own, BXVBWIZ_MACHINE names the machine folder for it, and its
-  // current folder is the machine's. The observer must outlive the process object.
+  // The host program gets the same arguments, the machine folder in BXVBWIZ_MACHINE, and the machine's
+  // current directory as its own. The observer must outlive the process object.
   std::unique_ptr<Process> Start(const std::string& commandLine) override;
 
  private:
-  // The host program for a program's path as a command line gives it; empty when there is none.
+  // The host program for a program as a command line names it; empty when there is none.
   std::string HostProgram(const std::string& program) const;
 
   DriveTree& tree_;

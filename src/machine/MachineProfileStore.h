@@ -8,7 +8,7 @@
 
 namespace bxvbwiz {
 
-// Where the profile strings of a machine folder keep their files: on its drives.
+// The files of a machine folder's profile strings, which lie on its drives.
 class MachineProfileStore : public ProfileStore {
  public:
   explicit MachineProfileStore(DriveTree& tree) : tree_(tree) {}
@@ -21,7 +21,7 @@ class MachineProfileStore : public ProfileStore {
 
  private:
   SystemError Locate(const std::string& path, DriveTree::Place& place);
-  // As Locate; fails as well where the file may not be written.
+  // Like Locate, but also fails when the file may not be written.
   SystemError LocateToWrite(const std::string& path, DriveTree::Place& place);
 
   DriveTree& tree_;

@@ -17,7 +17,7 @@ bool IsMissing(SystemError error) {
   return error == SystemError::FileNotFound || error == SystemError::PathNotFound;
 }
 
-// The paths, which are forgotten.
+// The paths; `paths` is empty afterwards.
 std::vector<std::string> Taken(std::set<std::string>& paths) {
   std::vector<std::string> taken(paths.begin(), paths.end());
   paths.clear();
@@ -97,7 +97,7 @@ void MachineProfileStrings::BeforeFileAccess(const std::string& path) {
   if (key.empty()) return;
   for (auto file = files_.lower_bound(key); file != files_.end() && StartsWith(file->first, key);) {
     const bool isTouched = file->first.size() == key.size() || file->first[key.size()] == '\\';
-    // What is stored stays in memory: a change by the access shows in the file's stamp.
+    // A stored file stays in memory: if the access changes it, its stamp shows that.
     file = isTouched && !Store(file->second) ? files_.erase(file) : std::next(file);
   }
 }
@@ -109,8 +109,8 @@ std::string MachineProfileStrings::FullPath(const std::string& file) const {
   return windowsFolder_ + (EndsWith(windowsFolder_, "\\") ? "" : "\\") + file;
 }
 
-// Finds the file in memory, for reading up to date with the disk, or brings it there. On a failure nothing of
-// it is held.
+// Finds the file in memory, or loads it; for reading it is brought up to date with the disk. On a failure it
+// is not held.
 SystemError MachineProfileStrings::Open(const std::string& file, Use use, Files::iterator& found) {
   const std::string path = FullPath(file);
   const std::string key = store_.Key(path);
@@ -119,7 +119,7 @@ SystemError MachineProfileStrings::Open(const std::string& file, Use use, Files:
   if (found == files_.end()) {
     found = files_.emplace(key, File{path, ProfileEngine(codePage_, {}), false, {}, {}}).first;
   }
-  // Changes are made again on what the disk has when they are stored, so one more needs no look at it now.
+  // Storing makes all changes again on what is on the disk then, so one more need not look at it now.
   if (use == Use::Write && !found->second.unsaved.empty()) return SystemError::Success;
   const SystemError error = Refresh(found->second);
   if (error == SystemError::Success) return error;
@@ -128,8 +128,8 @@ SystemError MachineProfileStrings::Open(const std::string& file, Use use, Files:
   return error;
 }
 
-// Reads the file when it is not the one that we know, and makes on it what was not stored yet. A file that is
-// missing but has such changes is no failure: it will be made.
+// Reads the file again if it has changed on the disk, and makes the changes again that are not stored yet. A
+// missing file with such changes is not an error: storing creates it.
 SystemError MachineProfileStrings::Refresh(File& file) {
   if (file.onDisk && !store_.Changed(file.path, file.stamp)) return SystemError::Success;
   std::string bytes;
@@ -176,8 +176,8 @@ bool MachineProfileStrings::Make(ProfileEngine& engine, const Edit& edit) {
   return false;
 }
 
-// Stores what is not on the disk yet. A file that cannot be stored is noted; what is held of it is then worth
-// nothing, as the disk has the old content.
+// Stores the changes that are not on the disk yet. A file that cannot be stored is noted, and must then be
+// dropped: what is held of it is not what the disk has.
 bool MachineProfileStrings::Store(File& file) {
   if (file.unsaved.empty()) return true;
   SystemError error = Refresh(file);
@@ -194,7 +194,7 @@ std::string MachineProfileStrings::CutList(const std::vector<std::string>& names
     list += name;
     list += '\0';
   }
-  // One more NUL ends the list; a list that is cut ends in two.
+  // One more NUL ends the list; a list that is cut ends in two NULs.
   if (list.size() < size) return codePage_.Decode(list);
   return size > 2 ? Cut(list, size - 2) : std::string();
 }

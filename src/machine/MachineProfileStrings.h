@@ -25,32 +25,33 @@ inline bool operator==(const FileStamp& left, const FileStamp& right) {
          left.inode == right.inode && left.device == right.device;
 }
 
-// What the profile strings need of the disk. Paths are Windows paths in UTF-8, as FileSystem takes them;
-// nothing here may call back into the profile strings.
+// What the profile strings need of the disk. Paths are Windows paths in UTF-8, as FileSystem takes them. An
+// implementation must not call back into the profile strings.
 class ProfileStore {
  public:
   virtual ~ProfileStore() = default;
 
   // The same text for every spelling of one path: full, case folded, "\" between the names and none at the
-  // end. Made from the path alone, without a look at the disk; it is asked for on every call.
+  // end. Empty when no file can have the path. Must not look at the disk: every call of the profile strings
+  // asks for it.
   virtual std::string Key(const std::string& path) = 0;
   // The whole file and its stamp, taken before the bytes are read. FileNotFound or PathNotFound when there is
   // no such file, any other error when it cannot be read (a folder, no permission).
   virtual SystemError Load(const std::string& path, std::string& bytes, FileStamp& stamp) = 0;
-  // True when the file is no longer the one that `stamp` was taken of, or is gone.
+  // True when the file has changed since `stamp` was taken, or is missing.
   virtual bool Changed(const std::string& path, const FileStamp& stamp) = 0;
-  // Success when Replace may be expected to work: the folder exists and can be written to, and the file is
-  // missing or a regular file that is not read-only. Changes nothing on the disk.
+  // Success when Replace should work: the folder exists and can be written to, and the file is missing or a
+  // regular file that is not read-only. Changes nothing on the disk.
   virtual SystemError CheckWritable(const std::string& path) = 0;
   // Makes `bytes` the content of the file, creating it when it is missing: a temporary file in the same
-  // folder, flushed and renamed over it, so that a reader sees the old content or the new. The file keeps its
-  // spelling and its permissions. Gives the new stamp; on a failure nothing remains of the attempt.
+  // folder is flushed and renamed over it, so that a reader sees the old content or the new. The file keeps
+  // its spelling and permissions. Gives the new stamp; a failure leaves no trace.
   virtual SystemError Replace(const std::string& path, std::string_view bytes, FileStamp& stamp) = 0;
 };
 
-// The profile strings of a machine folder. A file that was read or written is held in memory. What was
-// changed is stored by Flush, by StoreAll and by BeforeFileAccess; a file that another program changed is
-// read again, and changes of ours that were not stored yet are made again on top.
+// The profile strings of a machine folder. A file that was read or written is held in memory; Flush, StoreAll
+// and BeforeFileAccess store what was changed. A file that another program has changed is read again, and our
+// own changes that are not stored yet are made on top of it.
 class MachineProfileStrings : public ProfileStrings {
  public:
   // `windowsFolder` is where file names without a path are looked for.
@@ -61,14 +62,14 @@ class MachineProfileStrings : public ProfileStrings {
   bool WriteString(ProfileText section, ProfileText key, ProfileText value, const std::string& file) override;
   bool WriteSection(ProfileText section, ProfileText entries, const std::string& file) override;
   std::vector<std::string> Unreadable() override;
-  // What could not be stored is lost, as a failed write on Windows is; its files are given once.
+  // What cannot be stored is lost, like a failed write on Windows. Each file is given once.
   std::vector<std::string> Flush() override;
 
-  // To be called before anything else reads, writes, lists, renames or deletes `path`: a file, or a folder
-  // for all the files below it. What was changed there is stored; what the access changes is seen by its
-  // stamp.
+  // To be called before anything else reads, writes, lists, renames or deletes `path`, which is a file or a
+  // folder with all the files below it. Stores what was changed there; what the access changes is noticed by
+  // the stamp.
   void BeforeFileAccess(const std::string& path);
-  // To be called before a process starts. Files that cannot be stored are given by the next Flush.
+  // To be called before a process starts. The next Flush gives the files that cannot be stored.
   void StoreAll();
 
  private:

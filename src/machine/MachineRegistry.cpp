@@ -10,33 +10,21 @@ namespace bxvbwiz {
 namespace {
 
 // Access rights, as in winnt.h.
-constexpr std::uint32_t kKeyQueryValue = 1;
-constexpr std::uint32_t kKeySetValue = 2;
-constexpr std::uint32_t kKeyEnumerateSubKeys = 8;
 constexpr std::uint32_t kKeyAllAccess = 0xF003F;
 constexpr std::uint32_t kMaximumAllowed = 0x02000000;
 constexpr std::uint32_t kGenericReadAccess = 0x80000000;
 constexpr std::uint32_t kGenericWriteAccess = 0x40000000;
 constexpr std::uint32_t kGenericAllAccess = 0x10000000;
 
-// The rights that a mask gives, its generic ones spelled out.
-std::uint32_t Granted(std::uint32_t access) {
+}  // namespace
+
+// The rights that a mask gives, with the specific ones in place of the generic.
+std::uint32_t MachineRegistry::Granted(std::uint32_t access) {
   if ((access & (kMaximumAllowed | kGenericAllAccess)) != 0) return kKeyAllAccess;
-  if ((access & kGenericReadAccess) != 0) access |= kKeyQueryValue | kKeyEnumerateSubKeys;
-  if ((access & kGenericWriteAccess) != 0) access |= kKeySetValue;
+  if ((access & kGenericReadAccess) != 0) access |= kQueryValue | kEnumerateSubKeys;
+  if ((access & kGenericWriteAccess) != 0) access |= kSetValue;
   return access;
 }
-
-// Names are C strings for the system: a NUL ends them.
-std::string_view UpToNul(std::string_view text) {
-  return text.substr(0, text.find('\0'));
-}
-
-bool HasLineBreak(std::string_view text) {
-  return text.find_first_of("\r\n") != std::string_view::npos;
-}
-
-}  // namespace
 
 MachineRegistry::MachineRegistry(std::string bytes, const CodePage& codePage)
     : codePage_(codePage), source_(DecodeRegText(std::move(bytes), codePage)) {
@@ -57,7 +45,7 @@ SystemError MachineRegistry::OpenKey(RegistryHandle key, const std::string& path
                                      RegistryHandle& opened) {
   Node node = RegistryTree::kNone;
   if (const SystemError error = Resolve(key, 0, node); error != SystemError::Success) return error;
-  const std::string name = Ansi(UpToNul(path));
+  const std::string name = StoredName(path);
   if (name.empty() && key < 0) {
     opened = key;
     return SystemError::Success;
@@ -76,8 +64,8 @@ SystemError MachineRegistry::CreateKey(RegistryHandle key, const std::string& pa
                                        std::uint32_t access, RegistryHandle& opened) {
   Node node = RegistryTree::kNone;
   if (const SystemError error = Resolve(key, 0, node); error != SystemError::Success) return error;
-  const std::string name = Ansi(UpToNul(path));
-  if (HasLineBreak(name)) return SystemError::InvalidName;
+  const std::string name = StoredName(path);
+  if (!IsOneLine(name)) return SystemError::InvalidName;
   std::string_view rest = name;
   // An empty name is not made: "a\\b" and "\a" name no key.
   if (StartsWith(rest, "\\") || rest.find("\\\\") != std::string_view::npos) return SystemError::InvalidName;
@@ -99,7 +87,7 @@ SystemError MachineRegistry::CreateKey(RegistryHandle key, const std::string& pa
 SystemError MachineRegistry::DeleteKey(RegistryHandle key, const std::string& name) {
   Node node = RegistryTree::kNone;
   if (const SystemError error = Resolve(key, 0, node); error != SystemError::Success) return error;
-  if (const SystemError error = Walk(node, Ansi(UpToNul(name)), node); error != SystemError::Success)
+  if (const SystemError error = Walk(node, StoredName(name), node); error != SystemError::Success)
     return error;
   if (tree_.HasChildren(node) || !tree_.IsDeletable(node)) return SystemError::AccessDenied;
   const Node parent = tree_.Parent(node);
@@ -119,7 +107,7 @@ SystemError MachineRegistry::DeleteKey(RegistryHandle key, const std::string& na
 SystemError MachineRegistry::EnumKey(RegistryHandle key, std::uint32_t index, std::size_t size,
                                      std::string& name) {
   Node node = RegistryTree::kNone;
-  if (const SystemError error = Resolve(key, kKeyEnumerateSubKeys, node); error != SystemError::Success)
+  if (const SystemError error = Resolve(key, kEnumerateSubKeys, node); error != SystemError::Success)
     return error;
   const auto [entry, isNew] = sorted_.try_emplace(node);
   if (isNew) entry->second = tree_.Children(node);
@@ -127,81 +115,6 @@ SystemError MachineRegistry::EnumKey(RegistryHandle key, std::uint32_t index, st
   std::string found = Ansi(tree_.Name(entry->second[index]));
   if (!FitsName(found, size)) return SystemError::MoreData;
   name = std::move(found);
-  return SystemError::Success;
-}
-
-// ---- values
-
-SystemError MachineRegistry::EnumValue(RegistryHandle key, std::uint32_t index, std::size_t size,
-                                       std::string& name, std::uint32_t& type) {
-  Node node = RegistryTree::kNone;
-  if (const SystemError error = Resolve(key, kKeyQueryValue, node); error != SystemError::Success)
-    return error;
-  const Values& values = ValuesOf(node);
-  if (index >= values.list.size()) return SystemError::NoMoreItems;
-  const Value& value = values.list[index];
-  std::string found = Ansi(value.name);
-  if (!FitsName(found, size)) return SystemError::MoreData;
-  name = std::move(found);
-  type = value.isRead ? value.data.type : value.source.type;
-  return SystemError::Success;
-}
-
-SystemError MachineRegistry::QueryValue(RegistryHandle key, const std::string& name, std::size_t size,
-                                        RegistryData& data) {
-  Node node = RegistryTree::kNone;
-  if (const SystemError error = Resolve(key, kKeyQueryValue, node); error != SystemError::Success)
-    return error;
-  Values& values = ValuesOf(node);
-  const auto entry = values.byName.find(UpperCase(Ansi(UpToNul(name))));
-  if (entry == values.byName.end()) return SystemError::FileNotFound;
-  RegistryData found = DataOf(values.list[entry->second]);
-  std::size_t bytes = found.data.size();
-  if (IsTextType(found.type) && !IsAscii(found.data)) {
-    const std::string encoded = codePage_.Encode(found.data);
-    bytes = encoded.size();
-    found.data = codePage_.Decode(encoded);
-  }
-  if (bytes > size) return SystemError::MoreData;
-  data = std::move(found);
-  return SystemError::Success;
-}
-
-SystemError MachineRegistry::SetValue(RegistryHandle key, const std::string& name, const RegistryData& data) {
-  Node node = RegistryTree::kNone;
-  if (const SystemError error = Resolve(key, kKeySetValue, node); error != SystemError::Success) return error;
-  const std::string stored = Ansi(UpToNul(name));
-  if (HasLineBreak(stored)) return SystemError::InvalidName;
-  const RegistryData wanted{data.type, IsTextType(data.type) ? Ansi(data.data) : data.data};
-  Values& values = ValuesOf(node);
-  const auto [entry, isNew] = values.byName.try_emplace(UpperCase(stored), values.list.size());
-  if (isNew) {
-    values.list.emplace_back();
-    values.list.back().name = stored;
-  }
-  Value& value = values.list[entry->second];
-  if (!isNew) {
-    const RegistryData& present = DataOf(value);
-    if (present.type == wanted.type && present.data == wanted.data) return SystemError::Success;
-  }
-  value.data = wanted;
-  value.isRead = value.changed = true;
-  values.changed = true;
-  EnsureHeading(node);
-  changed_ = true;
-  return SystemError::Success;
-}
-
-SystemError MachineRegistry::DeleteValue(RegistryHandle key, const std::string& name) {
-  Node node = RegistryTree::kNone;
-  if (const SystemError error = Resolve(key, kKeySetValue, node); error != SystemError::Success) return error;
-  Values& values = ValuesOf(node);
-  const auto entry = values.byName.find(UpperCase(Ansi(UpToNul(name))));
-  if (entry == values.byName.end()) return SystemError::FileNotFound;
-  values.list[entry->second].removed = true;
-  Compact(values);
-  values.changed = true;
-  changed_ = true;
   return SystemError::Success;
 }
 
@@ -242,6 +155,11 @@ RegistryHandle MachineRegistry::NewHandle(Node node, std::uint32_t access) {
 // The text as it passes through the code page.
 std::string MachineRegistry::Ansi(std::string_view text) const {
   return IsAscii(text) ? std::string(text) : codePage_.Decode(codePage_.Encode(text));
+}
+
+// A name that a call gives. Names are C strings for the system, so that a NUL ends them.
+std::string MachineRegistry::StoredName(std::string_view name) const {
+  return Ansi(name.substr(0, name.find('\0')));
 }
 
 bool MachineRegistry::FitsName(const std::string& name, std::size_t size) const {

@@ -22,8 +22,8 @@ std::size_t CommonLength(std::string_view left, std::string_view right) {
   return length;
 }
 
-// Finds the key of each heading. Exports list keys depth first, so that most of a heading's path is that of
-// the heading before: what both have in common is not looked up again.
+// Finds the key of each heading. Exports list keys depth first, so that a heading shares most of its path
+// with the heading before it; what both share is not looked up again.
 class HeadingReader {
  public:
   explicit HeadingReader(RegistryTree& tree) : tree_(tree) {}
@@ -50,7 +50,7 @@ class HeadingReader {
     return node;
   }
 
-  // Deletes the key of "HKEY_...\path" and what is below it. A predefined key stays.
+  // Removes the key of "HKEY_...\path" and all below it. A predefined key stays.
   void Delete(std::string_view path) {
     Node node = tree_.Root(NextKeyName(path));
     while (node != RegistryTree::kNone && !path.empty()) {
@@ -76,14 +76,13 @@ class HeadingReader {
   std::vector<Known> known_;  // the keys along `last_`
 };
 
-// The path between "[" and the last "]" of the line; empty when the line is no heading. A blank may not
-// follow
-// "[", and backslashes at the end do not count.
+// The path between "[" and the last "]" of the line, without backslashes at its end; empty when the line is
+// not a heading, as with a blank after "[".
 std::string_view HeadingPath(std::string_view line) {
   const std::size_t close = line.rfind(']');
   if (close == std::string_view::npos || line[1] == ' ' || line[1] == '\t') return {};
   const std::string_view path = line.substr(1, close - 1);
-  if (path.find('\0') != std::string_view::npos) return {};  // no call could name such a key
+  if (path.find('\0') != std::string_view::npos) return {};  // no call can name such a key
   return path.substr(0, path.find_last_not_of('\\') + 1);
 }
 

@@ -155,7 +155,7 @@ void RegistryTree::Remove(Node node) {
 }
 
 void RegistryTree::RemoveBelow(Node node) {
-  // Keys that are there from the start stay, without what is below them.
+  // Keys that exist from the start stay, but empty.
   std::vector<Node> open = {node};
   while (!open.empty()) {
     const Node parent = open.back();

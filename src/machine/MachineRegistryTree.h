@@ -10,12 +10,12 @@
 
 namespace bxvbwiz {
 
-// Splits a key's path at its backslashes: gives the next name and shortens the path.
+// Takes the first name, and the backslash after it, from a key's path.
 std::string_view NextKeyName(std::string_view& path);
 
-// The keys of a registry, and where in the text of registry.reg their values stand. Names are UTF-8 and found
+// The keys of a registry, and where in the text of registry.reg their values are. Names are UTF-8 and found
 // without regard to case. Made for hundreds of thousands of keys: a key is one record in an array, its name
-// lies in the text, and one hash table finds a name below a key.
+// lies in the text, and one hash table finds a name below any key.
 class RegistryTree {
  public:
   using Node = std::uint32_t;
@@ -24,10 +24,10 @@ class RegistryTree {
   // A heading of the text with the lines below it, as positions in the text.
   struct Block {
     std::uint32_t begin;   // of the heading's line
-    std::uint32_t values;  // of the line behind it
+    std::uint32_t values;  // of the line after it
     std::uint32_t end;
     Node node;
-    std::uint32_t previous;  // the block before of the same key, or kNone
+    std::uint32_t previous;  // the block before it of the same key, or kNone
   };
 
   // The predefined keys exist from the start, and so does HKEY_LOCAL_MACHINE\SOFTWARE\Classes.
@@ -37,17 +37,17 @@ class RegistryTree {
   // HKEY_LOCAL_MACHINE\SOFTWARE\Classes.
   Node Root(std::string_view name) const;
   Node Root(RegistryHandle handle) const;
-  // False for what is there from the start and cannot be deleted.
+  // False for keys that exist from the start; they cannot be deleted.
   bool IsDeletable(Node node) const { return node >= pinned_; }
 
   // The key of that name directly below `parent`, or kNone.
   Node Find(Node parent, std::string_view name) const;
-  // The same, adding it when it is missing. The name must stay where it is as long as the tree lives; Keep
+  // The same, adding it when it is missing. The name must stay in memory as long as the tree lives; Keep
   // gives a copy that does.
   Node Add(Node parent, std::string_view name);
   std::string_view Keep(std::string_view name);
-  // Takes the key and all below it away. Of what is there from the start only the content goes, and a
-  // predefined key stays as it is.
+  // Removes the key and all below it. Of a key that exists from the start only the content goes; a predefined
+  // key stays as it is.
   void Remove(Node node);
 
   bool IsAlive(Node node) const { return nodes_[node].parent != kNone || node < roots_; }
@@ -67,7 +67,7 @@ class RegistryTree {
  private:
   struct Key {
     std::string_view name;
-    Node parent = kNone;  // kNone also when the key was removed
+    Node parent = kNone;  // kNone for a removed key too
     Node firstChild = kNone;
     Node nextSibling = kNone;
     std::uint32_t hash = 0;
@@ -82,18 +82,18 @@ class RegistryTree {
   std::vector<Block> blocks_;
   std::deque<std::string> kept_;
   Node roots_ = 0;    // nodes below this are predefined keys
-  Node pinned_ = 0;   // nodes below this are there from the start
+  Node pinned_ = 0;   // nodes below this exist from the start
   Node classes_ = 0;  // HKEY_LOCAL_MACHINE\SOFTWARE\Classes
 };
 
 struct RegLoadResult {
   std::size_t skipped = 0;    // values that cannot be read or belong to no key
   bool hasDeletions = false;  // a heading deletes a key
-  // The last key, when its last value announces a line that does not come.
+  // The last key, if its last value announces another line and the text ends.
   RegistryTree::Node openEnd = RegistryTree::kNone;
 };
 
-// Enters the headings of an export into `tree`; `body` is where the line behind the header begins.
+// Adds the keys of an export to `tree`; `body` is where the line after the header begins.
 RegLoadResult LoadRegHeadings(std::string_view text, std::size_t body, RegistryTree& tree);
 
 }  // namespace bxvbwiz

@@ -8,7 +8,7 @@
 namespace bxvbwiz {
 namespace {
 
-// What a file that was opened so needs the others to share.
+// What a file with this access needs the others to share.
 std::uint32_t ShareNeeded(std::uint32_t access) {
   return ((access & kGenericRead) != 0 ? kShareRead : 0) | ((access & kGenericWrite) != 0 ? kShareWrite : 0);
 }

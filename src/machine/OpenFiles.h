@@ -8,7 +8,7 @@
 
 namespace bxvbwiz {
 
-// The files of a machine folder that are held open, and what they forbid to others meanwhile.
+// The open files of a machine folder, and what each forbids to others while it is open.
 class OpenFiles {
  public:
   struct OpenFile {
@@ -17,7 +17,7 @@ class OpenFiles {
     std::uint32_t share;
   };
 
-  // kInvalidFile when one that is open does not share `access`, or `share` does not allow what it may do.
+  // kInvalidFile when the file is already open and either side does not share what the other may do.
   FileHandle Open(const std::string& hostPath, std::uint32_t access, std::uint32_t share);
   bool Close(FileHandle file) { return files_.erase(file) != 0; }
   // Null when there is no such handle.

@@ -3,70 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "machine/ProfileLine.h"
 #include "machine/Utf16Text.h"
 #include "text/Text.h"
 
-// How the system reads a profile file:
-// 1. CR LF, LF alone and CR alone end a line; the last line needs no end.
-// 2. Blanks, tabs and vertical tabs do not count at both ends of names, values and lines.
-// 3. A line that begins with "[" is a heading. Its name ends at the first "]", or with the line.
-// 4. A line that begins with ";" is a comment.
-// 5. Any other line with "=" is a key of the heading above it, and of none before the first heading.
-// 6. The first heading of a name is the only one searched, and so is the first key of a name in it.
 namespace bxvbwiz {
-namespace {
-
-constexpr std::string_view kBlanks = " \t\v";
-constexpr std::string_view kLineEnds = "\r\n";
-
-std::string_view Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-std::string_view WithoutLineEnd(std::string_view line) {
-  const std::size_t last = line.find_last_not_of(kLineEnds);
-  return line.substr(0, last == std::string_view::npos ? 0 : last + 1);
-}
-
-// The length of the text's first line with its end.
-std::size_t LineLength(std::string_view text) {
-  const std::size_t end = text.find_first_of(kLineEnds);
-  if (end == std::string_view::npos) return text.size();
-  const bool pair = text[end] == '\r' && end + 1 < text.size() && text[end + 1] == '\n';
-  return end + (pair ? 2 : 1);
-}
-
-std::string_view KeyName(std::string_view line) {
-  return Trim(line.substr(0, line.find('=')));
-}
-
-std::string_view Unquoted(std::string_view value) {
-  const bool quoted =
-      value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
-  return quoted ? value.substr(1, value.size() - 2) : value;
-}
-
-// A key's line with another value: what stands before the old value and the line end stay.
-std::string WithValue(std::string_view line, std::string_view value) {
-  const std::string_view content = WithoutLineEnd(line);
-  const std::size_t begin =
-      std::min(content.find_first_not_of(kBlanks, content.find('=') + 1), content.size());
-  std::string changed(content.substr(0, begin));
-  changed.append(value);
-  changed.append(line.substr(content.size()));
-  return changed;
-}
-
-// True when the line that is written for these texts does not read back as one key of that name.
-bool IsOddKey(std::string_view key, std::string_view value) {
-  const std::string_view name = Trim(key);
-  return name.find_first_of("=\r\n") != std::string_view::npos || name.find_first_of("[;") == 0 ||
-         value.find_first_of(kLineEnds) != std::string_view::npos;
-}
-
-}  // namespace
 
 ProfileEngine::ProfileEngine(const CodePage& codePage, std::string_view bytes) : codePage_(&codePage) {
   utf16_ = StartsWith(bytes, kUtf16Mark);
@@ -85,21 +26,17 @@ void ProfileEngine::Read(std::string_view text) {
   repeatsSections_ = false;
   Section* current = nullptr;
   while (!text.empty()) {
-    const std::size_t length = LineLength(text);
+    const std::size_t length = ProfileLineLength(text);
     lines_.push_back({Line::Kind::Other, std::string(text.substr(0, length))});
     Index(std::prev(lines_.end()), current);
     text.remove_prefix(length);
   }
 }
 
-void ProfileEngine::ReadAgain() {
-  Read(Text());
-}
-
-// Finds out what the line is and enters it; `current` is the section that keys belong to, null before the
-// first heading and below a heading that is never searched.
+// Finds out what the line is and adds it to the index. `current` is the section that keys belong to: null
+// before the first heading and below a repeated heading, which is never searched.
 void ProfileEngine::Index(Lines::iterator line, Section*& current) {
-  const std::string_view content = Trim(WithoutLineEnd(line->text));
+  const std::string_view content = TrimProfileText(WithoutLineEnd(line->text));
   if (content.empty() || content.front() == ';') return;
   if (content.front() == '[') {
     line->kind = Line::Kind::Heading;
@@ -116,21 +53,20 @@ void ProfileEngine::Index(Lines::iterator line, Section*& current) {
 }
 
 std::string ProfileEngine::HeadingName(const Line& line) const {
-  std::string_view content = Trim(WithoutLineEnd(line.text));
+  std::string_view content = TrimProfileText(WithoutLineEnd(line.text));
   content.remove_prefix(1);
-  if (utf16_ || IsAscii(content)) return std::string(Trim(content.substr(0, content.find(']'))));
-  // In a double-byte code page the byte of "]" is also the second one of letters.
+  if (utf16_ || IsAscii(content)) return std::string(TrimProfileText(content.substr(0, content.find(']'))));
+  // In a double-byte code page the byte of "]" is also the second byte of letters.
   const std::string text = codePage_->Decode(content);
-  return codePage_->Encode(Trim(std::string_view(text).substr(0, text.find(']'))));
+  return codePage_->Encode(TrimProfileText(std::string_view(text).substr(0, text.find(']'))));
 }
 
 std::optional<std::string> ProfileEngine::Value(std::string_view section, std::string_view key) const {
   const Section* found = Find(section);
   if (found == nullptr) return std::nullopt;
-  const auto entry = found->keys.find(Fold(FromCodePage(Trim(key))));
+  const auto entry = found->keys.find(Fold(FromCodePage(TrimProfileText(key))));
   if (entry == found->keys.end()) return std::nullopt;
-  const std::string_view content = WithoutLineEnd(entry->second->text);
-  return ToCodePage(Unquoted(Trim(content.substr(content.find('=') + 1))));
+  return ToCodePage(KeyValue(entry->second->text));
 }
 
 std::optional<std::vector<std::string>> ProfileEngine::Keys(std::string_view section) const {
@@ -138,7 +74,7 @@ std::optional<std::vector<std::string>> ProfileEngine::Keys(std::string_view sec
   if (found == nullptr) return std::nullopt;
   std::vector<std::string> names;
   for (const Lines::iterator line : KeyLines(*found)) {
-    // An empty name would end the list for whoever reads it as a sequence of C strings.
+    // An empty name would end the list early: its readers take it as a sequence of C strings.
     if (const std::string_view name = KeyName(line->text); !name.empty()) names.push_back(ToCodePage(name));
   }
   return names;
@@ -156,7 +92,7 @@ std::vector<std::string> ProfileEngine::Sections() const {
 // ---- changing
 
 bool ProfileEngine::SetValue(std::string_view section, std::string_view key, std::string_view value) {
-  const std::string name = FromCodePage(Trim(key));
+  const std::string name = FromCodePage(TrimProfileText(key));
   const std::string text = FromCodePage(value);
   bool oddSection = false;
   bool changed = EndWithLineBreak();
@@ -171,14 +107,14 @@ bool ProfileEngine::SetValue(std::string_view section, std::string_view key, std
     AppendKey(*found, name, name + '=' + text + "\r\n");
     changed = true;
   }
-  if (oddSection || IsOddKey(key, value)) ReadAgain();
+  if (oddSection || IsOddKey(key, value)) Read(Text());
   return changed;
 }
 
 bool ProfileEngine::RemoveKey(std::string_view section, std::string_view key) {
   Section* found = Find(section);
   if (found == nullptr) return false;
-  const auto entry = found->keys.find(Fold(FromCodePage(Trim(key))));
+  const auto entry = found->keys.find(Fold(FromCodePage(TrimProfileText(key))));
   if (entry == found->keys.end()) return false;
   const Lines::iterator line = entry->second;
   if (line == found->lastKey) {
@@ -189,7 +125,7 @@ bool ProfileEngine::RemoveKey(std::string_view section, std::string_view key) {
   lines_.erase(line);
   found->keys.erase(entry);
   EndWithLineBreak();
-  if (found->repeatsKeys) ReadAgain();
+  if (found->repeatsKeys) Read(Text());
   return true;
 }
 
@@ -198,9 +134,9 @@ bool ProfileEngine::RemoveSection(std::string_view section) {
   if (found == nullptr) return false;
   RemoveKeys(*found);
   lines_.erase(found->heading);
-  sections_.erase(Fold(FromCodePage(Trim(section))));
+  sections_.erase(Fold(FromCodePage(TrimProfileText(section))));
   EndWithLineBreak();
-  if (repeatsSections_) ReadAgain();
+  if (repeatsSections_) Read(Text());
   return true;
 }
 
@@ -231,27 +167,27 @@ bool ProfileEngine::SetSection(std::string_view section, std::string_view entrie
     const std::string name(KeyName(text));
     AppendKey(*found, name, std::move(text));
   }
-  if (odd || oddSection) ReadAgain();
+  if (odd || oddSection) Read(Text());
   return true;
 }
 
 // ---- parts
 
 ProfileEngine::Section* ProfileEngine::Find(std::string_view section) {
-  const auto entry = sections_.find(Fold(FromCodePage(Trim(section))));
+  const auto entry = sections_.find(Fold(FromCodePage(TrimProfileText(section))));
   return entry == sections_.end() ? nullptr : &entry->second;
 }
 
 const ProfileEngine::Section* ProfileEngine::Find(std::string_view section) const {
-  const auto entry = sections_.find(Fold(FromCodePage(Trim(section))));
+  const auto entry = sections_.find(Fold(FromCodePage(TrimProfileText(section))));
   return entry == sections_.end() ? nullptr : &entry->second;
 }
 
-// `odd` gets whether the heading does not read back as that name.
+// `odd` becomes true when the heading does not read back as that name.
 ProfileEngine::Section& ProfileEngine::Append(std::string_view section, bool& odd) {
-  const std::string name = FromCodePage(Trim(section));
+  const std::string name = FromCodePage(TrimProfileText(section));
   lines_.push_back({Line::Kind::Heading, '[' + name + "]\r\n"});
-  odd = HeadingName(lines_.back()) != name || name.find_first_of(kLineEnds) != std::string::npos;
+  odd = HeadingName(lines_.back()) != name || name.find_first_of("\r\n") != std::string::npos;
   Section& added = sections_[Fold(name)];
   added.heading = added.lastKey = std::prev(lines_.end());
   return added;
@@ -278,7 +214,7 @@ void ProfileEngine::RemoveKeys(Section& section) {
   section.repeatsKeys = false;
 }
 
-// After a write the file ends in CR LF, whatever its last line ended in. Gives whether that changed it.
+// After a write the file ends in CR LF, whatever its last line ended with. Gives whether the file changed.
 bool ProfileEngine::EndWithLineBreak() {
   if (lines_.empty() || EndsWith(lines_.back().text, "\r\n")) return false;
   std::string& text = lines_.back().text;
@@ -306,12 +242,7 @@ std::string ProfileEngine::ToCodePage(std::string_view text) const {
 }
 
 std::string ProfileEngine::Fold(std::string_view text) const {
-  if (!IsAscii(text)) return UpperCase(utf16_ ? std::string(text) : codePage_->Decode(text));
-  std::string folded(text);
-  for (char& c : folded) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return folded;
+  return utf16_ || IsAscii(text) ? UpperCase(text) : UpperCase(codePage_->Decode(text));
 }
 
 }  // namespace bxvbwiz

@@ -12,12 +12,13 @@
 namespace bxvbwiz {
 
 // One profile file in memory, as GetPrivateProfileStringA, WritePrivateProfileStringA and
-// WritePrivateProfileSectionA see it. All texts that go in and out are bytes of the code page; a file that
-// begins with FF FE is UTF-16 and stays so. What a change does not touch keeps its bytes: comments, blank
-// lines, spacing, line ends, spelling.
+// WritePrivateProfileSectionA see it. Only the first heading of a name is searched, and in it only the first
+// key of a name. All texts that go in and out are bytes of the code page; a file that begins with FF FE is
+// UTF-16 and stays so. What a change does not touch keeps its bytes: comments, blank lines, spacing, line
+// ends, spelling.
 class ProfileEngine {
  public:
-  // Reads the file's bytes, whatever they are; empty for a new file. `codePage` must outlive the engine.
+  // `bytes` is the file, and may be anything; empty for a new one. `codePage` must outlive the engine.
   ProfileEngine(const CodePage& codePage, std::string_view bytes);
   ProfileEngine(const ProfileEngine&) = delete;
   ProfileEngine& operator=(const ProfileEngine&) = delete;
@@ -34,8 +35,8 @@ class ProfileEngine {
   bool SetValue(std::string_view section, std::string_view key, std::string_view value);
   bool RemoveKey(std::string_view section, std::string_view key);
   bool RemoveSection(std::string_view section);
-  // Replaces the section's keys; `entries` are "key=value" texts each ended by a NUL, or by the end. Texts
-  // without "=" are dropped.
+  // Replaces the section's keys. `entries` are "key=value" texts, each ended by a NUL; the last may end
+  // without one. Texts without "=" are dropped.
   bool SetSection(std::string_view section, std::string_view entries);
 
   // The file's bytes.
@@ -53,13 +54,12 @@ class ProfileEngine {
 
   struct Section {
     Lines::iterator heading;
-    Lines::iterator lastKey;  // the heading as long as there is no key
+    Lines::iterator lastKey;  // the heading while there is no key
     LineIndex keys;           // by folded name, the first of each
     bool repeatsKeys = false;
   };
 
   void Read(std::string_view text);
-  void ReadAgain();
   void Index(Lines::iterator line, Section*& current);
   std::string Text() const;
 

@@ -16,7 +16,7 @@ constexpr std::string_view kHeader5 = "Windows Registry Editor Version 5.00";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kHexDigits = "0123456789abcdef";
-// The registry editor breaks lines of bytes behind this column.
+// The registry editor breaks lines of bytes after this column.
 constexpr std::size_t kLastColumn = 76;
 
 // Converts the lines that are not ASCII; a line's end is never part of a character in a code page.
@@ -38,8 +38,8 @@ std::string ConvertLines(std::string text, Convert convert) {
   return converted;
 }
 
-// The header that the text begins with, and the position behind it; npos when there is none.
-std::size_t BehindHeader(std::string_view text, std::string_view header) {
+// The position of the line after `header`; npos when the first line is not that header.
+std::size_t AfterHeader(std::string_view text, std::string_view header) {
   const std::size_t start = std::min(text.find_first_not_of(" \t"), text.size());
   const std::size_t end = start + header.size();
   if (!StartsWith(text.substr(start), header)) return std::string_view::npos;
@@ -124,7 +124,7 @@ void AppendHex(std::string& line, std::string_view bytes) {
 // The text of a string value that can stand between quotes: one line and its NUL, without another.
 bool FitsQuotes(const RegistryData& data) {
   return data.type == kRegSz && !data.data.empty() && data.data.find('\0') == data.data.size() - 1 &&
-         data.data.find_first_of("\r\n") == std::string::npos;
+         IsOneLine(data.data);
 }
 
 }  // namespace
@@ -136,14 +136,14 @@ RegText DecodeRegText(std::string bytes, const CodePage& codePage) {
     bytes = FromUtf16(std::string_view(bytes).substr(kUtf16Mark.size()));
   }
   const std::size_t mark = StartsWith(bytes, kUtf8Mark) ? kUtf8Mark.size() : 0;
-  std::size_t behind = BehindHeader(std::string_view(bytes).substr(mark), kHeader5);
-  if (behind != std::string_view::npos) {
+  std::size_t body = AfterHeader(std::string_view(bytes).substr(mark), kHeader5);
+  if (body != std::string_view::npos) {
     if (read.encoding != RegEncoding::Utf16) read.encoding = RegEncoding::Utf8;
     read.text = std::move(bytes);
-    behind += mark;
+    body += mark;
   } else {
-    behind = mark == 0 ? BehindHeader(bytes, kHeader4) : behind;
-    if (behind == std::string_view::npos) {
+    body = mark == 0 ? AfterHeader(bytes, kHeader4) : body;
+    if (body == std::string_view::npos) {
       throw RegTextError("the first line is neither \"" + std::string(kHeader4) + "\" nor \"" +
                          std::string(kHeader5) + "\"");
     }
@@ -156,7 +156,7 @@ RegText DecodeRegText(std::string bytes, const CodePage& codePage) {
       });
     }
   }
-  read.body = behind;
+  read.body = body;
   if (read.text.size() >= std::numeric_limits<std::uint32_t>::max()) {
     throw RegTextError("the registry text has 4 GB or more");
   }

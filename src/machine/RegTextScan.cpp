@@ -11,10 +11,10 @@
 // 2. "text" is a string, a lone "-" deletes the value.
 // 3. dword: is followed by one to eight hexadecimal digits.
 // 4. hex: and hex(type): are followed by bytes of one or two digits with commas between them. A comma may end
-//    the list; a backslash behind a comma, or behind the colon, goes on in the next line that is neither
+//    the list. With a backslash after a comma or the colon the list goes on in the next line that is neither
 //    blank nor a comment.
-// 5. Behind the value only blanks and a comment may follow, which begins with ";".
-// Whatever does not fit spoils this value and no other.
+// 5. After the value there may only be blanks, and a comment that begins with ";".
+// A value that breaks a rule is left out; the values around it are not affected.
 namespace bxvbwiz {
 namespace {
 
@@ -62,7 +62,7 @@ const char* SkipDigits(const char* position, const char* end) {
   return position;
 }
 
-// From behind a backslash to the next line with bytes; null when something else follows.
+// From the position after a backslash to the next line with bytes; null when something else follows.
 const char* NextByteLine(const char* position, const char* end, ScannedValue& value) {
   if (!AtValueEnd(position, end)) return nullptr;
   do {
@@ -72,7 +72,7 @@ const char* NextByteLine(const char* position, const char* end, ScannedValue& va
   return position == end || Is(kHexDigit, *position) ? position : nullptr;
 }
 
-// Reads bytes up to the end of the value; null when they cannot be read.
+// Reads a list of bytes up to the end of the value; null when it cannot be read.
 const char* ScanBytes(const char* position, const char* end, ScannedValue& value) {
   const char* const begin = position;
   for (;;) {
@@ -87,9 +87,9 @@ const char* ScanBytes(const char* position, const char* end, ScannedValue& value
       if (position == nullptr) return nullptr;
       continue;
     }
-    const char* const behind = SkipDigits(position, end);
-    if (behind == position || behind - position > 2) return nullptr;
-    position = SkipRegBlanks(behind, end);
+    const char* const digitsEnd = SkipDigits(position, end);
+    if (digitsEnd == position || digitsEnd - position > 2) return nullptr;
+    position = SkipRegBlanks(digitsEnd, end);
     if (AtValueEnd(position, end)) break;
     if (*position++ != ',') return nullptr;
   }
@@ -115,7 +115,7 @@ const char* ScanHex(const char* position, const char* end, ScannedValue& value) 
   return ScanBytes(position + 1, end, value);
 }
 
-// Reads what stands behind the "="; null when it cannot be read.
+// Reads the data after "="; null when it cannot be read.
 const char* ScanData(const char* position, const char* end, ScannedValue& value) {
   constexpr std::string_view kDword = "dword:";
   constexpr std::string_view kHex = "hex";
@@ -135,21 +135,21 @@ const char* ScanData(const char* position, const char* end, ScannedValue& value)
   }
   if (StartsWith(rest, kDword)) {
     const char* const digits = position + kDword.size();
-    const char* const behind = SkipDigits(digits, end);
-    if (behind == digits || behind - digits > kMostDigits) return nullptr;
+    const char* const digitsEnd = SkipDigits(digits, end);
+    if (digitsEnd == digits || digitsEnd - digits > kMostDigits) return nullptr;
     value.form = ScannedValue::Form::Dword;
     value.type = kRegDword;
-    value.data = {digits, static_cast<std::size_t>(behind - digits)};
-    return behind;
+    value.data = {digits, static_cast<std::size_t>(digitsEnd - digits)};
+    return digitsEnd;
   }
   if (!StartsWith(rest, kHex)) return nullptr;
   value.form = ScannedValue::Form::Hex;
   return ScanHex(position + kHex.size(), end, value);
 }
 
-// Behind the lines of a value that could not be read. Lines of bytes that go on behind a backslash are part
-// of it, so that it counts as one.
-const char* BehindUnreadable(const char* position, const char* end) {
+// The position after the lines of a value that cannot be read. Lines of bytes that follow a backslash belong
+// to it, so that it counts as one value.
+const char* AfterUnreadable(const char* position, const char* end) {
   for (;;) {
     const char* const next = NextRegLine(position, end);
     const char* last = next;
@@ -164,8 +164,8 @@ const char* BehindUnreadable(const char* position, const char* end) {
 }  // namespace
 
 const char* NextRegLine(const char* position, const char* end) {
-  // The library's search is several times as fast as a loop, but must not run through all of a text whose
-  // lines end in CR alone.
+  // The library's search is several times faster than a loop, but must not run through the whole of a text
+  // whose lines end in CR alone.
   constexpr std::ptrdiff_t kWindow = 256;
   if (position != end && !Is(kLineEnd, *position)) {
     const auto window = static_cast<std::size_t>(std::min(kWindow, end - position));
@@ -183,21 +183,39 @@ const char* NextRegLine(const char* position, const char* end) {
 
 const char* ScanRegValue(const char* position, const char* end, ScannedValue& value) {
   value = {};
-  const char* behind = position + 1;
+  const char* next = position + 1;
   if (*position == '"') {
-    behind = ClosingQuote(position + 1, end);
-    if (behind == nullptr) return BehindUnreadable(position, end);
-    value.name = {position + 1, static_cast<std::size_t>(behind - position - 1)};
-    ++behind;
+    next = ClosingQuote(position + 1, end);
+    if (next == nullptr) return AfterUnreadable(position, end);
+    value.name = {position + 1, static_cast<std::size_t>(next - position - 1)};
+    ++next;
   }
-  behind = SkipRegBlanks(behind, end);
-  if (behind != end && *behind == '=') {
-    behind = ScanData(SkipRegBlanks(behind + 1, end), end, value);
-    if (behind != nullptr && AtValueEnd(behind, end)) return NextRegLine(behind, end);
+  next = SkipRegBlanks(next, end);
+  if (next != end && *next == '=') {
+    next = ScanData(SkipRegBlanks(next + 1, end), end, value);
+    if (next != nullptr && AtValueEnd(next, end)) return NextRegLine(next, end);
   }
   value.form = ScannedValue::Form::Unreadable;
   value.continues = false;
-  return BehindUnreadable(position, end);
+  return AfterUnreadable(position, end);
+}
+
+void ForEachRegValue(std::string_view text, std::size_t begin, std::size_t end,
+                     const std::function<void(const ScannedValue&, std::size_t, std::size_t)>& use) {
+  const char* const textEnd = text.data() + text.size();
+  const auto positionOf = [&](const char* place) { return static_cast<std::size_t>(place - text.data()); };
+  const char* position = text.data() + begin;
+  while (position < text.data() + end) {
+    const char* const line = position;
+    position = SkipRegBlanks(position, textEnd);
+    if (position == textEnd || (*position != '"' && *position != '@')) {
+      position = NextRegLine(position, textEnd);
+      continue;
+    }
+    ScannedValue value;
+    position = ScanRegValue(position, textEnd, value);
+    if (value.form != ScannedValue::Form::Unreadable) use(value, positionOf(line), positionOf(position));
+  }
 }
 
 }  // namespace bxvbwiz

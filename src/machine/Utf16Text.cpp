@@ -10,14 +10,14 @@ namespace {
 
 constexpr char32_t kHighSurrogates = 0xD800;
 constexpr char32_t kLowSurrogates = 0xDC00;
-constexpr char32_t kBehindSurrogates = 0xE000;
+constexpr char32_t kAfterSurrogates = 0xE000;
 constexpr char32_t kFirstPair = 0x10000;
 
 bool IsHigh(char32_t unit) {
   return unit >= kHighSurrogates && unit < kLowSurrogates;
 }
 bool IsLow(char32_t unit) {
-  return unit >= kLowSurrogates && unit < kBehindSurrogates;
+  return unit >= kLowSurrogates && unit < kAfterSurrogates;
 }
 
 char32_t UnitAt(std::string_view bytes, std::size_t position) {
@@ -88,7 +88,7 @@ std::string ToUtf16(std::string_view text) {
 }
 
 std::size_t FindNonAscii(std::string_view text, std::size_t position) {
-  // Eight at a time: an export has hundreds of megabytes.
+  // Eight bytes at a time, because an export can have hundreds of megabytes.
   constexpr std::uint64_t kHighBits = 0x8080808080808080;
   for (std::uint64_t word = 0; position + sizeof word <= text.size(); position += sizeof word) {
     std::memcpy(&word, text.data() + position, sizeof word);

@@ -9,7 +9,7 @@ namespace bxvbwiz {
 namespace {
 
 constexpr std::size_t kMaximumPath = 260;       // MAX_PATH of minwindef.h: a path has fewer characters
-constexpr std::size_t kMaximumLongPath = 4096;  // behind "\\\\?\\"; no host takes a longer one
+constexpr std::size_t kMaximumLongPath = 4096;  // after "\\\\?\\"; no host takes a longer one
 constexpr std::size_t kMaximumName = 255;       // of NTFS
 constexpr std::string_view kLongPathPrefix = "\\\\?\\";
 constexpr std::string_view kNetworkPrefix = "\\\\";
@@ -22,7 +22,7 @@ bool BeginsWithDrive(std::string_view path) {
   return path.size() >= 2 && IsDriveLetter(path[0]) && path[1] == ':';
 }
 
-// Resolves "." and ".." and repeated backslashes behind the root, which is the first `root` characters.
+// Resolves ".", ".." and repeated backslashes after the root, which is the first `root` characters.
 std::string Collapse(std::string_view path, std::size_t root) {
   std::string result;
   result.reserve(path.size());
@@ -65,7 +65,7 @@ SystemError CheckNames(std::string_view names, bool wildcardsInLast) {
     for (const char character : name) {
       if (IsInvalidCharacter(character, wildcards)) return SystemError::InvalidName;
     }
-    if (name == "." || name == "..") return SystemError::InvalidName;  // only behind "\\?\"
+    if (name == "." || name == "..") return SystemError::InvalidName;  // only after "\\?\"
     if (name.size() > kMaximumName && Utf16Length(name) > kMaximumName) return SystemError::InvalidName;
     names.remove_prefix(std::min(end + 1, names.size()));
   }
@@ -120,8 +120,8 @@ bool IsPossibleName(std::string_view name) {
 }
 
 bool IsDeviceName(std::string_view name) {
-  constexpr std::string_view kRaisedDigits[] = {"\u00B9", "\u00B2", "\u00B3"};  // count as digits as well
-  // Every path is asked this: nearly all names end it with their first letter.
+  constexpr std::string_view kRaisedDigits[] = {"\u00B9", "\u00B2", "\u00B3"};  // count as digits too
+  // Called for every path; the first letter settles nearly all names.
   if (name.empty() || std::string_view("CPANLcpanl").find(name.front()) == std::string_view::npos)
     return false;
   name = name.substr(0, name.find_first_of(".:"));
@@ -141,7 +141,7 @@ bool MatchesPattern(std::string_view name, std::string_view pattern) {
     constexpr std::size_t kNone = std::string_view::npos;
     std::size_t i = 0;
     std::size_t j = 0;
-    std::size_t star = kNone;  // where to go on when the text after the last "*" does not fit
+    std::size_t star = kNone;  // where to go on when the text after the last "*" does not match
     std::size_t retry = 0;
     while (i < text.size()) {
       std::size_t next = i;
@@ -173,7 +173,7 @@ SystemError WindowsPath::Parse(std::string_view path, std::string_view current, 
   if (path.empty()) return SystemError::PathNotFound;
   if (path.size() > kMaximumLongPath * 4) return SystemError::FilenameTooLong;
   if (path.find('\0') != std::string_view::npos) return SystemError::InvalidName;
-  // Behind "\\?\" a path is opened as it stands.
+  // After "\\?\" a path is taken as it stands.
   const bool isLong = StartsWith(path, kLongPathPrefix);
   parsed.text_ = isLong ? std::string(path.substr(kLongPathPrefix.size())) : FullWindowsPath(path, current);
   if (!BeginsWithDrive(parsed.text_)) return SystemError::PathNotFound;
@@ -183,7 +183,7 @@ SystemError WindowsPath::Parse(std::string_view path, std::string_view current, 
   if (parsed.endsWithBackslash_) parsed.text_.pop_back();
 
   const std::string_view names = std::string_view(parsed.text_).substr(3);
-  if (names.find('/') != std::string_view::npos) return SystemError::InvalidName;  // only behind "\\?\"
+  if (names.find('/') != std::string_view::npos) return SystemError::InvalidName;  // only after "\\?\"
   if (isLong && names.find("\\\\") != std::string_view::npos) return SystemError::InvalidName;
   const SystemError error = CheckNames(names, wildcards == Wildcards::InName);
   if (error != SystemError::Success) return error;

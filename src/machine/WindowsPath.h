@@ -7,9 +7,9 @@
 
 namespace bxvbwiz {
 
-// The text that GetFullPathNameA gives for `path`, which has at least one character: "/" is "\", "." and ".."
-// are resolved, blanks and dots at the end are gone. `current` is the current directory, itself a full path.
-// Network paths and "\\?\" paths stay such.
+// The text that GetFullPathNameA gives for `path`, which must not be empty: with "\" for "/", with "." and
+// ".." resolved, without blanks and dots at the end. `current` is the current directory, a full path. A
+// network path or "\\?\" path stays one.
 std::string FullWindowsPath(std::string_view path, std::string_view current);
 
 // The path of a name in a folder.
@@ -18,23 +18,23 @@ std::string JoinPath(std::string_view folder, std::string_view name);
 // The length in UTF-16 units, which is what the system's limits count.
 std::size_t Utf16Length(std::string_view text);
 
-// True when a file can have this name; a folder of this computer may hold others.
+// True when Windows allows the name; this computer may allow others.
 bool IsPossibleName(std::string_view name);
 
-// True when the system takes the name for a device, whatever folder and extension it is given with.
+// True when Windows takes the name for a device, whatever its folder and extension are.
 bool IsDeviceName(std::string_view name);
 
-// True when the name of a file matches a pattern with "*" and "?", as for FindFirstFile: "*.*" matches a name
-// without a dot too. Both are in upper case.
+// True when a file name matches a pattern with "*" and "?" as for FindFirstFile: "*.*" also matches a name
+// without a dot. Both must be in upper case.
 bool MatchesPattern(std::string_view name, std::string_view pattern);
 
-// A full path on a drive, taken apart.
+// A full path on a drive, and its parts.
 class WindowsPath {
  public:
   enum class Wildcards { Refused, InName };
 
-  // InvalidName for a text or name that no path can have, FilenameTooLong, PathNotFound for a network path or
-  // a device.
+  // InvalidName for characters or names that no path can have, FilenameTooLong, PathNotFound for a network
+  // path or a device.
   static SystemError Parse(std::string_view path, std::string_view current, Wildcards wildcards,
                            WindowsPath& parsed);
 
@@ -47,12 +47,12 @@ class WindowsPath {
   // The last name as given and in upper case; empty for a root.
   std::string_view Name() const { return IsRoot() ? std::string_view() : AfterBackslash(text_); }
   std::string_view NameKey() const { return IsRoot() ? std::string_view() : AfterBackslash(key_); }
-  // The path of the folder that holds it; not for a root.
+  // The path of the folder that holds it. Not for a root.
   WindowsPath Parent() const;
-  // Whether a file in this folder can have the name: a possible one, no device, and no path too long for all
-  // calls.
+  // Whether a file in this folder can have the name: it is possible, no device, and the path is short enough
+  // for every call.
   bool CanHold(std::string_view name) const;
-  // It was given with "\" at its end, which only a folder may have.
+  // Whether it was given with "\" at its end, which only a folder's path may have.
   bool EndsWithBackslash() const { return endsWithBackslash_; }
 
  private:

@@ -27,8 +27,8 @@ std::string Win32ProfileStrings::GetString(ProfileText section, ProfileText key,
                                            std::string_view defaultValue, std::size_t size,
                                            const std::string& file) {
   std::string buffer(size, '\0');
-  // The call gives the default for a missing key and for a file that it may not read alike; the error tells
-  // them apart.
+  // The call gives the default both for a missing key and for a file that it may not read; only the error
+  // distinguishes them.
   SetLastError(ERROR_SUCCESS);
   const DWORD length =
       GetPrivateProfileStringA(Argument(section).Get(), Argument(key).Get(), ToAnsi(defaultValue).c_str(),

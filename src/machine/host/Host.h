@@ -11,35 +11,35 @@
 
 #include "platform/SystemError.h"
 
-// What a machine folder needs of the computer that it lies on and the standard library does not have. Paths
-// are paths of this computer in UTF-8, with "/" between the names on every system. No declaration here shows
-// a type of an operating system.
+// What a machine folder needs of this computer and the standard library does not offer. Paths are paths of
+// this computer in UTF-8, with "/" between the names on every system. No declaration here shows a type of an
+// operating system.
 namespace bxvbwiz::host {
 
 enum class FileKind { Missing, File, Folder, Link, Other };
 
 struct FileStatus {
   FileKind kind = FileKind::Missing;
-  bool writable = false;  // the owner's permission, which also binds a user who may do everything
+  bool writable = false;  // the owner's permission, which counts for the superuser too
   std::uint64_t size = 0;
   std::int64_t modifiedNanoseconds = 0;  // since 1970
   std::uint64_t inode = 0;
   std::uint64_t device = 0;
-  std::uint32_t permissions = 0;  // as the system has them; only ContentOptions takes them
+  std::uint32_t permissions = 0;  // in the form of the system, for ContentOptions
 };
 
-// What lies at `path`; a link is not followed. Missing when it cannot be looked at.
+// What is at `path`; a link is not followed. Missing when that cannot be found out.
 FileStatus StatusOf(const std::string& path);
 
-// The absolute path without links; empty when it leads nowhere.
+// The absolute path with links resolved; empty when there is nothing at `path`.
 std::string RealPath(const std::string& path);
-// Whether a path needs no current folder (nor, on Windows, a current drive).
+// Whether a path needs neither the current folder nor, on Windows, the current drive.
 bool IsAbsolutePath(const std::string& path);
 
 // The names in a folder without "." and "..", in no order. False when it cannot be read.
 bool ListNames(const std::string& folder, std::vector<std::string>& names);
 
-// A file opened for reading. Anything but a regular file is refused, at once.
+// A file opened for reading. Anything except a regular file is refused without waiting.
 class InputFile {
  public:
   InputFile() = default;
@@ -48,10 +48,8 @@ class InputFile {
   InputFile& operator=(const InputFile&) = delete;
 
   SystemError Open(const std::string& path);
-  const FileStatus& Status() const { return status_; }  // when it was opened
-  // Reads up to `size` bytes, fewer only at the file's end, and gives their number.
-  SystemError Read(char* buffer, std::size_t size, std::size_t& count);
-  // The same from `offset` on; do not use both for a file.
+  const FileStatus& Status() const { return status_; }  // at the time of opening
+  // Reads `size` bytes from `offset` on, fewer only at the file's end, and gives their number.
   SystemError ReadAt(std::uint64_t offset, char* buffer, std::size_t size, std::size_t& count);
 
  private:
@@ -59,57 +57,57 @@ class InputFile {
   FileStatus status_;
 };
 
-// What a file written by ReplaceContent gets besides its bytes.
+// What ReplaceContent gives a file besides its bytes.
 struct ContentOptions {
-  std::optional<std::uint32_t> permissions;  // of a FileStatus; without: a new file's
+  std::optional<std::uint32_t> permissions;  // of a FileStatus; default permissions if not given
   std::optional<std::int64_t> modifiedNanoseconds;
-  // Waits until the bytes are on the disk before the old file goes. It is what takes the time; a file that
-  // replaces none has nothing to lose in a power failure.
+  // Waits until the bytes are on the disk before they replace the old file. That takes most of the time, and
+  // a new file has no old one to lose in a power failure.
   bool flush = true;
 };
 
 // Makes `bytes` the content of `path`: a temporary file in the same folder is renamed over it, so that there
-// is always the old file or the new one. On a failure nothing remains of the attempt.
+// is always the old file or the new one. A failure leaves no trace.
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options);
 
-// Copies small files that are new in a folder. Both folders are opened once, where file by file every call
-// would walk two whole paths.
+// Copies small files to a folder that does not have them yet. Both folders are opened only once; copying file
+// by file would resolve two whole paths for each.
 class FolderCopy {
  public:
-  // A folder that cannot be opened shows in CopyNew.
+  // When a folder cannot be opened, CopyNew always gives false.
   FolderCopy(const std::string& source, const std::string& target);
   ~FolderCopy();
   FolderCopy(const FolderCopy&) = delete;
   FolderCopy& operator=(const FolderCopy&) = delete;
 
-  // Copies a file with its permissions and its time; it appears whole or not at all. Gives the target
-  // folder's status after it. False when nothing was done: it is missing, large, no regular file, not new, it
-  // failed, a folder is not open, or this system has no way to do it. The usual way then does it or says why
-  // not.
+  // Copies a file with its permissions and its time; the copy appears whole or not at all. Gives the target
+  // folder's new status. False when nothing was done: the file is missing, large, not a regular one or not
+  // new, the copying failed, or this system has no fast way. The caller then copies the usual way, which
+  // gives the error.
   bool CopyNew(const std::string& name, FileStatus& target);
 
  private:
-  // The system's handles, where it has a use for them; -1: none.
+  // The system's handles, if it uses them; -1: none.
   [[maybe_unused]] std::intptr_t source_ = -1;
   [[maybe_unused]] std::intptr_t target_ = -1;
 };
 
-// Adds `bytes` at the end of a regular file, which is created when it is missing. On a failure what was added
-// is taken back, where the system allows it.
+// Adds `bytes` to the end of a regular file, which is created when it is missing. A failure takes back what
+// was added, if the system allows it.
 SystemError AppendContent(const std::string& path, std::string_view bytes);
 
-// A file or folder gets another name. AlreadyExists when there is something of that name.
+// Gives a file or folder another name. AlreadyExists when something has that name already.
 SystemError Rename(const std::string& from, const std::string& to);
 SystemError RemoveFile(const std::string& path);
 SystemError MakeFolder(const std::string& path);
 SystemError SetWritable(const std::string& path, bool writable);
 SystemError SetModified(const std::string& path, std::int64_t nanoseconds);  // last access as well
 
-// A program that was started. It goes on when the object goes.
+// A program that was started. Destroying the object does not end it.
 class Program {
  public:
   virtual ~Program() = default;
-  // True when it has ended within `milliseconds`.
+  // True when it ends within `milliseconds`.
   virtual bool Wait(std::uint32_t milliseconds) = 0;
 };
 
@@ -120,7 +118,7 @@ struct ProgramStart {
   std::string variable;                // "NAME=value", added to this process's environment
 };
 
-// Starts a program without a shell. It has no standard input, so that it cannot wait for a user, and its
+// Starts a program without a shell. Its standard input is empty, so that it cannot wait for a user, and its
 // standard output goes to standard error, so that it does not mix with ours. Null when it cannot be started.
 std::unique_ptr<Program> Start(const ProgramStart& start);
 
@@ -131,7 +129,7 @@ std::vector<char16_t> DoubleByteCharacters(int codePage);
 // A letter or digit of any script.
 bool IsLetterOrDigit(char32_t character);
 
-// Unpredictable bytes; false when there are none to be had.
+// Fills `bytes` with unpredictable bytes; false when the system has none.
 bool RandomBytes(unsigned char* bytes, std::size_t count);
 
 struct DateTime {

@@ -4,7 +4,7 @@
 
 namespace bxvbwiz::host {
 
-// The code that Windows gives where a POSIX call sets `error` (errno).
+// The code that Windows gives where a POSIX call sets errno to `error`.
 SystemError ErrorOf(int error);
 
 }  // namespace bxvbwiz::host

@@ -10,7 +10,7 @@
 
 #include "machine/host/Host.h"
 
-extern char** environ;  // no header declares it everywhere
+extern char** environ;  // not every system has a header that declares it
 
 namespace bxvbwiz::host {
 namespace {
@@ -18,7 +18,7 @@ namespace {
 class PosixProgram : public Program {
  public:
   explicit PosixProgram(pid_t process) : process_(process) {}
-  // Collects it if it has ended; otherwise it lives on, and ends as a child of init.
+  // Collects its exit status if it has ended; otherwise it goes on as a child of init.
   ~PosixProgram() override { HasEnded(); }
 
   bool Wait(std::uint32_t milliseconds) override {
@@ -41,7 +41,7 @@ class PosixProgram : public Program {
     do {
       result = waitpid(process_, nullptr, WNOHANG);
     } while (result < 0 && errno == EINTR);
-    ended_ = result != 0;  // an error means that there is no such child any longer
+    ended_ = result != 0;  // an error means that there is no such child
     return ended_;
   }
 
@@ -49,7 +49,7 @@ class PosixProgram : public Program {
   bool ended_ = false;
 };
 
-// The set-up of a new process; destroyed on every way out.
+// What a new process does with its files before it starts.
 class FileActions {
  public:
   FileActions() { valid_ = posix_spawn_file_actions_init(&actions_) == 0; }

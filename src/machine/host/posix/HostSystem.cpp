@@ -25,7 +25,6 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): iconv.h defines the error value so
   bool IsValid() const { return converter_ != reinterpret_cast<iconv_t>(-1); }
 
   // The character that exactly these bytes stand for; 0 when there is none.
@@ -45,7 +44,7 @@ class Converter {
   iconv_t converter_;
 };
 
-// The character types of every script, whatever the user's locale is.
+// The character types of all scripts, whatever the user's locale is.
 class UnicodeLocale {
  public:
   UnicodeLocale() {

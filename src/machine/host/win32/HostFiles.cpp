@@ -55,7 +55,7 @@ FileStatus StatusOfHandle(HANDLE file) {
   return status;
 }
 
-// A file, folder or link itself, for its attributes only or with the rights that are asked for.
+// Opens a file, a folder or a link itself with the rights `access`.
 OwnedHandle OpenItself(const std::string& path, DWORD access) {
   return OwnedHandle(CreateFileW(SystemPath(path).c_str(), access, kShareAll, nullptr, OPEN_EXISTING,
                                  FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
@@ -87,7 +87,7 @@ SystemError FillNewFile(HANDLE file, std::string_view bytes, const ContentOption
   return error;
 }
 
-// A name in the folder of `path` that no other file has, unless somebody guesses it; creation checks that.
+// A name in the folder of `path` that most likely no other file has; creating the file makes sure.
 std::string TemporaryName(const std::string& path) {
   static std::atomic<unsigned> count{0};
   return path.substr(0, path.rfind('/') + 1) + ".bxvbwiz-" + std::to_string(GetCurrentProcessId()) + "-" +
@@ -144,9 +144,13 @@ SystemError InputFile::Open(const std::string& path) {
   return SystemError::Success;
 }
 
-SystemError InputFile::Read(char* buffer, std::size_t size, std::size_t& count) {
+SystemError InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size, std::size_t& count) {
   constexpr std::size_t kPiece = 1 << 24;  // a read's size is a DWORD
   count = 0;
+  LARGE_INTEGER place;
+  place.QuadPart = static_cast<LONGLONG>(offset);
+  if (SetFilePointerEx(reinterpret_cast<HANDLE>(file_), place, nullptr, FILE_BEGIN) == FALSE)
+    return LastError();
   while (count < size) {
     DWORD got = 0;
     const auto piece = static_cast<DWORD>(size - count < kPiece ? size - count : kPiece);
@@ -156,15 +160,6 @@ SystemError InputFile::Read(char* buffer, std::size_t size, std::size_t& count) 
     count += got;
   }
   return SystemError::Success;
-}
-
-SystemError InputFile::ReadAt(std::uint64_t offset, char* buffer, std::size_t size, std::size_t& count) {
-  count = 0;
-  LARGE_INTEGER place;
-  place.QuadPart = static_cast<LONGLONG>(offset);
-  if (SetFilePointerEx(reinterpret_cast<HANDLE>(file_), place, nullptr, FILE_BEGIN) == FALSE)
-    return LastError();
-  return Read(buffer, size, count);
 }
 
 SystemError ReplaceContent(const std::string& path, std::string_view bytes, const ContentOptions& options) {
@@ -191,7 +186,7 @@ SystemError ReplaceContent(const std::string& path, std::string_view bytes, cons
   return error;
 }
 
-// Opening the folders once gains nothing here.
+// Opening the folders only once would save nothing here.
 FolderCopy::FolderCopy(const std::string& /*source*/, const std::string& /*target*/) {}
 FolderCopy::~FolderCopy() = default;
 bool FolderCopy::CopyNew(const std::string& /*name*/, FileStatus& /*target*/) {
@@ -208,7 +203,7 @@ SystemError AppendContent(const std::string& path, std::string_view bytes) {
   if (SetFilePointerEx(file.Get(), {}, &end, FILE_END) == FALSE) return LastError();
   const SystemError error = WriteAll(file.Get(), bytes);
   if (error != SystemError::Success && SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) != FALSE)
-    SetEndOfFile(file.Get());  // half of a text would be read as a whole one
+    SetEndOfFile(file.Get());  // otherwise half of the text would remain
   return error;
 }
 

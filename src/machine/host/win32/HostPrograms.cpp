@@ -20,7 +20,8 @@ class Win32Program : public Program {
   OwnedHandle process_;
 };
 
-// As the C library of a program takes its command line apart: backslashes count before a quote only.
+// Quotes an argument for the way in which C libraries split a command line: a backslash is special only
+// before a quote.
 void AppendArgument(std::wstring& commandLine, const std::wstring& argument) {
   if (!commandLine.empty()) commandLine += L' ';
   if (!argument.empty() && argument.find_first_of(L" \t\"") == std::wstring::npos) {
@@ -38,7 +39,7 @@ void AppendArgument(std::wstring& commandLine, const std::wstring& argument) {
   commandLine += L'"';
 }
 
-// This process's variables, with `variable` in the place of one of the same name; ends with an empty text.
+// This process's variables, with `variable` instead of one of the same name; an empty text ends them.
 std::wstring EnvironmentWith(const std::wstring& variable) {
   const std::size_t nameLength = variable.find(L'=') + 1;
   std::wstring block;
