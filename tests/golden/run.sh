@@ -4,6 +4,7 @@
 #        run.sh --update [CASE]...     rewrites what is expected instead; read the diff before you keep it
 #        run.sh --captured [CASE]...   on what bxvbwiz captures of each machine, which must give the same
 #        run.sh --files [CASE]...      leaves out what is printed, for a program that does the same in windows
+#        run.sh --relations [CASE]...  checks what must hold for every setup project (see relations.sh)
 #        run.sh --lay-out CASE DIR     only makes the machine folder of the case
 #
 # A case is a folder of cases/. It holds only what differs from the case named in its file "like" or, without one, from
@@ -141,13 +142,13 @@ Capture() {  # Capture MACHINE PROGRAM...
   [ -d "$folder/machine" ] || cat "$folder/captured" >&2
 }
 
-# Whether the mode has the case. Captures are of setup projects that are made without a compiler. Windows
+# Whether the mode has the case. Relations and captures are of setup projects that are made without a compiler. Windows
 # know no --strict, and a question waits in them.
 IsInMode() {  # IsInMode MODE CASE
   local options
   options=$(cat "$(Find options "${layers[@]}")")
   case $1 in
-    --captured)
+    --captured | --relations)
       [[ $options == generate* && $options != *--machine* ]] && [ "$(Find machine/vb6.txt "${layers[@]}")" = /dev/null ] &&
         grep -q '^== exit code [04]$' "$(Find expected/result "${layers[@]}")"
       ;;
@@ -196,7 +197,10 @@ case ${1:-} in
     shift
     ;;
 esac
-[ "$mode" != --captured ] || RunCase() { RunCaptured; }
+case $mode in
+  --captured) RunCase() { RunCaptured; } ;;
+  --relations) . "$golden/relations.sh" ;;
+esac
 case $bxvbwiz in *.exe) . "$golden/on_windows.sh" ;; esac
 if [ $# -eq 0 ]; then
   # Those that others are like come first, for --update.
