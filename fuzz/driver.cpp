@@ -1,7 +1,7 @@
 // Runs a fuzz target without libFuzzer, so that any compiler with sanitizers does:
 //   TARGET CORPUS-FOLDER [SECONDS]    every file of the corpus, then random mutations of them
 //   TARGET FILE                       one input, to see a fault again
-// What is being run is kept in TARGET.input in the current folder, so a crash or a hang leaves its input
+// What is being run is kept in TARGET.input in the build's folder fuzz, so a crash or a hang leaves its input
 // there.
 
 #include <algorithm>
@@ -90,7 +90,8 @@ int main(int argc, char** argv) try {
     std::cerr << "usage: " << argv[0] << " CORPUS-FOLDER [SECONDS] | FILE\n";
     return 2;
   }
-  const std::string keptAs = std::filesystem::path(argv[0]).filename().string() + ".input";
+  const std::string keptAs =
+      BXVBWIZ_INPUTS "/" + std::filesystem::path(argv[0]).filename().string() + ".input";
   if (!std::filesystem::is_directory(argv[1])) {
     RunOne(bxvbwiz::ReadBytes(argv[1]), keptAs);
     return 0;
