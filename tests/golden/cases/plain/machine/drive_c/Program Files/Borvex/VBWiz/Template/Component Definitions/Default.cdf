@@ -1,3 +1,2 @@
 [General]
-Type=COMPONENTDEFINITION
 Version=1.00.000
