@@ -79,7 +79,7 @@ void TestMachine::InstallProduct() {
       "\\\"%1\\\"\"\r\n");
   Write("drive_c/Borvex/VBWizDep.ini", "[System]\r\n1File=KERNEL32.DLL\r\n2File=USER32.DLL\r\n");
   Write("drive_c/Borvex/Template/Base.bxp", "[Data]\r\nType=\r\n");
-  Write("drive_c/Borvex/Template/Script Files/setup.rul", "// script\r\n");
+  Write("drive_c/Borvex/Template/Script Files/Setup.bxs", "The setup script.\r\n");
   for (const char* name :
        {"Component Definitions", "File Groups", "String Tables/0009-English", "Text Substitutions"}) {
     fs::create_directories(folder_ + "/drive_c/Borvex/Template/" + name);

@@ -103,9 +103,7 @@ ProductName=
 )";
 
 constexpr std::string_view kStringTable = R"([General]
-Type=STRINGTABLESPECIFIC
 Version=1.00.000
-Language=0009
 [Data]
 TITLE_MAIN=
 UNINST_KEY=
@@ -118,13 +116,11 @@ PRODUCT_VERSION=
 PRODUCT_KEY=
 )";
 
-constexpr std::string_view kComponents = "[General]\nType=COMPONENTDEFINITION\nVersion=1.00.000\n";
+constexpr std::string_view kGeneral = "[General]\nVersion=1.00.000\n";
 constexpr std::string_view kFolders = "[General]\nType=FILELIST\nVersion=1.00.000\n";
-constexpr std::string_view kGroups = "[General]\nType=FILEGROUPDEFINITION\nVersion=1.00.000\n";
 constexpr std::string_view kMedia = "[SetupInfo]\nAPPLICATIONNAME=\n[TagFileInfo]\nAPPLICATIONNAME=\n";
-constexpr std::string_view kShell = "[General]\nType=SHELLOBJECT\nVersion=1.00.000\n[Data]\n";
-constexpr std::string_view kSubstitutions = "[General]\nType=TEXTSUB\nVersion=1.00.000\n[Data]\n";
-constexpr std::string_view kScript = "// The setup script: write what your setup does here.\n";
+constexpr std::string_view kData = "[General]\nVersion=1.00.000\n[Data]\n";
+constexpr std::string_view kScript = "The setup script: write what your setup does here.\n";
 
 #define BXVBWIZ_PRODUCT "drive_c/Program Files/Borvex/"
 #define BXVBWIZ_TEMPLATE BXVBWIZ_PRODUCT "VBWiz/Template/"
@@ -136,14 +132,14 @@ constexpr TemplateFile kFiles[] = {
     {BXVBWIZ_PRODUCT "Redistributable/Compressed Files/Language Independent/OS Independent/corecomp.ini",
      "[Win32]\n"},
     {BXVBWIZ_TEMPLATE "Setup.bxp", kProject},
-    {BXVBWIZ_TEMPLATE "Component Definitions/Default.cdf", kComponents},
+    {BXVBWIZ_TEMPLATE "Component Definitions/Default.cdf", kGeneral},
     {BXVBWIZ_TEMPLATE "Component Definitions/Default.fgl", kFolders},
-    {BXVBWIZ_TEMPLATE "File Groups/Default.fdf", kGroups},
+    {BXVBWIZ_TEMPLATE "File Groups/Default.fdf", kGeneral},
     {BXVBWIZ_TEMPLATE "Media/Default/Default.mda", kMedia},
-    {BXVBWIZ_TEMPLATE "Script Files/setup.rul", kScript},
-    {BXVBWIZ_TEMPLATE "Shell Objects/Default.shl", kShell},
+    {BXVBWIZ_TEMPLATE "Script Files/Setup.bxs", kScript},
+    {BXVBWIZ_TEMPLATE "Shell Objects/Default.shl", kData},
     {BXVBWIZ_TEMPLATE "String Tables/0009-English/value.shl", kStringTable},
-    {BXVBWIZ_TEMPLATE "Text Substitutions/Setup.tsb", kSubstitutions},
+    {BXVBWIZ_TEMPLATE "Text Substitutions/Setup.tsb", kData},
     // Stands for the compiler, so that the version is known.
     {"drive_c/Program Files/Microsoft Visual Studio/VB98/VB6.EXE", ""},
 };

@@ -17,7 +17,7 @@ ImportRegistry() {
   fi >/dev/null 2>&1
 }
 
-Pristine() {  # notes what the prefix has of its own
+NotePristine() {  # what the prefix has of its own
   [ -f "$prefix/pristine" ] || {
     "${run[0]}" cmd /c exit
     (cd "$drive" && find . | sort) >"$prefix/pristine"
@@ -87,74 +87,65 @@ Locale() {  # Locale MACHINE
 }
 
 RunCase() {
-  if [ "$captured" = yes ]; then
-    mkdir -p "$work/$1/actual"
-    PutOnDrive "$1" || return 0
-    options=("${options[@]:1}" --to "Z:$work/$1/machine")
-    InWine "$1" capture "${options[@]}" >"$work/$1/captured" 2>&1 || true
-    ShowFailedCapture "$1"
-    ImportRegistry "$work/$1/removal.reg"
-    rm -rf "$work/$1/before"
-    RunInFolder "$1" "$native"
-  elif grep -q -- --machine "$golden/$1/options"; then
-    RunOnMachineFolder "$1"
-    find "$work/$1/actual" -type f -exec sed -i 's#Z:<machine>#<machine>#' {} +
-  else
-    RunOnDrive "$1"
+  local options locale
+  ReadOptions "$folder/machine" C:
+  if [[ ${options[*]} == *--machine* ]]; then
+    LayOut "$folder/machine"
+    RunInFolder "${run[@]}"
+    sed -i 's#Z:<machine>#<machine>#' "$folder/output" "$folder/result"
+  elif PutOnDrive; then
+    if [ "$mode" = --captured ]; then
+      Capture "Z:$folder/machine" InWine
+      ImportRegistry "$folder/removal.reg"
+      rm -rf "$folder/before"
+      RunInFolder "$native"
+    else
+      RunOnDrive
+    fi
   fi
 }
 
-# Makes Wine's drive and registry those of the case, and sets locale and options. False, with a message, where that
-# cannot be done.
-PutOnDrive() {  # PutOnDrive CASE
-  local folder=$work/$1 machine
-  LayOut "$1" "$folder/before"
-  locale=$(Locale "$folder/before")
+# Makes Wine's drive and registry those of the case. False, with what is expected as the result, where its locale
+# cannot be made.
+PutOnDrive() {
+  local before=$folder/before
+  LayOut "$before"
+  locale=$(Locale "$before")
   if [ -z "$locale" ]; then
-    echo "$1: left out: the Japanese locale cannot be made here (Debian package locales)"
-    cp -R "$golden/$1/expected/." "$folder/actual"
+    echo "${folder##*/}: left out: the Japanese locale cannot be made here (Debian package locales)"
+    cp "$(Find expected/result "${layers[@]}")" "$(Find expected/output "${layers[@]}")" "$folder"
     return 1
   fi
-  Pristine
+  NotePristine
   CleanDrive
-  LayOverDrive "$folder/before"
-  [ ! -f "$folder/before/vb6.exe" ] || {
-    cp "$folder/before/vb6.exe" "$drive/Program Files/VB98/VB6.EXE"
-    cp "$folder/before/vb6.txt" "$drive/Program Files/VB98/vb6.txt"
+  LayOverDrive "$before"
+  [ ! -f "$before/vb6.exe" ] || {
+    cp "$before/vb6.exe" "$drive/Program Files/VB98/VB6.EXE"
+    cp "$before/vb6.txt" "$drive/Program Files/VB98/vb6.txt"
   }
-  Removal "$folder/before/registry.reg" >"$folder/removal.reg"
+  Removal "$before/registry.reg" >"$folder/removal.reg"
   ImportRegistry "$folder/removal.reg"
-  ImportRegistry "$folder/before/registry.reg"
-  machine=@machine@
-  eval "options=($(cat "$golden/$1/options"))"
-  options=("${options[@]//@machine@\/drive_c/C:}")
+  ImportRegistry "$before/registry.reg"
 }
 
-InWine() {  # InWine CASE ARGUMENT...
-  local folder=$work/$1
-  shift
-  (cd "$folder" && unset BXVBWIZ_MACHINE SOURCE_DATE_EPOCH && LOCPATH=$work/locale LC_ALL=$locale \
-    "${run[@]}" "$@" </dev/null)
+InWine() {  # InWine ARGUMENT...
+  unset BXVBWIZ_MACHINE SOURCE_DATE_EPOCH
+  LOCPATH=$work/locale LC_ALL=$locale "${run[@]}" "$@"
 }
 
-RunOnDrive() {  # RunOnDrive CASE; leaves what happened in $work/CASE/actual
-  local folder=$work/$1 code=0 file
-  mkdir -p "$folder/actual"
-  PutOnDrive "$1" || return 0
-  InWine "$1" "${options[@]}" >"$folder/actual/output" 2>"$folder/actual/messages" || code=$?
-  echo "$code" >"$folder/actual/exitcode"
+RunOnDrive() {
+  local code=0
+  (cd "$folder" && InWine "${options[@]}" >output 2>messages </dev/null) || code=$?
   ImportRegistry "$folder/removal.reg"
   TakeMachine "$folder/before" "$folder/machine"
   [ ! -f "$folder/before/vb6.exe" ] || {
     cp -p "$folder/before/drive_c/Program Files/VB98/VB6.EXE" "$folder/machine/drive_c/Program Files/VB98/VB6.EXE"
     rm "$folder/machine/drive_c/Program Files/VB98/vb6.txt"
   }
-  Difference "$folder/before" "$folder/machine" "$folder/actual"
-  find "$folder/actual" -type f ! -name '*.exe' ! -name '*.dll' -print0 | while IFS= read -r -d '' file; do
-    Mask "$folder/before" "$file"
-    # Here a Windows path is one of this computer.
-    sed -E -i -e 's#"C:/#"<machine>/drive_c/#' -e '/^Setup project: C:/{s#C:#<machine>/drive_c#;s#\\#/#g}' \
-      -e 's#("projectFileHere": ")C:((\\\\[^"\\]*)*)"#\1<machine>/drive_c\2"#' \
-      -e '/"projectFileHere"/s#\\\\#/#g' -e 's#^[0-9]+/[0-9]+/[0-9]+ [0-9:]+( [AP]M)?#<the present time>#' "$file"
-  done
+  Note "$code" "$folder/before"
+  # Here a Windows path is one of this computer.
+  sed -E -i -e 's#"C:/#"<machine>/drive_c/#' -e '/^Setup project: C:/{s#C:#<machine>/drive_c#;s#\\#/#g}' \
+    -e 's#("projectFileHere": ")C:((\\\\[^"\\]*)*)"#\1<machine>/drive_c\2"#' \
+    -e '/"projectFileHere"/s#\\\\#/#g' -e 's#^[0-9]+/[0-9]+/[0-9]+ [0-9:]+( [AP]M)?#<the present time>#' \
+    "$folder/output" "$folder/result"
 }

@@ -1,180 +1,220 @@
 #!/usr/bin/env bash
-# Runs bxvbwiz on the golden cases and compares all that it did with what is expected; --update rewrites the
-# expectations instead, to be read in the diff before they are kept.
-# usage: run.sh [--update | --files] [CASE]...    without a case: all of them
-#        run.sh --captured [CASE]...    on what bxvbwiz captures of each machine, where that must give the same
-#        run.sh --lay-out CASE DIR      only makes the case's machine folder DIR, without a run
-# --files leaves out what was printed, for a program that takes the same arguments but shows windows.
+# Runs bxvbwiz on the golden cases and compares all that it did with what is expected.
+# usage: run.sh [CASE]...              without a case: all of them
+#        run.sh --update [CASE]...     rewrites what is expected instead; read the diff before you keep it
+#        run.sh --captured [CASE]...   on what bxvbwiz captures of each machine, which must give the same
+#        run.sh --files [CASE]...      leaves out what is printed, for a program that does the same in windows
+#        run.sh --relations [CASE]...  checks what must hold for every setup project (see relations.sh)
+#        run.sh --lay-out CASE DIR     only makes the machine folder of the case
 #
-# A case is a folder with
-#   options        the arguments of bxvbwiz, quoted as for a shell; $machine is the machine folder
-#   machine/       files laid over base/machine (optional)
-#   registry.reg   lines added to the base's registry (optional)
-#   executables    DLLs made for this case: path in the machine folder and makepe's options, one a line (optional)
-#   machine/vb6.txt  what the program does that stands for the compiler, vb6.exe (optional; see compiler.cpp)
-#   remove         paths of the base's machine that this case lacks, one a line (optional)
-#   expected/      output (standard output), messages (standard error), exitcode, and under machine/ every file
-#                  that the run made or changed; removed and empty-folders list what files cannot show
-# GUIDs, the time of SOURCE_DATE_EPOCH and the folder of the run are masked in all of them.
+# A case is a folder of cases/. It holds only what differs from the case named in its file "like" or, without one, from
+# "plain", the smallest project there is. Everything is optional:
+#   like             the name of another case
+#   options          the arguments of bxvbwiz, quoted as for a shell; $machine is the machine folder, $drive_c its drive C
+#   machine/         files laid over the machine folder of the other case
+#   machine/vb6.txt  what the program does that stands for the compiler, vb6.exe (see compiler.cpp)
+#   executables      more programs and DLLs, one a line: path in the machine folder and options of makepe
+#   registry.reg     more lines of the registry
+#   remove           files and folders of the other case that this one lacks, one a line
+#   expected/output  standard output
+#   expected/result  exit code, standard error, and all files that were made, changed or removed, with their content.
+#                    A file that is still as it was copied from the template is only named. GUIDs, the time and the
+#                    folder of the run are masked.
+# For a new case, write what differs, run --update on it, and read what it has put into expected/.
 set -Eeuo pipefail
 trap 'echo "${BASH_SOURCE[0]##*/}: line $LINENO failed" >&2' ERR  # a run that stops says where
 golden=$(cd "$(dirname "$0")" && pwd)
 repository=$(cd "$golden/../.." && pwd)
+cases=$golden/cases
 bxvbwiz=${BXVBWIZ:-$repository/build/asan/bin/bxvbwiz}
+native=${NATIVE:-$bxvbwiz}  # what runs on captured machines
 makepe=${MAKEPE:-$(dirname "$bxvbwiz")/makepe}
 compiler=${COMPILER:-$(dirname "$makepe")/compiler}
 export LC_ALL=C TZ=UTC SOURCE_DATE_EPOCH=1137321000
-
-update=no
-captured=no
-layOut=no
-leftOut=()
-case ${1:-} in
-  --update)
-    update=yes
-    shift
-    ;;
-  --captured)
-    captured=yes
-    shift
-    ;;
-  --lay-out)
-    layOut=yes
-    shift
-    ;;
-  --files)
-    leftOut=(-x output -x messages)
-    shift
-    ;;
-esac
-
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-MakeExecutables() {  # MakeExecutables LIST MACHINE
-  local arguments
-  while IFS= read -r line; do
-    eval "arguments=($line)"
-    (cd "$2" && "$makepe" "${arguments[@]}")
-  done <"$1"
-}
-
-LayOut() {  # LayOut CASE MACHINE
-  local source=$golden/$1 machine=$2
-  cp -R "$golden/base/machine" "$machine"
-  MakeExecutables "$golden/base/executables" "$machine"
-  [ ! -d "$source/machine" ] || cp -R "$source/machine/." "$machine"
-  [ ! -f "$machine/vb6.txt" ] || cp "$compiler" "$machine/vb6.exe"
-  [ ! -f "$source/registry.reg" ] || cat "$source/registry.reg" >>"$machine/registry.reg"
-  [ ! -f "$source/executables" ] || MakeExecutables "$source/executables" "$machine"
-  if [ -f "$source/remove" ]; then
-    while IFS= read -r path; do rm -r "${machine:?}/$path"; done <"$source/remove"
-  fi
-}
-
-# Masks what differs from run to run. A MONIKER holds a GUID too, but always the same one.
-Mask() {  # Mask MACHINE FILE
-  sed -E -i \
-    -e 's/^((Installation)?GUID=)[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}/\1<a new GUID>/' \
-    -e 's#^1/15/2006 10:30:00 AM#<the present time>#' \
-    -e "s#$1#<machine>#g" "$2"
-}
-
-# Copies what is new or changed between two folders, and lists what a copy cannot show.
-Difference() {  # Difference BEFORE AFTER OUT
-  local path
-  (cd "$2" && find . -type f -print0 | sort -z) | while IFS= read -r -d '' path; do
-    cmp -s "$1/$path" "$2/$path" && continue
-    mkdir -p "$3/machine/$(dirname "$path")"
-    cp "$2/$path" "$3/machine/$path"
-    chmod u+w "$3/machine/$path"
+# Sets layers to the folders that make up a case, the most general one first, and folder to where it runs.
+Open() {  # Open CASE
+  local name=$1
+  [ -d "$cases/$name" ] || { echo "run.sh: no case $name in $cases" >&2; exit 2; }
+  folder=$work/$name
+  layers=()
+  while [ "$name" != plain ]; do
+    layers=("$cases/$name" "${layers[@]}")
+    name=$(cat "$cases/$name/like" 2>/dev/null || echo plain)
   done
-  (cd "$1" && find . | sort) | while IFS= read -r path; do
-    [ -e "$2/$path" ] || echo "$path" >>"$3/removed"
+  layers=("$cases/plain" "${layers[@]}")
+}
+
+# Prints the path of a file of the case: that of the last of the layers that have one.
+Find() {  # Find FILE LAYER...
+  local layer found=/dev/null
+  for layer in "${@:2}"; do [ ! -f "$layer/$1" ] || found=$layer/$1; done
+  echo "$found"
+}
+
+LayOut() {  # LayOut MACHINE
+  local layer line arguments
+  mkdir -p "$1"
+  for layer in "${layers[@]}"; do
+    [ ! -d "$layer/machine" ] || cp -R "$layer/machine/." "$1"
+    [ ! -f "$layer/registry.reg" ] || cat "$layer/registry.reg" >>"$1/registry.reg"
+    while IFS= read -r line; do
+      eval "arguments=($line)"
+      (cd "$1" && "$makepe" "${arguments[@]}")
+    done < <(cat "$layer/executables" 2>/dev/null || true)
+    while IFS= read -r line; do rm -r "${1:?}/$line"; done < <(cat "$layer/remove" 2>/dev/null || true)
   done
-  (cd "$2" && find . -type d -empty | sort) | while IFS= read -r path; do
-    [ -e "$1/$path" ] || echo "$path" >>"$3/empty-folders"
+  [ ! -f "$1/vb6.txt" ] || cp "$compiler" "$1/vb6.exe"
+}
+
+# Sets options to the arguments of bxvbwiz.
+ReadOptions() {  # ReadOptions MACHINE DRIVE_C
+  local machine=$1 drive_c=$2
+  eval "options=($(cat "$(Find options "${layers[@]}")"))"
+}
+
+# Prints a file under a title.
+Print() {  # Print TITLE FILE
+  echo "== $1"
+  cat "$2"
+  [ -z "$(tail -c 1 "$2")" ] || printf '\n(no end of line)\n'
+}
+
+# Prints how a machine folder differs from what it was before.
+PrintChanges() {  # PrintChanges BEFORE AFTER
+  local path template="$1/drive_c/Program Files/Borvex/VBWiz/Template"
+  (cd "$2" && find -- * ! -type d -o -empty | sort) | while IFS= read -r path; do
+    if [ -d "$2/$path" ]; then
+      [ -d "$1/$path" ] || echo "== $path/ is empty"
+    elif cmp -s "$1/$path" "$2/$path"; then
+      continue
+    elif cmp -s "$template/${path#drive_c/*/*/}" "$2/$path"; then
+      echo "== $path is the template's"
+    else
+      Print "$path" "$2/$path"
+    fi
+  done
+  (cd "$1" && find -- * | sort) | while IFS= read -r path; do
+    [ -e "$2/$path" ] || echo "== $path is gone"
   done
 }
 
-RunOnMachineFolder() {  # RunOnMachineFolder CASE; leaves what happened in $work/CASE/actual
-  mkdir -p "$work/$1/actual"
-  LayOut "$1" "$work/$1/machine"
-  RunInFolder "$1" "${run[@]}"
+# Notes what a run gave that made the machine folder $folder/machine of $folder/before. Masks what differs from run to
+# run; a MONIKER holds a GUID too, but always the same one.
+Note() {  # Note EXIT-CODE MACHINE; MACHINE is masked
+  {
+    echo "== exit code $1"
+    Print messages "$folder/messages"
+    PrintChanges "$folder/before" "$folder/machine"
+  } >"$folder/result"
+  sed -E -i -e 's/^((Installation)?GUID=)[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}/\1<a new GUID>/' \
+    -e 's#^1/15/2006 10:30:00 AM#<the present time>#' -e "s#$2#<machine>#g" "$folder/output" "$folder/result"
 }
 
-RunInFolder() {  # RunInFolder CASE PROGRAM...; on the machine folder $work/CASE/machine
-  local folder=$work/$1 options machine=$work/$1/machine code=0 file
+# Runs a program on the machine folder $folder/machine.
+RunInFolder() {  # RunInFolder PROGRAM...
+  local machine=$folder/machine options code=0
+  ReadOptions "$machine" "$machine/drive_c"
+  rm -rf "$folder/before"
   cp -R "$machine" "$folder/before"
-  eval "options=($(cat "$golden/$1/options"))"
-  shift
-  (cd "$folder" && BXVBWIZ_MACHINE=$machine "$@" "${options[@]}" >actual/output 2>actual/messages </dev/null) || code=$?
-  echo "$code" >"$folder/actual/exitcode"
-  Difference "$folder/before" "$machine" "$folder/actual"
-  find "$folder/actual" -type f ! -name '*.exe' ! -name '*.dll' -print0 | while IFS= read -r -d '' file; do
-    Mask "$machine" "$file"
+  (cd "$folder" && BXVBWIZ_MACHINE=$machine "$@" "${options[@]}" >output 2>messages </dev/null) || code=$?
+  Note "$code" "$machine"
+}
+
+RunCase() {
+  LayOut "$folder/machine"
+  RunInFolder "${run[@]}"
+}
+
+RunCaptured() {
+  local source=$folder/source options
+  LayOut "$source"
+  ReadOptions "$source" "$source/drive_c"
+  BXVBWIZ_MACHINE=$source Capture "$folder/machine" "${run[@]}"
+  RunInFolder "$native"
+}
+
+# Captures into $folder/machine. A capture may leave something out; one that gives no machine at all shows why.
+Capture() {  # Capture MACHINE PROGRAM...
+  (cd "$folder" && "${@:2}" capture "${options[@]:1}" --to "$1" >captured 2>&1 </dev/null) || true
+  [ -d "$folder/machine" ] || cat "$folder/captured" >&2
+}
+
+# Whether the mode has the case. Relations and captures are of setup projects that are made without a compiler. Windows
+# know no --strict, and a question waits in them.
+IsInMode() {  # IsInMode MODE CASE
+  local options
+  options=$(cat "$(Find options "${layers[@]}")")
+  case $1 in
+    --captured | --relations)
+      [[ $options == generate* && $options != *--machine* ]] && [ "$(Find machine/vb6.txt "${layers[@]}")" = /dev/null ] &&
+        grep -q '^== exit code [04]$' "$(Find expected/result "${layers[@]}")"
+      ;;
+    --files) [[ $options == generate* && $options != *--@(strict|machine)* && $options$2 != *@(=perhaps|-unanswered) ]] ;;
+  esac
+}
+
+# Keeps what differs from what the case inherits.
+Update() {  # Update CASE
+  local file
+  for file in output result; do
+    rm -f "$cases/$1/expected/$file"
+    cmp -s "$(Find "expected/$file" "${layers[@]}")" "$folder/$file" ||
+      install -D -m 644 "$folder/$file" "$cases/$1/expected/$file"
   done
 }
 
-# Whether a captured machine must give the same as the machine itself: a setup project was written, on the machine at
-# hand, without its compiler.
-CanBeCaptured() {  # CanBeCaptured CASE
-  grep -q '^generate' "$golden/$1/options" && ! grep -q -e --machine "$golden/$1/options" &&
-    [ ! -f "$golden/$1/machine/vb6.txt" ] && grep -q '^[04]$' "$golden/$1/expected/exitcode"
+Compare() {  # Compare CASE
+  local file expected same=yes
+  for file in result output; do
+    expected=$(Find "expected/$file" "${layers[@]}")
+    if [ "$mode" = --files ]; then
+      [ $file = result ] || continue
+      sed '/^== messages$/,/^== /{/^== /!d}' "$expected" >"$folder/expected"
+      sed -i '/^== messages$/,/^== /{/^== /!d}' "$folder/result"
+      expected=$folder/expected
+    fi
+    diff -u -a -F '^== ' "$expected" "$folder/$file" || same=no
+  done
+  [ $same = yes ] || {
+    echo "$1: not as expected; when it is right: tests/golden/run.sh --update $1" >&2
+    failures=$((failures + 1))
+  }
 }
 
-Capture() {  # Capture CASE MACHINE PROGRAM...; captures into $work/CASE/machine
-  local case=$1 options
-  export BXVBWIZ_MACHINE=$2
-  eval "options=($(cat "$golden/$1/options"))"
-  shift 2
-  "$@" capture "${options[@]:1}" --to "$work/$case/machine" >"$work/$case/captured" 2>&1 </dev/null || true
-  unset BXVBWIZ_MACHINE
-  ShowFailedCapture "$case"
-}
-
-# A capture may leave something out and say so; one that gave no machine at all says here why.
-ShowFailedCapture() {  # ShowFailedCapture CASE
-  [ -d "$work/$1/machine" ] || cat "$work/$1/captured" >&2
-}
-
-RunCaptured() {  # RunCaptured CASE
-  mkdir -p "$work/$1/actual"
-  LayOut "$1" "$work/$1/source"
-  Capture "$1" "$work/$1/source" "${run[@]}"
-  RunInFolder "$1" "$native"
-}
-
+mode=
 run=("$bxvbwiz")
-native=${NATIVE:-$bxvbwiz}  # what runs on captured machines
-RunCase() { RunOnMachineFolder "$1"; }
-[ "$captured" = no ] || RunCase() { RunCaptured "$1"; }
+case ${1:-} in
+  --lay-out)
+    Open "$2"
+    LayOut "$3"
+    exit
+    ;;
+  --*)
+    mode=$1
+    shift
+    ;;
+esac
+case $mode in
+  --captured) RunCase() { RunCaptured; } ;;
+  --relations) . "$golden/relations.sh" ;;
+esac
 case $bxvbwiz in *.exe) . "$golden/on_windows.sh" ;; esac
-
-if [ "$layOut" = yes ]; then
-  LayOut "$1" "$2"
-  exit
-fi
-if [ $# -gt 0 ]; then
-  cases=("$@")
-else
-  mapfile -t cases < <(cd "$golden" && for file in */options; do dirname "$file"; done)
+if [ $# -eq 0 ]; then
+  # Those that others are like come first, for --update.
+  mapfile -t all < <(for case in $(ls "$cases"); do Open "$case"; echo "${#layers[@]} $case"; done | sort -n)
+  set -- "${all[@]#* }"
 fi
 
 failures=0
-for case in "${cases[@]}"; do
-  if [ ! -f "$golden/$case/options" ]; then
-    echo "run.sh: no case $case in $golden" >&2
-    exit 2
-  fi
-  [ "$captured" = no ] || CanBeCaptured "$case" || continue
-  RunCase "$case"
-  if [ "$update" = yes ]; then
-    rm -rf "${golden:?}/$case/expected"
-    cp -R "$work/$case/actual" "$golden/$case/expected"
-  elif ! diff -r -u -a "${leftOut[@]}" "$golden/$case/expected" "$work/$case/actual"; then
-    echo "$case: not as expected; when it is right: tests/golden/run.sh --update $case" >&2
-    failures=$((failures + 1))
-  fi
+for case; do
+  Open "$case"
+  IsInMode "$mode" "$case" || continue
+  mkdir "$folder"
+  RunCase
+  if [ "$mode" = --update ]; then Update "$case"; else Compare "$case"; fi
+  rm -rf "${folder:?}"
 done
 [ "$failures" -eq 0 ]

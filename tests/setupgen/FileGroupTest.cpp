@@ -74,7 +74,9 @@ TEST_F(FileGroupTest, GroupsAreNamedByDestinationRegistrationAndSharing) {
 
 TEST_F(FileGroupTest, ADestinationWithoutSymbolGetsAScriptDefinedVariable) {
   const std::string folders = "[USERDEFINED]\r\nSubDir0=USERDEFINED\\<VBWizVar-0>\r\nSubDir1=USERDEFINED\\";
-  Put("Setup\\Component Definitions\\Default.fgl", folders + "<vbwizvar-7>\r\n");
+  Put("Setup\\Component Definitions\\Default.fgl",
+      folders + "<vbwizvar-7>\r\n[USERDEFINED\\<VBWizVar-1>]\r\nStale=1\r\n");
+  Put("Setup\\Text Substitutions\\Setup.tsb", "[Data]\r\n[<VBWizVar-1>]\r\nStale=1\r\n");
   CComponents components(run().platform, run().groups, run().lists);
   for (const auto& [component, destination] :
        {Pair{"A", "D:\\Tools"}, {"C", "$(MsDaoPath)"}, {"E", "$(APPPATH)"}})

@@ -36,6 +36,26 @@ TEST_F(WizardTest, PagesFollowEachOtherAndBack) {
   EXPECT_EQ(host_->Form(), nullptr);
 }
 
+TEST_F(WizardTest, ASecondAnalysisKeepsNothingOfTheFirst) {
+  machine_.Write("drive_c/Src/Other.vbp", "Type=Exe\r\nName=\"Other\"\r\n");
+  machine_.Write("drive_c/Src/Other.exe", "MZ");
+  Start();
+  LeaveWelcome();
+  Form().cmdBack_Click(kPanelInformation);
+  LeaveWelcome("C:\\Src\\Other.vbp");
+  ASSERT_EQ(Form().tvwFiles.Nodes().size(), 1U);
+  ASSERT_EQ(Form().tvwDependencies.Nodes().size(), 1U);
+  const TreeNode& files = *Form().tvwFiles.Nodes()[0];
+  const TreeNode& project = *Form().tvwDependencies.Nodes()[0];
+  EXPECT_EQ(files.text, "Other File Groups");
+  ASSERT_EQ(files.children.size(), 1U);
+  ASSERT_EQ(files.children[0]->children.size(), 1U);
+  EXPECT_EQ(files.children[0]->children[0]->text, "Other.EXE");
+  EXPECT_EQ(project.text, "Other");
+  for (const auto& heading : project.children) EXPECT_TRUE(heading->children.empty()) << heading->text;
+  EXPECT_EQ(Form().Shown()->Files().Count(), 1U);
+}
+
 TEST_F(WizardTest, NamesThatCannotBeFoldersOrWrittenAreRefused) {
   Start();
   LeaveWelcome();

@@ -1,3 +1,0 @@
-[General]
-Type=COMPONENTDEFINITION
-Version=1.00.000

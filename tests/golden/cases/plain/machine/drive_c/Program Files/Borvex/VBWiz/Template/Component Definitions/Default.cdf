@@ -1,0 +1,2 @@
+[General]
+Version=1.00.000
