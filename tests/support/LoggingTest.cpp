@@ -96,11 +96,16 @@ TEST(ReportError, WithoutAUserEndsTheWizard) {
   EXPECT_EQ(disk.Read(kLog), "Unexpected Error 9: d from s in R\r\nCall stack is empty\r\n");
 }
 
-TEST(Logging, LogsAnErrorButLetsTheEndOfTheWizardPass) {
+TEST(Logging, AddsOneFindingForAnErrorButLetsTheEndOfTheWizardPass) {
   TestMachine disk;
   Session session(disk.platform(), StartMode::Automation);
   const SessionScope scope(session);
-  EXPECT_NO_THROW(Logging("R", [] { throw RuntimeError(9, "d"); }));
+  RecordingUser user;
+  Findings findings(disk.platform().strings);
+  session.user = &user;
+  session.findings = &findings;
+  for (int run = 0; run < 2; ++run) EXPECT_NO_THROW(Logging("R", [] { throw RuntimeError(9, "d"); }));
+  EXPECT_EQ(findings.Texts(), std::vector<std::string>{"A step failed (R): d."});
   EXPECT_THROW(Logging("R", [] { throw WizardEnded{}; }), WizardEnded);
   EXPECT_THROW(Reporting("R", [] { throw WizardEnded{}; }), WizardEnded);
 }
