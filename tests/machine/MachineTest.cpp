@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "machine/CommandLine.h"
 #include "machine/MachineFacts.h"
 #include "TestMachine.h"
 
@@ -124,6 +125,11 @@ TEST(MachineClock, AGivenTimeIsThePresentInUtc) {
   EXPECT_EQ(MachineClock("1").SystemTime(), FileTime{116444736010000000});
   for (const char* wrong : {"", "1.5", "-1", "99999999999999999999"})
     EXPECT_THROW(MachineClock{wrong}, MachineError) << wrong;
+}
+
+TEST(CommandLine, ArgumentsAreSplitAsProgramsOfWindowsSeeThem) {
+  EXPECT_EQ(SplitArguments(" a\"b c\"d\t\"d\"\"e\" \"c\\\\\" \"open "),
+            (std::vector<std::string>{"ab cd", "d\"e", "c\\", "open "}));
 }
 
 }  // namespace

@@ -42,6 +42,9 @@ TEST(ProfileEngine, WhatAChangeDoesNotTouchKeepsItsBytes) {
     EXPECT_TRUE(engine.SetValue(" S", "line", " v"));
     EXPECT_EQ(engine.Bytes(), file("; odd\n\n[s]\rk = new\r\nline= v\r\nline\n;c\n[t]\n[s]\nj=2\r\n"));
     EXPECT_FALSE(engine.RemoveKey("s", "none"));
+    EXPECT_TRUE(engine.SetValue("t", "x", "1\r\nX=2") && engine.RemoveKey("t", "x"));
+    EXPECT_EQ(engine.Value("t", "x"), "2") << "the next key of that name is found now";
+    EXPECT_TRUE(engine.RemoveKey("t", "x"));
     EXPECT_TRUE(engine.RemoveSection("s"));
     EXPECT_EQ(engine.Bytes(), file("; odd\n\nline\n;c\n[t]\n[s]\nj=2\r\n"));
     EXPECT_EQ(engine.Value("s", "j"), "2") << "the next section of that name is found now";

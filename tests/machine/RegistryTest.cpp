@@ -11,56 +11,39 @@ using namespace std::string_literals;
 constexpr auto kMachine = static_cast<RegistryHandle>(0x80000002U);
 constexpr std::uint32_t kAll = 0x2003F;
 
-const std::unique_ptr<CodePage> kCodePage = MakeCodePage(1252);
-
-TEST(Registry, ChangesOnlyTheLinesOfWhatWasChanged) {
-  const std::string source =
-      "REGEDIT4\r\n; by hand\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Z]\r\n@=\"def\"\r\n\"one\"=\"1\"\r\n; "
-      "note\r\n"
-      "\"bad\"=what\r\n\"two\"=\"2\"\r\n\r\n[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n\r\n"
-      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\a\\b]\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\M]\r\n\"v\"=hex:01,\\\r\n "
-      "02\r\n";
-  MachineRegistry registry(source, *kCodePage);
-  EXPECT_EQ(registry.Text(), source);
-  RegistryHandle software = 0;
-  RegistryHandle z = 0;
+// Below HKEY_LOCAL_MACHINE: deletes the key "d", sets "v" of "s" to "2", deletes its "w" and makes "n\\m".
+void Change(MachineRegistry& registry) {
   RegistryHandle key = 0;
-  ASSERT_EQ(registry.OpenKey(kMachine, "Software", kAll, software), SystemError::Success);
-  ASSERT_EQ(registry.OpenKey(software, "Z\\", kAll, z), SystemError::Success);
-  EXPECT_EQ(registry.OpenKey(software, "Classes\\.VBP", kAll, key), SystemError::Success);
-  std::string name;
-  std::string names;
-  for (std::uint32_t i = 0; registry.EnumKey(software, i, 255, name) == SystemError::Success; ++i)
-    names += name;
-  EXPECT_EQ(names, "aClassesMZ");
+  registry.DeleteKey(kMachine, "d");
+  if (registry.OpenKey(kMachine, "s\\", kAll, key) == SystemError::Success) {
+    registry.SetValue(key, "V", {1, "2\0"s});
+    registry.SetValue(key, "new", {1, "\u0416\0"s});
+    registry.DeleteValue(key, "W");
+  }
   EXPECT_EQ(registry.CreateKey(kMachine, "a\nb", 0, kAll, key), SystemError::InvalidName);
-  EXPECT_EQ(registry.SetValue(z, "ONE", {1, "1\0"s}), SystemError::Success);
-  EXPECT_FALSE(registry.Changed());
-  registry.SetValue(z, "ONE", {4, "\1\0\0\0"s});
-  registry.SetValue(z, "new", {1, "\u0416\0"s});
-  registry.DeleteValue(z, "TWO");
-  registry.DeleteKey(software, "A\\B");
-  registry.DeleteKey(software, "M");
-  registry.CreateKey(software, "n\\m", 0, kAll, key);
-  registry.SetValue(key, "", {1, "x\0"s});
-  EXPECT_TRUE(registry.Changed());
-  const std::string changed =
-      "REGEDIT4\r\n; by "
-      "hand\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Z]\r\n@=\"def\"\r\n\"one\"=dword:00000001\r\n"
-      "; note\r\n\"bad\"=what\r\n\"new\"=\"?\"\r\n\r\n[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n\r\n"
-      "\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\a]\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\n]\r\n"
-      "\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\n\\m]\r\n@=\"x\"\r\n";
-  EXPECT_EQ(registry.Text(), changed);
+  ASSERT_EQ(registry.CreateKey(kMachine, "n\\m", 0, kAll, key), SystemError::Success);
+  registry.SetValue(key, "", {4, "\1\0\0\0"s});
 }
 
-TEST(Registry, WhatIsAddedChangesNoOtherLine) {
+TEST(Registry, ChangesOnlyTheLinesOfWhatWasChanged) {
+  const std::string added =
+      "\r\n[HKEY_LOCAL_MACHINE\\n]\r\n\r\n[HKEY_LOCAL_MACHINE\\n\\m]\r\n@=dword:00000001\r\n";
   const struct {
     int codePage;
     std::string lines, after;
   } cases[] = {
+      {1252,
+       "; by hand\n\n[HKEY_LOCAL_MACHINE\\S]\n\"u\"=\"0\"\n\"v\"=\"1\"\n; "
+       "note\n\"bad\"=what\n\"w\"=hex:01,\\\n 02\n\n[x]\n",
+       "; by hand\n\n[HKEY_LOCAL_MACHINE\\S]\n\"u\"=\"0\"\n\"v\"=\"2\"\r\n; "
+       "note\n\"bad\"=what\n\"new\"=\"?\"\r\n\n[x]\n"},
+      // A value that does not change keeps its line.
+      {1252, "[HKEY_LOCAL_MACHINE\\s]\n \"v\" = \"2\" ;\n\"new\"=hex(1):3f,00\n",
+       "[HKEY_LOCAL_MACHINE\\s]\n \"v\" = \"2\" ;\n\"new\"=hex(1):3f,00\n"},
+      // The key above a deleted one stays.
+      {1252, "[HKEY_LOCAL_MACHINE\\d]\n@=\"\"\n[HKEY_LOCAL_MACHINE\\e]\n", "[HKEY_LOCAL_MACHINE\\e]\n"},
       // EE E1 is written as FC 40; EE before a quote is no character at all.
-      {932, "[HKEY_LOCAL_MACHINE\\\xEE\xE1]\r\n\"a\xEE\"=\"1\"\r\n",
-       "[HKEY_LOCAL_MACHINE\\\xEE\xE1]\r\n\"a\xEE\"=\"1\"\r\n"},
+      {932, "[HKEY_USERS\\\xEE\xE1]\r\n\"a\xEE\"=\"1\"\r\n", "[HKEY_USERS\\\xEE\xE1]\r\n\"a\xEE\"=\"1\"\r\n"},
       // An unfinished value does not swallow what is added.
       {1252, "[HKEY_USERS\\a]\n\"v\"=hex:01,\\", "[HKEY_USERS\\a]\n\"v\"=hex:01\r\n"},
       // A key stays deleted when the text deletes keys itself.
@@ -70,11 +53,24 @@ TEST(Registry, WhatIsAddedChangesNoOtherLine) {
   for (const auto& test : cases) {
     const std::unique_ptr<CodePage> codePage = MakeCodePage(test.codePage);
     MachineRegistry registry("REGEDIT4\n" + test.lines, *codePage);
-    RegistryHandle key = 0;
-    registry.DeleteKey(kMachine, "d");
-    ASSERT_EQ(registry.CreateKey(kMachine, "Z", 0, kAll, key), SystemError::Success);
-    EXPECT_EQ(registry.Text(), "REGEDIT4\n" + test.after + "\r\n[HKEY_LOCAL_MACHINE\\Z]\r\n");
+    Change(registry);
+    EXPECT_EQ(registry.Text(), "REGEDIT4\n" + test.after + added);
   }
+}
+
+TEST(Registry, TheClassesRootLiesBelowSoftwareAndSubkeysAreListedByName) {
+  const std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
+  MachineRegistry registry(
+      "REGEDIT4\n[HKEY_CLASSES_ROOT\\.vbp]\n[HKEY_LOCAL_MACHINE\\Software\\M]\n"
+      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\a]\n",
+      *codePage);
+  RegistryHandle key = 0;
+  EXPECT_EQ(registry.OpenKey(kMachine, "Software\\classes\\.VBP", kAll, key), SystemError::Success);
+  registry.OpenKey(kMachine, "Software", kAll, key);
+  std::string name;
+  std::string names;
+  for (std::uint32_t i = 0; registry.EnumKey(key, i, 255, name) == SystemError::Success; ++i) names += name;
+  EXPECT_EQ(names, "aClassesM");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <chrono>
 #include <filesystem>
 
 #include "TestMachine.h"
@@ -64,28 +63,26 @@ TEST(Machine, AFolderWithoutPermissionToWriteStaysAsItIs) {
 
 TEST(Machine, CopiesKeepTimeAndPermissionsAndAreMadeOfWhatProgramsSee) {
   TestMachine machine;
-  for (const char* name : {"from/script", "from/set.ini", "together/x", "alone/x"})
-    machine.Write(std::string("drive_c/") + name, "[s]\r\nk=old\r\n");
-  const std::string script = machine.Folder() + "/drive_c/from/script";
-  ASSERT_EQ(chmod(script.c_str(), 0754), 0);
-  const fs::file_time_type time = fs::last_write_time(script) - std::chrono::hours(9999);
-  fs::last_write_time(script, time);
+  machine.Write("drive_c/a.ini", "[s]\r\nk=old\r\n");
+  machine.Write("drive_c/to/x", "");
+  const std::string source = machine.Folder() + "/drive_c/a.ini";
+  ASSERT_EQ(chmod(source.c_str(), 0754), 0);
   FileSystem& files = machine.platform().files;
-  ASSERT_TRUE(machine.platform().profiles.WriteString("s", "k", "new", "C:\\from\\set.ini"));
-  std::vector<SystemError> errors;
-  const auto note = [&](std::size_t, SystemError error) { errors.push_back(error); };
-  files.CopyFiles("C:\\from\\", "C:\\together\\", {"script", "set.ini"}, note);
-  for (const std::string name : {"script", "set.ini"}) files.Copy("C:\\from\\" + name, "C:\\alone\\" + name);
-  for (const std::string folder : {"drive_c/together/", "drive_c/alone/"}) {
-    EXPECT_EQ(machine.Read(folder + "set.ini"), "[s]\r\nk=new\r\n") << folder;
-    const std::string copy = machine.Folder() + "/" + folder + "script";
-    EXPECT_EQ(fs::last_write_time(copy), time) << folder;
-    EXPECT_EQ(fs::status(copy).permissions(), fs::perms(0754)) << folder;
+  ASSERT_TRUE(machine.platform().profiles.WriteString("s", "k", "new", "C:\\a.ini"));
+  SystemError together = SystemError::NotReady;
+  const auto note = [&](std::size_t, SystemError error) { together = error; };
+  files.CopyFiles("C:\\", "C:\\to\\", {"a.ini"}, note);
+  EXPECT_EQ(together, SystemError::Success);
+  EXPECT_EQ(files.Copy("C:\\a.ini", "C:\\alone"), SystemError::Success);
+  for (const char* copy : {"drive_c/to/a.ini", "drive_c/alone"}) {
+    EXPECT_EQ(machine.Read(copy), "[s]\r\nk=new\r\n") << copy;
+    const std::string path = machine.Folder() + "/" + copy;
+    EXPECT_EQ(fs::last_write_time(path), fs::last_write_time(source)) << copy;
+    EXPECT_EQ(fs::status(path).permissions(), fs::perms(0754)) << copy;
   }
-  ASSERT_NE(files.Open("C:\\from\\script", kGenericRead, 0, kOpenExisting, 0), kInvalidFile);
-  files.CopyFiles("C:\\from\\", "C:\\together\\", {"script"}, note);
-  EXPECT_EQ(errors, (std::vector<SystemError>{SystemError::Success, SystemError::Success,
-                                              SystemError::SharingViolation}));
+  ASSERT_NE(files.Open("C:\\a.ini", kGenericRead, 0, kOpenExisting, 0), kInvalidFile);
+  files.CopyFiles("C:\\", "C:\\to\\", {"a.ini"}, note);
+  EXPECT_EQ(together, SystemError::SharingViolation);
 }
 
 }  // namespace
