@@ -36,19 +36,15 @@ CleanDrive() {
 # Lays the machine folder's drive over Wine's. Wine's own file of a name gives way, but for the kernel, which no case
 # looks into.
 LayOverDrive() {  # LayOverDrive MACHINE
-  local path target existing
-  (cd "$1/drive_c" && find . -type f) | while IFS= read -r path; do
-    target=${path/#.\/windows\/system32/.\/$systemFolder}
-    [ "${path,,}" != ./windows/system32/kernel32.dll ] || continue
-    mkdir -p "$drive/$(dirname "$target")"
-    existing=$(cd "$drive" && find "$(dirname "$target")" -maxdepth 1 -iname "$(basename "$target")" -print -quit)
-    if [ -n "$existing" ]; then
-      mkdir -p "$prefix/replaced/$(dirname "$existing")"
+  local path existing
+  (cd "$1/drive_c" && find . -type f ! -name KERNEL32.DLL) | sed "s#^./windows/system32#./$systemFolder#" |
+    while IFS= read -r path; do
+      existing=$(cd "$drive" && find "${path%/*}" -maxdepth 1 -iname "${path##*/}" 2>/dev/null || true)
+      [ -n "$existing" ] || continue
+      mkdir -p "$prefix/replaced/${existing%/*}"
       mv "$drive/$existing" "$prefix/replaced/$existing"
-    fi
-    cp -p "$1/drive_c/$path" "$drive/$target"
-  done
-  (cd "$1/drive_c" && find . -type d) | while IFS= read -r path; do mkdir -p "$drive/$path"; done
+    done
+  tar c -C "$1/drive_c" --exclude KERNEL32.DLL . | tar x -C "$drive" --transform "s#^./windows/system32#./$systemFolder#"
 }
 
 # The registry's text that removes the keys of a text, type libraries with all their versions.
@@ -58,32 +54,15 @@ Removal() {
     grep -vi 'Windows\\CurrentVersion$' | sort -u | sed 's/.*/[-&]\r/'
 }
 
-# Brings what a machine folder would hold after the run: the files of the same folders as before.
+# Makes what a machine folder would be after the run, of the files that it had and those that Wine's drive has now.
 TakeMachine() {  # TakeMachine MACHINE-BEFORE OUT
   cp -R "$1" "$2"
-  rm -rf "$2/drive_c"
-  mkdir -p "$2/drive_c"
-  (cd "$drive" && find . -type f -o -type d | sort | comm -13 "$prefix/pristine" - ; cd "$1/drive_c" && find .) | sort -u |
-    while IFS= read -r path; do
-      local from=${path/#.\/windows\/system32/.\/$systemFolder} to=${path/#.\/$systemFolder/.\/windows\/system32}
-      if [ -d "$drive/$from" ]; then
-        mkdir -p "$2/drive_c/$to"
-      elif [ -f "$drive/$from" ]; then
-        mkdir -p "$(dirname "$2/drive_c/$to")"
-        cp -p "$drive/$from" "$2/drive_c/$to"
-      elif [ "${path,,}" = ./windows/system32/kernel32.dll ]; then
-        cp -p "$1/drive_c/$path" "$2/drive_c/$path"
-      fi
-    done
-}
-
-# A code page is the system's: Wine takes it from the locale, which has to be made.
-Locale() {  # Locale MACHINE
-  if ! grep -q '^CodePage=932' "$1/machine.ini"; then
-    echo C.UTF-8
-  elif [ -d "$work/locale" ] || mkdir "$work/locale" && localedef -i ja_JP -f UTF-8 "$work/locale/ja_JP.UTF-8" >/dev/null 2>&1; then
-    echo ja_JP.UTF-8
-  fi
+  find "$2/drive_c" -type f ! -name KERNEL32.DLL -delete
+  {
+    (cd "$drive" && find . | sort | comm -13 "$prefix/pristine" -)
+    (cd "$1/drive_c" && find . -type f | sed "s#^./windows/system32#./$systemFolder#")
+  } | sort -u | tar c -C "$drive" --no-recursion --ignore-failed-read -T - 2>/dev/null |
+    tar x -C "$2/drive_c" --transform "s#^./$systemFolder#./windows/system32#"
 }
 
 RunCase() {
@@ -110,11 +89,15 @@ RunCase() {
 PutOnDrive() {
   local before=$folder/before
   LayOut "$before"
-  locale=$(Locale "$before")
-  if [ -z "$locale" ]; then
-    echo "${folder##*/}: left out: the Japanese locale cannot be made here (Debian package locales)"
-    cp "$(Find expected/result "${layers[@]}")" "$(Find expected/output "${layers[@]}")" "$folder"
-    return 1
+  locale=C.UTF-8
+  if grep -q '^CodePage=932' "$before/machine.ini"; then
+    locale=ja_JP.UTF-8  # Wine takes its code page from the locale
+    mkdir -p "$work/locale"
+    localedef -i ja_JP -f UTF-8 "$work/locale/$locale" >/dev/null 2>&1 || {
+      echo "${folder##*/}: left out: the Japanese locale cannot be made here (Debian package locales)"
+      cp "$(Find expected/result)" "$(Find expected/output)" "$folder"
+      return 1
+    }
   fi
   NotePristine
   CleanDrive
@@ -142,7 +125,7 @@ RunOnDrive() {
     cp -p "$folder/before/drive_c/Program Files/VB98/VB6.EXE" "$folder/machine/drive_c/Program Files/VB98/VB6.EXE"
     rm "$folder/machine/drive_c/Program Files/VB98/vb6.txt"
   }
-  Note "$code" "$folder/before"
+  WriteResult "$code" "$folder/before"
   # Here a Windows path is one of this computer.
   sed -E -i -e 's#"C:/#"<machine>/drive_c/#' -e '/^Setup project: C:/{s#C:#<machine>/drive_c#;s#\\#/#g}' \
     -e 's#("projectFileHere": ")C:((\\\\[^"\\]*)*)"#\1<machine>/drive_c\2"#' \

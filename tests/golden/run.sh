@@ -10,7 +10,7 @@
 # A case is a folder of cases/. It holds only what differs from the case named in its file "like" or, without one, from
 # "plain", the smallest project there is. Everything is optional:
 #   like             the name of another case
-#   options          the arguments of bxvbwiz, quoted as for a shell; $machine is the machine folder, $drive_c its drive C
+#   options          the arguments of bxvbwiz, quoted as for a shell; $machine is the machine folder, $drive_c drive C
 #   machine/         files laid over the machine folder of the other case
 #   machine/vb6.txt  what the program does that stands for the compiler, vb6.exe (see compiler.cpp)
 #   executables      more programs and DLLs, one a line: path in the machine folder and options of makepe
@@ -47,10 +47,10 @@ Open() {  # Open CASE
   layers=("$cases/plain" "${layers[@]}")
 }
 
-# Prints the path of a file of the case: that of the last of the layers that have one.
-Find() {  # Find FILE LAYER...
+# Prints the path of a file of the case: that of the last layer that has one.
+Find() {  # Find FILE
   local layer found=/dev/null
-  for layer in "${@:2}"; do [ ! -f "$layer/$1" ] || found=$layer/$1; done
+  for layer in "${layers[@]}"; do [ ! -f "$layer/$1" ] || found=$layer/$1; done
   echo "$found"
 }
 
@@ -72,7 +72,7 @@ LayOut() {  # LayOut MACHINE
 # Sets options to the arguments of bxvbwiz.
 ReadOptions() {  # ReadOptions MACHINE DRIVE_C
   local machine=$1 drive_c=$2
-  eval "options=($(cat "$(Find options "${layers[@]}")"))"
+  eval "options=($(cat "$(Find options)"))"
 }
 
 # Prints a file under a title.
@@ -82,33 +82,29 @@ Print() {  # Print TITLE FILE
   [ -z "$(tail -c 1 "$2")" ] || printf '\n(no end of line)\n'
 }
 
-# Prints how a machine folder differs from what it was before.
-PrintChanges() {  # PrintChanges BEFORE AFTER
-  local path template="$1/drive_c/Program Files/Borvex/VBWiz/Template"
-  (cd "$2" && find -- * ! -type d -o -empty | sort) | while IFS= read -r path; do
-    if [ -d "$2/$path" ]; then
-      [ -d "$1/$path" ] || echo "== $path/ is empty"
-    elif cmp -s "$1/$path" "$2/$path"; then
+# Prints what a run made of $folder/before: what $folder/machine has, then what it lacks.
+PrintChanges() {
+  local path before=$folder/before after=$folder/machine
+  local template="$before/drive_c/Program Files/Borvex/VBWiz/Template"
+  (cd "$after" && find -- * ! -type d -o -empty | sort) | while IFS= read -r path; do
+    if [ -d "$after/$path" ]; then
+      [ -d "$before/$path" ] || echo "== $path/ is empty"
+    elif cmp -s "$before/$path" "$after/$path"; then
       continue
-    elif cmp -s "$template/${path#drive_c/*/*/}" "$2/$path"; then
+    elif cmp -s "$template/${path#drive_c/*/*/}" "$after/$path"; then
       echo "== $path is the template's"
     else
-      Print "$path" "$2/$path"
+      Print "$path" "$after/$path"
     fi
   done
-  (cd "$1" && find -- * | sort) | while IFS= read -r path; do
-    [ -e "$2/$path" ] || echo "== $path is gone"
+  (cd "$before" && find -- * | sort) | while IFS= read -r path; do
+    [ -e "$after/$path" ] || echo "== $path is gone"
   done
 }
 
-# Notes what a run gave that made the machine folder $folder/machine of $folder/before. Masks what differs from run to
-# run; a MONIKER holds a GUID too, but always the same one.
-Note() {  # Note EXIT-CODE MACHINE; MACHINE is masked
-  {
-    echo "== exit code $1"
-    Print messages "$folder/messages"
-    PrintChanges "$folder/before" "$folder/machine"
-  } >"$folder/result"
+# Writes the result of a run, and masks what differs from run to run. A MONIKER holds a GUID too, but always the same.
+WriteResult() {  # WriteResult EXIT-CODE MACHINE
+  { echo "== exit code $1"; Print messages "$folder/messages"; PrintChanges; } >"$folder/result"
   sed -E -i -e 's/^((Installation)?GUID=)[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}/\1<a new GUID>/' \
     -e 's#^1/15/2006 10:30:00 AM#<the present time>#' -e "s#$2#<machine>#g" "$folder/output" "$folder/result"
 }
@@ -120,7 +116,7 @@ RunInFolder() {  # RunInFolder PROGRAM...
   rm -rf "$folder/before"
   cp -R "$machine" "$folder/before"
   (cd "$folder" && BXVBWIZ_MACHINE=$machine "$@" "${options[@]}" >output 2>messages </dev/null) || code=$?
-  Note "$code" "$machine"
+  WriteResult "$code" "$machine"
 }
 
 RunCase() {
@@ -142,17 +138,17 @@ Capture() {  # Capture MACHINE PROGRAM...
   [ -d "$folder/machine" ] || cat "$folder/captured" >&2
 }
 
-# Whether the mode has the case. Relations and captures are of setup projects that are made without a compiler. Windows
+# Whether the mode has the case. Captures and relations are of setup projects that are made without a compiler. Windows
 # know no --strict, and a question waits in them.
-IsInMode() {  # IsInMode MODE CASE
+IsInMode() {  # IsInMode CASE
   local options
-  options=$(cat "$(Find options "${layers[@]}")")
-  case $1 in
+  options=$(cat "$(Find options)")
+  case $mode in
     --captured | --relations)
-      [[ $options == generate* && $options != *--machine* ]] && [ "$(Find machine/vb6.txt "${layers[@]}")" = /dev/null ] &&
-        grep -q '^== exit code [04]$' "$(Find expected/result "${layers[@]}")"
+      [[ $options == generate* && $options != *--machine* && $(Find machine/vb6.txt) == /dev/null ]] &&
+        grep -q '^== exit code [04]$' "$(Find expected/result)"
       ;;
-    --files) [[ $options == generate* && $options != *--@(strict|machine)* && $options$2 != *@(=perhaps|-unanswered) ]] ;;
+    --files) [[ $options == generate* && $options != *--@(strict|machine)* && $options$1 != *@(=perhaps|-unanswered) ]] ;;
   esac
 }
 
@@ -161,47 +157,34 @@ Update() {  # Update CASE
   local file
   for file in output result; do
     rm -f "$cases/$1/expected/$file"
-    cmp -s "$(Find "expected/$file" "${layers[@]}")" "$folder/$file" ||
-      install -D -m 644 "$folder/$file" "$cases/$1/expected/$file"
+    cmp -s "$(Find "expected/$file")" "$folder/$file" || install -D -m 644 "$folder/$file" "$cases/$1/expected/$file"
   done
 }
 
 Compare() {  # Compare CASE
-  local file expected same=yes
-  for file in result output; do
-    expected=$(Find "expected/$file" "${layers[@]}")
-    if [ "$mode" = --files ]; then
-      [ $file = result ] || continue
-      sed '/^== messages$/,/^== /{/^== /!d}' "$expected" >"$folder/expected"
-      sed -i '/^== messages$/,/^== /{/^== /!d}' "$folder/result"
-      expected=$folder/expected
-    fi
-    diff -u -a -F '^== ' "$expected" "$folder/$file" || same=no
-  done
-  [ $same = yes ] || {
+  local file files=(result output) shown=(cat)
+  [ "$mode" != --files ] || { files=(result) shown=(sed '/^== messages$/,/^== /{/^== /!d}'); }
+  for file in "${files[@]}"; do
+    diff -u -a -F '^== ' --label "$1/expected/$file" <("${shown[@]}" "$(Find "expected/$file")") \
+      --label "actual $file" <("${shown[@]}" "$folder/$file") && continue
     echo "$1: not as expected; when it is right: tests/golden/run.sh --update $1" >&2
     failures=$((failures + 1))
-  }
+  done
 }
 
-mode=
 run=("$bxvbwiz")
-case ${1:-} in
+mode=
+[[ ${1:-} != --* ]] || { mode=$1 && shift; }
+case $mode in
   --lay-out)
-    Open "$2"
-    LayOut "$3"
+    Open "$1"
+    LayOut "$2"
     exit
     ;;
-  --*)
-    mode=$1
-    shift
-    ;;
-esac
-case $mode in
   --captured) RunCase() { RunCaptured; } ;;
   --relations) . "$golden/relations.sh" ;;
 esac
-case $bxvbwiz in *.exe) . "$golden/on_windows.sh" ;; esac
+[[ $bxvbwiz != *.exe ]] || . "$golden/on_windows.sh"
 if [ $# -eq 0 ]; then
   # Those that others are like come first, for --update.
   mapfile -t all < <(for case in $(ls "$cases"); do Open "$case"; echo "${#layers[@]} $case"; done | sort -n)
@@ -211,10 +194,10 @@ fi
 failures=0
 for case; do
   Open "$case"
-  IsInMode "$mode" "$case" || continue
+  IsInMode "$case" || continue
   mkdir "$folder"
   RunCase
   if [ "$mode" = --update ]; then Update "$case"; else Compare "$case"; fi
   rm -rf "${folder:?}"
 done
-[ "$failures" -eq 0 ]
+exit $((failures > 0))
