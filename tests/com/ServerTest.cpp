@@ -94,6 +94,24 @@ TEST_F(ServerTest, TenThousandObjectsLeaveNothing) {
   EXPECT_EQ(held().second, before.second);
 }
 
+TEST_F(ServerTest, AnArgumentByReferenceTakesWhatTheMethodChanges) {
+  Bstr folder(L"C:\\windows");
+  Bstr file(L"kernel32.dll");
+  SHORT resolves = 0;
+  VARIANT arguments[3] = {};  // the last one first
+  arguments[0].vt = VT_BYREF | VT_I2;
+  arguments[0].piVal = &resolves;
+  arguments[1] = file;
+  arguments[2] = folder;
+  DISPPARAMS parameters{arguments, nullptr, 3, 0};
+  constexpr DISPID kResolveLinkPath = 5;
+  EXPECT_EQ(Create(L"BX6VBWiz.CFileGroups", IID_IDispatch)
+                ->Invoke(kResolveLinkPath, IID_NULL, LOCALE_NEUTRAL, DISPATCH_METHOD, &parameters, nullptr,
+                         nullptr, nullptr),
+            S_OK);
+  EXPECT_EQ(resolves, -1);
+}
+
 TEST_F(ServerTest, AnErrorIsTheHostsAndTheObjectGoesOn) {
   const ComPtr<IDispatch> object = Create(L"BX6VBWiz.CFileGroups", IID_IFileGroups);
   auto& groups = *static_cast<IFileGroups*>(object.Get());

@@ -84,7 +84,7 @@ class Win32View : public FormView {
     throw RuntimeError(kErrorInvalidCall, "The file dialog failed (error " + std::to_string(error) + ")");
   }
 
-  // When it cannot be opened, its path and the system's own words say what is wrong.
+  // When it cannot be opened, a message gives its path and the system's error.
   void OpenHelp(const std::string& helpFile) override {
     const std::wstring module = PathOf(module_);
     const std::wstring path = module.substr(0, module.find_last_of(L'\\') + 1) + Widen(helpFile);
@@ -114,7 +114,7 @@ class Win32View : public FormView {
   }
 
  private:
-  // The form's window, or what the wizard's host shows before there is one.
+  // The form's window; before there is one, the host's.
   HWND Owner() const {
     const auto window = window_.lock();
     return window != nullptr && window->Handle() != nullptr ? window->Handle() : GetActiveWindow();

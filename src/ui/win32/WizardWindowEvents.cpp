@@ -4,13 +4,13 @@
 
 #include "ui/win32/WizardWindow.h"
 
-// What the system tells the wizard's windows. No exception may pass through the system to its caller; the
-// form's handlers let none out, so what is caught here is a lack of memory.
+// The messages of the wizard's windows. No exception may pass through the system; the form's handlers let
+// none out, so what is caught here is a lack of memory.
 namespace bxvbwiz {
 
 namespace {
 
-constexpr UINT kActivated = WM_APP;  // posted to itself when the focus is where the system puts it
+constexpr UINT kActivated = WM_APP;  // posted to itself once the system has set the focus
 
 }  // namespace
 
@@ -50,7 +50,7 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
       MoveFocus();
       return TRUE;
     case WM_CTLCOLORSTATIC: {
-      // The report is read, not changed, but it is a text all the same.
+      // A box that takes no text is grey by default, but the report is for reading.
       const ControlWindow* box = WindowWith(reinterpret_cast<HWND>(lParam));
       if (box == nullptr || &box->Shown() != &form_->txtReport) return FALSE;
       return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW));
@@ -95,7 +95,7 @@ LRESULT CALLBACK WizardWindow::TextBoxProcedure(HWND box, UINT message, WPARAM w
         static_cast<TextBox&>(control->Shown()).keyPress;  // may go with the form
     const auto keep = window->shared_from_this();
     control->Take();
-    // Half of a pair is no character that anybody refuses.
+    // Half of a surrogate pair is never refused.
     auto character = static_cast<char32_t>(wParam);
     if (keyPress) keyPress(character);
     if (character == 0 || window->form_ == nullptr) return 0;

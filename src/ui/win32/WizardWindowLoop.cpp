@@ -78,7 +78,7 @@ void WizardWindow::Loop() {
       Dispatch(message);
     }
   }
-  // The thread ends, and the wizard with it.
+  // The thread ends, and so does the wizard.
   if (form_ != nullptr) form_->Form_QueryUnload();
 }
 
