@@ -16,7 +16,6 @@ namespace bxvbwiz {
 class UserWithoutForm : public User {
  public:
   Button ShowMessage(const Message& message) override;
-  void NoteIncomplete(const std::string& text) override { WriteLog(text); }
 
   void BeginCall();
   const std::string& LastMessage() const { return lastMessage_; }
