@@ -49,7 +49,7 @@ struct Table {
 
 Table AddImports(Bytes& section, const std::vector<std::string>& imports) {
   if (imports.empty()) return {};
-  // Behind the descriptors stand two equal lists and the name of each module.
+  // After the descriptors, two equal lists and the name of each module.
   constexpr std::uint32_t kFirstOrdinal = 0x80000001U;
   const Table table{section.Address(), static_cast<std::uint32_t>((imports.size() + 1) * kDescriptorSize)};
   Bytes descriptors;
@@ -87,7 +87,7 @@ Table AddExports(Bytes& section, std::vector<std::string> exports) {
     addresses.push_back(moduleName + static_cast<std::uint32_t>(texts.text.size()));
     texts.Name(name);
   }
-  // Behind characteristics, time stamp and version; 1 is the first ordinal.
+  // After characteristics, time stamp and version; 1 is the first ordinal.
   section.Longs({0, 0, 0, moduleName, 1, count, count, functions, names, ordinals});
   for (std::uint32_t ordinal = 0; ordinal < count; ++ordinal) section.Long(kSectionAddress);
   for (const std::uint32_t address : addresses) section.Long(address);
@@ -127,7 +127,7 @@ std::string MakePe(const std::vector<std::string>& imports, const std::vector<st
   Bytes file;
   file.text = "MZ";
   file.PadTo(0x18);
-  file.Word(kNewHeader);  // a relocation table behind the DOS header: not a plain DOS program
+  file.Word(kNewHeader);  // a relocation table after the DOS header: not a plain DOS program
   file.PadTo(0x3C);
   file.Long(kNewHeader);
   file.Long(0x00004550);  // "PE"

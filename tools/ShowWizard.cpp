@@ -15,7 +15,6 @@
 #include "text/Strings.h"
 #include "text/Text.h"
 #include "tools/WizardDriver.h"
-#include "ui/win32/ControlIds.h"
 #include "ui/win32/Win32View.h"
 #include "wizard/Application.h"
 #include "wizard/SubMain.h"
@@ -40,8 +39,8 @@ std::pair<TextId, int> MessageOf(const std::string& shown) {
   for (const auto& message : kMessages) {
     const std::string text = CompiledText(message.first);
     const std::size_t value = text.find("%%1");
-    const std::string behind = value == std::string::npos ? "" : text.substr(value + 3);
-    if (StartsWith(shown, text.substr(0, value)) && EndsWith(shown, behind)) return message;
+    const std::string rest = value == std::string::npos ? "" : text.substr(value + 3);
+    if (StartsWith(shown, text.substr(0, value)) && EndsWith(shown, rest)) return message;
   }
   return {{}, kExitFinished};
 }
@@ -52,36 +51,36 @@ class Drive {
 
   // Gives the exit code, unless it is the form's to give.
   int Go() {
-    driver_.SetText(kIdProjectFile, options_.project);
-    if (options_.rebuild) driver_.Click(kIdRebuild);
-    int code = Leave(kPanelWelcome, "welcome");
+    driver_.SetText("Visual Basic Project File (*.vbp)", options_.project);
+    if (options_.rebuild) driver_.Click("&Rebuild the Project");
+    int code = Leave("Welcome", "&Next>", "welcome");
     if (code == kExitFinished && !options_.skipInfo) {
-      driver_.WaitForPanel(kPanelInformation);
-      for (const auto& [text, control] : {std::pair(&options_.appName, int{kIdApplicationName}),
-                                          {&options_.company, kIdCompanyName},
-                                          {&options_.appType, kIdApplicationType},
-                                          {&options_.appVersion, kIdApplicationVersion}})
-        if (*text) driver_.SetText(control, **text);
-      code = Leave(kPanelInformation, "information");
+      driver_.WaitForPage("Project Information");
+      for (const auto& [label, text] : {std::pair("&Application Name", &options_.appName),
+                                        {"&Company Name", &options_.company},
+                                        {"Application &Type", &options_.appType},
+                                        {"Application &Version", &options_.appVersion}})
+        if (*text) driver_.SetText(label, **text);
+      code = Leave("Project Information", "&Next>", "information");
     }
     if (code != kExitFinished) return code;
-    driver_.WaitForPanel(kPanelSummary);
+    driver_.WaitForPage("Summary");
     if (pauses_) ShowFileView();
-    code = Leave(kPanelSummary, "summary");
+    code = Leave("Summary", "&Finish", "summary");
     if (code != kExitFinished) return code;
-    driver_.WaitForPanel(kPanelReport);
+    driver_.WaitForPage("Report");
     Pause("report");
-    driver_.Click(kIdOk);
+    driver_.Click("&OK");
     return kExitFinished;
   }
 
  private:
-  // Presses the page's Next and answers what is asked until the page is left.
-  int Leave(int panel, const char* name) {
+  // Presses the page's Next and answers what is asked until the page is left. `name` is the picture's.
+  int Leave(const std::string& page, const std::string& next, const char* name) {
     Pause(name);
-    driver_.Click(kIdNext + panel);
+    driver_.Click(next);
     for (;;) {
-      driver_.WaitForAnything(panel);
+      driver_.WaitForAnything(page);
       if (driver_.Ended()) return kExitNotFinished;
       if (!driver_.HasMessage()) return kExitFinished;
       const auto [number, code] = MessageOf(driver_.WaitForMessage());
@@ -93,19 +92,23 @@ class Drive {
                      : number == TextId::ContinueWithoutRebuild ? IDNO
                                                                 : IDOK);
       if (code == kExitFinished) continue;
-      driver_.WaitForPanel(panel);
-      driver_.Click(kIdCancel);
+      driver_.WaitForPage(page);
+      driver_.Click("Cancel");
       return code;
     }
   }
 
   void ShowFileView() {
-    driver_.Click(kIdFileView);
-    driver_.WaitUntil("the file view", [this] { return driver_.Visible(kIdFiles); });
+    const HWND projectView = driver_.Find(kTree);
+    const auto isShown = [&] { return driver_.Find(kTree) == projectView; };
+    driver_.Click("&File Group View");
+    driver_.WaitUntil("the file view", [&] { return !isShown(); });
     Pause("summary-files");
-    driver_.Click(kIdProjectView);
-    driver_.WaitUntil("the project view", [this] { return driver_.Visible(kIdDependencies); });
+    driver_.Click("VB &Project View");
+    driver_.WaitUntil("the project view", isShown);
   }
+
+  static constexpr const char* kTree = "SysTreeView32";
 
   void Pause(const std::string& name) const {
     if (!pauses_) return;

@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
+#include "text/Text.h"
 #include "text/win32/WideText.h"
-#include "ui/win32/ControlIds.h"
 
 namespace bxvbwiz {
 
@@ -15,13 +15,37 @@ constexpr DWORD kMostMilliseconds = 60000;
 constexpr DWORD kBetweenLooks = 10;
 constexpr int kMessageText = 0xFFFF;  // the identifier of a message box's text
 constexpr int kFileName = 1148;       // and of the file dialog's name (dlgs.h, cmb13)
-constexpr int kFrames = 5;
+constexpr const wchar_t* kDialogClass = L"#32770";
+const std::string kTitle = "Visual Basic Project Wizard - ";  // and the page's name
 
 std::string TextOfWindow(HWND window) {
   std::wstring text(static_cast<std::size_t>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
   const LRESULT length = SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()));
   text.resize(static_cast<std::size_t>(length));
   return Narrow(text);
+}
+
+std::string ClassOf(HWND window) {
+  wchar_t name[256] = {};  // longer than any
+  GetClassNameW(window, name, 256);
+  return Narrow(name);
+}
+
+struct Search {
+  const std::string& name;
+  HWND found;
+};
+
+BOOL CALLBACK Look(HWND window, LPARAM parameter) {
+  auto& search = *reinterpret_cast<Search*>(parameter);
+  if (!IsWindowVisible(window)) return TRUE;
+  const std::string className = ClassOf(window);
+  if (className == search.name) {
+    search.found = window;
+  } else if ((className == "Static" || className == "Button") && TextOfWindow(window) == search.name) {
+    search.found = className == "Static" ? GetWindow(window, GW_HWNDNEXT) : window;
+  }
+  return search.found == nullptr;
 }
 
 }  // namespace
@@ -47,7 +71,7 @@ WizardDriver::WizardDriver() : processId_(GetCurrentProcessId()) {
 
 void WizardDriver::WaitForWindow() {
   WaitUntil("the wizard's window", [this] {
-    window_ = Dialog(kIdBranding);
+    window_ = Dialog([](HWND dialog) { return StartsWith(TextOfWindow(dialog), kTitle); });
     return window_ != nullptr || HasMessage() || Ended();
   });
 }
@@ -65,7 +89,7 @@ void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()
     const bool ended = Ended();
     if (condition()) return;
     if (ended || waited >= kMostMilliseconds) {
-      std::string state = "waited in vain for " + what + "; the wizard shows \"" + Caption() + '"';
+      std::string state = "waited in vain for " + what + "; the wizard shows \"" + Page() + '"';
       if (HasMessage())
         state += " and the message " + TextOfWindow(GetDlgItem(MessageBoxWindow(), kMessageText));
       throw std::runtime_error(state);
@@ -74,21 +98,25 @@ void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()
   }
 }
 
-std::string WizardDriver::Caption() const {
-  return window_ == nullptr || Ended() ? std::string() : TextOfWindow(window_);
-}
-
-HWND WizardDriver::Find(int id) const {
-  if (const HWND control = GetDlgItem(window_, id)) return control;
-  for (int panel = 0; panel < kFrames; ++panel) {
-    const HWND frame = GetDlgItem(window_, kIdFrame + panel);
-    if (const HWND control = frame == nullptr ? nullptr : GetDlgItem(frame, id)) return control;
+std::string WizardDriver::Page() const {
+  HWND shown = nullptr;
+  for (HWND page = nullptr; (page = FindWindowExW(window_, page, kDialogClass, nullptr)) != nullptr;) {
+    if (!IsWindowVisible(page)) continue;
+    if (shown != nullptr) return {};
+    shown = page;
   }
-  return nullptr;
+  const std::string title = shown == nullptr ? std::string() : TextOfWindow(window_);
+  return StartsWith(title, kTitle) ? title.substr(kTitle.size()) : std::string();
 }
 
-std::string WizardDriver::Text(int id) const {
-  return TextOfWindow(Find(id));
+HWND WizardDriver::Find(const std::string& name) const {
+  Search search{name, nullptr};
+  EnumChildWindows(window_, &Look, reinterpret_cast<LPARAM>(&search));
+  return search.found;
+}
+
+std::string WizardDriver::Text(const std::string& name) const {
+  return TextOfWindow(Find(name));
 }
 
 HWND WizardDriver::FocusWindow() const {
@@ -100,24 +128,25 @@ HWND WizardDriver::FocusWindow() const {
 
 // ---------------------------------------------------------------- doing
 
-void WizardDriver::SetText(int id, const std::string& text) {
-  const HWND inside = FindWindowExW(Find(id), nullptr, L"Edit", nullptr);
-  const HWND box = inside == nullptr ? Find(id) : inside;
+void WizardDriver::SetText(const std::string& name, const std::string& text) {
+  const HWND control = Find(name);
+  const HWND inside = FindWindowExW(control, nullptr, L"Edit", nullptr);
+  const HWND box = inside == nullptr ? control : inside;
   SendMessageW(box, EM_SETSEL, 0, -1);
   SendMessageW(box, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(Widen(text).c_str()));
 }
 
 void WizardDriver::Press(const std::string& buttons) {
   for (const char button : buttons) {
-    int panel = kNoPanel;
-    WaitUntil("a page", [&] { return (panel = Panel()) != kNoPanel; });
-    Click(button == 'n' ? kIdNext + panel : button == 'o' ? int{kIdOk} : int{kIdCancel});
-    if (button == 'n') WaitForAnything(panel);
+    std::string page;
+    WaitUntil("a page", [&] { return !(page = Page()).empty(); });
+    Click(button == 'o' ? "&OK" : button == 'c' ? "Cancel" : page == "Summary" ? "&Finish" : "&Next>");
+    if (button == 'n') WaitForAnything(page);
   }
 }
 
-void WizardDriver::Type(int id, const std::string& characters) {
-  for (const wchar_t character : Widen(characters)) PostMessageW(Find(id), WM_CHAR, character, 1);
+void WizardDriver::Type(const std::string& name, const std::string& characters) {
+  for (const wchar_t character : Widen(characters)) PostMessageW(Find(name), WM_CHAR, character, 1);
 }
 
 // A window that was just shown has no focus yet.
@@ -133,19 +162,18 @@ void WizardDriver::AccessKey(char letter) {
 
 // ---------------------------------------------------------------- waiting
 
-// The visible dialog of the program that has a control.
-HWND WizardDriver::Dialog(int controlInside) const {
+// A visible dialog of the program.
+HWND WizardDriver::Dialog(const std::function<bool(HWND)>& isWanted) const {
   DWORD owner = 0;
-  for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, L"#32770", nullptr)) != nullptr;) {
+  for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, kDialogClass, nullptr)) != nullptr;) {
     GetWindowThreadProcessId(dialog, &owner);
-    if (owner == processId_ && IsWindowVisible(dialog) && GetDlgItem(dialog, controlInside) != nullptr)
-      return dialog;
+    if (owner == processId_ && IsWindowVisible(dialog) && isWanted(dialog)) return dialog;
   }
   return nullptr;
 }
 
 HWND WizardDriver::MessageBoxWindow() const {
-  return Dialog(kMessageText);
+  return Dialog([](HWND dialog) { return GetDlgItem(dialog, kMessageText) != nullptr; });
 }
 
 std::string WizardDriver::WaitForMessage() {
@@ -161,33 +189,28 @@ void WizardDriver::Answer(int button) {
 
 void WizardDriver::AnswerFileDialog(const std::string& name) {
   HWND dialog = nullptr;
-  WaitUntil("the file dialog", [&] { return (dialog = Dialog(kFileName)) != nullptr; });
+  WaitUntil("the file dialog", [&] {
+    return (dialog = Dialog([](HWND found) { return GetDlgItem(found, kFileName) != nullptr; })) != nullptr;
+  });
   SendMessageW(GetDlgItem(dialog, kFileName), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(name).c_str()));
   PostMessageW(dialog, WM_COMMAND, IDOK, 0);
 }
 
-int WizardDriver::Panel() const {
-  int panel = kNoPanel;
-  for (int candidate = 0; candidate < kFrames; ++candidate) {
-    if (!IsWindowVisible(GetDlgItem(window_, kIdFrame + candidate))) continue;
-    if (panel != kNoPanel) return kNoPanel;
-    panel = candidate;
-  }
-  return panel;
+void WizardDriver::WaitForPage(const std::string& page) {
+  WaitUntil("page " + page, [&] { return Page() == page; });
 }
 
-void WizardDriver::WaitForPanel(int panel) {
-  WaitUntil("panel " + std::to_string(panel), [&] { return Panel() == panel; });
+void WizardDriver::WaitForFocus(const std::string& name) {
+  WaitUntil("the focus on " + name, [&] {
+    const HWND wanted = Find(name);
+    return wanted != nullptr && FocusWindow() == wanted;
+  });
 }
 
-void WizardDriver::WaitForFocus(int id) {
-  WaitUntil("the focus on " + std::to_string(id), [&] { return GetDlgCtrlID(FocusWindow()) == id; });
-}
-
-void WizardDriver::WaitForAnything(int panelToLeave) {
+void WizardDriver::WaitForAnything(const std::string& pageToLeave) {
   WaitUntil("anything", [&] {
-    const int panel = Panel();
-    return Ended() || HasMessage() || (panel != panelToLeave && panel != kNoPanel);
+    const std::string page = Page();
+    return Ended() || HasMessage() || (page != pageToLeave && !page.empty());
   });
 }
 

@@ -9,8 +9,9 @@
 
 namespace bxvbwiz {
 
-// Presses, types and reads the real controls of the wizard, by window messages alone. Every function throws
-// std::runtime_error when what it waits for does not come.
+// Presses, types and reads the real controls of the wizard, by window messages alone. It knows them as the
+// user does: a button by its text, a box by the label before it, and what has neither by its window class.
+// Every function throws std::runtime_error when what it waits for does not come.
 class WizardDriver {
  public:
   // Starts the program and waits for the wizard's window, a message box or the program's end.
@@ -23,25 +24,24 @@ class WizardDriver {
   WizardDriver& operator=(const WizardDriver&) = delete;
 
   HWND Window() const { return window_; }
-  std::string Caption() const;
-  // The window of a control; null while its page was never shown.
-  HWND Find(int id) const;
-  std::string Text(int id) const;
-  bool Visible(int id) const { return IsWindowVisible(Find(id)) != FALSE; }
-  bool Enabled(int id) const { return IsWindowEnabled(Find(id)) != FALSE; }
+  // The page that is shown, like "Welcome"; empty while one follows another, and when the window is gone.
+  std::string Page() const;
+  // The window of a visible control; null when there is none.
+  HWND Find(const std::string& name) const;
+  std::string Text(const std::string& name) const;
+  bool Enabled(const std::string& name) const { return IsWindowEnabled(Find(name)) != FALSE; }
   // What a message to a control gives that points to no memory.
-  LRESULT Ask(int id, UINT message, WPARAM wParam = 0) const {
-    return SendMessageW(Find(id), message, wParam, 0);
+  LRESULT Ask(const std::string& name, UINT message, WPARAM wParam = 0) const {
+    return SendMessageW(Find(name), message, wParam, 0);
   }
-  bool Checked(int id) const { return Ask(id, BM_GETCHECK) == BST_CHECKED; }
 
   // In the place of all that a text box holds, or that of a combo box.
-  void SetText(int id, const std::string& text);
+  void SetText(const std::string& name, const std::string& text);
   // Posted: what it begins may show a message box and return only after that.
-  void Click(int id) { PostMessageW(Find(id), BM_CLICK, 0, 0); }
-  // The page's (n)ext, (o)k or (c)ancel, one after the other. Behind Next, waits for anything.
+  void Click(const std::string& name) { PostMessageW(Find(name), BM_CLICK, 0, 0); }
+  // The page's (n)ext or finish, (o)k or (c)ancel, one after the other. After Next, waits for anything.
   void Press(const std::string& buttons);
-  void Type(int id, const std::string& characters);
+  void Type(const std::string& name, const std::string& characters);
   void Key(int virtualKey);
   void AccessKey(char letter);
 
@@ -51,10 +51,10 @@ class WizardDriver {
   void Answer(int button);
   // Types a name into the file dialog that comes up and presses Open.
   void AnswerFileDialog(const std::string& name);
-  void WaitForPanel(int panel);
-  void WaitForFocus(int id);
-  // Waits until another panel is shown, a message box comes up, or the program ends.
-  void WaitForAnything(int panelToLeave);
+  void WaitForPage(const std::string& page);
+  void WaitForFocus(const std::string& name);
+  // Waits until another page is shown, a message box comes up, or the program ends.
+  void WaitForAnything(const std::string& pageToLeave);
   void WaitUntil(const std::string& what, const std::function<bool()>& condition) const;
   bool HasMessage() const { return MessageBoxWindow() != nullptr; }
   bool Ended() const;
@@ -64,11 +64,8 @@ class WizardDriver {
  private:
   void WaitForWindow();
   HWND MessageBoxWindow() const;
-  HWND Dialog(int controlInside) const;
+  HWND Dialog(const std::function<bool(HWND)>& isWanted) const;
   HWND FocusWindow() const;
-  // The panel that is shown; none while one follows another, and when the window is gone.
-  int Panel() const;
-  static constexpr int kNoPanel = -1;
 
   OwnedHandle process_;
   DWORD processId_ = 0;

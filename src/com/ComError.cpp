@@ -23,7 +23,7 @@ HRESULT LeaveError(HRESULT code, const std::string& text, const char* source, RE
     ComPtr<IErrorInfo> info;
     if (SUCCEEDED(created->QueryInterface(IID_IErrorInfo, info.ReceiveVoid()))) SetErrorInfo(0, info.Get());
   } catch (...) {
-    // The code alone must do.
+    // The host gets the code alone.
   }
   return code;
 }

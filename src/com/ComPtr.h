@@ -30,7 +30,7 @@ class ComPtr {
   Interface* Get() const { return object_; }
   Interface* operator->() const { return object_; }
   explicit operator bool() const { return object_ != nullptr; }
-  // Where a call leaves a new reference; what was held is released.
+  // Where a call puts a new reference. Releases the one that is held.
   Interface** Receive() {
     *this = ComPtr();
     return &object_;

@@ -8,7 +8,7 @@
 namespace bxvbwiz {
 namespace {
 
-// A function's description, given back with its owner.
+// A function's description, released with its owner.
 class FunctionDescription {
  public:
   FunctionDescription(ITypeInfo& info, DISPID member, WORD flags) : info_(info) {
@@ -55,7 +55,7 @@ class Arguments {
     return order;
   }
 
-  // As the description wants them: the last one first.
+  // In the order that DispInvoke takes them: the last one first.
   std::vector<VARIANT> ForCall() {
     std::vector<VARIANT> arguments;
     for (UINT i = static_cast<UINT>(values_.size()); i-- > 0;) {
@@ -69,7 +69,7 @@ class Arguments {
     return arguments;
   }
 
-  // Hands what the method left in its parameters to the host's variables.
+  // Copies what the method left in its parameters to the host's variables.
   void GiveBack() {
     for (UINT i = 0; i < values_.size(); ++i) {
       VARIANT& target = given_.rgvarg[source_[i]];
@@ -109,7 +109,7 @@ class Arguments {
     const HRESULT copied = VariantCopyInd(&value, &given);
     if (FAILED(copied)) return copied;
     const VARTYPE wanted = TypeOf(i).vt;
-    // An object that was never set is none.
+    // An object variable that was never set is Nothing.
     if (wanted == VT_DISPATCH && value.vt == VT_EMPTY) {
       value.vt = VT_DISPATCH;
       value.pdispVal = nullptr;
@@ -118,7 +118,7 @@ class Arguments {
     return VariantChangeTypeEx(&value, &value, locale_, 0, wanted);
   }
 
-  // A variable of a fixed type that is no text.
+  // Into a variable of a fixed type other than a text.
   void StoreAs(VARIANT& target, VARIANT& value) {
     OwnedVariant converted;
     if (FAILED(VariantChangeTypeEx(&converted, &value, locale_, 0, target.vt & VT_TYPEMASK))) return;

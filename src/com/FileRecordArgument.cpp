@@ -13,8 +13,8 @@ namespace {
 
 constexpr long kErrorNoProperty = 438;  // object doesn't support this property or method
 
-// A property of a host's object. Objects of script engines are asked the way that the engines themselves do:
-// the engines know only that way all of their objects' properties.
+// A property of a host's object. An object of a script engine is asked through IDispatchEx, as the engine
+// itself asks: IDispatch does not know all of its properties.
 class Property {
  public:
   Property(IDispatch& object, const char* argument, const char* name)
@@ -75,7 +75,7 @@ class Property {
     SysFreeString(exception.bstrSource);
     SysFreeString(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);
-    // An exception's code may be missing; the host's own word for it is then lost.
+    // An exception need not have a code.
     const bool isException = code == DISP_E_EXCEPTION;
     throw ComError(isException && FAILED(exception.scode) ? exception.scode : (isException ? E_FAIL : code),
                    text);

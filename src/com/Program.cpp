@@ -1,30 +1,30 @@
 #include "com/LogMonitor.h"
 #include "com/Module.h"
-#include "com/WizardView.h"
 #include "text/win32/WideText.h"
+#include "ui/win32/Win32View.h"
 #include "win32/Win32Platform.h"
 #include "wizard/SubMain.h"
 
 namespace bxvbwiz {
 namespace {
 
-// The results of a wizard that nobody ended say that it was cancelled.
+// A wizard that never ended leaves the results of a cancelled one.
 void CancelLeftWizard(FormHost& host) {
   if (host.gApplication != nullptr) host.gApplication->SetReturnCode(0);
   if (host.Form() != nullptr) host.Form()->cmdCancel_Click();
 }
 
-// The stand-alone start. `options` is the command line behind the program's name. Throws what kept the wizard
-// from being shown.
+// The stand-alone start. `options` is the command line after the program's name. Throws when the wizard
+// cannot be shown.
 void RunStandAlone(const std::wstring& options) {
   Win32Platform platform(ThisModule());
   WizardCore core(platform.platform(), StartMode::StandAlone);
-  FormHost host(core, &MakeWizardView);
+  FormHost host(core, [](frmMain& form) { return MakeWin32View(form, ThisModule()); });
   ComPtr<IDispatch> logMonitor;
   try {
     SubMain(host, Narrow(options), [&] { logMonitor = MakeLogMonitor(core.session()); });
   } catch (const WizardEnded&) {
-    // Whoever ended the wizard has said why.
+    // The user knows why.
   } catch (...) {
     CancelLeftWizard(host);
     throw;

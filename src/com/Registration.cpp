@@ -16,7 +16,7 @@ WINOLEAUTAPI UnRegisterTypeLibForUser(REFGUID library, WORD majorVersion, WORD m
 namespace bxvbwiz {
 namespace {
 
-// Where the classes of the machine and of one user lie below their roots.
+// The classes, below the root of the machine and of the user.
 constexpr const wchar_t* kClasses = L"Software\\Classes\\";
 #ifdef _WIN64
 constexpr SYSKIND kSystem = SYS_WIN64;
@@ -39,7 +39,7 @@ std::wstring GuidText(REFGUID id) {
   return text;
 }
 
-// Writes default and named values below one scope's classes, and keeps the first failure.
+// Writes and deletes below one scope's classes, and keeps the first failure.
 class ClassesKey {
  public:
   explicit ClassesKey(Scope scope) : root_(RootOf(scope)) {}
@@ -103,7 +103,7 @@ HRESULT Unregister(Scope scope) {
   }
   const auto unregister = scope == Scope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
   const HRESULT library = unregister(LIBID_BX6VBWiz, kMajorVersion, kMinorVersion, LOCALE_NEUTRAL, kSystem);
-  // The last one is Wine's word for it.
+  // Wine gives the last one.
   const bool wasMissing =
       library == TYPE_E_REGISTRYACCESS || library == TYPE_E_LIBNOTREGISTERED || library == E_INVALIDARG;
   return FAILED(classes.Result()) ? classes.Result() : (wasMissing ? S_OK : library);

@@ -5,8 +5,8 @@
 #include "com/ComError.h"
 #include "com/LogMonitor.h"
 #include "com/Module.h"
-#include "com/WizardView.h"
 #include "support/basStr.h"
+#include "ui/win32/Win32View.h"
 #include "wizard/SubMain.h"
 
 namespace bxvbwiz {
@@ -20,7 +20,7 @@ constexpr int kButtonsOfStyle = 15;
 
 }  // namespace
 
-// A step that failed runs once more and then fails: nothing changes by itself.
+// A failed step is retried once: more would not help.
 Button UserWithoutForm::ShowMessage(const Message& message) {
   lastMessage_ = message.text;
   switch (message.style & kButtonsOfStyle) {
@@ -50,7 +50,7 @@ std::shared_ptr<Server> Server::OfThisThread() {
 Server::Server()
     : platform_(ThisModule()),
       core_(platform_.platform(), StartMode::Automation),
-      formHost_(core_, &MakeWizardView) {
+      formHost_(core_, [](frmMain& form) { return MakeWin32View(form, ThisModule()); }) {
   formHost_.SetUserWithoutForm(&user_);
 }
 
@@ -78,7 +78,7 @@ void Server::EndCall() noexcept {
   try {
     formHost_.UnloadEndedForm();
   } catch (...) {
-    // The call has its result already.
+    // The call already has its result.
   }
 }
 

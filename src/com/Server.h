@@ -11,12 +11,11 @@
 
 namespace bxvbwiz {
 
-// Whom the wizard's classes speak to while no form is loaded. A message box of a server would stop its host,
-// so a message is kept for the error that the host gets instead.
+// The user while no form is loaded. A message box would stop the host, so a message is kept for the error
+// that the host gets instead.
 class UserWithoutForm : public User {
  public:
   Button ShowMessage(const Message& message) override;
-  void NoteIncomplete(const std::string& text) override { WriteLog(text); }
 
   void BeginCall();
   const std::string& LastMessage() const { return lastMessage_; }
@@ -26,11 +25,11 @@ class UserWithoutForm : public User {
   bool retried_ = false;
 };
 
-// What lives while an object or a factory of one thread does: the wizard with its session, and the type
-// library. Each thread has its own, so that no call meets another's.
+// The wizard with its session and the type library, for the objects and factories of one thread. Each thread
+// has its own, so that their calls do not meet.
 class Server {
  public:
-  // The calling thread's, made when there is none. Throws what its start fails with.
+  // The calling thread's, made when there is none. Throws when it cannot start.
   static std::shared_ptr<Server> OfThisThread();
 
   Server();
@@ -47,7 +46,7 @@ class Server {
   void BeginCall() { user_.BeginCall(); }
   // Leaves an error object for the exception that is being handled and gives its code.
   HRESULT TakeException(const char* source, REFIID interfaceId) noexcept;
-  // Lets go of a wizard that the call ended.
+  // Unloads a wizard that has ended during the call.
   void EndCall() noexcept;
 
  private:

@@ -1,39 +1,125 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "analysis/Tree.h"
+#include "text/Strings.h"
 
-// The controls of the wizard form as plain objects. A view shows them and changes them as the user does; they
-// hold no rules.
+// The controls of the wizard form as plain objects. A view shows them, changes them as the user does and
+// calls their handlers; they hold no rules.
 namespace bxvbwiz {
 
+constexpr TextId kNoText{};
+
+enum class ControlKind {
+  Frame,
+  Label,
+  Line,
+  CommandButton,
+  CheckBox,
+  OptionButton,
+  TextBox,
+  ComboBox,
+  ProgressBar,
+  TreeView,
+};
+
+// In dialog units: a quarter of the average width and an eighth of the height of the font's letters.
+struct Place {
+  int x, y, width, height;
+};
+
+// The rows of a control's text and tool tip; kNoText is none.
+struct Texts {
+  TextId text = kNoText;
+  TextId toolTip = kNoText;
+};
+
+struct Control;
+
+// What holds controls: the form or a frame.
+struct Container {
+  std::vector<Control*> controls;      // in the order in which Tab visits them
+  const Control* asControl = nullptr;  // the frame itself; null for the form
+};
+
+using Handler = std::function<void()>;
+
+// A control enters itself into its container.
 struct Control {
-  std::string tag;  // "Resource=n;Tooltip=n": string-table numbers of its text and tool tip
+  Control(ControlKind ofKind, Container& holder, const Place& at, Texts texts, Handler whenUsed = {});
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  const ControlKind kind;
+  const Control* page;    // the frame that it is shown with; null when it is always shown
+  const Place place;      // on the form or its frame
+  const std::string tag;  // "Resource=n;Tooltip=n": string-table numbers of its text and tool tip
+  const Handler handler;  // of a click, or of a change of a text; empty when the form does not follow it
   std::string text;
   std::string toolTip;
   bool enabled = true;
   bool visible = true;
 };
 
-struct Label : Control {};
-struct Frame : Control {};
-struct CommandButton : Control {};
+// A page of the form, or a box with a title on a page.
+struct Frame : Control, Container {
+  Frame(Container& holder, const Place& at, Texts texts = {})
+      : Control(ControlKind::Frame, holder, at, texts) {
+    asControl = this;
+  }
+};
+struct Label : Control {
+  // A path is shown in one line, with "&" as it stands.
+  enum Style { kText, kPath };
+  Label(Container& holder, const Place& at, Texts texts, Style ofStyle = kText)
+      : Control(ControlKind::Label, holder, at, texts), style(ofStyle) {}
+  const Style style;
+};
+struct Line : Control {
+  Line(Container& holder, const Place& at) : Control(ControlKind::Line, holder, at, {}) {}
+};
+struct CommandButton : Control {
+  CommandButton(Container& holder, const Place& at, Texts texts, Handler click)
+      : Control(ControlKind::CommandButton, holder, at, texts, std::move(click)) {}
+  // A button of the form that is shown with one page.
+  CommandButton(Container& form, const Frame& shownWith, const Place& at, Texts texts, Handler click)
+      : CommandButton(form, at, texts, std::move(click)) {
+    page = &shownWith;
+  }
+};
 struct CheckBox : Control {
+  CheckBox(Container& holder, const Place& at, Texts texts)
+      : Control(ControlKind::CheckBox, holder, at, texts) {}
   bool checked = false;
 };
+// Those that follow each other are a group.
 struct OptionButton : Control {
+  OptionButton(Container& holder, const Place& at, Texts texts, Handler click)
+      : Control(ControlKind::OptionButton, holder, at, texts, std::move(click)) {}
   bool checked = false;
 };
 struct TextBox : Control {
+  // Makes a character that it refuses 0.
+  using KeyPress = std::function<void(char32_t&)>;
+  TextBox(Container& holder, const Place& at, Texts texts, Handler change, KeyPress whenTyped = {})
+      : Control(ControlKind::TextBox, holder, at, texts, std::move(change)), keyPress(std::move(whenTyped)) {}
+  // One that shows lines and takes none.
+  TextBox(Container& holder, const Place& at) : TextBox(holder, at, {}, {}) { readOnly = true; }
+  const KeyPress keyPress;
+  bool readOnly = false;
   std::size_t selectionStart = 0;  // characters
   std::size_t selectionLength = 0;
 };
 struct ComboBox : Control {
+  ComboBox(Container& holder, const Place& at, Texts texts)
+      : Control(ControlKind::ComboBox, holder, at, texts) {}
   std::vector<std::string> items;
 };
 struct ProgressBar : Control {
+  ProgressBar(Container& holder, const Place& at) : Control(ControlKind::ProgressBar, holder, at, {}) {}
   int value = 0;
   int maximum = 100;
 };
@@ -41,6 +127,8 @@ struct ProgressBar : Control {
 // Shows a tree of an analysis.
 class TreeView : public Control {
  public:
+  TreeView(Container& holder, const Place& at) : Control(ControlKind::TreeView, holder, at, {}) {}
+
   // Null for none; the tree must live while it is shown, and not change.
   void Show(const Tree* tree) {
     tree_ = tree;

@@ -25,6 +25,12 @@ constexpr std::int16_t kPanelDataAccess = 3;
 constexpr std::int16_t kPanelReport = 4;
 constexpr std::size_t kPanelsWithNext = 4;
 
+// The size of the form without its border, and of each page; Back and Next.
+constexpr Place kFormPlace{0, 0, 330, 228};
+constexpr Place kFramePlace{0, 0, 330, 192};
+constexpr Place kBackPlace{102, 208, 50, 14};
+constexpr Place kNextPlace{152, 208, 50, 14};
+
 // Key codes of the form's keyboard handler (winuser.h).
 constexpr int kKeyEscape = 27;
 
@@ -34,7 +40,7 @@ constexpr int kKeyEscape = 27;
 // A handler runs to its end before the form is destroyed. While one runs, Next, Back, Browse and OK are
 // ignored; Cancel, Escape and closing take effect when the present step returns, and not at all while the
 // setup project is generated.
-class frmMain : public User {
+class frmMain : public User, public Container {
  public:
   frmMain(Session& session, basGlobal& global, Platform& platform, FormOwner& owner);
   ~frmMain() override;
@@ -53,34 +59,81 @@ class frmMain : public User {
 
   AutomationObject* App = nullptr;  // not owned; null before the form is shown and after the end
 
-  // Controls of every page. Buttons that each page has are indexed by panel.
   std::string caption;
   std::string font;  // of all controls: "Name=...;Bold=0;Italic=0;Size=8", the size in points
-  std::array<CommandButton, kPanelsWithNext> cmdNext;
-  std::array<CommandButton, kPanelsWithNext> cmdBack;
-  CommandButton cmdCancel, cmdHelp, cmdOK;
-  Label lblBranding, lblStatus, lblProgress;
-  ProgressBar pbrProgress;
-  Frame fraPanel1, fraPanel2, fraPanel3, fraPanel4, fraReport, Frame5;
+
+  // The controls, one row each: its place, its texts, and the handlers of what the user does to it. A view
+  // needs no more.
+  Frame fraPanel1{*this, kFramePlace}, fraPanel2{*this, kFramePlace}, fraPanel3{*this, kFramePlace},
+      fraPanel4{*this, kFramePlace}, fraReport{*this, kFramePlace};
   // Welcome
-  Label lblPanel1Inst, lblVBP;
-  TextBox txtVBPname;
-  CommandButton cmdBrowse;
-  CheckBox chkRebuild;
+  Label lblPanel1Inst{fraPanel1, {10, 10, 310, 28}, {TextId::WelcomeInstruction}};
+  Label lblVBP{fraPanel1, {10, 50, 310, 9}, {TextId::VisualBasicProjectFile}};
+  TextBox txtVBPname{
+      fraPanel1, {10, 62, 250, 12}, {kNoText, TextId::ProjectFileTip}, [this] { txtVBPname_Change(); }};
+  CommandButton cmdBrowse{
+      fraPanel1, {266, 61, 54, 14}, {TextId::Browse, TextId::BrowseTip}, [this] { cmdBrowse_Click(); }};
+  CheckBox chkRebuild{fraPanel1, {10, 84, 310, 10}, {TextId::RebuildProject, TextId::RebuildTip}};
+  Label lblStatus{fraPanel1, {10, 176, 310, 9}, {}, Label::kPath};
   // Project information
-  Label lblPanel2Inst, lblApplicationName, lblCompanyName, lblApplicationType, lblApplicationVersion,
-      lblExeCaption, lblExeName;  // the caption of the executable, and its path
-  TextBox txtApplicationName, txtCompanyName, txtApplicationVersion;
-  ComboBox cboApplicationType;
-  // Data access
-  Label lblPanel3Inst;
-  CheckBox chkDAOJet, chkDAOODBCDirect, chkRDO, chkADO;
+  Label lblPanel2Inst{fraPanel2, {10, 10, 310, 20}, {TextId::ProjectInformationInstruction}};
+  Label lblApplicationName{fraPanel2, {10, 42, 90, 9}, {TextId::ApplicationName}};
+  TextBox txtApplicationName{fraPanel2,
+                             {104, 40, 216, 12},
+                             {TextId::YourApplicationName, TextId::ApplicationNameTip},
+                             [this] { txtApplicationName_Change(); },
+                             [this](char32_t& character) { txtApplicationName_KeyPress(character); }};
+  Label lblCompanyName{fraPanel2, {10, 64, 90, 9}, {TextId::CompanyName}};
+  TextBox txtCompanyName{fraPanel2,
+                         {104, 62, 216, 12},
+                         {TextId::YourCompany, TextId::CompanyNameTip},
+                         [this] { txtCompanyName_Change(); },
+                         [this](char32_t& character) { txtCompanyName_KeyPress(character); }};
+  Label lblApplicationType{fraPanel2, {10, 86, 90, 9}, {TextId::ApplicationType}};
+  ComboBox cboApplicationType{
+      fraPanel2, {104, 84, 216, 90}, {TextId::DatabaseApplication, TextId::ApplicationTypeTip}};
+  Label lblApplicationVersion{fraPanel2, {10, 108, 90, 9}, {TextId::ApplicationVersion}};
+  TextBox txtApplicationVersion{
+      fraPanel2, {104, 106, 80, 12}, {TextId::FirstVersion, TextId::ApplicationVersionTip}, [this] {
+        txtApplicationVersion_Change();
+      }};
+  Label lblExeCaption{fraPanel2, {10, 130, 90, 9}, {TextId::ApplicationExecutable}};
+  Label lblExeName{fraPanel2, {104, 130, 216, 9}, {TextId::ApplicationExecutable}, Label::kPath};
   // Summary
-  Label lblPanel3Instr;
-  OptionButton optFileView, optProjectView;
-  TreeView tvwDependencies, tvwFiles;
+  Label lblPanel3Instr{fraPanel3, {10, 10, 310, 20}, {TextId::SummaryInstruction}};
+  OptionButton optFileView{
+      fraPanel3, {10, 34, 110, 10}, {TextId::FileGroupView}, [this] { optFileView_Click(); }};
+  OptionButton optProjectView{
+      fraPanel3, {130, 34, 110, 10}, {TextId::ProjectView}, [this] { optProjectView_Click(); }};
+  TreeView tvwFiles{fraPanel3, {10, 48, 310, 122}};
+  TreeView tvwDependencies{fraPanel3, {10, 48, 310, 122}};
+  Label lblProgress{fraPanel3, {10, 177, 120, 9}, {}, Label::kPath};
+  ProgressBar pbrProgress{fraPanel3, {134, 176, 186, 10}};
+  // Data access
+  Label lblPanel3Inst{fraPanel4, {10, 10, 310, 20}, {TextId::DataAccessInstruction}};
+  Frame Frame5{fraPanel4, {10, 36, 310, 84}, {TextId::DataAccessOptions}};
+  CheckBox chkDAOJet{fraPanel4, {20, 52, 280, 10}, {TextId::DaoWithJet}};
+  CheckBox chkDAOODBCDirect{fraPanel4, {20, 68, 280, 10}, {TextId::DaoWithOdbcDirect}};
+  CheckBox chkRDO{fraPanel4, {20, 84, 280, 10}, {TextId::Rdo}};
+  CheckBox chkADO{fraPanel4, {20, 100, 280, 10}, {TextId::Ado}};
   // Report
-  TextBox txtReport;
+  TextBox txtReport{fraReport, {10, 10, 310, 176}};
+  // Below every page. Back and Next of all pages stand in one place each, and have the page's number.
+  Label lblBranding{*this, {10, 195, 30, 9}, {}, Label::kPath};
+  Line linBranding{*this, {40, 199, 280, 1}};
+  std::array<CommandButton, kPanelsWithNext> cmdBack{
+      {{*this, fraPanel1, kBackPlace, {TextId::Back}, [this] { cmdBack_Click(0); }},
+       {*this, fraPanel2, kBackPlace, {TextId::Back}, [this] { cmdBack_Click(1); }},
+       {*this, fraPanel3, kBackPlace, {TextId::Back}, [this] { cmdBack_Click(2); }},
+       {*this, fraPanel4, kBackPlace, {TextId::Back}, [this] { cmdBack_Click(3); }}}};
+  std::array<CommandButton, kPanelsWithNext> cmdNext{
+      {{*this, fraPanel1, kNextPlace, {TextId::Next}, [this] { cmdNext_Click(0); }},
+       {*this, fraPanel2, kNextPlace, {TextId::Next}, [this] { cmdNext_Click(1); }},
+       {*this, fraPanel3, kNextPlace, {TextId::Finish}, [this] { cmdNext_Click(2); }},
+       {*this, fraPanel4, kNextPlace, {TextId::Next}, [this] { cmdNext_Click(3); }}}};
+  CommandButton cmdOK{*this, fraReport, kNextPlace, {TextId::Ok}, [this] { cmdOK_Click(); }};
+  CommandButton cmdCancel{*this, {211, 208, 50, 14}, {TextId::Cancel}, [this] { cmdCancel_Click(); }};
+  CommandButton cmdHelp{*this, {270, 208, 50, 14}, {TextId::Help}, [this] { cmdHelp_Click(); }};
 
   const Control* defaultButton = nullptr;
   const Control* focus = nullptr;  // asked for; a view with windows moves the focus there and clears it
@@ -140,7 +193,6 @@ class frmMain : public User {
   void Handle(const std::function<void()>& handler);
   void Attempt(const std::function<void()>& handler);
   void Cancel();
-  void LoadTexts();
   void RefuseCharacter(char32_t& character, TextId message, TextBox& box);
   void UpdateInformationNext();
 

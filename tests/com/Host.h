@@ -4,40 +4,65 @@
 #include <windows.h>
 
 #include <string>
-#include <vector>
 
 #include "com/BX6VBWiz.h"
 #include "com/ComPtr.h"
 #include "text/win32/WideText.h"
 
-// What hosts of the automation server share: a registered server, and late-bound calls.
+// What hosts of the automation server share.
 namespace bxvbwiz {
 
 // With backslashes.
-std::wstring WindowsPath(std::wstring path);
+inline std::wstring WindowsPath(std::wstring path) {
+  for (wchar_t& c : path) {
+    if (c == L'/') c = L'\\';
+  }
+  return path;
+}
 
 inline const std::wstring kServer = WindowsPath(L"Z:" + Widen(SHIPPED_FOLDER) + L"\\Bx6vbwiz.dll");
 
-// The creatable classes by ProgID.
-inline const std::vector<std::wstring> kProgIds = {L"BX6VBWiz.Application", L"BX6VBWiz.CSystemInfo",
-                                                   L"BX6VBWiz.CFileGroups", L"BX6VBWiz.CComponents"};
+// The creatable classes by ProgID, and their interfaces.
+inline const std::pair<const wchar_t*, IID> kClasses[] = {{L"BX6VBWiz.Application", IID_IApplication},
+                                                          {L"BX6VBWiz.CSystemInfo", IID_ISystemInfo},
+                                                          {L"BX6VBWiz.CFileGroups", IID_IFileGroups},
+                                                          {L"BX6VBWiz.CComponents", IID_IComponents}};
 
 // The server, loaded and registered while this lives.
 class RegisteredServer {
  public:
-  RegisteredServer();
-  ~RegisteredServer();
-  HRESULT Call(const char* exported) const;
-  HRESULT ClassObject(REFCLSID id, REFIID interfaceId, void** object) const;
+  RegisteredServer() { EXPECT_EQ(Call("DllRegisterServer"), S_OK); }
+  ~RegisteredServer() {
+    EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
+    FreeLibrary(module_);
+  }
+  HRESULT Call(const char* exported) const { return Exported<HRESULT(STDAPICALLTYPE*)()>(exported)(); }
+  HRESULT ClassObject(REFCLSID id, REFIID interfaceId, void** object) const {
+    return Exported<LPFNGETCLASSOBJECT>("DllGetClassObject")(id, interfaceId, object);
+  }
 
  private:
+  template <class Function>
+  Function Exported(const char* name) const {
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
+  }
   HMODULE module_ = LoadLibraryW(kServer.c_str());
 };
 
 class HostTest : public testing::Test {
  protected:
   // By its ProgID, through CoCreateInstance.
-  static ComPtr<IDispatch> Create(const std::wstring& progId);
+  static ComPtr<IDispatch> Create(const wchar_t* progId, const IID& interfaceId) {
+    CLSID id{};
+    EXPECT_EQ(CLSIDFromProgID(progId, &id), S_OK);
+    ComPtr<IDispatch> object;
+    EXPECT_EQ(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, interfaceId, object.ReceiveVoid()), S_OK);
+    return object;
+  }
+  static ComPtr<IApplication> CreateApplication() {
+    return ComPtr<IApplication>(
+        static_cast<IApplication*>(Create(L"BX6VBWiz.Application", IID_IApplication).Get()));
+  }
 
   struct Apartment {
     Apartment() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
@@ -46,24 +71,22 @@ class HostTest : public testing::Test {
   RegisteredServer server_;
 };
 
-OwnedVariant Variant(const std::wstring& text);
-OwnedVariant Variant(IDispatch* object);
-
-// What a late-bound call gives.
-struct Called {
-  HRESULT code = E_FAIL;  // an exception's own code
-  std::wstring text;      // the result, or the exception's description
-  UINT wrongArgument = 99;
+// A text of automation, freed with its owner.
+class Bstr : public OwnedVariant {
+ public:
+  explicit Bstr(const std::wstring& text = L"") {
+    vt = VT_BSTR;
+    bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+  }
+  std::wstring Text() const { return {bstrVal, SysStringLen(bstrVal)}; }
 };
-// The arguments stand in their order; a property is put with DISPATCH_PROPERTYPUT.
-Called Call(IDispatch* object, const std::wstring& member, std::vector<VARIANT> arguments = {},
-            WORD flags = DISPATCH_METHOD | DISPATCH_PROPERTYGET);
-inline HRESULT Put(IDispatch* object, const std::wstring& property, const std::wstring& value) {
-  return Call(object, property, {Variant(value)}, DISPATCH_PROPERTYPUT).code;
-}
 
 // The text of a registry value; "-" when there is none.
-std::wstring RegistryText(HKEY root, const std::wstring& key, const std::wstring& name = L"");
-void SetRegistryText(HKEY root, const std::wstring& key, const std::wstring& name, const std::wstring& text);
+inline std::wstring RegistryText(HKEY root, const std::wstring& key, const wchar_t* name = L"") {
+  wchar_t text[1024] = L"";
+  DWORD size = sizeof text;
+  const LONG code = RegGetValueW(root, key.c_str(), name, RRF_RT_REG_SZ, nullptr, text, &size);
+  return code == ERROR_SUCCESS ? text : L"-";
+}
 
 }  // namespace bxvbwiz

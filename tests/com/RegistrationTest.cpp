@@ -5,7 +5,7 @@
 namespace bxvbwiz {
 namespace {
 
-const std::wstring kClasses = L"Software\\Classes\\";
+const std::wstring kRoot = L"Software\\Classes\\";
 const std::wstring kApplicationId = L"CLSID\\{A663CDFE-5393-47E9-88A6-0016EBC38404}";
 
 // Every key and value below a key, as paths.
@@ -25,11 +25,11 @@ void Collect(HKEY root, const std::wstring& path, std::set<std::wstring>& found)
 
 std::set<std::wstring> Registry() {
   std::set<std::wstring> found;
-  std::vector<std::wstring> keys = kProgIds;
-  keys.insert(keys.end(), {L"CLSID", L"Interface", L"TypeLib"});
+  std::set<std::wstring> keys = {L"CLSID", L"Interface", L"TypeLib"};
+  for (const auto& [progId, interfaceId] : kClasses) keys.insert(progId);
   for (const std::wstring& key : keys) {
-    Collect(HKEY_LOCAL_MACHINE, kClasses + key, found);
-    Collect(HKEY_CURRENT_USER, kClasses + key, found);
+    Collect(HKEY_LOCAL_MACHINE, kRoot + key, found);
+    Collect(HKEY_CURRENT_USER, kRoot + key, found);
   }
   return found;
 }
@@ -38,7 +38,7 @@ TEST(RegistrationTest, IsForTheMachineAndIsUndoneCompletely) {
   const std::set<std::wstring> before = Registry();
   {
     const RegisteredServer server;
-    const std::wstring key = kClasses + kApplicationId;
+    const std::wstring key = kRoot + kApplicationId;
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), kServer);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\ProgID"), L"BX6VBWiz.Application");
@@ -56,7 +56,7 @@ TEST(RegistrationTest, IsForTheMachineAndIsUndoneCompletely) {
 TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
   // Nothing lasting may be created below a key that is lost with the session.
   HKEY refusing = nullptr;
-  const std::wstring key = kClasses + kApplicationId;
+  const std::wstring key = kRoot + kApplicationId;
   ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_READ,
                             nullptr, &refusing, nullptr),
             ERROR_SUCCESS);
@@ -65,11 +65,11 @@ TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
     const RegisteredServer server;
     EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, key + L"\\InprocServer32"), kServer);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\InprocServer32"), L"-");
-    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
-    const std::wstring id = RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups\\CLSID");
-    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"CLSID\\" + id + L"\\InprocServer32"), kServer);
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kRoot + L"BX6VBWiz.CFileGroups"), L"-");
+    const std::wstring id = RegistryText(HKEY_CURRENT_USER, kRoot + L"BX6VBWiz.CFileGroups\\CLSID");
+    EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kRoot + L"CLSID\\" + id + L"\\InprocServer32"), kServer);
   }
-  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kClasses + L"BX6VBWiz.CFileGroups"), L"-");
+  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kRoot + L"BX6VBWiz.CFileGroups"), L"-");
 }
 
 }  // namespace

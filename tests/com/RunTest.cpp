@@ -1,7 +1,11 @@
 #include <functional>
 #include <thread>
+#include <tuple>
 
 #include "com/Host.h"
+// after windows.h
+#include <commctrl.h>
+
 #include "TestMachine.h"
 #include "tools/WizardDriver.h"
 
@@ -44,16 +48,23 @@ class RunTest : public HostTest {
                  "Type=Exe\r\nForm=Main.frm\r\nName=\"Demo\"\r\nExeName32=\"App.exe\"\r\n");
     files_.Write("drive_c/Src/Main.frm", "VERSION 5.00\r\n");
     files_.Write("drive_c/Src/App.exe", "MZ");
-    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"VBWiz", L"DepFile", Path(L"Borvex"));
-    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"VBWiz", L"TemplateSource", Path(L"Borvex\\Template"));
-    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"Main", L"Path", Path(L"Borvex"));
-    SetRegistryText(HKEY_LOCAL_MACHINE, kProduct + L"Main", L"DataLink", Path(L"Links"));
-    SetRegistryText(HKEY_CURRENT_USER, kProduct + L"Main", L"DataFile", Path(L"Setups"));
+    for (const auto& [key, name, folder] : {std::tuple(L"VBWiz", L"DepFile", L"Borvex"),
+                                            {L"VBWiz", L"TemplateSource", L"Borvex\\Template"},
+                                            {L"Main", L"Path", L"Borvex"},
+                                            {L"Main", L"DataLink", L"Links"},
+                                            {L"Main", L"DataFile", L"Setups"}})
+      SetProductFolder(std::wstring(name) == L"DataFile" ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE, key, name,
+                       Path(folder));
   }
   ~RunTest() override {
     for (HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) RegDeleteTreeW(root, L"SOFTWARE\\Borvex");
   }
 
+  static void SetProductFolder(HKEY root, const std::wstring& key, const wchar_t* name,
+                               const std::wstring& folder) {
+    RegSetKeyValueW(root, (kProduct + key).c_str(), name, REG_SZ, folder.c_str(),
+                    static_cast<DWORD>((folder.size() + 1) * sizeof(wchar_t)));
+  }
   std::wstring Path(const std::wstring& relative) const {
     return WindowsPath(Widen(files_.Folder()) + L"\\drive_c\\" + relative);
   }
@@ -68,53 +79,77 @@ class RunTest : public HostTest {
 };
 
 // StillExecuting, ReturnCode and ProjectFile.
-std::wstring Results(const ComPtr<IDispatch>& app) {
-  return Call(app.Get(), L"StillExecuting").text + L" " + Call(app.Get(), L"ReturnCode").text + L" " +
-         Call(app.Get(), L"ProjectFile").text;
+std::wstring Results(const ComPtr<IApplication>& app) {
+  VARIANT_BOOL executing = VARIANT_FALSE;
+  SHORT code = 99;
+  Bstr setup;
+  app->get_StillExecuting(&executing);
+  app->get_ReturnCode(&code);
+  app->get_ProjectFile(&setup.bstrVal);
+  return (executing == VARIANT_FALSE ? L"False " : L"True ") + std::to_wstring(code) + L" " + setup.Text();
 }
 
 TEST_F(RunTest, ReturnsWhenTheWizardHasEndedAndDoesNotShowItAgain) {
-  const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
-  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
-  EXPECT_EQ(Put(app.Get(), L"Project", project_), S_OK);
-  EXPECT_EQ(Call(groups.Get(), L"AppPath").text, Path(L"Src\\")) << "of the form that is there now";
+  const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups", IID_IFileGroups);
+  const ComPtr<IApplication> app = CreateApplication();
+  EXPECT_EQ(app->put_Project(Bstr(project_).bstrVal), S_OK);
+  Bstr folder;
+  static_cast<IFileGroups*>(groups.Get())->get_AppPath(&folder.bstrVal);
+  EXPECT_EQ(folder.Text(), Path(L"Src\\")) << "of the form that is there now";
   EXPECT_EQ(Results(app), L"True -1 ");
-  Pressing("nnno", [&] { EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK); });
+  Pressing("nnno", [&] { EXPECT_EQ(app->Run(), S_OK); });
   const std::wstring setup = Setup(L"Demo");
   EXPECT_EQ(Results(app), L"False -1 " + setup);
   EXPECT_NE(GetFileAttributesW(setup.c_str()), INVALID_FILE_ATTRIBUTES);
-  EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK);
+  EXPECT_EQ(app->Run(), S_OK);
   EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"0000", L"ReturnCode"), L"-")
       << "a host reads the properties instead";
 }
 
 TEST_F(RunTest, LetsMessagesFlowAndSurvivesCallsAndReleaseFromInside) {
-  ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
+  ComPtr<IApplication> app = CreateApplication();
   whileShown = [&] {
-    EXPECT_EQ(Call(app.Get(), L"StillExecuting").text, L"True");
+    EXPECT_EQ(Results(app), L"True -1 ");
     constexpr HRESULT kFormShown = static_cast<HRESULT>(0x800A0190);  // run-time error 400
-    for (const ComPtr<IDispatch>& any : {app, Create(L"BX6VBWiz.Application")})
-      EXPECT_EQ(Call(any.Get(), L"Run").code, kFormShown);
-    app = ComPtr<IDispatch>();
+    for (const ComPtr<IApplication>& any : {app, CreateApplication()}) EXPECT_EQ(any->Run(), kFormShown);
+    app = ComPtr<IApplication>();
     HWND window = FindWindowW(nullptr, L"Visual Basic Project Wizard - Welcome");
     EXPECT_TRUE(IsWindowVisible(window));
     PostMessageW(window, WM_CLOSE, 0, 0);
   };
   SetTimer(nullptr, 0, 10, &OnTimer);
-  IDispatch* const running = app.Get();
-  EXPECT_EQ(Call(running, L"Run").code, S_OK);
+  EXPECT_EQ(app.Get()->Run(), S_OK);
   EXPECT_FALSE(app) << "the timer has run";
   EXPECT_EQ(server_.Call("DllCanUnloadNow"), S_OK) << "nothing of the run is left";
 }
 
 TEST_F(RunTest, AnObjectThatLostTheFormIsRunInANewOne) {
-  const ComPtr<IDispatch> first = Create(L"BX6VBWiz.Application");
-  const ComPtr<IDispatch> second = Create(L"BX6VBWiz.Application");
-  Pressing("c", [&] { EXPECT_EQ(Call(first.Get(), L"Run").code, S_OK); });
+  const ComPtr<IApplication> first = CreateApplication();
+  const ComPtr<IApplication> second = CreateApplication();
+  Pressing("c", [&] { EXPECT_EQ(first->Run(), S_OK); });
   EXPECT_EQ(Results(first), L"False 0 ");
-  Put(second.Get(), L"Project", project_);
-  Pressing("nnnc", [&] { EXPECT_EQ(Call(second.Get(), L"Run").code, S_OK); });
+  second->put_Project(Bstr(project_).bstrVal);
+  Pressing("nnnc", [&] { EXPECT_EQ(second->Run(), S_OK); });
   EXPECT_EQ(Results(second), L"False 0 " + Setup(L"Demo")) << "cancelled when all was done";
+}
+
+LRESULT CALLBACK RefuseDialog(int code, WPARAM window, LPARAM created) {
+  const bool isDialog =
+      code == HCBT_CREATEWND && reinterpret_cast<CBT_CREATEWNDW*>(created)->lpcs->lpszClass == WC_DIALOG;
+  return isDialog ? 1 : CallNextHookEx(nullptr, code, window, created);
+}
+
+TEST_F(RunTest, AWizardWithoutAWindowSaysSo) {
+  const ComPtr<IApplication> app = CreateApplication();
+  const HHOOK hook = SetWindowsHookExW(WH_CBT, &RefuseDialog, nullptr, GetCurrentThreadId());
+  EXPECT_EQ(app->Run(), static_cast<HRESULT>(0x800A005B));  // run-time error 91
+  UnhookWindowsHookEx(hook);
+  ComPtr<IErrorInfo> error;
+  ASSERT_EQ(GetErrorInfo(0, error.Receive()), S_OK);
+  Bstr text;
+  error->GetDescription(&text.bstrVal);
+  EXPECT_EQ(text.Text(), L"Cannot make the wizard's window");
+  Pressing("c", [&] { EXPECT_EQ(app->Run(), S_OK); });
 }
 
 TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
@@ -125,80 +160,17 @@ TEST_F(RunTest, AStandAloneStartLeavesItsResultsInTheRegistry) {
   EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"ABCD", L"Project"), Setup(L"Orders"));
 }
 
-TEST_F(RunTest, ServesTheHostOfThePageThroughTheVtable) {
-  OwnedVariant made;
-  made.vt = VT_BSTR;
+TEST_F(RunTest, ServesTheHostOfThePage) {
+  Bstr made;
   Pressing("c", [&] { EXPECT_EQ(MakeSetup(project_.c_str()), nullptr); });
   Pressing("nnno", [&] { made.bstrVal = MakeSetup(project_.c_str()); });
-  ASSERT_NE(made.bstrVal, nullptr);
-  EXPECT_EQ(made.bstrVal, Setup(L"Demo"));
+  EXPECT_EQ(made.Text(), Setup(L"Demo"));
 }
 
 TEST_F(RunTest, ServesAScriptWithEveryMember) {
   WizardDriver script("cscript.exe //nologo \"Z:" SCRIPT_FOLDER "/host.vbs\" " + Narrow(Path(L"")));
   script.Press("nno");
   EXPECT_EQ(script.WaitForEnd(), 42U) << "a script that stops at an error ends with 0";
-}
-
-// With a log, and a monitor that notes what becomes of it.
-class LogTest : public RunTest {
- protected:
-  LogTest() {
-    DeleteFileA(kLog);
-    SetRegistryText(HKEY_CURRENT_USER, kSettings + L"\\Logging", L"LogLevel", L"1");
-    SetRegistryText(HKEY_CURRENT_USER, kSettings + L"\\Logging", L"LogName", L"bxvbwiz-test.log");
-    SetRegistryText(HKEY_LOCAL_MACHINE, kMonitor + L"\\CLSID", L"", kMonitorId);
-    SetMonitorServer(WindowsPath(L"Z:" + Widen(LOG_MONITOR_SERVER)));
-  }
-  ~LogTest() override {
-    for (const std::wstring& key : {kNotes, kSettings}) RegDeleteTreeW(HKEY_CURRENT_USER, key.c_str());
-    for (const std::wstring& key : {kMonitor, kMonitorClass}) RegDeleteTreeW(HKEY_LOCAL_MACHINE, key.c_str());
-    DeleteFileA(kLog);
-  }
-  void SetMonitorServer(const std::wstring& dll) const {
-    SetRegistryText(HKEY_LOCAL_MACHINE, kMonitorClass + L"\\InprocServer32", L"", dll);
-  }
-  std::wstring Noted() const { return RegistryText(HKEY_CURRENT_USER, kNotes, L"LogMonitor"); }
-
-  static constexpr const char* kLog = "C:\\windows\\bxvbwiz-test.log";
-  const std::wstring kSettings = L"Software\\VB and VBA Program Settings\\Bx6vbwiz";
-  const std::wstring kNotes = L"Software\\BxvbwizTests";
-  const std::wstring kMonitor = L"Software\\Classes\\LogMon.CMonitor";
-  const std::wstring kMonitorId = L"{9C0A4E0B-2E5B-4C0B-9B5D-1C9B4B1D9A11}";
-  const std::wstring kMonitorClass = L"Software\\Classes\\CLSID\\" + kMonitorId;
-};
-
-TEST_F(LogTest, HoldsErrorsWithTheCallStackAndKeepsAMonitor) {
-  const std::wstring server = RegistryText(HKEY_LOCAL_MACHINE, kMonitorClass + L"\\InprocServer32");
-  for (const std::wstring& dll : {std::wstring(L"C:\\missing.dll"), server}) {
-    SetMonitorServer(dll);
-    const ComPtr<IDispatch> groups = Create(L"BX6VBWiz.CFileGroups");
-    Call(groups.Get(), L"GetAppPath", {Variant(L"C:\\missing\\no.vbp")});
-    EXPECT_EQ(Noted(), dll == server ? L"made" : L"-");
-  }
-  EXPECT_EQ(Noted(), L"released");
-  WizardDriver program(kProgram);
-  EXPECT_EQ(Noted(), L"made") << "a stand-alone start has one, too";
-  program.Press("c");
-  program.WaitForEnd();
-  EXPECT_EQ(Noted(), L"released");
-  const std::string log = ReadBytes(kLog);
-  EXPECT_NE(log.find("\r\nCall Stack:\r\n    CFileGroups:GetAppPath\r\n"), std::string::npos) << log;
-}
-
-TEST_F(LogTest, AWizardWithoutAWindowSaysSo) {
-  SetEnvironmentVariableA("BXVBWIZ_NO_WINDOW", "1");  // to the monitor
-  const ComPtr<IDispatch> app = Create(L"BX6VBWiz.Application");
-  const Called failed = Call(app.Get(), L"Run");
-  EXPECT_EQ(failed.code, static_cast<HRESULT>(0x800A005B));  // run-time error 91
-  EXPECT_EQ(failed.text, L"Cannot make the wizard's window");
-  WizardDriver program(kProgram + " /IABCD");
-  EXPECT_EQ(program.WaitForMessage(), "Cannot make the wizard's window");
-  program.Answer(IDOK);
-  EXPECT_EQ(program.WaitForEnd(), 1U);
-  EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kProduct + L"ABCD", L"ReturnCode"), L"0") << "nobody ended it";
-  SetEnvironmentVariableA("BXVBWIZ_NO_WINDOW", nullptr);
-  Pressing("c", [&] { EXPECT_EQ(Call(app.Get(), L"Run").code, S_OK); });
 }
 
 }  // namespace

@@ -59,7 +59,18 @@ Sub TestApplication()
   app.AppName = "Orders"
   app.VBScript = True
   Check "set", app.ID & app.ShowPage2 & app.AppName & app.VBScript, "ABCDFalseOrdersTrue"
+  app.AppName = String(3000000, "x")
+  Check "a long text", Len(app.AppName), 3000000
+  app.AppName = "a" & Chr(0) & "b"
+  Check "a text", app.AppName, "a" & Chr(0) & "b"
+  app.AppName = 12
+  Check "a number as text", app.AppName, "12"
+  app.AppName = "Orders"
   On Error Resume Next
+  app.Missing = 0
+  CheckError "a missing member", 438, ""
+  app.ShowPage2 = "much"
+  CheckError "a wrong value", &H80020005, "ShowPage2"
   app.ReturnCode = 0
   CheckError "writing ReturnCode", 438, ""
   app.StillExecuting = False
@@ -67,7 +78,7 @@ Sub TestApplication()
   app.ProjectFile = "x"
   CheckError "writing ProjectFile", 438, ""
   On Error Goto 0
-  Check "StillExecuting", app.StillExecuting, True
+  Check "StillExecuting", app.sTILLeXECUTING, True
   app.Run
   Check "StillExecuting", app.StillExecuting, False
   Check "ReturnCode", app.ReturnCode, -1
@@ -141,6 +152,10 @@ Sub TestRecords(groups)
   CheckError "a poor record", 438, "argument file has no property Destination"
   groups.CreateFileGroup folder & "missing", file
   CheckError "a missing folder", 76, "argument projectDir "
+  groups.CreateFileGroup setup & Chr(0) & "x", file
+  CheckError "a cut folder", 76, "argument projectDir "
+  groups.SearchForDestPath setup
+  CheckError "a missing argument", 450, ""
   groups.CreateFileGroup setup, 5
   CheckError "a number", &H80020005, "argument file "
   file.SelfRegister = "much"

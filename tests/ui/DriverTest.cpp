@@ -6,15 +6,15 @@
 
 #include "TestMachine.h"
 #include "tools/WizardDriver.h"
-#include "ui/frmMain.h"
-#include "ui/win32/ControlIds.h"
 
 // The wizard as its user meets it: a second process works the real controls of a wizard on a machine folder.
-// What whole runs do in the windows is compared by the golden cases.
+// What whole runs write is compared by the golden cases.
 namespace bxvbwiz {
 namespace {
 
 constexpr const char* kProject = "C:\\Src\\App.vbp";
+constexpr const char* kProjectFile = "Visual Basic Project File (*.vbp)";
+constexpr const char* kApplicationName = "&Application Name";
 // Exit codes of showwizard.
 constexpr DWORD kFinished = 0;
 constexpr DWORD kCancelled = 1;
@@ -25,192 +25,98 @@ class WizardWindows : public testing::Test {
     machine_.InstallProduct();
     machine_.Write("drive_c/Src/App.vbp",
                    "Type=Exe\r\nForm=Main.frm\r\nReference=*\\G{00000000-0000-0000-0000-00000000AAAA}#1.0#0#"
-                   "C:\\Gone\\Gone.tlb#Gone\r\nName=\"My App\"\r\nExeName32=\"App.exe\"\r\nMajorVer=2\r\n"
-                   "RevisionVer=7\r\nVersionCompanyName=\"Acme Inc.\"\r\n");
+                   "C:\\Gone\\Gone.tlb#Gone\r\nName=\"My App\"\r\nExeName32=\"App.exe\"\r\n");
     machine_.Write("drive_c/Src/Main.frm", "VERSION 5.00\r\n");
     machine_.Write("drive_c/Src/App.exe", "MZ");
+    machine_.Store();
   }
 
-  WizardDriver& Start() {
-    machine_.Store();
-    driver_ = std::make_unique<WizardDriver>("\"" + program_ + "\" generate --machine \"" +
-                                             machine_.Folder() + "\" " + kProject);
+  WizardDriver& Start(const std::string& program = BXVBWIZ_SHOWWIZARD) {
+    driver_ = std::make_unique<WizardDriver>("\"" + program + "\" generate --machine \"" + machine_.Folder() +
+                                             "\" " + kProject);
     return *driver_;
   }
-  WizardDriver& StartAndGoTo(int panel) {
-    Start();
-    if (panel >= kPanelInformation) Analyse();
-    if (panel >= kPanelSummary) driver_->Press("n");
-    if (panel >= kPanelReport) driver_->Press("n");
-    driver_->WaitForPanel(panel);
-    return *driver_;
-  }
-  // The project's library is missing.
-  void Analyse() {
-    driver_->Press("n");
-    ExpectMessage("Gone.tlb", IDOK);
-    driver_->WaitForPanel(kPanelInformation);
-  }
-  void ExpectMessage(const std::string& part, int answer) {
+  void ExpectMessage(const std::string& part) {
     const std::string message = driver_->WaitForMessage();
     EXPECT_NE(message.find(part), std::string::npos) << message;
-    driver_->Answer(answer);
+    driver_->Answer(IDOK);
   }
-  void WaitForText(int id, const std::string& text) {
-    driver_->WaitUntil(text, [&] { return driver_->Text(id) == text; });
+  void WaitForText(const std::string& name, const std::string& text) {
+    driver_->WaitUntil(text, [&] { return driver_->Text(name) == text; });
   }
 
   TestMachine machine_;
-  std::string program_ = BXVBWIZ_SHOWWIZARD;
   std::unique_ptr<WizardDriver> driver_;
 };
 
-TEST_F(WizardWindows, AreWorkedFromWelcomeToReportAndBackOnce) {
+TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   WizardDriver& driver = Start();
-  EXPECT_EQ(driver.Caption(), "Visual Basic Project Wizard - Welcome");
-  driver.SetText(kIdProjectFile, "");
-  EXPECT_FALSE(driver.Enabled(kIdNext));
-  driver.Click(kIdBrowse);
-  driver.AnswerFileDialog(kProject);
-  WaitForText(kIdProjectFile, kProject);
-  EXPECT_TRUE(driver.Enabled(kIdNext));
-  Analyse();
-
-  EXPECT_EQ(driver.Text(kIdApplicationName), "My App");
-  EXPECT_EQ(driver.Text(kIdCompanyName), "Acme Inc.");
-  EXPECT_EQ(driver.Text(kIdApplicationType), "Database Application");
-  EXPECT_EQ(driver.Text(kIdApplicationVersion), "2.7");
-  EXPECT_EQ(driver.Text(kIdExeName), "C:\\Src\\App.exe");
-  driver.Ask(kIdApplicationType, CB_SETCURSEL, 2);
-  SendMessageW(GetParent(driver.Find(kIdApplicationType)), WM_COMMAND,
-               MAKEWPARAM(kIdApplicationType, CBN_SELCHANGE), 0);
-  driver.SetText(kIdApplicationName, "Desk");
-  driver.Press("n");
-  driver.WaitForPanel(kPanelSummary);
-
-  EXPECT_EQ(driver.Ask(kIdDependencies, TVM_GETCOUNT), 5);
-  EXPECT_TRUE(driver.Checked(kIdProjectView));
-  driver.Click(kIdFileView);
-  driver.WaitUntil("the file view", [&] { return driver.Visible(kIdFiles); });
-  EXPECT_FALSE(driver.Visible(kIdDependencies));
-  EXPECT_EQ(driver.Ask(kIdFiles, TVM_GETCOUNT), 3);
-  driver.Click(kIdBack + kPanelSummary);
-  driver.WaitForPanel(kPanelInformation);
-  driver.Press("nn");
-  driver.WaitForPanel(kPanelReport);
-
-  EXPECT_NE(driver.Text(kIdReport).find("IMPORTANT - PLEASE READ!\r\n"), std::string::npos);
-  driver.Key(VK_RETURN);
-  EXPECT_EQ(driver.WaitForEnd(), kFinished);
-  EXPECT_NE(machine_.Read("drive_c/Setups/Desk/Desk.bxp").find("Finance Application"), std::string::npos);
-}
-
-TEST_F(WizardWindows, RefuseIllegalCharactersThatAreTypedOrPasted) {
-  WizardDriver& driver = StartAndGoTo(kPanelInformation);
-  driver.WaitForFocus(kIdApplicationName);
-  EXPECT_EQ(driver.Ask(kIdApplicationName, EM_GETSEL), MAKELONG(0, 6)) << "all of it is selected";
-  driver.Type(kIdApplicationName, "X.");
-  ExpectMessage("The application name contains illegal characters.", IDOK);
-  driver.Type(kIdApplicationName, "Y\xC3\xA4");
-  WaitForText(kIdApplicationName, "XY\xC3\xA4");
-
-  driver.SetText(kIdCompanyName, "A/B");
-  driver.Click(kIdNext + kPanelInformation);
-  ExpectMessage("The company name contains illegal characters.", IDOK);
-  driver.WaitForFocus(kIdCompanyName);
-  driver.SetText(kIdApplicationVersion, "");
-  EXPECT_FALSE(driver.Enabled(kIdNext + kPanelInformation));
-  driver.SetText(kIdApplicationVersion, "3");
-  EXPECT_TRUE(driver.Enabled(kIdNext + kPanelInformation));
-}
-
-TEST_F(WizardWindows, AreCancelledOnEveryPageByButtonKeyAndMenu) {
-  for (const int panel : {kPanelWelcome, kPanelInformation, kPanelSummary, kPanelReport}) {
-    for (const char* way : {"button", "key", "menu"}) {
-      SCOPED_TRACE(testing::Message() << way << " on panel " << panel);
-      WizardDriver& driver = StartAndGoTo(panel);
-      if (*way == 'b') driver.Click(kIdCancel);
-      if (*way == 'k') driver.Key(VK_ESCAPE);
-      if (*way == 'm') PostMessageW(driver.Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
-      EXPECT_EQ(driver.WaitForEnd(), kCancelled);
-    }
-  }
-}
-
-// The compiler waits until the test lets it go.
-TEST_F(WizardWindows, FollowTheUserWhileTheProjectIsRebuilt) {
-  ASSERT_TRUE(CopyFileA(BXVBWIZ_COMPILER, (machine_.Folder() + "/vb6.exe").c_str(), TRUE));
-  machine_.Write("vb6.txt",
-                 "wait go\nprogram drive_c/Src/App.exe\nlog Build of 'App.exe'\n"
-                 "log Build of 'App.exe' succeeded.\n");
-  machine_.Write("machine.ini",
-                 "[Folders]\r\nWindows=C:\\windows\r\nSystem=C:\\windows\\system32\r\n"
-                 "[Programs]\r\nC:\\VB98\\VB6.EXE=vb6.exe\r\n");
-  WizardDriver& driver = Start();
-  driver.Click(kIdRebuild);
-  driver.Click(kIdNext);
-  WaitForText(kIdStatus, "Rebuilding your project. This may take a minute or two...");
-  driver.Click(kIdNext);  // is ignored
-  driver.Key(VK_ESCAPE);
-  SendMessageW(driver.Window(), WM_NULL, 0, 0);  // returns when the key was taken
-  EXPECT_FALSE(driver.Ended());
-  machine_.Write("go", "");
-  EXPECT_EQ(driver.WaitForEnd(), kCancelled);
-}
-
-TEST_F(WizardWindows, RetryAnUnexpectedErrorAndEndOnCancel) {
-  machine_.Registry(
-      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\r\n\"TemplateSource\"=-\r\n");
-  WizardDriver& driver = StartAndGoTo(kPanelSummary);
-  driver.Click(kIdNext + kPanelSummary);
-  ExpectMessage("An unexpected error", IDRETRY);
-  driver.WaitForMessage();
-  EXPECT_EQ(driver.Text(kIdProgressText), "Creating Installation...");
-  EXPECT_TRUE(driver.Visible(kIdProgress));
-  EXPECT_EQ(driver.Ask(kIdProgress, PBM_GETPOS), 1);
-  driver.Answer(IDCANCEL);
-  EXPECT_EQ(driver.WaitForEnd(), kCancelled);
-}
-
-TEST_F(WizardWindows, FollowTheKeyboard) {
-  WizardDriver& driver = Start();
-  driver.WaitForFocus(kIdProjectFile);
-  driver.SetText(kIdProjectFile, "");
+  driver.WaitForFocus(kProjectFile);
+  driver.SetText(kProjectFile, "");
+  EXPECT_FALSE(driver.Enabled("&Next>"));
   driver.Key(VK_RETURN);  // presses nothing
-  driver.Key(VK_TAB);
-  driver.WaitForFocus(kIdBrowse);
-  driver.SetText(kIdProjectFile, kProject);
-  for (const int next : {int{kIdRebuild}, kIdNext + 0, int{kIdCancel}, int{kIdHelp}, int{kIdProjectFile}}) {
+  driver.Click("Bro&wse...");
+  driver.AnswerFileDialog(kProject);
+  WaitForText(kProjectFile, kProject);
+  for (const char* next : {"&Rebuild the Project", "&Next>", "Cancel", "&Help", kProjectFile, "Bro&wse..."}) {
     driver.Key(VK_TAB);
     driver.WaitForFocus(next);
   }
-  for (const bool checked : {true, false}) {
+  for (const LRESULT state : {BST_CHECKED, BST_UNCHECKED}) {
     driver.AccessKey('r');
-    driver.WaitUntil("the check", [&] { return driver.Checked(kIdRebuild) == checked; });
+    driver.WaitUntil("the check", [&] { return driver.Ask("&Rebuild the Project", BM_GETCHECK) == state; });
   }
   driver.Key(VK_RETURN);
-  ExpectMessage("Gone.tlb", IDOK);
-  driver.WaitForPanel(kPanelInformation);
-  driver.WaitUntil("the default button", [&] {
-    return (driver.Ask(kIdNext + kPanelInformation, WM_GETDLGCODE) & DLGC_DEFPUSHBUTTON) != 0;
-  });
+  ExpectMessage("Gone.tlb");
+
+  driver.WaitForPage("Project Information");
+  driver.WaitForFocus(kApplicationName);
+  EXPECT_EQ(driver.Text("Application Executable"), "C:\\Src\\App.exe");
+  EXPECT_EQ(driver.Ask(kApplicationName, EM_GETSEL), MAKELONG(0, 6)) << "all of it is selected";
+  driver.Type(kApplicationName, "D.");
+  ExpectMessage("The application name contains illegal characters.");
+  driver.Type(kApplicationName, "\xC3\xA4s");
+  WaitForText(kApplicationName, "D\xC3\xA4s");
+  driver.Ask("Application &Type", CB_SETCURSEL, 2);
+  const HWND types = driver.Find("Application &Type");
+  SendMessageW(GetParent(types), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(types), CBN_SELCHANGE),
+               reinterpret_cast<LPARAM>(types));
   driver.AccessKey('v');
-  driver.WaitForFocus(kIdApplicationVersion);
+  driver.WaitForFocus("Application &Version");
+  driver.Key(VK_RETURN);
+
+  driver.WaitForPage("Summary");
+  EXPECT_EQ(driver.Ask("SysTreeView32", TVM_GETCOUNT), 5);
+  driver.AccessKey('f');
+  driver.WaitUntil("the file view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 3; });
   driver.AccessKey('b');
-  driver.WaitForPanel(kPanelWelcome);
-  driver.WaitForFocus(kIdProjectFile);
+  driver.WaitForPage("Project Information");
+  driver.Press("nn");
+
+  driver.WaitForPage("Report");
+  EXPECT_NE(driver.Text("Edit").find("IMPORTANT - PLEASE READ!\r\n"), std::string::npos);
+  driver.Key(VK_RETURN);
+  EXPECT_EQ(driver.WaitForEnd(), kFinished);
+  EXPECT_NE(machine_.Read("drive_c/Setups/D\xC3\xA4s/D\xC3\xA4s.bxp").find("Finance Application"),
+            std::string::npos);
+}
+
+TEST_F(WizardWindows, AreCancelledByButtonKeyAndMenu) {
+  Start().Click("Cancel");
+  EXPECT_EQ(driver_->WaitForEnd(), kCancelled);
+  Start().Key(VK_ESCAPE);
+  EXPECT_EQ(driver_->WaitForEnd(), kCancelled);
+  PostMessageW(Start().Window(), WM_SYSCOMMAND, SC_CLOSE, 0);
+  EXPECT_EQ(driver_->WaitForEnd(), kCancelled);
 }
 
 // A program without its help file beside it says what is missing.
 TEST_F(WizardWindows, OpenTheHelpBesideTheProgram) {
-  program_ = machine_.Folder() + "/showwizard.exe";
-  ASSERT_TRUE(CopyFileA(BXVBWIZ_SHOWWIZARD, program_.c_str(), TRUE));
+  const std::string program = machine_.Folder() + "/showwizard.exe";
+  ASSERT_TRUE(CopyFileA(BXVBWIZ_SHOWWIZARD, program.c_str(), TRUE));
   const std::string folder = machine_.Folder().substr(machine_.Folder().rfind('/') + 1);
-  WizardDriver& driver = Start();
-  driver.Key(VK_F1);
-  ExpectMessage("\\" + folder + "\\bxvbwiz.chm", IDOK);
-  driver.Click(kIdHelp);
-  ExpectMessage("bxvbwiz.chm", IDOK);
+  Start(program).Key(VK_F1);
+  ExpectMessage("\\" + folder + "\\bxvbwiz.chm");
 }
 
 }  // namespace

@@ -5,20 +5,20 @@
 #include <functional>
 #include <string>
 
-#include "ui/win32/Layout.h"
+#include "ui/Controls.h"
 
 namespace bxvbwiz {
 
-// One control of the form as a window. The window dies with its parent.
+// One control of the form and the window that shows it, which dies with its dialog.
 class ControlWindow {
  public:
-  // Makes the window, which shows nothing yet. Throws RuntimeError when the system refuses it.
-  ControlWindow(const LaidControl& laid, HWND parent, const FormFont& font, HINSTANCE module);
+  // The window was made and shows nothing yet. `onPage`: it lies in the window of its page, and need not
+  // follow that.
+  ControlWindow(Control& control, HWND window, bool onPage)
+      : control_(control), window_(window), onPage_(onPage) {}
 
   HWND Handle() const { return window_; }
-  int Id() const { return laid_.id; }
-  const Control* Shown() const { return laid_.control; }
-  ControlKind Kind() const { return laid_.kind; }
+  Control& Shown() const { return control_; }
 
   // From the control to the window; only what differs is touched. True when something changed.
   bool Show();
@@ -29,19 +29,24 @@ class ControlWindow {
   // The selection, from the control to the window.
   void ShowSelection() const;
 
+  // Whether it is a tree on the visible page that has changed since it was filled.
+  bool IsOutdatedTree() const;
+  // Fills the window with the tree's nodes, as FillTree does.
+  bool Fill(const std::function<bool()>& goesOn);
+
  private:
-  bool IsVisible() const;
   bool ShowState();
   bool ShowText();
   bool ShowItems();
   bool ShowChecked();
   bool ShowProgress();
-  std::string WindowText() const;
 
-  LaidControl laid_;
+  Control& control_;
   HWND window_;
+  bool onPage_;
   int shownItems_ = 0;
   int shownValue_ = -1;
+  unsigned shownRevision_ = 0;
 };
 
 // The text of a control's window.

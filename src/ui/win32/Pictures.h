@@ -1,17 +1,15 @@
 #pragma once
 
-#include "setupgen/TreeNode.h"
 #include "ui/win32/Owned.h"
 
-// The pictures of the form. They are drawn for the screen's resolution from shapes, so that they are sharp at
-// each.
+// The pictures of the form, from the module's resources (Icon.rc and Pictures.rc), which hold each in several
+// sizes.
 namespace bxvbwiz {
 
-// One picture for each NodeImage, in its order, `size` pixels wide and high, on the colour of a window's
-// ground.
-OwnedImageList MakeNodeImages(const Ledger& ledger, int size);
+// One picture for each NodeImage, in its order, in the size of small icons.
+OwnedImageList LoadNodeImages(HINSTANCE module);
 
-// The wizard's icon.
-OwnedIcon MakeWizardIcon(const Ledger& ledger, int size);
+// The wizard's icon, `size` pixels wide and high; null when the module has none.
+OwnedIcon LoadWizardIcon(HINSTANCE module, int size);
 
 }  // namespace bxvbwiz

@@ -8,15 +8,13 @@
 
 namespace bxvbwiz {
 
-void ToolTips::Make(const Ledger& ledger, HWND form, HINSTANCE module, const FormFont& font) {
-  constexpr int kMostUnits = 300;  // a longer tip is broken into lines
+void ToolTips::Make(HWND form, HINSTANCE module, HFONT font, int width) {
   form_ = form;
-  window_ = OwnedWindow(ledger,
-                        CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
-                                        WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
-                                        CW_USEDEFAULT, CW_USEDEFAULT, form, nullptr, module, nullptr));
-  SendMessageW(window_.Get(), WM_SETFONT, reinterpret_cast<WPARAM>(font.Get()), FALSE);
-  SendMessageW(window_.Get(), TTM_SETMAXTIPWIDTH, 0, font.Horizontal(kMostUnits));
+  window_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
+                            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, form, nullptr, module,
+                            nullptr);
+  SendMessageW(window_, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  SendMessageW(window_, TTM_SETMAXTIPWIDTH, 0, width);
 }
 
 void ToolTips::Set(HWND control, const std::string& text) {
@@ -31,7 +29,7 @@ void ToolTips::Set(HWND control, const std::string& text) {
   tool.uId = reinterpret_cast<UINT_PTR>(control);
   tool.lpszText = wide.data();
   const UINT message = text.empty() ? TTM_DELTOOLW : shown.empty() ? TTM_ADDTOOLW : TTM_UPDATETIPTEXTW;
-  SendMessageW(window_.Get(), message, 0, reinterpret_cast<LPARAM>(&tool));
+  SendMessageW(window_, message, 0, reinterpret_cast<LPARAM>(&tool));
   shown = text;
 }
 

@@ -5,22 +5,19 @@
 #include <map>
 #include <string>
 
-#include "ui/win32/FormFont.h"
-#include "ui/win32/Owned.h"
-
 namespace bxvbwiz {
 
-// The tool tips of a form's controls.
+// The tool tips of a form's controls. Their window is the form's, and dies with it.
 class ToolTips {
  public:
-  // Makes the window of the tips, owned by the form's.
-  void Make(const Ledger& ledger, HWND form, HINSTANCE module, const FormFont& font);
-  bool Made() const { return window_.Get() != nullptr; }
+  // Makes the window of the tips, which breaks a tip that is wider than `width` pixels into lines.
+  void Make(HWND form, HINSTANCE module, HFONT font, int width);
+  bool Made() const { return window_ != nullptr; }
   // Gives a control its tip; an empty text takes it away.
   void Set(HWND control, const std::string& text);
 
  private:
-  OwnedWindow window_;
+  HWND window_ = nullptr;
   HWND form_ = nullptr;
   std::map<HWND, std::string> texts_;
 };

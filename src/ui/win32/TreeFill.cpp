@@ -10,14 +10,12 @@ namespace {
 
 constexpr int kOpenLevels = 2;
 
-using Nodes = std::vector<std::unique_ptr<TreeNode>>;
-
 class Filling {
  public:
   Filling(HWND window, const std::function<bool()>& goesOn) : window_(window), goesOn_(goesOn) {}
 
   // True in `opened` when one of the nodes is a missing file or holds one. False when stopped.
-  bool Add(HTREEITEM parent, const Nodes& nodes, int level, bool& opened) {
+  bool Add(HTREEITEM parent, const TreeNodes& nodes, int level, bool& opened) {
     for (const std::unique_ptr<TreeNode>& node : nodes) {
       if (++count_ % kNodesBetweenEvents == 0 && !goesOn_()) return false;
       const HTREEITEM item = Insert(parent, *node);
@@ -51,11 +49,11 @@ class Filling {
 
 }  // namespace
 
-bool FillTree(HWND window, const TreeView& tree, const std::function<bool()>& goesOn) {
+bool FillTree(HWND window, const TreeNodes& nodes, const std::function<bool()>& goesOn) {
   SendMessageW(window, WM_SETREDRAW, FALSE, 0);
   SendMessageW(window, TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
   bool opened = false;
-  if (!Filling(window, goesOn).Add(TVI_ROOT, tree.Nodes(), 0, opened)) return false;
+  if (!Filling(window, goesOn).Add(TVI_ROOT, nodes, 0, opened)) return false;
   const LRESULT first = SendMessageW(window, TVM_GETNEXTITEM, TVGN_ROOT, 0);
   SendMessageW(window, TVM_SELECTITEM, TVGN_CARET, first);
   SendMessageW(window, WM_SETREDRAW, TRUE, 0);

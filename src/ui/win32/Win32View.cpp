@@ -37,11 +37,10 @@ std::wstring SystemText(DWORD error) {
 
 class Win32View : public FormView {
  public:
-  Win32View(frmMain& form, HINSTANCE module, Ledger ledger)
-      : form_(form), module_(module), ledger_(std::move(ledger)) {}
+  Win32View(frmMain& form, HINSTANCE module) : form_(form), module_(module) {}
 
   void ShowModal() override {
-    const auto window = std::make_shared<WizardWindow>(form_, module_, ledger_, Font());
+    const auto window = std::make_shared<WizardWindow>(form_, module_);
     window_ = window;
     window->RunModal();  // this view is gone when it returns
   }
@@ -85,7 +84,7 @@ class Win32View : public FormView {
     throw RuntimeError(kErrorInvalidCall, "The file dialog failed (error " + std::to_string(error) + ")");
   }
 
-  // When it cannot be opened, its path and the system's own words say what is wrong.
+  // When it cannot be opened, a message gives its path and the system's error.
   void OpenHelp(const std::string& helpFile) override {
     const std::wstring module = PathOf(module_);
     const std::wstring path = module.substr(0, module.find_last_of(L'\\') + 1) + Widen(helpFile);
@@ -100,12 +99,14 @@ class Win32View : public FormView {
     MessageBoxW(open.hwnd, text.c_str(), Widen(form_.caption).c_str(), MB_ICONEXCLAMATION);
   }
 
-  int TextWidth(const std::string& text) const override { return Font()->TextWidth(text); }
+  // The executable is named while the form is shown.
+  int TextWidth(const std::string& text) const override {
+    const auto window = window_.lock();
+    return window == nullptr ? 0 : window->TextWidth(text);
+  }
   int ExeLabelWidth() const override {
-    for (const LaidControl& laid : LayOut(form_)) {
-      if (laid.control == &form_.lblExeName) return Font()->Horizontal(laid.place.width);
-    }
-    return 0;
+    const auto window = window_.lock();
+    return window == nullptr ? 0 : window->Width(form_.lblExeName);
   }
 
   void Unload(const frmMain& /*form*/) override {
@@ -113,29 +114,21 @@ class Win32View : public FormView {
   }
 
  private:
-  // The form's window, or what the wizard's host shows before there is one.
+  // The form's window; before there is one, the host's.
   HWND Owner() const {
     const auto window = window_.lock();
     return window != nullptr && window->Handle() != nullptr ? window->Handle() : GetActiveWindow();
   }
 
-  const std::shared_ptr<const FormFont>& Font() const {
-    if (font_ == nullptr) font_ = std::make_shared<FormFont>(ledger_, form_.font);
-    return font_;
-  }
-
   frmMain& form_;
   HINSTANCE module_;
-  Ledger ledger_;
-  mutable std::shared_ptr<const FormFont>
-      font_;  // made when first needed: the form names it when it is loaded
   std::weak_ptr<WizardWindow> window_;
 };
 
 }  // namespace
 
-std::unique_ptr<FormView> MakeWin32View(frmMain& form, HINSTANCE module, Ledger ledger) {
-  return std::make_unique<Win32View>(form, module, std::move(ledger));
+std::unique_ptr<FormView> MakeWin32View(frmMain& form, HINSTANCE module) {
+  return std::make_unique<Win32View>(form, module);
 }
 
 }  // namespace bxvbwiz

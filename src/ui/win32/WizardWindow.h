@@ -2,24 +2,24 @@
 
 #include <windows.h>
 
-#include <array>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "ui/frmMain.h"
 #include "ui/win32/ControlWindow.h"
-#include "ui/win32/FormFont.h"
 #include "ui/win32/Owned.h"
 #include "ui/win32/ToolTips.h"
 
 namespace bxvbwiz {
 
-// The form's window with its frames and controls. It outlives the form by the return from the handler in
-// which the form was unloaded: whoever calls into it holds a share.
+// The form's window with its pages and controls. It outlives the form by the return from the handler in which
+// the form was unloaded: callers hold a share of it.
 class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
  public:
-  WizardWindow(frmMain& form, HINSTANCE module, Ledger ledger, std::shared_ptr<const FormFont> font);
+  WizardWindow(frmMain& form, HINSTANCE module) : form_(&form), module_(module) {}
   WizardWindow(const WizardWindow&) = delete;
   WizardWindow& operator=(const WizardWindow&) = delete;
 
@@ -32,53 +32,51 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void ProcessEvents();
   void SetPointer(Pointer pointer);
   // Null before and after it is shown.
-  HWND Handle() const { return window_.Get(); }
+  HWND Handle() const { return window_.get(); }
+  // In pixels, once it is shown.
+  int TextWidth(const std::string& text) const;
+  int Width(const Control& control) const;
   // The form is gone.
   void FormUnloaded();
 
  private:
-  static constexpr UINT_PTR kIconTimer = 1;
-  static constexpr std::size_t kFrames = kPanelReport + 1;
-
   static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   static LRESULT CALLBACK TextBoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                            DWORD_PTR self);
   static LRESULT CALLBACK ReportProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                           DWORD_PTR self);
   INT_PTR Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-  void Command(int id, int code);
+  void Command(HWND used, int code);
 
   void Make(HWND owner);
-  HWND MakeDialog(HWND parent, DWORD style, DWORD extendedStyle);
+  HWND MakeDialog(const Container& holder, const Place& place, HWND parent, DWORD style, DWORD extendedStyle);
+  void TakeUp(Control& control, HWND window, bool onPage);
   void ShowIcon();
-  void MakeFrame(std::int16_t panel);
-  void MakeControl(const LaidControl& laid, HWND parent);
   void MoveToMiddle(HWND owner) const;
-  void ShowFrames();
+  void ShowPages();
   void ShowControls();
   void ShowToolTips();
   void FillVisibleTrees();
-  bool FillTreeOf(const ControlWindow& shown, const TreeView& tree);
   void MoveFocus();
   bool FocusIsUsable() const;
   void FocusFirst() const;
-  const ControlWindow* WindowOf(const Control* control) const;
+  ControlWindow* WindowOf(const Control* control) const;
+  ControlWindow* WindowWith(HWND handle) const;
+  HFONT Font() const;
+  int Pixels(int horizontalUnits) const;
   void Loop();
   void Dispatch(MSG& message);
   bool IsKeyOfForm(const MSG& message);
 
   frmMain* form_;  // null once it is unloaded
   HINSTANCE module_;
-  Ledger ledger_;
-  std::shared_ptr<const FormFont> font_;
   OwnedImageList images_;
   OwnedIcon icon_;
-  OwnedWindow window_;
-  std::array<OwnedWindow, kFrames> frames_;
-  ToolTips toolTips_;
-  std::vector<LaidControl> laid_;
+  OwnedIcon smallIcon_;
+  OwnedWindow window_;                    // goes before the pictures, and takes all the others with it
+  std::map<const Control*, HWND> pages_;  // those that were shown
   std::vector<std::unique_ptr<ControlWindow>> controls_;
-  std::vector<std::pair<const Control*, unsigned>> filledTrees_;  // with the revision that is shown
+  ToolTips toolTips_;
   const Control* shownDefault_ = nullptr;
   bool updating_ = false;  // the window follows the form: what it notifies, no user did
   bool filling_ = false;

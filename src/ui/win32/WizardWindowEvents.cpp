@@ -2,19 +2,15 @@
 // after windows.h
 #include <commctrl.h>
 
-#include <algorithm>
-
-#include "ui/win32/ControlIds.h"
-#include "ui/win32/Events.h"
 #include "ui/win32/WizardWindow.h"
 
-// What the system tells the wizard's windows. No exception may pass through the system to its caller; the
-// form's handlers let none out, so what is caught here is a lack of memory.
+// The messages of the wizard's windows. No exception may pass through the system; the form's handlers let
+// none out, so what is caught here is a lack of memory.
 namespace bxvbwiz {
 
 namespace {
 
-constexpr UINT kActivated = WM_APP;  // posted to itself when the focus is where the system puts it
+constexpr UINT kActivated = WM_APP;  // posted to itself once the system has set the focus
 
 }  // namespace
 
@@ -36,10 +32,10 @@ INT_PTR CALLBACK WizardWindow::Procedure(HWND window, UINT message, WPARAM wPara
 INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_COMMAND:
-      if (!updating_) Command(LOWORD(wParam), HIWORD(wParam));
+      if (!updating_) Command(GetDlgItem(window, LOWORD(wParam)), HIWORD(wParam));
       return TRUE;
     case WM_CLOSE:
-      if (window == window_.Get()) form_->Form_QueryUnload();
+      if (window == window_.get()) form_->Form_QueryUnload();
       return TRUE;
     case WM_SETCURSOR:
       ShowToolTips();
@@ -48,64 +44,63 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
       SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
       return TRUE;
     case WM_ACTIVATE:
-      if (window == window_.Get() && LOWORD(wParam) != WA_INACTIVE) PostMessageW(window, kActivated, 0, 0);
+      if (window == window_.get() && LOWORD(wParam) != WA_INACTIVE) PostMessageW(window, kActivated, 0, 0);
       return FALSE;
-    case WM_TIMER:
-      if (wParam == kIconTimer) ShowIcon();
-      return TRUE;
     case kActivated:
       MoveFocus();
       return TRUE;
-    case WM_CTLCOLORSTATIC:
-      // The report is read, not changed, but it is a text all the same.
-      if (GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) != kIdReport) return FALSE;
+    case WM_CTLCOLORSTATIC: {
+      // A box that takes no text is grey by default, but the report is for reading.
+      const ControlWindow* box = WindowWith(reinterpret_cast<HWND>(lParam));
+      if (box == nullptr || &box->Shown() != &form_->txtReport) return FALSE;
       return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW));
+    }
     default:
       return FALSE;
   }
 }
 
-void WizardWindow::Command(int id, int code) {
-  const auto found = std::find_if(controls_.begin(), controls_.end(),
-                                  [id](const auto& control) { return control->Id() == id; });
+void WizardWindow::Command(HWND used, int code) {
+  ControlWindow* control = WindowWith(used);
   // Enter presses the default button even while it is disabled.
-  if (found == controls_.end() || (*found)->Shown() == nullptr || !(*found)->Shown()->enabled) return;
-  ControlWindow& control = **found;
-  switch (control.Kind()) {
+  if (control == nullptr || !control->Shown().enabled) return;
+  // A copy: the form and its controls may be gone when it returns.
+  const Handler handler = control->Shown().handler;
+  switch (control->Shown().kind) {
     case ControlKind::ComboBox:
-      if (code == CBN_EDITCHANGE) control.Take();
-      if (code == CBN_SELCHANGE) control.TakeChoice();
+      if (code == CBN_EDITCHANGE) control->Take();
+      if (code == CBN_SELCHANGE) control->TakeChoice();
       return;
     case ControlKind::TextBox:
       if (code != EN_CHANGE) return;
-      control.Take();
-      return ForwardChange(*form_, id);
+      control->Take();
+      break;
     case ControlKind::CheckBox:
-      if (code == BN_CLICKED) control.Take();
+      if (code == BN_CLICKED) control->Take();
       return;
     default:
       // The form itself changes its option buttons.
-      if (code == BN_CLICKED) ForwardClick(*form_, id);
+      if (code != BN_CLICKED) return;
   }
+  if (handler) handler();
 }
 
 LRESULT CALLBACK WizardWindow::TextBoxProcedure(HWND box, UINT message, WPARAM wParam, LPARAM lParam,
-                                                UINT_PTR id, DWORD_PTR self) {
+                                                UINT_PTR, DWORD_PTR self) {
   auto* window = reinterpret_cast<WizardWindow*>(self);
-  const auto number = static_cast<int>(id);
-  if (message == WM_CHAR && window->form_ != nullptr && FollowsKeyPress(number)) {
-    try {
-      const auto keep = window->shared_from_this();
-      for (const auto& control : window->controls_) {
-        if (control->Id() == number) control->Take();
-      }
-      // Half of a pair is no character that anybody refuses.
-      auto character = static_cast<char32_t>(wParam);
-      ForwardKeyPress(*window->form_, number, character);
-      if (character == 0 || window->form_ == nullptr) return 0;
-    } catch (...) {
-      return 0;
-    }
+  ControlWindow* control = message == WM_CHAR && window->form_ != nullptr ? window->WindowWith(box) : nullptr;
+  if (control == nullptr) return DefSubclassProc(box, message, wParam, lParam);
+  try {
+    const TextBox::KeyPress keyPress =
+        static_cast<TextBox&>(control->Shown()).keyPress;  // may go with the form
+    const auto keep = window->shared_from_this();
+    control->Take();
+    // Half of a surrogate pair is never refused.
+    auto character = static_cast<char32_t>(wParam);
+    if (keyPress) keyPress(character);
+    if (character == 0 || window->form_ == nullptr) return 0;
+  } catch (...) {
+    return 0;
   }
   return DefSubclassProc(box, message, wParam, lParam);
 }
