@@ -14,6 +14,9 @@ constexpr std::int32_t kRegisterRemote = 4;       // remote-automation server fi
 constexpr std::int32_t kRegisterNoMacro = 5;      // the text is no register macro
 constexpr std::int32_t kRegisterUnknownMacro = 6;
 
+// The destination macro of the application's own folder.
+constexpr const char* kApplicationMacro = "$(APPPATH)";
+
 enum class RecordKind { File, Dependency, Control, TypeLibrary };
 
 // The installation facts of one file, which the file-group builder fills in.

@@ -183,7 +183,7 @@ class DependencyWalk {
     const bool saysWhere =
         !context_.platform.profiles.GetString(known.section, "Dest", "", kDestBuffer, known.depFile).empty();
     std::string destination = saysWhere ? "" : file.Destination;
-    if (!saysWhere && destination.empty()) destination = "$(APPPATH)";
+    if (!saysWhere && destination.empty()) destination = kApplicationMacro;
     context_.builder.GetFileGroupInfo(destination, FoundPath(file), known.depFile, nullptr, file);
   }
 

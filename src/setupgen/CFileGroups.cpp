@@ -5,52 +5,20 @@
 #include "project/basDependency.h"
 #include "project/EXEFile.h"
 #include "setupgen/CComponents.h"
+#include "setupgen/Destinations.h"
 #include "setupgen/Patches.h"
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/Findings.h"
-#include "sysinfo/CSystemInfo.h"
 #include "sysinfo/Values.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr const char* kAppPath = "$(APPPATH)";
 constexpr std::size_t kBuffer = 255;
 constexpr std::size_t kListBuffer = 254;  // of the lists of files and groups
-// The groups whose files belong to Windows itself begin so, unless they lie in a subfolder.
-constexpr const char* kWindowsSystemGroups = "Windows System";
-constexpr const char* kAutomationGroups = "Automation";
-constexpr const char* kWindowsGroups = "Windows";
-
-struct GroupBase {
-  std::string_view symbol;
-  const char* name;
-};
-
-constexpr GroupBase kGroupBases[] = {
-    {"<TARGETDIR>", "Program"},
-    {"<WINSYSDIR>", "Windows System"},
-    {"<WINDIR>", "Windows"},
-    {"<COMMONFILES>", "Commonfiles"},
-    {"<COMMONFILES>\\System", "Commonfiles System"},
-    {"<PROGRAMFILES>", "Programfiles"},
-    {"<DAO>", "DAO"},
-};
-
-// Upper-case beginnings of the destinations whose files may be shared. The Windows folder and the application
-// folder never share a file.
-constexpr std::string_view kSharedDestinations[] = {
-    "<WINSYSDIR>",          "<COMMONFILES>",  "<PROGRAMFILES>",    "<DAO>",           "$(WINSYSPATH)",
-    "$(WINSYSPATHSYSFILE)", "$(COMMONFILES)", "$(COMMONFILESSYS)", "$(PROGRAMFILES)", "$(MSDAOPATH)",
-};
-
-using FolderProperty = const std::string& (CSystemInfo::*)();
-constexpr FolderProperty kSharedFolders[] = {&CSystemInfo::WinSysDir, &CSystemInfo::ProgramFilesPath,
-                                             &CSystemInfo::CommonFilesPath, &CSystemInfo::MSDAOPath};
-
 // A destination symbol as the tables of groups and components know it.
 std::string FolderSymbol(DestinationSymbols& symbols, const FileRecord& file) {
   return StripTrailingBackslash(symbols.ConvertDestMacroToBXDestSymbol(file.Destination));
@@ -105,12 +73,12 @@ std::string CFileGroups::DestinationMacro(const std::string& destination, const 
     macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
   const bool isOfDepFile = destination.empty() && !macro.empty();
   if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
-  if (macro.empty() && !depFile.empty()) macro = kAppPath;
+  if (macro.empty() && !depFile.empty()) macro = kApplicationMacro;
   if (ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos) return macro;
   if (isOfDepFile) {
     AddFinding(FindingId::DestinationUnknown, {filePath, macro, depFile});
   }
-  return kAppPath;
+  return kApplicationMacro;
 }
 
 std::int16_t CFileGroups::RegisterCode(const std::string& filePath, const std::string& depFile,
@@ -128,12 +96,8 @@ std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, co
   const CallStackEntry entry(kRoutine);
   std::string groupName;
   Logging(kRoutine, [&] {
-    const std::string symbol = FolderSymbol(*this, file);
-    std::string base;
-    for (const GroupBase& row : kGroupBases) {
-      if (symbol == row.symbol) base = row.name;
-    }
-    if (base.empty()) base = ProperCaseFolderName(file.FileLinkPath);
+    const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
+    std::string base = place != nullptr ? place->groupBase : ProperCaseFolderName(file.FileLinkPath);
     if (base.empty()) {
       groupName = "Program Files";
       return;
@@ -159,16 +123,19 @@ bool CFileGroups::IsSharedFile(const FileRecord& file, const std::string& filePa
 
 // `destination` in upper case. The machine's folders are asked for only when no macro or symbol fits.
 bool CFileGroups::IsBelowSharedFolder(const std::string& destination) {
-  for (const std::string_view beginning : kSharedDestinations) {
-    if (StartsWith(destination, beginning)) return true;
+  for (const Destination& place : kDestinations) {
+    const std::string symbol = UpperCase(place.symbol);
+    const bool isNamed = BeginsWithOneOf(destination, {symbol, place.macro, place.otherMacro});
+    if (place.sharing != 0 && isNamed) return true;
   }
   if (destination.empty() || StartsWith(destination, "$")) return false;
   CSystemInfo system(platform_);
-  for (const FolderProperty folder : kSharedFolders) {
-    const std::string beginning = StripTrailingBackslash(UpperCase((system.*folder)()));
+  for (int turn = 1;; ++turn) {
+    const Destination* place = FindDestination([&](const Destination& it) { return it.sharing == turn; });
+    if (place == nullptr) return false;
+    const std::string beginning = StripTrailingBackslash(UpperCase((system.*place->folder)()));
     if (!beginning.empty() && StartsWith(destination, beginning)) return true;
   }
-  return false;
 }
 
 std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
@@ -286,13 +253,10 @@ bool CFileGroups::AddFileGroupToComponent(const std::string& projectDir, const F
   const CallStackEntry entry(kRoutine);
   bool added = false;
   Logging(kRoutine, [&] {
-    const std::string symbol = FolderSymbol(*this, file);
-    const bool isSystem =
-        StartsWith(file.FileGroup, kWindowsSystemGroups) || StartsWith(file.FileGroup, kAutomationGroups);
-    const bool isWindows = StartsWith(file.FileGroup, kWindowsGroups);
-    const bool belongsToWindows =
-        (symbol == "<WINSYSDIR>" && isSystem) || (symbol == "<WINDIR>" && isWindows);
-    const std::string component = belongsToWindows ? kWindowsFilesComponent : kProgramFilesComponent;
+    const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
+    const bool isWindows =
+        place != nullptr && BeginsWithOneOf(file.FileGroup, {place->windowsGroup, place->otherWindowsGroup});
+    const std::string component = isWindows ? kWindowsFilesComponent : kProgramFilesComponent;
     if (!CComponents(platform_, *this, lists_).CreateComponent(projectDir, component, file)) return;
     lists_.AppendIfMissing(ListOf(ComponentsFile(projectDir), component, "filegroup", kListBuffer),
                            file.FileGroup);

@@ -1,6 +1,7 @@
 #include "setupgen/Patches.h"
 
 #include "project/basGlobal.h"
+#include "setupgen/Destinations.h"
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basGUID.h"
@@ -86,7 +87,7 @@ void PatchShell(Platform& platform, const SetupAnswers& answers, const std::stri
   const CallStackEntry entry(kRoutine);
   Logging(kRoutine, [&] {
     const std::string& name = answers.applicationName;
-    const std::string target = "<TARGETDIR>\\" + answers.exeName;
+    const std::string target = std::string(kApplicationSymbol) + "\\" + answers.exeName;
     Write(platform, FixPath(setupDir) + "Shell Objects\\Default.shl",
           {{"Shortcut0", "DisplayText", name},
            {"Icon0", "DisplayText", name},

@@ -9,9 +9,6 @@
 // a backslash.
 namespace bxvbwiz {
 
-constexpr const char* kProgramFilesComponent = "Program Files";
-constexpr const char* kWindowsFilesComponent = "Windows Files";
-
 // The definitions of all components.
 inline std::string ComponentsFile(const std::string& projectDir) {
   return projectDir + "Component Definitions\\Default.cdf";
