@@ -1,8 +1,8 @@
 #include "project/CObjects.h"
 
 #include "project/TypeLibrary.h"
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/CallStack.h"
 
 namespace bxvbwiz {
 

@@ -5,8 +5,8 @@
 
 #include "project/TypeLibrary.h"
 #include "support/basFile.h"
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/CallStack.h"
 #include "support/Findings.h"
 #include "text/Text.h"
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "support/basLogging.h"
+#include "support/CallStack.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {

@@ -2,9 +2,9 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Platform.h"
+#include "support/CallStack.h"
 #include "support/Errors.h"
 #include "support/User.h"
 
@@ -14,21 +14,6 @@ class Findings;
 
 // How the component was started (App.StartMode).
 enum class StartMode { StandAlone = 0, Automation = 1 };
-
-// The names of the routines that are running, oldest first.
-class CallStack {
- public:
-  // `name` must be a literal: the stack does not copy it.
-  void Push(std::string_view name) { names_.push_back(name); }
-  // Removes the newest name when it is `name`; otherwise nothing happens.
-  void Pop(std::string_view name) {
-    if (!names_.empty() && names_.back() == name) names_.pop_back();
-  }
-  const std::vector<std::string_view>& Names() const { return names_; }
-
- private:
-  std::vector<std::string_view> names_;
-};
 
 // The optional log file, in the machine's code page. Disabled until Init finds a level.
 class Log {
@@ -86,25 +71,8 @@ class SessionScope {
 
  private:
   Session* previous_;
+  CallStack* previousStack_;
 };
-
-void CSPush(std::string_view name);
-void CSPop(std::string_view name);
-
-// A routine's entry on the call stack; the name must be a literal.
-class CallStackEntry {
- public:
-  explicit CallStackEntry(std::string_view name) : name_(name) { CSPush(name_); }
-  ~CallStackEntry() { CSPop(name_); }
-  CallStackEntry(const CallStackEntry&) = delete;
-  CallStackEntry& operator=(const CallStackEntry&) = delete;
-
- private:
-  std::string_view name_;
-};
-
-// A precondition. Without effect in the delivered program: the condition is not evaluated there.
-#define BXVBWIZ_ASSERT(condition, message) static_cast<void>(sizeof((condition) ? 1 : 0))
 
 // Writes one line to the current session's log.
 void WriteLog(const std::string& text);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "support/basLogging.h"
+#include "support/CallStack.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
