@@ -37,12 +37,7 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
   const CallStackEntry entry(kRoutine);
   Logging(kRoutine, [&] {
     if (existing != nullptr) {
-      target.Destination = existing->Destination;
-      target.FileGroup = existing->FileGroup;
-      target.FileLinkPath = existing->FileLinkPath;
-      target.SelfRegister = existing->SelfRegister;
-      target.SharedFile = existing->SharedFile;
-      target.LinkResolves = existing->LinkResolves;
+      static_cast<InstallationFacts&>(target) = *existing;
       return;
     }
     const std::string name = GetPathFileName(filePath);
