@@ -8,8 +8,7 @@
 #include "support/basFile.h"
 #include "support/basStr.h"
 #include "support/Findings.h"
-#include "sysinfo/Keys.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {

@@ -16,6 +16,10 @@ namespace bxvbwiz {
 constexpr const char* kBorvexMainKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\Main";
 constexpr const char* kBorvexWizardKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz";
 
+// The versions of Visual Basic that are known.
+constexpr const char* kVersion5 = "5";
+constexpr const char* kVersion6 = "6";
+
 // Shows that a registry key is missing ("HKEY_...\" and its path), as a critical message, and ends the
 // wizard.
 [[noreturn]] void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath);
@@ -48,14 +52,6 @@ class basGlobal {
   void LoadSystemFiles();
   // True when the system-file list holds the name, case ignored.
   bool IsSystemFile(const std::string& fileName) const;
-  // Looks for `wanted` (exact) among number + suffix keys, always afresh. True: `index` is the found key's
-  // number plus one. False: the first free number. Raises error 6 when that is over 32767.
-  bool FindIniFileEntry(const std::string& file, const std::string& section, const std::string& keySuffix,
-                        const std::string& wanted, std::int16_t& index);
-  // Adds the Visual Basic runtime component to the component definitions of a setup project. True when it was
-  // listed already. False too when nothing was written, because no GUID could be made or Visual Basic is
-  // neither 5 nor 6.
-  bool AddVBRuntimeObject(const std::string& templateFolder);
 
   // The progress bar's next value: counts to the limit, then from 1 again.
   std::int16_t NextProgressValue();

@@ -11,7 +11,7 @@
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/Findings.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {

@@ -6,8 +6,8 @@
 
 #include "project/CFiles.h"
 #include "project/FileGroupBuilder.h"
-#include "project/NumberedKeys.h"
 #include "setupgen/DestinationSymbols.h"
+#include "support/NumberedKeys.h"
 
 namespace bxvbwiz {
 

@@ -7,7 +7,7 @@
 #include "support/basGUID.h"
 #include "support/basLogging.h"
 #include "support/Findings.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 
 namespace bxvbwiz {
 namespace {

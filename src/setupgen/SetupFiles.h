@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/ProfileStrings.h"
-#include "project/NumberedKeys.h"
+#include "support/NumberedKeys.h"
 
 // The files of a setup project that the output routines share, and how they are written. `projectDir` ends in
 // a backslash.

@@ -3,8 +3,7 @@
 #include <cstdlib>
 
 #include "support/CCmdOptions.h"
-#include "sysinfo/Keys.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 
 namespace bxvbwiz {
 

@@ -3,6 +3,7 @@
 #include "setupgen/CComponents.h"
 #include "setupgen/Patches.h"
 #include "setupgen/Report.h"
+#include "setupgen/VBRuntimeObject.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"
@@ -84,7 +85,7 @@ void Generation::MakeFileGroups() {
   std::int16_t after = 0;
   FindScriptDefinedVariables(platform_, setup_.folder, before);
   CreateFileGroups();
-  global_.AddVBRuntimeObject(setup_.folder);
+  AddVBRuntimeObject(global_, setup_.folder);
   FindScriptDefinedVariables(platform_, setup_.folder, after);
   setup_.scriptDefinedVariables = ScriptDefinedVariableNames(before, after);
   user_.ShowProgress(platform_.strings.Text(TextId::UpdatingFiles));

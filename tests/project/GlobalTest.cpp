@@ -59,31 +59,6 @@ TEST(GlobalTest, SystemFilesAreListedUpToAGapAndReadOnce) {
   EXPECT_FALSE(global.IsSystemFile("new.dll"));
 }
 
-TEST(GlobalTest, AnIniEntryIsFoundByItsExactValueBeforeTheFirstGap) {
-  TestMachine disk;
-  const std::string longValue(254, 'x');
-  disk.Write("drive_c/x.ini", "[S]\r\n0component=A\r\n1component=B\r\n2component=" + longValue +
-                                  "\r\n4component=D\r\n0n=NONE\r\n");
-  basGlobal global(disk.platform());
-  const struct {
-    const char* suffix;
-    std::string wanted;
-    bool found;
-    int index;
-  } cases[] = {{"component", "A", true, 1},
-               {"component", "B", true, 2},
-               {"component", "b", false, 3},
-               {"component", "D", false, 3},
-               {"component", longValue.substr(0, 253), true, 3},
-               {"n", "NONE", false, 0},
-               {"absent", "", false, 0}};
-  for (const auto& each : cases) {
-    std::int16_t index = -1;
-    EXPECT_EQ(global.FindIniFileEntry("C:\\x.ini", "S", each.suffix, each.wanted, index), each.found);
-    EXPECT_EQ(index, each.index) << each.suffix << " " << each.wanted;
-  }
-}
-
 TEST(GlobalTest, ASystemFileListThatCannotBeFoundIsAnErrorAndAnEmptyOneIsTold) {
   for (const char* value : {"\"C:\\\\Empty\"", "-", "dword:00000001"}) {
     TestMachine disk;
@@ -107,24 +82,6 @@ TEST(GlobalTest, ASystemFileListThatCannotBeFoundIsAnErrorAndAnEmptyOneIsTold) {
       EXPECT_EQ(findings.All().size(), 1U);
     }
   }
-}
-
-struct NoGuids : Guids {
-  std::optional<GuidBytes> Create() override { return std::nullopt; }
-};
-
-TEST(GlobalTest, TheRuntimeComponentIsAddedOnceAndNeverWithoutAnIdentifier) {
-  TestMachine disk;
-  disk.InstallProduct();
-  disk.Write("drive_c/New/Component Definitions/Default.cdf", "");
-  Platform& platform = disk.platform();
-  NoGuids noGuids;
-  Platform withoutGuids{platform.registry,  platform.facts,  platform.files,    platform.profiles,
-                        platform.processes, noGuids,         platform.settings, platform.clock,
-                        platform.codePage,  platform.strings};
-  EXPECT_FALSE(basGlobal(withoutGuids).AddVBRuntimeObject("C:\\New"));
-  EXPECT_FALSE(basGlobal(platform).AddVBRuntimeObject("C:\\New"));
-  EXPECT_TRUE(basGlobal(platform).AddVBRuntimeObject("C:\\New\\"));
 }
 
 TEST(GlobalTest, AHexadecimalVersionIsConvertedPartByPart) {

@@ -1,5 +1,6 @@
 #include "SetupFixture.h"
 #include "setupgen/CComponents.h"
+#include "setupgen/VBRuntimeObject.h"
 #include "tools/PeWriter.h"
 
 namespace bxvbwiz {
@@ -96,6 +97,20 @@ TEST_F(FileGroupTest, ADestinationWithoutSymbolGetsAScriptDefinedVariable) {
   std::int16_t count = 99;
   FindScriptDefinedVariables(run().platform, kSetup, count);
   EXPECT_EQ(count, 3);
+}
+
+TEST_F(FileGroupTest, AnEntryIsFoundByItsExactValueBeforeTheFirstGap) {
+  const std::string longValue(254, 'x');
+  Put("x.ini",
+      "[S]\r\n0component=A\r\n1component=B\r\n2component=" + longValue + "\r\n4component=D\r\n0n=NONE\r\n");
+  const std::tuple<const char*, std::string, bool, int> cases[] = {
+      {"component", "B", true, 2},  {"component", "b", false, 3}, {"component", longValue.substr(1), true, 3},
+      {"component", "D", false, 3}, {"n", "NONE", false, 0},      {"absent", "", false, 0}};
+  for (const auto& [suffix, wanted, found, number] : cases) {
+    std::int16_t index = -1;
+    EXPECT_EQ(FindIniFileEntry(run().platform.profiles, "C:\\x.ini", "S", suffix, wanted, index), found);
+    EXPECT_EQ(index, number) << suffix << " " << wanted;
+  }
 }
 
 TEST_F(FileGroupTest, EachFurtherFileCostsTheSameFewCalls) {

@@ -1,4 +1,4 @@
-#include "project/NumberedKeys.h"
+#include "support/NumberedKeys.h"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,7 @@
 #include "support/basLogging.h"
 #include "support/RecordingUser.h"
 #include "sysinfo/CSystemInfo.h"
-#include "sysinfo/Keys.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
