@@ -24,7 +24,7 @@ struct InstallationFacts {
   bool LinkResolves = false;      // the source copy was found
   std::string FileLinkPath;       // folder of the source copy on this machine
   std::string Destination;        // destination macro or plain path; empty means the application folder
-  bool SharedFile = false;        // a shared system component
+  bool SharedFile = false;        // installed as a file that several programs share
   std::string FileGroup;          // name of the file group that receives the file
   std::int32_t SelfRegister = 0;  // a kRegister... code
 };

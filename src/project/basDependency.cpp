@@ -107,8 +107,8 @@ class DependencyWalk {
   }
 
  private:
-  // Takes the next file that the step's file needs and enters it. False when there is none. `step` is gone
-  // behind the call when there is one.
+  // Takes the next file that the step's file needs and enters it. False when there is none. When there
+  // is one, `step` is gone after the call.
   bool GoOn(Step& step) {
     std::string name;
     if (NextUsed(step, name)) {

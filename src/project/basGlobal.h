@@ -29,7 +29,7 @@ constexpr const char* kVersion6 = "6";
 // holds the parts before the bad one. The empty text converts to itself.
 bool ConvertHexVersion(std::string_view hexVersion, std::string& decimalVersion);
 
-// What the machine offers to the wizard; lives as long as the loaded component. The user is replaceable,
+// What the machine offers to the wizard; lives as long as the session. The user is replaceable,
 // because each run of the wizard has its own form.
 class basGlobal {
  public:
@@ -47,7 +47,7 @@ class basGlobal {
   // none.
   std::string FindVBRedistFolder();
   // Reads the system-file list once; later calls do nothing when it was read to its end. A missing product
-  // key is shown (once while the component lives) and ends the wizard. Of entries with the same key
+  // key is shown (once in its life) and ends the wizard. Of entries with the same key
   // gSystemFiles holds the first.
   void LoadSystemFiles();
   // True when the system-file list holds the name, case ignored.

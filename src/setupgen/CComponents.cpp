@@ -47,7 +47,7 @@ constexpr SettingTemplate kFolderSettings[] = {
 
 constexpr SettingTemplate kSubstitutionSettings[] = {{"KeyType", "3"}, {"Value", ""}};
 
-// The blanks behind which the runtime's proper case begins a word: NUL, tab to carriage return, space.
+// The blanks after which the runtime's proper case begins a word: NUL, tab to carriage return, space.
 bool SeparatesWords(char32_t character) {
   return character == 0 || character == ' ' || (character >= '\t' && character <= '\r');
 }

@@ -84,7 +84,7 @@ std::string DestinationSymbols::ConvertBXDestSymbolToPath(const std::string& sym
       return;
     }
     const std::string head = symbol.substr(0, end + 1);
-    // The character behind ">" is skipped whatever it is; it is a backslash in every symbol that we make.
+    // The character after ">" is skipped whatever it is; it is a backslash in every symbol that we make.
     std::string tail = symbol.substr(end + 1);
     tail.erase(0, FirstCharacters(tail, 1).size());
     if (!tail.empty()) tail = FixPath(tail);

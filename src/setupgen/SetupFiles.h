@@ -25,7 +25,7 @@ struct SettingTemplate {
   const char* value;
 };
 
-// Writes one key; `value` may be empty. A failure is not checked here: whoever made the profile strings notes
+// Writes one key; `value` may be empty. A failure is not checked here: the checked profile strings report
 // it.
 inline void WriteSetting(ProfileStrings& profiles, const std::string& file, const std::string& section,
                          const char* key, const std::string& value) {

@@ -115,6 +115,13 @@ std::string StripTrailingBackslash(std::string_view path) {
   return std::string(path);
 }
 
+bool IsAbsolutePath(std::string_view path) {
+  const bool beginsWithLetter =
+      !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
+  if (beginsWithLetter && path.find(':') == 1) return true;
+  return StartsWith(path, "\\\\") && path.find("\\\\\\") == std::string_view::npos;
+}
+
 std::string CompactPathForLabel(const LabelMetrics& label, const std::string& path) {
   constexpr double kUsableShare = 0.95;
   const int available = static_cast<int>(std::nearbyint(label.Width() * kUsableShare));

@@ -12,7 +12,7 @@ namespace bxvbwiz {
 
 class Findings;
 
-// How the component was started (App.StartMode).
+// How the program was started (App.StartMode).
 enum class StartMode { StandAlone = 0, Automation = 1 };
 
 // The optional log file, in the machine's code page. Disabled until Init finds a level.
@@ -35,7 +35,8 @@ class Log {
   std::string path_;
 };
 
-// What lives as long as the loaded component: made by the program's entry point, a fresh one for every test.
+// What lives as long as the program or the loaded library. Its entry point makes it, a test makes a fresh
+// one.
 class Session {
  public:
   Session(Platform& platform, StartMode mode) : log(platform), platform_(platform), startMode_(mode) {}

@@ -122,7 +122,7 @@ void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path)
     isSet = now && files.SetTimes(file, *now);
   }
   if (!isSet) AddFinding(FindingId::FileTimesNotSet, {path});
-  // A failed open gives a handle of all ones, which is not zero and has always been closed as well.
+  // A failed open gives a handle of all ones, which is not zero and is closed too.
   if (file != 0) files.Close(file);
 }
 

@@ -32,7 +32,7 @@ TEST_F(ControlTest, LinesAreCutAsProjectAndFormFilesWriteThem) {
   };
   context();
   for (const auto& [read, text, parts] : cases) {
-    const ComponentLine line = read(text);
+    const LibraryLine line = read(text);
     EXPECT_EQ(line.identifier + "|" + line.version + "|" + line.fileName + "|" + line.description, parts);
   }
 }
