@@ -74,7 +74,7 @@ bool CReference::ContinueWithoutFile(const LibraryLine& line, bool dataAccess) {
     return false;
   }
   if (ShowLibraryMessage(context_, TextId::DataAccessVersionUnsupported, kStyleExclamation | kStyleYesNo,
-                           library) == Button::Yes) {
+                         library) == Button::Yes) {
     return true;
   }
   ADO = RDO = DAO = false;

