@@ -25,7 +25,7 @@ std::string ClassDefault(Registry& registry, const std::string& path) {
 
 bool HoldsProgram(FileSystem& files, std::string_view routine, const std::string& folder,
                   const std::string& name) {
-  return Reporting(routine, [&] { return EqualsIgnoreCase(Dir(files, folder + name), name); });
+  return RetryOrCancel(routine, [&] { return EqualsIgnoreCase(Dir(files, folder + name), name); });
 }
 
 bool IsHexDigit(char character) {

@@ -90,7 +90,7 @@ std::string CComponents::CreateComponentName(const std::string&, const FileRecor
   constexpr char kRoutine[] = "CComponents:CreateComponentName";
   const CallStackEntry entry(kRoutine);
   std::string name;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const Destination* place = DestinationOfMacro(UpperCase(file.Destination));
     name = place != nullptr ? place->component : ProperCaseFolderName(file.FileLinkPath) + " Files";
   });
@@ -102,7 +102,7 @@ bool CComponents::CreateComponent(const std::string& projectDir, const std::stri
   constexpr char kRoutine[] = "CComponents:CreateComponent";
   const CallStackEntry entry(kRoutine);
   bool exists = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string components = ComponentsFile(projectDir);
     const auto append = [&](const std::string& section, const char* listName, const std::string& value) {
       return lists_.AppendIfMissing(ListOf(components, section, listName, kListBuffer), value);
@@ -136,7 +136,7 @@ std::string CComponents::AddScriptDefinedVariable(const std::string& projectDir,
   constexpr char kRoutine[] = "CComponents:AddScriptDefinedVariable";
   const CallStackEntry entry(kRoutine);
   std::string variable;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     ProfileStrings& profiles = platform_.profiles;
     const NumberedKeys::List folders = ScriptDefinedFolders(projectDir);
     const Destination* place = DestinationOfMacro(UpperCase(file.Destination));
@@ -168,7 +168,7 @@ void FindScriptDefinedVariables(Platform& platform, const std::string& projectDi
   constexpr char kRoutine[] = "frmMain:FindScriptDefinedVariables";
   const CallStackEntry entry(kRoutine);
   count = 0;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     // Read anew: what this counts, others have written.
     NumberedKeys lists(platform.profiles);
     for (const std::string& folder : lists.Entries(ScriptDefinedFolders(projectDir))) {

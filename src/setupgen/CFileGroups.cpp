@@ -35,7 +35,7 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
                                    FileRecord& target) {
   constexpr char kRoutine[] = "CFileGroups:GetFileGroupInfo";
   const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (existing != nullptr) {
       static_cast<InstallationFacts&>(target) = *existing;
       return;
@@ -90,7 +90,7 @@ std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, co
   constexpr char kRoutine[] = "CFileGroups:CreateFileGroupName";
   const CallStackEntry entry(kRoutine);
   std::string groupName;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
     std::string base = place != nullptr ? place->groupBase : ProperCaseFolderName(file.FileLinkPath);
     if (base.empty()) {
@@ -108,7 +108,7 @@ bool CFileGroups::IsSharedFile(const FileRecord& file, const std::string& filePa
   constexpr char kRoutine[] = "CFileGroups:IsSharedFile";
   const CallStackEntry entry(kRoutine);
   bool isShared = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (!IsBelowSharedFolder(StripTrailingBackslash(UpperCase(file.Destination)))) return;
     isShared = file.kind == RecordKind::Control || file.kind == RecordKind::TypeLibrary ||
                !CheckCoreCompIni(GetPathFileName(filePath)).empty();
@@ -139,7 +139,7 @@ std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
       "Redistributable\\Compressed Files\\Language Independent\\OS Independent\\corecomp.ini";
   const CallStackEntry entry(kRoutine);
   std::string found;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const auto root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
     const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
     if (key == nullptr)
@@ -154,7 +154,7 @@ std::int16_t CFileGroups::CheckSelfRegister(const std::string& filePath) {
   constexpr char kRoutine[] = "CFileGroups:CheckSelfRegister";
   const CallStackEntry entry(kRoutine);
   std::int32_t code = kRegisterNone;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string upper = UpperCase(filePath);
     if (EndsWith(upper, ".TLB") || EndsWith(upper, ".OLB")) {
       code = kRegisterTypeLibrary;
@@ -177,7 +177,7 @@ bool CFileGroups::CreateFileGroup(const std::string& projectDir, const CFile& fi
   constexpr char kRoutine[] = "CFileGroups:CreateFileGroup";
   const CallStackEntry entry(kRoutine);
   bool made = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string listName = file.FileGroup + ".fgl";
     const std::string folder = GroupsFolder(projectDir);
     const NumberedKeys::List list = ListOf(folder + listName, "TopDir", "file", kListBuffer);
@@ -200,7 +200,7 @@ bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const Fil
   constexpr char kRoutine[] = "CFileGroups:AddFileGroupToProject";
   const CallStackEntry entry(kRoutine);
   bool added = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (file.FileGroup.find(']') != std::string::npos)
       AddFinding(FindingId::GroupUnreadable, {file.FileGroup});
     const std::string list = GroupsFolder(projectDir) + file.FileGroup + ".fgl";
@@ -247,7 +247,7 @@ bool CFileGroups::AddFileGroupToComponent(const std::string& projectDir, const F
   constexpr char kRoutine[] = "CFileGroups:AddFileGroupToComponent";
   const CallStackEntry entry(kRoutine);
   bool added = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
     const bool isWindows =
         place != nullptr && BeginsWithOneOf(file.FileGroup, {place->windowsGroup, place->otherWindowsGroup});

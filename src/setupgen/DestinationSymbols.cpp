@@ -50,7 +50,7 @@ std::string DestinationSymbols::ConvertDestMacroToBXDestSymbol(const std::string
   constexpr char kRoutine[] = "CFileGroups:ConvertDestMacroToBXDestSymbol";
   const CallStackEntry entry(kRoutine);
   std::string symbol;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (macro.empty()) {
       symbol = kApplicationSymbol;
       return;
@@ -73,7 +73,7 @@ std::string DestinationSymbols::ConvertBXDestSymbolToPath(const std::string& sym
   constexpr char kRoutine[] = "CFileGroups:ConvertBXDestSymbolToPath";
   const CallStackEntry entry(kRoutine);
   std::string path;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (symbol.empty()) {
       path = AppPath();
       return;
@@ -101,7 +101,7 @@ std::string DestinationSymbols::ConvertPathToBXDestSymbol(const std::string& pat
   constexpr char kRoutine[] = "CFileGroups:ConvertPathToBXDestSymbol";
   const CallStackEntry entry(kRoutine);
   std::string symbol = path;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     CSystemInfo system(platform_);
     for (const Destination& place : kDestinations) {
       if (ReplaceFolder(path, FolderOf(place, system), place.symbol, symbol)) return;
@@ -114,7 +114,7 @@ std::int16_t DestinationSymbols::ConvertRegisterMacro(const std::string& macro) 
   constexpr char kRoutine[] = "CFileGroups:ConvertRegisterMacro";
   const CallStackEntry entry(kRoutine);
   std::int32_t code = kRegisterNone;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string upperMacro = UpperCase(macro);
     for (const RegisterMacro& row : kRegisterMacros) {
       if (upperMacro != row.macro) continue;
@@ -132,7 +132,7 @@ std::string DestinationSymbols::ResolveLinkPath(const std::string& sourcePath, c
   const CallStackEntry entry(kRoutine);
   std::string folder = sourcePath;
   resolves = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (sourcePath.empty() || fileName.empty()) return;
     const std::string found = SearchForSourceFile(sourcePath, fileName);
     if (found.empty()) return;
@@ -146,7 +146,7 @@ std::string DestinationSymbols::SearchForSourceFile(const std::string& linkDir, 
   constexpr char kRoutine[] = "CFileGroups:SearchForSourceFile";
   const CallStackEntry entry(kRoutine);
   std::string folder;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     std::string redistributables = global_.FindVBRedistFolder();
     if (!redistributables.empty()) redistributables = FixPath(redistributables);
     folder = !redistributables.empty() && FolderHoldsFile(platform_.files, redistributables, fileName)
@@ -160,7 +160,7 @@ std::string DestinationSymbols::SearchForDestPath(const std::string& dir, const 
   constexpr char kRoutine[] = "CFileGroups:SearchForDestPath";
   const CallStackEntry entry(kRoutine);
   std::string folder;
-  Logging(kRoutine, [&] { folder = FolderOrSystemFolder(dir, fileName); });
+  LogAndGoOn(kRoutine, [&] { folder = FolderOrSystemFolder(dir, fileName); });
   return folder;
 }
 
@@ -186,7 +186,7 @@ std::string DestinationSymbols::GetAppPath(const std::string& projectFile) {
   constexpr char kRoutine[] = "CFileGroups:GetAppPath";
   const CallStackEntry entry(kRoutine);
   std::string path = FixPath(GetPathFolder(projectFile));
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (!projectFile.empty() && GetPathFolder(projectFile).empty()) {
       std::string full;
       CheckSystem(platform_.files.FullPath(projectFile, full), projectFile);

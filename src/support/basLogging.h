@@ -86,10 +86,10 @@ void ReportError(std::string_view routine, const RuntimeError& error);
 // The exception that is being handled, as a run-time error; passes WizardEnded on.
 RuntimeError CurrentError();
 
-// The reporting trap: runs `step`; when it fails the error is reported, and the step runs again after Retry.
+// Runs `step`; when it fails the error is reported, and the step runs again after Retry.
 // So a step is one call that may be repeated, not a group of calls that add things.
 template <class Step>
-auto Reporting(std::string_view routine, Step&& step) {
+auto RetryOrCancel(std::string_view routine, Step&& step) {
   for (;;) {
     try {
       return step();

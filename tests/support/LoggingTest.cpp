@@ -52,7 +52,7 @@ TEST_F(LoggingTest, AnErrorIsLoggedWithTheStackRepeatedAfterRetryAndEndsTheWizar
   const auto routine = [&] {
     const CallStackEntry outer("Outer");
     const CallStackEntry entry("CFile:Step");
-    Reporting("CFile:Step", [&] {
+    RetryOrCancel("CFile:Step", [&] {
       const CallStackEntry failing("Gone when the error is caught");
       ++runs;
       CheckSystem(SystemError::FileNotFound, "C:\\x");
@@ -75,10 +75,10 @@ TEST_F(LoggingTest, AnErrorIsLoggedWithTheStackRepeatedAfterRetryAndEndsTheWizar
 
 TEST_F(LoggingTest, AnErrorIsAddedOnceToTheFindingsButTheEndOfTheWizardPasses) {
   session();
-  for (int run = 0; run < 2; ++run) EXPECT_NO_THROW(Logging("R", [] { throw RuntimeError(9, "d"); }));
+  for (int run = 0; run < 2; ++run) EXPECT_NO_THROW(LogAndGoOn("R", [] { throw RuntimeError(9, "d"); }));
   EXPECT_EQ(findings().Texts(), std::vector<std::string>{"A step failed (R): d."});
-  EXPECT_THROW(Logging("R", [] { throw WizardEnded{}; }), WizardEnded);
-  EXPECT_THROW(Reporting("R", [] { throw WizardEnded{}; }), WizardEnded);
+  EXPECT_THROW(LogAndGoOn("R", [] { throw WizardEnded{}; }), WizardEnded);
+  EXPECT_THROW(RetryOrCancel("R", [] { throw WizardEnded{}; }), WizardEnded);
 }
 
 template <class Thrown>
