@@ -47,7 +47,7 @@ TEST_F(DestinationTest, RegisterMacrosBecomeCodes) {
 
 TEST_F(DestinationTest, AProjectThatCannotBeReadHasItsOwnFolderForOutput) {
   EXPECT_EQ(groups().GetAppPath("C:\\Missing\\a.vbp"), "C:\\Missing\\");
-  EXPECT_NE(disk.Read("drive_c/windows/Bx6vbwiz.LOG").find("in CFileGroups:GetAppPath"), std::string::npos);
+  EXPECT_EQ(findings().All().size(), 1U);
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "setupgen/Report.h"
 
 #include "SetupFixture.h"
-#include "setupgen/Patches.h"
 
 namespace bxvbwiz {
 namespace {
@@ -65,13 +64,6 @@ TEST_F(ReportTest, SupportFilesOfVisualBasicSixAreNoHeading) {
       "[D\xE9mo]\r\n   [Visual Basic 5.0 Support Files]\r\n      None\r\n"
       "   -> Visual Basic 6.0 Support Files\r\n";
   EXPECT_NE(Stored("C:\\Setup\\Script Files\\Report.txt").find(tree), std::string::npos);
-}
-
-TEST_F(ReportTest, ADataLinkReplacesALongerOne) {
-  Put("C:\\Links\\Old.bxl", "something longer than what will be written into the data link file afterwards");
-  CreateDataLink(platform(), kSetup, "Old");
-  EXPECT_EQ(Stored("C:\\Links\\Old.bxl"),
-            "[Data]\r\nLocation=C:\\Setup\r\n\r\n[General]\r\nId=BXLinkFile\r\nVersion=1.00.000\r\n");
 }
 
 }  // namespace

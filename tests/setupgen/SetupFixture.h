@@ -25,7 +25,6 @@ class SetupFixture : public TestSession {
 
   SetupFixture() {
     disk.InstallProduct();
-    disk.LogSettings({{"LogLevel", "1"}});
     Put("C:\\App\\App.vbp", "Type=Exe\r\nPath32=\"Out\"\r\n");
     for (const char* folder : {"File Groups", "Component Definitions", "Text Substitutions", "Script Files"})
       Put("C:\\Setup\\" + std::string(folder) + "\\a", "");
