@@ -5,9 +5,9 @@
 #include "platform/Forwarding.h"
 #include "project/basDependency.h"
 #include "project/CProject.h"
+#include "RecordingUser.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
-#include "support/RecordingUser.h"
 #include "TestMachine.h"
 #include "text/Text.h"
 

@@ -77,7 +77,7 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
   platform_.files.FullPath(projectFile, projectFile_);
   const CurrentDirectoryScope folder(platform_.files, GetPathFolder(projectFile_));
 
-  project_ = Reporting(kLoadTrees, [this] { return std::make_unique<CProject>(context_); });
+  project_ = RetryOrCancel(kLoadTrees, [this] { return std::make_unique<CProject>(context_); });
   project_->NeedsRebuild = needsRebuild;
   user_.CheckCancelled();
   if (!ReadProject()) return Result::Unreadable;
@@ -108,7 +108,7 @@ DataAccessNeeds Analysis::DataAccess() const {
 
 // False when the file cannot be read: the user was told and may choose another.
 bool Analysis::ReadProject() {
-  return Reporting(kLoadTrees, [this] {
+  return RetryOrCancel(kLoadTrees, [this] {
     try {
       project_->SetFileName(projectFile_);
       return true;

@@ -9,7 +9,7 @@
 
 namespace bxvbwiz {
 
-// What every reader of a project needs; made by whoever starts an analysis, and outlives the project.
+// What every reader of a project needs. It outlives the project.
 struct AnalysisContext {
   Platform& platform;
   User& user;

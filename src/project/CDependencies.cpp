@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/CallStack.h"
 
 namespace bxvbwiz {
 

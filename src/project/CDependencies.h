@@ -12,8 +12,8 @@ namespace bxvbwiz {
 
 class CDependency;
 
-// Files that a component needs. Names that differ only in case are different files; each is keyed by its
-// name, and a key that is taken leaves the second file unkeyed rather than lost.
+// Files that a control, a type library or another file needs. Names that differ only in case are different
+// files; each is keyed by its name, and a key that is taken leaves the second file unkeyed rather than lost.
 class CDependencies : public KeyedCollection<CDependency> {
  public:
   explicit CDependencies(AnalysisContext& context) : context_(context) {}

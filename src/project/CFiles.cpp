@@ -1,8 +1,8 @@
 #include "project/CFiles.h"
 
 #include "support/basFile.h"
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/CallStack.h"
 
 namespace bxvbwiz {
 

@@ -17,13 +17,6 @@ bool IsLineStart(std::string_view bytes, std::size_t position) {
 
 }  // namespace
 
-bool IsAbsolutePath(std::string_view path) {
-  const bool beginsWithLetter =
-      !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
-  if (beginsWithLetter && path.find(':') == 1) return true;
-  return StartsWith(path, "\\\\") && path.find("\\\\\\") == std::string_view::npos;
-}
-
 void CForm::SetName(const std::string& name) {
   const CallStackEntry entry("CForm:Name (Let)");
   name_ = name;

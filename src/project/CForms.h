@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <string>
-#include <string_view>
 
 #include "project/CObjects.h"
 #include "support/KeyedCollection.h"
@@ -49,8 +48,5 @@ class CForms : public KeyedCollection<CForm> {
   CObjects& allControls_;
   std::string readBuffer_;
 };
-
-// True for a path that starts at a drive or a network share.
-bool IsAbsolutePath(std::string_view path);
 
 }  // namespace bxvbwiz

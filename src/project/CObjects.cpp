@@ -1,8 +1,8 @@
 #include "project/CObjects.h"
 
 #include "project/TypeLibrary.h"
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/CallStack.h"
 
 namespace bxvbwiz {
 
@@ -10,16 +10,16 @@ void CObject::SetRawName(const std::string& rawName) {
   const CallStackEntry entry("CObject:RawName (Let)");
   rawName_ = rawName;
   Include = true;
-  const ComponentLine line = ReadControlLine(rawName);
+  const LibraryLine line = ReadControlLine(rawName);
   Name = line.fileName;
 
   const LibrarySearch search = FindLibraryFile(context_, line, Name);
-  if (search == LibrarySearch::FileMissing) ShowMissingComponent(context_, line.fileName);
+  if (search == LibrarySearch::FileMissing) ShowMissingLibrary(context_, line.fileName);
   if (search != LibrarySearch::Found) {
     Include = false;
     return;
   }
-  DepFile = DescribeComponent(context_, Name, *this, dependencies_);
+  DepFile = DescribeLibrary(context_, Name, *this, dependencies_);
 }
 
 std::shared_ptr<CObject> CObjects::Add(const std::string& rawLine) {

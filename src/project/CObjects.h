@@ -20,8 +20,8 @@ class CObject : public FileRecord {
   bool Include = false;  // whether the file is to be installed
 
   CDependencies& Dependencies() { return dependencies_; }
-  // Resolves the control through the registry: `{guid}#version#locale; file`. What fails is told by message
-  // and leaves Include false.
+  // Resolves the control through the registry: `{guid}#version#locale; file`. What fails is shown in a
+  // message and leaves Include false.
   void SetRawName(const std::string& rawName);
   const std::string& RawName() const { return rawName_; }
 

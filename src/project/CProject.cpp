@@ -179,7 +179,7 @@ void CProject::AddReference(const std::string& rawLine) {
   const std::shared_ptr<CReference> reference = references_.Add(rawLine);
   reference->SetProjectPath(Folder());
   if (reference->RemoteServer) {
-    ShowComponentMessage(context_, TextId::RemoteServerUsed, kStyleInformation, reference->Name);
+    ShowLibraryMessage(context_, TextId::RemoteServerUsed, kStyleInformation, reference->Name);
   }
 }
 

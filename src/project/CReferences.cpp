@@ -5,8 +5,8 @@
 
 #include "project/TypeLibrary.h"
 #include "support/basFile.h"
-#include "support/basLogging.h"
 #include "support/basStr.h"
+#include "support/CallStack.h"
 #include "support/Findings.h"
 #include "text/Text.h"
 
@@ -51,7 +51,7 @@ void CReference::SetRawName(const std::string& rawName) {
   const CallStackEntry entry("CReference:RawName");
   rawName_ = rawName;
   Include = true;
-  const ComponentLine line = ReadReferenceLine(rawName);
+  const LibraryLine line = ReadReferenceLine(rawName);
   Name = line.fileName;
   if (context_.global.IsSystemFile(line.fileName)) Include = false;
   const bool dataAccess = FlagDataAccess(kDataAccessIdentifiers, line.identifier, *this);
@@ -63,22 +63,22 @@ void CReference::SetRawName(const std::string& rawName) {
   }
   if (search == LibrarySearch::FileMissing && !ContinueWithoutFile(line, dataAccess)) return;
   FlagDataAccess(kDataAccessFiles, UpperCase(GetPathFileName(Name)), *this);
-  DepFile = DescribeComponent(context_, Name, *this, dependencies_);
+  DepFile = DescribeLibrary(context_, Name, *this, dependencies_);
 }
 
-bool CReference::ContinueWithoutFile(const ComponentLine& line, bool dataAccess) {
+bool CReference::ContinueWithoutFile(const LibraryLine& line, bool dataAccess) {
   Include = false;
-  const std::string component = line.description + " (" + line.fileName + ")";
+  const std::string library = line.description + " (" + line.fileName + ")";
   if (!dataAccess) {
-    ShowMissingComponent(context_, component);
+    ShowMissingLibrary(context_, library);
     return false;
   }
-  if (ShowComponentMessage(context_, TextId::DataAccessVersionUnsupported, kStyleExclamation | kStyleYesNo,
-                           component) == Button::Yes) {
+  if (ShowLibraryMessage(context_, TextId::DataAccessVersionUnsupported, kStyleExclamation | kStyleYesNo,
+                         library) == Button::Yes) {
     return true;
   }
   ADO = RDO = DAO = false;
-  AddFinding(FindingId::DataAccessRefused, {component});
+  AddFinding(FindingId::DataAccessRefused, {library});
   return false;
 }
 

@@ -8,7 +8,7 @@
 
 namespace bxvbwiz {
 
-struct ComponentLine;
+struct LibraryLine;
 
 // A type library that the project references.
 class CReference : public FileRecord {
@@ -29,14 +29,14 @@ class CReference : public FileRecord {
   // Stores the project's folder; a Name without a drive becomes a path in it.
   void SetProjectPath(const std::string& folder);
   const std::string& ProjectPath() const { return projectPath_; }
-  // Resolves the library through the registry: `*\G{guid}#version#lcid#path#description`. What fails is told
-  // by message and leaves Include false.
+  // Resolves the library through the registry: `*\G{guid}#version#lcid#path#description`. What fails is
+  // shown in a message and leaves Include false.
   void SetRawName(const std::string& rawName);
   const std::string& RawName() const { return rawName_; }
 
  private:
-  // Tells of a library that is registered but missing; true when the user takes the supported one instead.
-  bool ContinueWithoutFile(const ComponentLine& line, bool dataAccess);
+  // Reports a library that is registered but missing. True when the user takes the supported one instead.
+  bool ContinueWithoutFile(const LibraryLine& line, bool dataAccess);
 
   AnalysisContext& context_;
   CDependencies dependencies_;

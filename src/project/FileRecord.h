@@ -14,18 +14,24 @@ constexpr std::int32_t kRegisterRemote = 4;       // remote-automation server fi
 constexpr std::int32_t kRegisterNoMacro = 5;      // the text is no register macro
 constexpr std::int32_t kRegisterUnknownMacro = 6;
 
+// The destination macro of the application's own folder.
+constexpr const char* kApplicationMacro = "$(APPPATH)";
+
 enum class RecordKind { File, Dependency, Control, TypeLibrary };
 
-// The installation facts of one file, which the file-group builder fills in.
-struct FileRecord {
-  explicit FileRecord(RecordKind recordKind = RecordKind::File) : kind(recordKind) {}
-
+// How the setup installs one file; the file-group builder decides it.
+struct InstallationFacts {
   bool LinkResolves = false;      // the source copy was found
   std::string FileLinkPath;       // folder of the source copy on this machine
   std::string Destination;        // destination macro or plain path; empty means the application folder
-  bool SharedFile = false;        // a shared system component
+  bool SharedFile = false;        // installed as a file that several programs share
   std::string FileGroup;          // name of the file group that receives the file
   std::int32_t SelfRegister = 0;  // a kRegister... code
+};
+
+// A file that the setup needs.
+struct FileRecord : InstallationFacts {
+  explicit FileRecord(RecordKind recordKind = RecordKind::File) : kind(recordKind) {}
 
   RecordKind kind;
 };

@@ -124,9 +124,9 @@ std::uint32_t PeImage::AddressOf(Directory directory) const {
 
 std::optional<std::string_view> PeImage::At(std::uint64_t address, std::size_t size) const {
   const auto isBefore = [](std::uint64_t wanted, const Range& range) { return wanted < range.begin; };
-  const auto behind = std::upper_bound(ranges_.begin(), ranges_.end(), address, isBefore);
-  if (behind != ranges_.begin() && address < (behind - 1)->end) {
-    const Section& section = sections_[(behind - 1)->section];
+  const auto after = std::upper_bound(ranges_.begin(), ranges_.end(), address, isBefore);
+  if (after != ranges_.begin() && address < (after - 1)->end) {
+    const Section& section = sections_[(after - 1)->section];
     const std::uint64_t offset = address - section.begin;
     if (offset >= section.rawSize) return std::string_view();
     const std::uint64_t used = std::min<std::uint64_t>(size, section.rawSize - offset);

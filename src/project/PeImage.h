@@ -8,11 +8,11 @@
 
 namespace bxvbwiz {
 
-// Numbers of a file, low byte first. Bytes behind the end count as zero, wherever `offset` lies.
+// Numbers of a file, low byte first. Bytes after the end count as zero, wherever `offset` lies.
 std::uint32_t GetLongFromBytes(std::string_view bytes, std::uint64_t offset);
 std::uint16_t GetWordFromBytes(std::string_view bytes, std::uint64_t offset);
 
-// What stands behind `offset`; empty when that is not inside.
+// What follows `offset`; empty when that is not inside.
 inline std::string_view BytesFrom(std::string_view bytes, std::uint64_t offset) {
   return offset < bytes.size() ? bytes.substr(static_cast<std::size_t>(offset)) : std::string_view();
 }
@@ -54,8 +54,8 @@ class PeImage {
   bool Is64Bit() const { return is64Bit_; }
   // The address of a table; 0 when there is none.
   std::uint32_t AddressOf(Directory directory) const;
-  // The file's bytes from an address on, at most `size`, as far as they go: what a section has behind them is
-  // zero. Nothing when the module has no such address.
+  // The file's bytes from an address on, at most `size`, as far as they go: what a section has after
+  // them is zero. Nothing when the module has no such address.
   std::optional<std::string_view> At(std::uint64_t address, std::size_t size) const;
   // The text at an address up to its NUL, at most 260 bytes; empty when there is none.
   std::string_view NameAt(std::uint32_t address) const;

@@ -8,8 +8,7 @@
 #include "support/basFile.h"
 #include "support/basStr.h"
 #include "support/Findings.h"
-#include "sysinfo/Keys.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -92,7 +91,7 @@ std::string RegisteredPath(Key& library, const std::string& version) {
   return value ? WithoutResourceNumber(value->Text()) : "";
 }
 
-// The file that stands behind the ";" of a control line, unquoted.
+// The file name after the ";" of a control line, unquoted.
 std::string ControlFileName(std::string_view rawLine) {
   const std::size_t separator = rawLine.find(';');
   if (separator == std::string_view::npos) return GetPathFileName(StripQuotes(rawLine));
@@ -107,8 +106,8 @@ std::string ControlFileName(std::string_view rawLine) {
 
 }  // namespace
 
-ComponentLine ReadReferenceLine(std::string_view rawLine) {
-  ComponentLine line;
+LibraryLine ReadReferenceLine(std::string_view rawLine) {
+  LibraryLine line;
   const std::string field = GetToken(rawLine, 1, "#");
   line.identifier = field.substr(FirstCharacters(field, kReferencePrefix).size());
   line.version = StripQuotes(GetToken(rawLine, 2, "#"));
@@ -118,8 +117,8 @@ ComponentLine ReadReferenceLine(std::string_view rawLine) {
   return line;
 }
 
-ComponentLine ReadControlLine(std::string_view rawLine) {
-  ComponentLine line;
+LibraryLine ReadControlLine(std::string_view rawLine) {
+  LibraryLine line;
   line.identifier = StripQuotes(GetToken(rawLine, 1, "#"));
   line.version = StripQuotes(GetToken(rawLine, 2, "#"));
   line.fileName = ControlFileName(rawLine);
@@ -131,21 +130,20 @@ bool IsHigherVersion(std::string_view version, std::string_view other) {
   return DecimalNumber(version) > DecimalNumber(other);
 }
 
-Button ShowComponentMessage(AnalysisContext& context, TextId number, int style,
-                            const std::string& component) {
+Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library) {
   Message message;
   message.number = number;
   message.style = style;
-  message.text = TokenReplace(context.platform.strings.Text(number), {component});
+  message.text = TokenReplace(context.platform.strings.Text(number), {library});
   return context.user.ShowMessage(message);
 }
 
-void ShowMissingComponent(AnalysisContext& context, const std::string& component) {
-  ShowComponentMessage(context, TextId::ComponentNotFound, kStyleExclamation, component);
-  AddFinding(FindingId::ComponentMissing, {component});
+void ShowMissingLibrary(AnalysisContext& context, const std::string& library) {
+  ShowLibraryMessage(context, TextId::ComponentNotFound, kStyleExclamation, library);
+  AddFinding(FindingId::ComponentMissing, {library});
 }
 
-LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& line, std::string& path) {
+LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line, std::string& path) {
   Platform& platform = context.platform;
   std::shared_ptr<Key> library;
   // Without an identifier the path would be that of the key of all libraries.
@@ -154,7 +152,7 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& lin
                   ->OpenSubKeyForReading("TypeLib\\" + line.identifier);
   }
   if (!library) {
-    ShowMissingComponent(context, line.fileName);
+    ShowMissingLibrary(context, line.fileName);
     return LibrarySearch::LeftOut;
   }
 
@@ -164,8 +162,8 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& lin
     AddFinding(FindingId::ComponentVersionUnreadable, {line.fileName, version});
     return LibrarySearch::LeftOut;
   }
-  if (search == VersionSearch::Higher && ShowComponentMessage(context, TextId::OtherVersionInstalled,
-                                                              kStyleYesNo, line.fileName) != Button::Yes) {
+  if (search == VersionSearch::Higher &&
+      ShowLibraryMessage(context, TextId::OtherVersionInstalled, kStyleYesNo, line.fileName) != Button::Yes) {
     AddFinding(FindingId::ComponentVersionRefused, {line.fileName});
     return LibrarySearch::LeftOut;
   }
@@ -178,8 +176,8 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& lin
                                                                       : LibrarySearch::FileMissing;
 }
 
-std::string DescribeComponent(AnalysisContext& context, const std::string& path, FileRecord& record,
-                              CDependencies& dependencies) {
+std::string DescribeLibrary(AnalysisContext& context, const std::string& path, FileRecord& record,
+                            CDependencies& dependencies) {
   std::string depFile = FindDepFile(context, path);
   std::string folder = FixPath(GetPathFolder(path));
   // The .dep file decides the destination; and a path without a folder says nothing about it.

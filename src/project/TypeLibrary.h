@@ -7,11 +7,11 @@
 #include "project/CDependencies.h"
 #include "project/FileRecord.h"
 
-// From a "Reference=" or "Object=" line to the component's file: both kinds name a registered type library.
+// From a "Reference=" or "Object=" line to the file of the type library that it names.
 namespace bxvbwiz {
 
-// What a line says of its component.
-struct ComponentLine {
+// What a line says of its library.
+struct LibraryLine {
   std::string identifier;   // the type library's GUID with braces
   std::string version;      // as written, decimal or hexadecimal; may be empty
   std::string fileName;     // its file as the line names it; the line itself when it names none
@@ -19,31 +19,32 @@ struct ComponentLine {
 };
 
 // Reads `*\G{guid}#version#lcid#path#description`. The file name is that of the path.
-ComponentLine ReadReferenceLine(std::string_view rawLine);
+LibraryLine ReadReferenceLine(std::string_view rawLine);
 // Reads `{guid}#version#lcid; file`, the identifier and the file quoted or not. A line without ";" names its
 // file by its last path component.
-ComponentLine ReadControlLine(std::string_view rawLine);
+LibraryLine ReadControlLine(std::string_view rawLine);
 
 enum class LibrarySearch {
-  Found,        // `path` is the component's file
-  FileMissing,  // registered without a path, and not in the system folder, where `path` points; not yet told
+  Found,        // `path` is the library's file
+  FileMissing,  // registered without a path, and not in the system folder, where `path` points; not yet
+                // reported
   LeftOut,      // not registered or not wanted; the user knows
 };
 
-// Looks the component up in the registry: takes the version that the line asks for, or else, when the user
-// agrees, the highest one above it. `path` is left alone when the component is left out.
-LibrarySearch FindLibraryFile(AnalysisContext& context, const ComponentLine& line, std::string& path);
+// Looks the library up in the registry: takes the version that the line asks for, or else, when the user
+// agrees, the highest one above it. `path` is left alone when the library is left out.
+LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line, std::string& path);
 
-// Tells the user that the setup will lack the component.
-void ShowMissingComponent(AnalysisContext& context, const std::string& component);
+// Shows that the setup will lack the library; `library` is its name as the user knows it.
+void ShowMissingLibrary(AnalysisContext& context, const std::string& library);
 
 // Shows a message with its "%%1" filled.
-Button ShowComponentMessage(AnalysisContext& context, TextId number, int style, const std::string& component);
+Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library);
 
-// Fills the facts of the component's file and reads what it needs. Gives its .dep file, empty when there is
+// Fills the facts of the library's file and reads what it needs. Gives its .dep file, empty when there is
 // none.
-std::string DescribeComponent(AnalysisContext& context, const std::string& path, FileRecord& record,
-                              CDependencies& dependencies);
+std::string DescribeLibrary(AnalysisContext& context, const std::string& path, FileRecord& record,
+                            CDependencies& dependencies);
 
 // True when `version`, read as a decimal number ("1.10" is 1.1), is greater than `other`.
 bool IsHigherVersion(std::string_view version, std::string_view other);

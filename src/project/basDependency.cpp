@@ -107,8 +107,8 @@ class DependencyWalk {
   }
 
  private:
-  // Takes the next file that the step's file needs and enters it. False when there is none. `step` is gone
-  // behind the call when there is one.
+  // Takes the next file that the step's file needs and enters it. False when there is none. When there
+  // is one, `step` is gone after the call.
   bool GoOn(Step& step) {
     std::string name;
     if (NextUsed(step, name)) {
@@ -183,7 +183,7 @@ class DependencyWalk {
     const bool saysWhere =
         !context_.platform.profiles.GetString(known.section, "Dest", "", kDestBuffer, known.depFile).empty();
     std::string destination = saysWhere ? "" : file.Destination;
-    if (!saysWhere && destination.empty()) destination = "$(APPPATH)";
+    if (!saysWhere && destination.empty()) destination = kApplicationMacro;
     context_.builder.GetFileGroupInfo(destination, FoundPath(file), known.depFile, nullptr, file);
   }
 

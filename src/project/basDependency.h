@@ -16,7 +16,7 @@ void ReadDependencies(AnalysisContext& context, const std::string& name, const s
                       const std::string& depFile, CDependencies& ownDependencies,
                       CDependencies& allDependencies);
 
-// The .dep file beside a component file, or the one of its title in the system folder; empty when there is
+// The .dep file beside a file, or the one of its title in the system folder; empty when there is
 // none. A name without a folder has none beside it.
 std::string FindDepFile(AnalysisContext& context, const std::string& filePath);
 

@@ -1,28 +1,19 @@
 #include "project/basGlobal.h"
 
 #include <algorithm>
-#include <limits>
 
-#include "project/NumberedKeys.h"
 #include "support/basFile.h"
-#include "support/basGUID.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
 #include "support/Findings.h"
-#include "sysinfo/Values.h"
+#include "support/NumberedKeys.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr const char* kVersion5 = "5";
-constexpr const char* kVersion6 = "6";
 constexpr const char* kSystemFileList = "VBWizDep.ini";
-constexpr const char* kProgramFiles = "Program Files";
-constexpr const char* kRuntimeComponent = "Program Files\\VB Runtime Object";
-// The runtime objects that come with the setup-authoring environment.
-constexpr const char* kMoniker5 = "@bxmk:6796A580-1D1B-11D3-8B09-00105A9846E9";
-constexpr const char* kMoniker6 = "@bxmk:4F6A11A0-1D1C-11D3-8B09-00105A9846E9";
 
 // The default value of a key below HKEY_CLASSES_ROOT; empty when there is none.
 std::string ClassDefault(Registry& registry, const std::string& path) {
@@ -34,7 +25,7 @@ std::string ClassDefault(Registry& registry, const std::string& path) {
 
 bool HoldsProgram(FileSystem& files, std::string_view routine, const std::string& folder,
                   const std::string& name) {
-  return Reporting(routine, [&] { return EqualsIgnoreCase(Dir(files, folder + name), name); });
+  return RetryOrCancel(routine, [&] { return EqualsIgnoreCase(Dir(files, folder + name), name); });
 }
 
 bool IsHexDigit(char character) {
@@ -138,54 +129,6 @@ void basGlobal::LoadSystemFiles() {
 bool basGlobal::IsSystemFile(const std::string& fileName) const {
   const CallStackEntry entry("IsSystemFile");
   return systemFileNames_.count(UpperCase(fileName)) != 0;
-}
-
-bool basGlobal::FindIniFileEntry(const std::string& file, const std::string& section,
-                                 const std::string& keySuffix, const std::string& wanted,
-                                 std::int16_t& index) {
-  const CallStackEntry entry("basGlobal:FindIniFileEntry");
-  constexpr std::size_t kSize = 254;
-  for (std::int16_t number = 0;; ++number) {
-    const std::string key = std::to_string(number) + keySuffix;
-    const std::string value = platform_.profiles.GetString(section, key, kNoEntry, kSize, file);
-    index = number;
-    if (EndsNumberedList(value)) return false;
-    if (number == std::numeric_limits<std::int16_t>::max()) throw RuntimeError(kErrorOverflow, "Overflow");
-    if (value == wanted) {
-      ++index;
-      return true;
-    }
-  }
-}
-
-bool basGlobal::AddVBRuntimeObject(const std::string& templateFolder) {
-  const CallStackEntry entry("basGlobal:AddVBRuntimeObject");
-  const std::string guid = CreateGUID(platform_.guids, true);
-  if (guid.empty()) return false;
-  const std::string version = GetVBVer();
-  if (version != kVersion5 && version != kVersion6) {
-    AddFinding(FindingId::RuntimeMissing);
-    return false;
-  }
-
-  const std::string file = FixPath(templateFolder) + "Component Definitions\\Default.cdf";
-  ProfileStrings& profiles = platform_.profiles;
-  // Adds the component to a list unless it is there, which it tells.
-  const auto listed = [&](const char* section, const char* keySuffix) {
-    std::int16_t number = 0;
-    if (FindIniFileEntry(file, section, keySuffix, kRuntimeComponent, number)) return true;
-    profiles.WriteString(section, std::to_string(number) + keySuffix, kRuntimeComponent, file);
-    return false;
-  };
-  if (listed("Components", "component")) return true;
-  listed(kProgramFiles, "MEMBER");
-  listed(kProgramFiles, "required");
-  profiles.WriteSection(kRuntimeComponent, std::string_view(), file);
-  profiles.WriteString(kRuntimeComponent, "MONIKER", version == kVersion5 ? kMoniker5 : kMoniker6, file);
-  profiles.WriteString(kRuntimeComponent, "GUID", guid, file);
-  profiles.WriteString(kRuntimeComponent, "VISIBLE", "No", file);
-  profiles.WriteString(kRuntimeComponent, "OBJECT", "Yes", file);
-  return false;
 }
 
 std::int16_t basGlobal::NextProgressValue() {

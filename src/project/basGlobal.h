@@ -16,6 +16,10 @@ namespace bxvbwiz {
 constexpr const char* kBorvexMainKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\Main";
 constexpr const char* kBorvexWizardKey = "SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz";
 
+// The versions of Visual Basic that are known.
+constexpr const char* kVersion5 = "5";
+constexpr const char* kVersion6 = "6";
+
 // Shows that a registry key is missing ("HKEY_...\" and its path), as a critical message, and ends the
 // wizard.
 [[noreturn]] void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath);
@@ -25,7 +29,7 @@ constexpr const char* kBorvexWizardKey = "SOFTWARE\\Borvex\\Borvex Professional\
 // holds the parts before the bad one. The empty text converts to itself.
 bool ConvertHexVersion(std::string_view hexVersion, std::string& decimalVersion);
 
-// What the machine offers to the wizard; lives as long as the loaded component. The user is replaceable,
+// What the machine offers to the wizard; lives as long as the session. The user is replaceable,
 // because each run of the wizard has its own form.
 class basGlobal {
  public:
@@ -43,19 +47,11 @@ class basGlobal {
   // none.
   std::string FindVBRedistFolder();
   // Reads the system-file list once; later calls do nothing when it was read to its end. A missing product
-  // key is shown (once while the component lives) and ends the wizard. Of entries with the same key
+  // key is shown (once in its life) and ends the wizard. Of entries with the same key
   // gSystemFiles holds the first.
   void LoadSystemFiles();
   // True when the system-file list holds the name, case ignored.
   bool IsSystemFile(const std::string& fileName) const;
-  // Looks for `wanted` (exact) among number + suffix keys, always afresh. True: `index` is the found key's
-  // number plus one. False: the first free number. Raises error 6 when that is over 32767.
-  bool FindIniFileEntry(const std::string& file, const std::string& section, const std::string& keySuffix,
-                        const std::string& wanted, std::int16_t& index);
-  // Adds the Visual Basic runtime component to the component definitions of a setup project. True when it was
-  // listed already. False too when nothing was written, because no GUID could be made or Visual Basic is
-  // neither 5 nor 6.
-  bool AddVBRuntimeObject(const std::string& templateFolder);
 
   // The progress bar's next value: counts to the limit, then from 1 again.
   std::int16_t NextProgressValue();

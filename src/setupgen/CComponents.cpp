@@ -3,6 +3,7 @@
 #include <limits>
 #include <vector>
 
+#include "setupgen/Destinations.h"
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
@@ -13,8 +14,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr const char* kVariableStart = "<VBWizVar-";
-constexpr const char* kDaoVariable = "<DAO>";
-constexpr const char* kDaoMacro = "$(MSDAOPATH)";
 constexpr std::size_t kListBuffer = 255;
 constexpr const char* kUserDefined = "USERDEFINED";  // the section that lists the script-defined folders
 
@@ -48,19 +47,7 @@ constexpr SettingTemplate kFolderSettings[] = {
 
 constexpr SettingTemplate kSubstitutionSettings[] = {{"KeyType", "3"}, {"Value", ""}};
 
-struct MacroComponent {
-  std::string_view macro;  // upper case
-  const char* component;
-};
-
-constexpr MacroComponent kMacroComponents[] = {
-    {"$(APPPATH)", kProgramFilesComponent},           {"$(WINSYSPATH)", "Windows System Files"},
-    {"$(WINSYSPATHSYSFILE)", "Windows System Files"}, {"$(WINPATH)", kWindowsFilesComponent},
-    {"$(COMMONFILES)", "Commonfiles Files"},          {"$(COMMONFILESSYS)", "Commonfiles System Files"},
-    {"$(PROGRAMFILES)", "Programfiles Files"},        {kDaoMacro, "DAO Files"},
-};
-
-// The blanks behind which the runtime's proper case begins a word: NUL, tab to carriage return, space.
+// The blanks after which the runtime's proper case begins a word: NUL, tab to carriage return, space.
 bool SeparatesWords(char32_t character) {
   return character == 0 || character == ' ' || (character >= '\t' && character <= '\r');
 }
@@ -81,6 +68,13 @@ NumberedKeys::List ScriptDefinedFolders(const std::string& projectDir) {
   return ListOf(projectDir + "Component Definitions\\Default.fgl", kUserDefined, "SubDir", kListBuffer);
 }
 
+// Whether an upper-case symbol holds one that is a script-defined variable.
+bool HoldsVariable(const std::string& symbol) {
+  return FindDestination([&](const Destination& place) {
+           return place.isVariable && symbol.find(place.symbol) != std::string::npos;
+         }) != nullptr;
+}
+
 // The next script-defined variable's name, by the number of those that there are.
 std::string NextVariable(const std::vector<std::string>& folders) {
   std::size_t count = 0;
@@ -96,14 +90,9 @@ std::string CComponents::CreateComponentName(const std::string&, const FileRecor
   constexpr char kRoutine[] = "CComponents:CreateComponentName";
   const CallStackEntry entry(kRoutine);
   std::string name;
-  Logging(kRoutine, [&] {
-    const std::string macro = UpperCase(file.Destination);
-    for (const MacroComponent& row : kMacroComponents) {
-      if (macro != row.macro) continue;
-      name = row.component;
-      return;
-    }
-    name = ProperCaseFolderName(file.FileLinkPath) + " Files";
+  LogAndGoOn(kRoutine, [&] {
+    const Destination* place = DestinationOfMacro(UpperCase(file.Destination));
+    name = place != nullptr ? place->component : ProperCaseFolderName(file.FileLinkPath) + " Files";
   });
   return name;
 }
@@ -113,7 +102,7 @@ bool CComponents::CreateComponent(const std::string& projectDir, const std::stri
   constexpr char kRoutine[] = "CComponents:CreateComponent";
   const CallStackEntry entry(kRoutine);
   bool exists = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string components = ComponentsFile(projectDir);
     const auto append = [&](const std::string& section, const char* listName, const std::string& value) {
       return lists_.AppendIfMissing(ListOf(components, section, listName, kListBuffer), value);
@@ -135,8 +124,7 @@ bool CComponents::CreateComponent(const std::string& projectDir, const std::stri
     append("SETUPTYPEITEM-COMPACT", "ITEM", componentName);
 
     const std::string symbol = symbols_.ConvertDestMacroToBXDestSymbol(file.Destination);
-    const bool isSymbol = symbol.find('>') != std::string::npos;
-    if (!isSymbol || UpperCase(symbol).find(kDaoVariable) != std::string::npos)
+    if (symbol.find('>') == std::string::npos || HoldsVariable(UpperCase(symbol)))
       AddScriptDefinedVariable(projectDir, componentName, file);
     exists = true;
   });
@@ -148,15 +136,16 @@ std::string CComponents::AddScriptDefinedVariable(const std::string& projectDir,
   constexpr char kRoutine[] = "CComponents:AddScriptDefinedVariable";
   const CallStackEntry entry(kRoutine);
   std::string variable;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     ProfileStrings& profiles = platform_.profiles;
     const NumberedKeys::List folders = ScriptDefinedFolders(projectDir);
-    const bool isDao = UpperCase(file.Destination) == kDaoMacro;
+    const Destination* place = DestinationOfMacro(UpperCase(file.Destination));
+    const bool isNamed = place != nullptr && place->isVariable;
     // The folders are listed with their section's name in front, so "<DAO>" alone is found only where someone
     // else listed it so: each component whose first file goes there gets a folder of its own.
     int number = 0;
-    variable = isDao ? kDaoVariable : NextVariable(lists_.Entries(folders));
-    if (isDao && lists_.Find(folders, variable, number)) return;
+    variable = isNamed ? place->symbol : NextVariable(lists_.Entries(folders));
+    if (isNamed && lists_.Find(folders, variable, number)) return;
 
     const std::string folder = std::string(kUserDefined) + "\\" + variable;
     lists_.Append(folders, folder);
@@ -179,7 +168,7 @@ void FindScriptDefinedVariables(Platform& platform, const std::string& projectDi
   constexpr char kRoutine[] = "frmMain:FindScriptDefinedVariables";
   const CallStackEntry entry(kRoutine);
   count = 0;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     // Read anew: what this counts, others have written.
     NumberedKeys lists(platform.profiles);
     for (const std::string& folder : lists.Entries(ScriptDefinedFolders(projectDir))) {

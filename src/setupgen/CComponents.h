@@ -4,8 +4,8 @@
 #include <string>
 
 #include "project/FileRecord.h"
-#include "project/NumberedKeys.h"
 #include "setupgen/DestinationSymbols.h"
+#include "support/NumberedKeys.h"
 
 namespace bxvbwiz {
 

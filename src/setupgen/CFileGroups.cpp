@@ -5,52 +5,20 @@
 #include "project/basDependency.h"
 #include "project/EXEFile.h"
 #include "setupgen/CComponents.h"
+#include "setupgen/Destinations.h"
 #include "setupgen/Patches.h"
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/Findings.h"
-#include "sysinfo/CSystemInfo.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr const char* kAppPath = "$(APPPATH)";
 constexpr std::size_t kBuffer = 255;
 constexpr std::size_t kListBuffer = 254;  // of the lists of files and groups
-// The groups whose files belong to Windows itself begin so, unless they lie in a subfolder.
-constexpr const char* kWindowsSystemGroups = "Windows System";
-constexpr const char* kAutomationGroups = "Automation";
-constexpr const char* kWindowsGroups = "Windows";
-
-struct GroupBase {
-  std::string_view symbol;
-  const char* name;
-};
-
-constexpr GroupBase kGroupBases[] = {
-    {"<TARGETDIR>", "Program"},
-    {"<WINSYSDIR>", "Windows System"},
-    {"<WINDIR>", "Windows"},
-    {"<COMMONFILES>", "Commonfiles"},
-    {"<COMMONFILES>\\System", "Commonfiles System"},
-    {"<PROGRAMFILES>", "Programfiles"},
-    {"<DAO>", "DAO"},
-};
-
-// Upper-case beginnings of the destinations whose files may be shared. The Windows folder and the application
-// folder never share a file.
-constexpr std::string_view kSharedDestinations[] = {
-    "<WINSYSDIR>",          "<COMMONFILES>",  "<PROGRAMFILES>",    "<DAO>",           "$(WINSYSPATH)",
-    "$(WINSYSPATHSYSFILE)", "$(COMMONFILES)", "$(COMMONFILESSYS)", "$(PROGRAMFILES)", "$(MSDAOPATH)",
-};
-
-using FolderProperty = const std::string& (CSystemInfo::*)();
-constexpr FolderProperty kSharedFolders[] = {&CSystemInfo::WinSysDir, &CSystemInfo::ProgramFilesPath,
-                                             &CSystemInfo::CommonFilesPath, &CSystemInfo::MSDAOPath};
-
 // A destination symbol as the tables of groups and components know it.
 std::string FolderSymbol(DestinationSymbols& symbols, const FileRecord& file) {
   return StripTrailingBackslash(symbols.ConvertDestMacroToBXDestSymbol(file.Destination));
@@ -67,14 +35,9 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
                                    FileRecord& target) {
   constexpr char kRoutine[] = "CFileGroups:GetFileGroupInfo";
   const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (existing != nullptr) {
-      target.Destination = existing->Destination;
-      target.FileGroup = existing->FileGroup;
-      target.FileLinkPath = existing->FileLinkPath;
-      target.SelfRegister = existing->SelfRegister;
-      target.SharedFile = existing->SharedFile;
-      target.LinkResolves = existing->LinkResolves;
+      static_cast<InstallationFacts&>(target) = *existing;
       return;
     }
     const std::string name = GetPathFileName(filePath);
@@ -105,12 +68,12 @@ std::string CFileGroups::DestinationMacro(const std::string& destination, const 
     macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
   const bool isOfDepFile = destination.empty() && !macro.empty();
   if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
-  if (macro.empty() && !depFile.empty()) macro = kAppPath;
+  if (macro.empty() && !depFile.empty()) macro = kApplicationMacro;
   if (ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos) return macro;
   if (isOfDepFile) {
     AddFinding(FindingId::DestinationUnknown, {filePath, macro, depFile});
   }
-  return kAppPath;
+  return kApplicationMacro;
 }
 
 std::int16_t CFileGroups::RegisterCode(const std::string& filePath, const std::string& depFile,
@@ -127,13 +90,9 @@ std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, co
   constexpr char kRoutine[] = "CFileGroups:CreateFileGroupName";
   const CallStackEntry entry(kRoutine);
   std::string groupName;
-  Logging(kRoutine, [&] {
-    const std::string symbol = FolderSymbol(*this, file);
-    std::string base;
-    for (const GroupBase& row : kGroupBases) {
-      if (symbol == row.symbol) base = row.name;
-    }
-    if (base.empty()) base = ProperCaseFolderName(file.FileLinkPath);
+  LogAndGoOn(kRoutine, [&] {
+    const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
+    std::string base = place != nullptr ? place->groupBase : ProperCaseFolderName(file.FileLinkPath);
     if (base.empty()) {
       groupName = "Program Files";
       return;
@@ -149,7 +108,7 @@ bool CFileGroups::IsSharedFile(const FileRecord& file, const std::string& filePa
   constexpr char kRoutine[] = "CFileGroups:IsSharedFile";
   const CallStackEntry entry(kRoutine);
   bool isShared = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (!IsBelowSharedFolder(StripTrailingBackslash(UpperCase(file.Destination)))) return;
     isShared = file.kind == RecordKind::Control || file.kind == RecordKind::TypeLibrary ||
                !CheckCoreCompIni(GetPathFileName(filePath)).empty();
@@ -159,16 +118,19 @@ bool CFileGroups::IsSharedFile(const FileRecord& file, const std::string& filePa
 
 // `destination` in upper case. The machine's folders are asked for only when no macro or symbol fits.
 bool CFileGroups::IsBelowSharedFolder(const std::string& destination) {
-  for (const std::string_view beginning : kSharedDestinations) {
-    if (StartsWith(destination, beginning)) return true;
+  for (const Destination& place : kDestinations) {
+    const std::string symbol = UpperCase(place.symbol);
+    const bool isNamed = BeginsWithOneOf(destination, {symbol, place.macro, place.otherMacro});
+    if (place.sharing != 0 && isNamed) return true;
   }
   if (destination.empty() || StartsWith(destination, "$")) return false;
   CSystemInfo system(platform_);
-  for (const FolderProperty folder : kSharedFolders) {
-    const std::string beginning = StripTrailingBackslash(UpperCase((system.*folder)()));
+  for (int turn = 1;; ++turn) {
+    const Destination* place = FindDestination([&](const Destination& it) { return it.sharing == turn; });
+    if (place == nullptr) return false;
+    const std::string beginning = StripTrailingBackslash(UpperCase((system.*place->folder)()));
     if (!beginning.empty() && StartsWith(destination, beginning)) return true;
   }
-  return false;
 }
 
 std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
@@ -177,7 +139,7 @@ std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
       "Redistributable\\Compressed Files\\Language Independent\\OS Independent\\corecomp.ini";
   const CallStackEntry entry(kRoutine);
   std::string found;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const auto root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
     const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
     if (key == nullptr)
@@ -192,7 +154,7 @@ std::int16_t CFileGroups::CheckSelfRegister(const std::string& filePath) {
   constexpr char kRoutine[] = "CFileGroups:CheckSelfRegister";
   const CallStackEntry entry(kRoutine);
   std::int32_t code = kRegisterNone;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string upper = UpperCase(filePath);
     if (EndsWith(upper, ".TLB") || EndsWith(upper, ".OLB")) {
       code = kRegisterTypeLibrary;
@@ -215,7 +177,7 @@ bool CFileGroups::CreateFileGroup(const std::string& projectDir, const CFile& fi
   constexpr char kRoutine[] = "CFileGroups:CreateFileGroup";
   const CallStackEntry entry(kRoutine);
   bool made = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string listName = file.FileGroup + ".fgl";
     const std::string folder = GroupsFolder(projectDir);
     const NumberedKeys::List list = ListOf(folder + listName, "TopDir", "file", kListBuffer);
@@ -238,7 +200,7 @@ bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const Fil
   constexpr char kRoutine[] = "CFileGroups:AddFileGroupToProject";
   const CallStackEntry entry(kRoutine);
   bool added = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (file.FileGroup.find(']') != std::string::npos)
       AddFinding(FindingId::GroupUnreadable, {file.FileGroup});
     const std::string list = GroupsFolder(projectDir) + file.FileGroup + ".fgl";
@@ -285,14 +247,11 @@ bool CFileGroups::AddFileGroupToComponent(const std::string& projectDir, const F
   constexpr char kRoutine[] = "CFileGroups:AddFileGroupToComponent";
   const CallStackEntry entry(kRoutine);
   bool added = false;
-  Logging(kRoutine, [&] {
-    const std::string symbol = FolderSymbol(*this, file);
-    const bool isSystem =
-        StartsWith(file.FileGroup, kWindowsSystemGroups) || StartsWith(file.FileGroup, kAutomationGroups);
-    const bool isWindows = StartsWith(file.FileGroup, kWindowsGroups);
-    const bool belongsToWindows =
-        (symbol == "<WINSYSDIR>" && isSystem) || (symbol == "<WINDIR>" && isWindows);
-    const std::string component = belongsToWindows ? kWindowsFilesComponent : kProgramFilesComponent;
+  LogAndGoOn(kRoutine, [&] {
+    const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
+    const bool isWindows =
+        place != nullptr && BeginsWithOneOf(file.FileGroup, {place->windowsGroup, place->otherWindowsGroup});
+    const std::string component = isWindows ? kWindowsFilesComponent : kProgramFilesComponent;
     if (!CComponents(platform_, *this, lists_).CreateComponent(projectDir, component, file)) return;
     lists_.AppendIfMissing(ListOf(ComponentsFile(projectDir), component, "filegroup", kListBuffer),
                            file.FileGroup);

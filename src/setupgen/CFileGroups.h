@@ -6,8 +6,8 @@
 
 #include "project/CFiles.h"
 #include "project/FileGroupBuilder.h"
-#include "project/NumberedKeys.h"
 #include "setupgen/DestinationSymbols.h"
+#include "support/NumberedKeys.h"
 
 namespace bxvbwiz {
 
@@ -17,7 +17,7 @@ namespace bxvbwiz {
 class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
  public:
   // `projectFile`: see DestinationSymbols. `lists` remembers the numbered lists of the setup project between
-  // calls; whoever cannot rule out other writers between two calls calls its Forget().
+  // calls; call its Forget() when others may have written to them between two calls.
   CFileGroups(Platform& platform, basGlobal& global, std::function<std::string()> projectFile,
               NumberedKeys& lists)
       : DestinationSymbols(platform, global, std::move(projectFile)), lists_(lists) {}
@@ -40,10 +40,10 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
 
  private:
   // The Destination that GetFileGroupInfo fills; `section` describes the file in `depFile`. One that no
-  // symbol covers is the application's folder, which is told when the .dep file names it.
+  // symbol covers is the application's folder, and a finding when the .dep file names it.
   std::string DestinationMacro(const std::string& destination, const std::string& filePath,
                                const std::string& depFile, const std::string& section);
-  // The code of the registration that `section` of `depFile` names. Tells of one that no setup does.
+  // The code of the registration that `section` of `depFile` names. One that no setup does is a finding.
   std::int16_t RegisterCode(const std::string& filePath, const std::string& depFile,
                             const std::string& section);
   bool IsBelowSharedFolder(const std::string& destination);

@@ -1,60 +1,15 @@
 #include "setupgen/DestinationSymbols.h"
 
-#include "project/CForms.h"
 #include "project/CProject.h"
+#include "setupgen/Destinations.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
 #include "support/Findings.h"
-#include "sysinfo/CSystemInfo.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
-
-constexpr const char* kTargetDir = "<TARGETDIR>";
-
-struct MacroSymbol {
-  std::string_view macro;  // upper case
-  const char* symbol;
-};
-
-constexpr MacroSymbol kMacroSymbols[] = {
-    {"$(WINPATH)", "<WINDIR>"},
-    {"$(WINSYSPATH)", "<WINSYSDIR>"},
-    {"$(WINSYSPATHSYSFILE)", "<WINSYSDIR>"},
-    {"$(APPPATH)", kTargetDir},
-    {"$(COMMONFILES)", "<COMMONFILES>"},
-    {"$(COMMONFILESSYS)", "<COMMONFILES>\\System"},
-    {"$(PROGRAMFILES)", "<PROGRAMFILES>"},
-    {"$(MSDAOPATH)", "<DAO>"},
-};
-
-struct SymbolFolder {
-  std::string_view symbol;
-  const std::string& (CSystemInfo::*folder)();
-};
-
-// A symbol is compared up to its first ">", so "<COMMONFILES>\System" needs no row: it is reached as the
-// subfolder "System" of the common files.
-constexpr SymbolFolder kSymbolFolders[] = {
-    {"<WINDIR>", &CSystemInfo::WinDir},
-    {"<WINSYSDIR>", &CSystemInfo::WinSysDir},
-    {"<COMMONFILES>", &CSystemInfo::CommonFilesPath},
-    {"<PROGRAMFILES>", &CSystemInfo::ProgramFilesPath},
-    {"<DAO>", &CSystemInfo::MSDAOPath},
-};
-
-// In this order a folder comes before those that contain it. "<DAO>" comes last on purpose: a DAO folder
-// below the common files is named relative to them.
-constexpr SymbolFolder kFolderSymbols[] = {
-    {"<WINSYSDIR>", &CSystemInfo::WinSysDir},
-    {"<WINDIR>", &CSystemInfo::WinDir},
-    {"<COMMONFILES>\\System", &CSystemInfo::CommonFilesSysPath},
-    {"<COMMONFILES>", &CSystemInfo::CommonFilesPath},
-    {"<PROGRAMFILES>", &CSystemInfo::ProgramFilesPath},
-    {"<DAO>", &CSystemInfo::MSDAOPath},
-};
 
 struct RegisterMacro {
   std::string_view macro;  // upper case
@@ -95,9 +50,9 @@ std::string DestinationSymbols::ConvertDestMacroToBXDestSymbol(const std::string
   constexpr char kRoutine[] = "CFileGroups:ConvertDestMacroToBXDestSymbol";
   const CallStackEntry entry(kRoutine);
   std::string symbol;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (macro.empty()) {
-      symbol = kTargetDir;
+      symbol = kApplicationSymbol;
       return;
     }
     // Only a macro begins with "$": "C:\Program Files (x86)\..." is a path.
@@ -109,11 +64,7 @@ std::string DestinationSymbols::ConvertDestMacroToBXDestSymbol(const std::string
     const std::string head = UpperCase(macro.substr(0, end + 1));
     std::string tail = macro.substr(end + 1);
     if (!tail.empty()) tail = FixPath(StartsWith(tail, "\\") ? tail : "\\" + tail);
-    for (const MacroSymbol& row : kMacroSymbols) {
-      if (head != row.macro) continue;
-      symbol = row.symbol + tail;
-      return;
-    }
+    if (const Destination* place = DestinationOfMacro(head)) symbol = place->symbol + tail;
   });
   return symbol;
 }
@@ -122,7 +73,7 @@ std::string DestinationSymbols::ConvertBXDestSymbolToPath(const std::string& sym
   constexpr char kRoutine[] = "CFileGroups:ConvertBXDestSymbolToPath";
   const CallStackEntry entry(kRoutine);
   std::string path;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (symbol.empty()) {
       path = AppPath();
       return;
@@ -133,20 +84,15 @@ std::string DestinationSymbols::ConvertBXDestSymbolToPath(const std::string& sym
       return;
     }
     const std::string head = symbol.substr(0, end + 1);
-    // The character behind ">" is skipped whatever it is; it is a backslash in every symbol that we make.
+    // The character after ">" is skipped whatever it is; it is a backslash in every symbol that we make.
     std::string tail = symbol.substr(end + 1);
     tail.erase(0, FirstCharacters(tail, 1).size());
     if (!tail.empty()) tail = FixPath(tail);
-    if (head == kTargetDir) {
-      path = AppPath() + tail;
-      return;
-    }
-    for (const SymbolFolder& row : kSymbolFolders) {
-      if (head != row.symbol) continue;
-      CSystemInfo system(platform_);
-      path = (system.*row.folder)() + tail;
-      return;
-    }
+    // Up to its first ">": "<COMMONFILES>\System" is reached as the folder "System" of the common files.
+    const Destination* place = DestinationOfSymbol(head);
+    if (place == nullptr) return;
+    CSystemInfo system(platform_);
+    path = FolderOf(*place, system) + tail;
   });
   return path;
 }
@@ -155,13 +101,11 @@ std::string DestinationSymbols::ConvertPathToBXDestSymbol(const std::string& pat
   constexpr char kRoutine[] = "CFileGroups:ConvertPathToBXDestSymbol";
   const CallStackEntry entry(kRoutine);
   std::string symbol = path;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     CSystemInfo system(platform_);
-    for (const SymbolFolder& row : kFolderSymbols) {
-      if (ReplaceFolder(path, (system.*row.folder)(), row.symbol, symbol)) return;
+    for (const Destination& place : kDestinations) {
+      if (ReplaceFolder(path, FolderOf(place, system), place.symbol, symbol)) return;
     }
-    // Behind the program files: an application folder below them is named relative to them.
-    ReplaceFolder(path, AppPath(), kTargetDir, symbol);
   });
   return symbol;
 }
@@ -170,7 +114,7 @@ std::int16_t DestinationSymbols::ConvertRegisterMacro(const std::string& macro) 
   constexpr char kRoutine[] = "CFileGroups:ConvertRegisterMacro";
   const CallStackEntry entry(kRoutine);
   std::int32_t code = kRegisterNone;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string upperMacro = UpperCase(macro);
     for (const RegisterMacro& row : kRegisterMacros) {
       if (upperMacro != row.macro) continue;
@@ -188,7 +132,7 @@ std::string DestinationSymbols::ResolveLinkPath(const std::string& sourcePath, c
   const CallStackEntry entry(kRoutine);
   std::string folder = sourcePath;
   resolves = false;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (sourcePath.empty() || fileName.empty()) return;
     const std::string found = SearchForSourceFile(sourcePath, fileName);
     if (found.empty()) return;
@@ -202,7 +146,7 @@ std::string DestinationSymbols::SearchForSourceFile(const std::string& linkDir, 
   constexpr char kRoutine[] = "CFileGroups:SearchForSourceFile";
   const CallStackEntry entry(kRoutine);
   std::string folder;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     std::string redistributables = global_.FindVBRedistFolder();
     if (!redistributables.empty()) redistributables = FixPath(redistributables);
     folder = !redistributables.empty() && FolderHoldsFile(platform_.files, redistributables, fileName)
@@ -216,7 +160,7 @@ std::string DestinationSymbols::SearchForDestPath(const std::string& dir, const 
   constexpr char kRoutine[] = "CFileGroups:SearchForDestPath";
   const CallStackEntry entry(kRoutine);
   std::string folder;
-  Logging(kRoutine, [&] { folder = FolderOrSystemFolder(dir, fileName); });
+  LogAndGoOn(kRoutine, [&] { folder = FolderOrSystemFolder(dir, fileName); });
   return folder;
 }
 
@@ -229,6 +173,10 @@ std::string DestinationSymbols::FolderOrSystemFolder(const std::string& dir, con
   return FolderHoldsFile(platform_.files, system.WinSysDir(), fileName) ? system.WinSysDir() : "";
 }
 
+std::string DestinationSymbols::FolderOf(const Destination& place, CSystemInfo& system) {
+  return place.folder == nullptr ? AppPath() : (system.*place.folder)();
+}
+
 std::string DestinationSymbols::AppPath() {
   if (appPath_.empty()) appPath_ = GetAppPath(projectFile_());
   return appPath_;
@@ -238,7 +186,7 @@ std::string DestinationSymbols::GetAppPath(const std::string& projectFile) {
   constexpr char kRoutine[] = "CFileGroups:GetAppPath";
   const CallStackEntry entry(kRoutine);
   std::string path = FixPath(GetPathFolder(projectFile));
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     if (!projectFile.empty() && GetPathFolder(projectFile).empty()) {
       std::string full;
       CheckSystem(platform_.files.FullPath(projectFile, full), projectFile);

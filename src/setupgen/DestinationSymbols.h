@@ -8,6 +8,9 @@
 
 namespace bxvbwiz {
 
+class CSystemInfo;
+struct Destination;
+
 // Translates between the destination macros of dependency files ("$(WINSYSPATH)"), the destination symbols of
 // a setup project ("<WINSYSDIR>") and the folders of this machine, and finds where a file's source copy lies.
 // A routine that fails logs the error and returns what it had.
@@ -46,6 +49,8 @@ class DestinationSymbols {
  private:
   // The first of `dir` (unless empty) and the system folder that holds the file, with a trailing backslash.
   std::string FolderOrSystemFolder(const std::string& dir, const std::string& fileName);
+  // This machine's folder of the place, with a trailing backslash.
+  std::string FolderOf(const Destination& place, CSystemInfo& system);
 
   std::function<std::string()> projectFile_;
   std::string appPath_;

@@ -1,12 +1,13 @@
 #include "setupgen/Patches.h"
 
 #include "project/basGlobal.h"
+#include "setupgen/Destinations.h"
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "support/basGUID.h"
 #include "support/basLogging.h"
 #include "support/Findings.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 
 namespace bxvbwiz {
 namespace {
@@ -36,7 +37,7 @@ void PatchIpr(Platform& platform, NumberedKeys& lists, const SetupAnswers& answe
               const std::string& projectFile) {
   constexpr char kRoutine[] = "frmPanel3!PatchIpr";
   const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     // A provisional identifier, cut short, which keeps the key's place in front of the others.
     const std::string guid = CreateGUID(platform.guids, true);
     Write(platform, projectFile,
@@ -55,7 +56,7 @@ void PatchIpr(Platform& platform, NumberedKeys& lists, const SetupAnswers& answe
 void PatchShl(Platform& platform, const SetupAnswers& answers, const std::string& setupDir) {
   constexpr char kRoutine[] = "frmPanel3!PatchShl";
   const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string& name = answers.applicationName;
     const std::string language = platform.strings.Text(TextId::LanguageFolder);
     Write(platform, FixPath(setupDir) + "String Tables\\" + language + "\\value.shl",
@@ -74,7 +75,7 @@ void PatchShl(Platform& platform, const SetupAnswers& answers, const std::string
 void PatchMda(Platform& platform, const SetupAnswers& answers, const std::string& setupDir) {
   constexpr char kRoutine[] = "frmPanel3!PatchMda";
   const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     Write(platform, FixPath(setupDir) + "Media\\Default\\Default.mda",
           {{"SetupInfo", "APPLICATIONNAME", answers.applicationName},
            {"TagFileInfo", "APPLICATIONNAME", answers.applicationName}});
@@ -84,9 +85,9 @@ void PatchMda(Platform& platform, const SetupAnswers& answers, const std::string
 void PatchShell(Platform& platform, const SetupAnswers& answers, const std::string& setupDir) {
   constexpr char kRoutine[] = "frmPanel3!PatchShell";
   const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const std::string& name = answers.applicationName;
-    const std::string target = "<TARGETDIR>\\" + answers.exeName;
+    const std::string target = std::string(kApplicationSymbol) + "\\" + answers.exeName;
     Write(platform, FixPath(setupDir) + "Shell Objects\\Default.shl",
           {{"Shortcut0", "DisplayText", name},
            {"Icon0", "DisplayText", name},
@@ -100,7 +101,7 @@ void PatchShell(Platform& platform, const SetupAnswers& answers, const std::stri
 void CreateDataLink(Platform& platform, const std::string& setupDir, const std::string& linkName) {
   constexpr char kRoutine[] = "frmPanel3!CreateDataLink";
   const CallStackEntry entry(kRoutine);
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     const auto root = Key::Root(platform.registry, RegConstants::HKeyLocalMachine);
     const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
     const auto folder = key == nullptr ? nullptr : key->Values().Item("DataLink");

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "platform/Platform.h"
-#include "project/NumberedKeys.h"
 #include "setupgen/SetupAnswers.h"
+#include "support/NumberedKeys.h"
 
 namespace bxvbwiz {
 

@@ -77,7 +77,7 @@ std::string FormatFor80CharDisplay(const std::string& text) {
   constexpr int kLimit = 75;
   const CallStackEntry entry(kRoutine);
   std::string result;
-  Logging(kRoutine, [&] {
+  LogAndGoOn(kRoutine, [&] {
     std::string source = *ReplaceAll(*ReplaceAll(text, kBreak, "/n"), "/n/n", "\r\n\r\n");
     source.erase(0, source.find_first_not_of(' '));
     int column = 0;

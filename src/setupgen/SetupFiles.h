@@ -3,14 +3,11 @@
 #include <string>
 
 #include "platform/ProfileStrings.h"
-#include "project/NumberedKeys.h"
+#include "support/NumberedKeys.h"
 
 // The files of a setup project that the output routines share, and how they are written. `projectDir` ends in
 // a backslash.
 namespace bxvbwiz {
-
-constexpr const char* kProgramFilesComponent = "Program Files";
-constexpr const char* kWindowsFilesComponent = "Windows Files";
 
 // The definitions of all components.
 inline std::string ComponentsFile(const std::string& projectDir) {
@@ -28,7 +25,7 @@ struct SettingTemplate {
   const char* value;
 };
 
-// Writes one key; `value` may be empty. A failure is not checked here: whoever made the profile strings notes
+// Writes one key; `value` may be empty. A failure is not checked here: the checked profile strings report
 // it.
 inline void WriteSetting(ProfileStrings& profiles, const std::string& file, const std::string& section,
                          const char* key, const std::string& value) {

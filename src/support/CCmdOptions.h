@@ -32,7 +32,7 @@ class CCmdOption {
   CCmdOptions* parent_ = nullptr;
 };
 
-// The pieces of a command line (the text behind the program's name), separated by one blank. Two blanks in a
+// The pieces of a command line (the text after the program's name), separated by one blank. Two blanks in a
 // row, or a leading one, end the parsing. Raises error 457 when two pieces have the same tag, case ignored.
 class CCmdOptions {
  public:

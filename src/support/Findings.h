@@ -49,10 +49,10 @@ std::string ErrorCode(SystemError error);
 // Logs an error of `routine` with the stack, and adds the finding that the step failed.
 void PassOver(std::string_view routine, const RuntimeError& error);
 
-// The logging trap: runs `body`; when it fails the error is passed over, and the routine returns what it has,
+// Runs `body`; when it fails the error is passed over, and the routine returns what it has,
 // that is, `body` works on variables of its caller.
 template <class Body>
-void Logging(std::string_view routine, Body&& body) {
+void LogAndGoOn(std::string_view routine, Body&& body) {
   try {
     body();
   } catch (const WizardEnded&) {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "support/basLogging.h"
+#include "support/CallStack.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -113,6 +113,13 @@ std::string GetPathFileName(std::string_view path) {
 std::string StripTrailingBackslash(std::string_view path) {
   if (EndsWith(path, "\\")) path.remove_suffix(1);
   return std::string(path);
+}
+
+bool IsAbsolutePath(std::string_view path) {
+  const bool beginsWithLetter =
+      !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
+  if (beginsWithLetter && path.find(':') == 1) return true;
+  return StartsWith(path, "\\\\") && path.find("\\\\\\") == std::string_view::npos;
 }
 
 std::string CompactPathForLabel(const LabelMetrics& label, const std::string& path) {

@@ -29,6 +29,9 @@ std::string GetPathFileName(std::string_view path);
 // Without one trailing backslash.
 std::string StripTrailingBackslash(std::string_view path);
 
+// True for a path that starts at a drive or a network share.
+bool IsAbsolutePath(std::string_view path);
+
 // The label on which a shortened path is shown: its width and its form's measurement, in the same unit.
 class LabelMetrics {
  public:
@@ -46,7 +49,7 @@ std::string Dir(FileSystem& files, const std::string& pattern, bool directories 
 // True when a look-up of folder + name gives a file of that name, case ignored. `folder` ends in a backslash.
 bool FolderHoldsFile(FileSystem& files, const std::string& folder, const std::string& name);
 
-// Cuts `bytes` into lines ended by CR LF, LF or CR, the last one with or without its end. Gives false behind
+// Cuts `bytes` into lines ended by CR LF, LF or CR, the last one with or without its end. Gives false after
 // the last line.
 class LineReader {
  public:

@@ -59,20 +59,14 @@ Session* CurrentSession() {
   return currentSession;
 }
 
-SessionScope::SessionScope(Session& session) : previous_(currentSession) {
+SessionScope::SessionScope(Session& session)
+    : previous_(currentSession), previousStack_(SetCurrentCallStack(&session.callStack)) {
   currentSession = &session;
 }
 
 SessionScope::~SessionScope() {
   currentSession = previous_;
-}
-
-void CSPush(std::string_view name) {
-  if (currentSession != nullptr) currentSession->callStack.Push(name);
-}
-
-void CSPop(std::string_view name) {
-  if (currentSession != nullptr) currentSession->callStack.Pop(name);
+  SetCurrentCallStack(previousStack_);
 }
 
 void WriteLog(const std::string& text) {

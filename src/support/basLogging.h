@@ -2,9 +2,9 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Platform.h"
+#include "support/CallStack.h"
 #include "support/Errors.h"
 #include "support/User.h"
 
@@ -12,23 +12,8 @@ namespace bxvbwiz {
 
 class Findings;
 
-// How the component was started (App.StartMode).
+// How the program was started (App.StartMode).
 enum class StartMode { StandAlone = 0, Automation = 1 };
-
-// The names of the routines that are running, oldest first.
-class CallStack {
- public:
-  // `name` must be a literal: the stack does not copy it.
-  void Push(std::string_view name) { names_.push_back(name); }
-  // Removes the newest name when it is `name`; otherwise nothing happens.
-  void Pop(std::string_view name) {
-    if (!names_.empty() && names_.back() == name) names_.pop_back();
-  }
-  const std::vector<std::string_view>& Names() const { return names_; }
-
- private:
-  std::vector<std::string_view> names_;
-};
 
 // The optional log file, in the machine's code page. Disabled until Init finds a level.
 class Log {
@@ -50,7 +35,8 @@ class Log {
   std::string path_;
 };
 
-// What lives as long as the loaded component: made by the program's entry point, a fresh one for every test.
+// What lives as long as the program or the loaded library. Its entry point makes it, a test makes a fresh
+// one.
 class Session {
  public:
   Session(Platform& platform, StartMode mode) : log(platform), platform_(platform), startMode_(mode) {}
@@ -86,25 +72,8 @@ class SessionScope {
 
  private:
   Session* previous_;
+  CallStack* previousStack_;
 };
-
-void CSPush(std::string_view name);
-void CSPop(std::string_view name);
-
-// A routine's entry on the call stack; the name must be a literal.
-class CallStackEntry {
- public:
-  explicit CallStackEntry(std::string_view name) : name_(name) { CSPush(name_); }
-  ~CallStackEntry() { CSPop(name_); }
-  CallStackEntry(const CallStackEntry&) = delete;
-  CallStackEntry& operator=(const CallStackEntry&) = delete;
-
- private:
-  std::string_view name_;
-};
-
-// A precondition. Without effect in the delivered program: the condition is not evaluated there.
-#define BXVBWIZ_ASSERT(condition, message) static_cast<void>(sizeof((condition) ? 1 : 0))
 
 // Writes one line to the current session's log.
 void WriteLog(const std::string& text);
@@ -117,10 +86,10 @@ void ReportError(std::string_view routine, const RuntimeError& error);
 // The exception that is being handled, as a run-time error; passes WizardEnded on.
 RuntimeError CurrentError();
 
-// The reporting trap: runs `step`; when it fails the error is reported, and the step runs again after Retry.
+// Runs `step`; when it fails the error is reported, and the step runs again after Retry.
 // So a step is one call that may be repeated, not a group of calls that add things.
 template <class Step>
-auto Reporting(std::string_view routine, Step&& step) {
+auto RetryOrCancel(std::string_view routine, Step&& step) {
   for (;;) {
     try {
       return step();

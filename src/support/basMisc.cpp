@@ -67,7 +67,7 @@ class TreeCopy {
  private:
   void CopyFolder(const std::string& folder, const std::string& copy) {
     const Listing inside = ListFolder(files_, folder);
-    Reporting(kCopyFileTree, [&] { CheckSystem(files_.MakeDirectory(copy), copy); });
+    RetryOrCancel(kCopyFileTree, [&] { CheckSystem(files_.MakeDirectory(copy), copy); });
     const CallStackEntry nested(kCopyFileTree);
     Copy(inside, folder, copy + "\\");
   }
@@ -87,7 +87,7 @@ class TreeCopy {
 
   // After a copy that failed: every Retry is one more.
   void CopyAgain(const std::string& source, const std::string& target, SystemError error) {
-    Reporting(kCopyFileTree, [&] {
+    RetryOrCancel(kCopyFileTree, [&] {
       const SystemError now = std::exchange(error, SystemError::Success);
       CheckSystem(now != SystemError::Success ? now : files_.Copy(source, target), source + " to " + target);
     });
@@ -96,7 +96,7 @@ class TreeCopy {
   void MakeWritable(const std::string& copy, std::uint32_t attributes) {
     if ((attributes & kAttributeReadOnly) == 0) return;
     const std::uint32_t writable = attributes & ~kAttributeReadOnly;
-    Reporting(kCopyFileTree, [&] {
+    RetryOrCancel(kCopyFileTree, [&] {
       CheckSystem(files_.SetAttributes(copy, writable == 0 ? kAttributeNormal : writable), copy);
     });
   }
@@ -122,7 +122,7 @@ void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path)
     isSet = now && files.SetTimes(file, *now);
   }
   if (!isSet) AddFinding(FindingId::FileTimesNotSet, {path});
-  // A failed open gives a handle of all ones, which is not zero and has always been closed as well.
+  // A failed open gives a handle of all ones, which is not zero and is closed too.
   if (file != 0) files.Close(file);
 }
 

@@ -14,7 +14,7 @@ namespace bxvbwiz {
 void CopyFileTree(FileSystem& files, User& user, std::string& source, std::string& target);
 
 // Sets creation, last-access and last-write time of an existing file to the present; a missing one is left
-// alone. A failure is told.
+// alone. A failure becomes a finding.
 void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path);
 
 }  // namespace bxvbwiz

@@ -1,6 +1,6 @@
 #include "support/basParse.h"
 
-#include "support/basLogging.h"
+#include "support/CallStack.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "support/basLogging.h"
+#include "support/CallStack.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -58,7 +58,7 @@ std::string GetToken(std::string_view text, std::int16_t number, std::string_vie
   std::string working;
   working.reserve(text.size() + 2 * separator.size());
   working.append(separator).append(text).append(separator);
-  // Every search goes on one character behind the start of the last hit, not behind its end. After a miss it
+  // Every search goes on one character after the start of the last hit, not after its end. After a miss it
   // begins at the front again: that is what makes the numbers wrap round.
   constexpr std::size_t kMissed = std::string::npos;
   std::size_t position = kMissed;

@@ -7,7 +7,6 @@
 #include "support/Conversion.h"
 #include "support/Findings.h"
 #include "sysinfo/Key.h"
-#include "sysinfo/Values.h"
 
 namespace bxvbwiz {
 namespace {

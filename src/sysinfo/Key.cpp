@@ -3,8 +3,6 @@
 #include <array>
 
 #include "support/Errors.h"
-#include "sysinfo/Keys.h"
-#include "sysinfo/Values.h"
 
 namespace bxvbwiz {
 namespace {

@@ -3,14 +3,71 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <variant>
+#include <vector>
 
 #include "platform/Registry.h"
+#include "support/KeyedCollection.h"
 #include "sysinfo/RegConstants.h"
 
+// The registry as objects: keys, their subkeys and values.
 namespace bxvbwiz {
 
+class Key;
+
+// The data of a value: nothing, a REG_DWORD, a REG_SZ or a REG_BINARY.
+using ValueData = std::variant<std::monostate, std::int32_t, std::string, std::vector<std::uint8_t>>;
+
+// One named value of a key.
+class Value {
+ public:
+  Value(Registry& registry, const Key& parent, std::string name, std::uint32_t type)
+      : DataType(type), registry_(registry), parent_(parent), name_(std::move(name)) {}
+
+  std::uint32_t DataType;  // a Reg... type of RegConstants; a successful read updates it
+
+  const std::string& Name() const { return name_; }
+  const Key& Parent() const { return parent_; }
+  // The data; empty for other types, data over RegMaxDataSize and whatever the registry refuses. Strings are
+  // not expanded.
+  ValueData Get();
+  // Writes data of this value's type; other types and alternatives are not written. False when nothing was.
+  bool Set(const ValueData& data);
+  // Get as text; empty unless the value is a REG_SZ.
+  std::string Text();
+
+ private:
+  Registry& registry_;
+  const Key& parent_;  // outlives its values
+  std::string name_;
+};
+
+// The values of a key, found by position (from 1) or by name (case ignored).
+class Values {
+ public:
+  Values(Registry& registry, Key& parent) : registry_(registry), parent_(parent) {}
+
+  // Adds a value of that name and type to the collection (writing it is Value::Set); one of that name is
+  // replaced in its place.
+  std::shared_ptr<Value> Add(const std::string& name, std::uint32_t type);
+  std::shared_ptr<Value> Item(std::size_t position) const { return values_.Item(position); }
+  // Null when there is none.
+  std::shared_ptr<Value> Item(const std::string& name) const { return values_.FindItem("N" + name); }
+  // The value without a name, or the first one; null when there is none.
+  std::shared_ptr<Value> Default() const;
+  std::size_t Count() const { return values_.Count(); }
+  // Deletes the value in the registry and drops it. False when the registry refuses.
+  bool Remove(const std::string& name);
+  void Refresh();
+  Key& Parent() const { return parent_; }
+
+ private:
+  Registry& registry_;
+  Key& parent_;                                      // owns this
+  KeyedCollection<Value> values_{KeyCase::Ignored};  // keyed by "N" + name: the default value has no name
+};
+
 class Keys;
-class Values;
 
 // One registry key as an object. What the registry refuses gives an empty result; RequiredText alone raises
 // errors.
@@ -67,6 +124,34 @@ class Key : public std::enable_shared_from_this<Key> {
   std::weak_ptr<Key> elementParent_;  // of an element of the parent's SubKeys
   std::unique_ptr<Keys> subKeys_;
   std::unique_ptr<bxvbwiz::Values> values_;
+};
+
+// The subkeys of a key, found by position or by name (case ignored).
+class Keys {
+ public:
+  Keys(Registry& registry, Key& parent) : registry_(registry), parent_(parent) {}
+
+  // Opens or creates a subkey, lists its values and adds it; null when the registry refuses. A subkey that is
+  // already listed is replaced in its place.
+  std::shared_ptr<Key> Add(const std::string& name);
+  std::shared_ptr<Key> Item(std::size_t position) const { return keys_.Item(position); }
+  std::shared_ptr<Key> Item(const std::string& name) const { return keys_.FindItem(name); }
+  std::size_t Count() const { return keys_.Count(); }
+  // Deletes the subkey of that name or position in the registry and drops it. False when the registry
+  // refuses.
+  bool Remove(const std::string& name);
+  bool Remove(std::size_t position);
+  // Lists the subkeys anew. One that may not be opened with all access is opened for reading, so that a user
+  // without administrator rights sees it too.
+  void Refresh();
+  Key& Parent() const { return parent_; }
+
+ private:
+  std::shared_ptr<Key> AddOpened(const std::string& name, RegistryHandle opened);
+
+  Registry& registry_;
+  Key& parent_;  // owns this
+  KeyedCollection<Key> keys_{KeyCase::Ignored};
 };
 
 }  // namespace bxvbwiz

@@ -1,8 +1,6 @@
-#include "sysinfo/Keys.h"
+#include "sysinfo/Key.h"
 
 #include <vector>
-
-#include "sysinfo/Values.h"
 
 namespace bxvbwiz {
 

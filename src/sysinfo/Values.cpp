@@ -1,4 +1,4 @@
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 
 #include <algorithm>
 

@@ -149,7 +149,7 @@ void frmMain::cmdBrowse_Click() {
   if (handlerDepth_ > 0) return;
   Handle([this] {
     const CallStackEntry entry("frmMain!cmdBrowse_Click");
-    const std::string chosen = Reporting("frmMain!cmdBrowse_Click", [this] {
+    const std::string chosen = RetryOrCancel("frmMain!cmdBrowse_Click", [this] {
       return view_->BrowseForFile(platform_.strings.Text(TextId::VisualBasicProjectFile), "*.vbp");
     });
     if (chosen.empty()) return;

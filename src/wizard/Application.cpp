@@ -3,8 +3,7 @@
 #include <cstdlib>
 
 #include "support/CCmdOptions.h"
-#include "sysinfo/Keys.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 
 namespace bxvbwiz {
 
@@ -37,7 +36,7 @@ Application::~Application() {
   const CallStackEntry entry(kRoutine);
   try {
     if (host_.core().session().startMode() == StartMode::StandAlone)
-      Reporting(kRoutine, [this] { WriteResults(); });
+      RetryOrCancel(kRoutine, [this] { WriteResults(); });
     host_.Detach(*this);
   } catch (const WizardEnded&) {
     // The box of a failed write was answered with Cancel: the object goes all the same.

@@ -3,6 +3,7 @@
 #include "setupgen/CComponents.h"
 #include "setupgen/Patches.h"
 #include "setupgen/Report.h"
+#include "setupgen/VBRuntimeObject.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"
@@ -18,7 +19,7 @@ constexpr const char* kRoutine = "cmdNext_Click";
 }  // namespace
 
 std::string ChooseSetupProjectName(Platform& platform, User& user, const std::string& applicationName) {
-  return Reporting(kRoutine, [&] {
+  return RetryOrCancel(kRoutine, [&] {
     const std::string dataFolder = DataFolder(platform, user);
     std::string name = applicationName;
     for (int n = 1; !Dir(platform.files, dataFolder + name + "\\*.*", true).empty(); ++n) {
@@ -49,14 +50,14 @@ void Generation::MakeSetupProject() {
 }
 
 void Generation::MakeSetupFolder() {
-  const std::string folder = Reporting(kRoutine, [this] { return DataFolder(platform_, user_); }) + name_;
-  Reporting(kRoutine, [&] { CheckSystem(platform_.files.MakeDirectory(folder), folder); });
+  const std::string folder = RetryOrCancel(kRoutine, [this] { return DataFolder(platform_, user_); }) + name_;
+  RetryOrCancel(kRoutine, [&] { CheckSystem(platform_.files.MakeDirectory(folder), folder); });
   setup_.folder = FixPath(folder);
 }
 
 void Generation::CopyTemplate() {
-  std::string source = Reporting(kRoutine, [this] { return TemplateFolder(platform_, user_); });
-  templateProjectFile_ = Reporting(kRoutine, [&] {
+  std::string source = RetryOrCancel(kRoutine, [this] { return TemplateFolder(platform_, user_); });
+  templateProjectFile_ = RetryOrCancel(kRoutine, [&] {
     std::string found = Dir(platform_.files, source + "*.bxp");
     if (found.empty()) throw RuntimeError(kErrorFileNotFound, "File not found: " + source + "*.bxp");
     return found;
@@ -70,7 +71,7 @@ void Generation::RenameAndPatchProjectFile() {
   const std::string copied = setup_.folder + templateProjectFile_;
   const std::string projectFile = setup_.folder + name_ + ".bxp";
   if (copied != projectFile) {
-    Reporting(kRoutine, [&] { CheckSystem(platform_.files.Rename(copied, projectFile), projectFile); });
+    RetryOrCancel(kRoutine, [&] { CheckSystem(platform_.files.Rename(copied, projectFile), projectFile); });
   }
   PatchIpr(platform_, analysis_.Lists(), answers_, projectFile);
   platform_.profiles.Flush();
@@ -84,7 +85,7 @@ void Generation::MakeFileGroups() {
   std::int16_t after = 0;
   FindScriptDefinedVariables(platform_, setup_.folder, before);
   CreateFileGroups();
-  global_.AddVBRuntimeObject(setup_.folder);
+  AddVBRuntimeObject(global_, setup_.folder);
   FindScriptDefinedVariables(platform_, setup_.folder, after);
   setup_.scriptDefinedVariables = ScriptDefinedVariableNames(before, after);
   user_.ShowProgress(platform_.strings.Text(TextId::UpdatingFiles));
@@ -104,7 +105,7 @@ void Generation::CreateFileGroups() {
 }
 
 void Generation::SaveReport() {
-  Reporting(kRoutine, [this] {
+  RetryOrCancel(kRoutine, [this] {
     WriteReport(platform_, setup_.folder, setup_.report, analysis_.ProjectView().Nodes());
   });
 }

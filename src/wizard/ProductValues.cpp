@@ -2,7 +2,7 @@
 
 #include "project/basGlobal.h"
 #include "support/basFile.h"
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 
 namespace bxvbwiz {
 namespace {

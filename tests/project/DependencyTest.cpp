@@ -33,11 +33,7 @@ class DependencyTest : public ProjectFixture {
 };
 
 TEST_F(DependencyTest, WithoutAPlainSectionTheOneOfTheFittestLanguageCounts) {
-  const struct {
-    const char* userLanguage;
-    const char* sections;
-    const char* chosen;
-  } cases[] = {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {"0407", "[c.ocx <0009>] [c.ocx <0007>] [c.ocx <0407>] [c.ocx]", "c.ocx"},
       {"0407", "[c.ocx <0009>] [c.ocx <0007>] [C.OCX <0407>]", "C.OCX <0407>"},
       {"0c07", "[c.ocx <0009>] [c.ocx <0407>] [c.ocx <0007>]", "c.ocx <0007>"},
@@ -46,16 +42,16 @@ TEST_F(DependencyTest, WithoutAPlainSectionTheOneOfTheFittestLanguageCounts) {
       {"0409", "[c.ocx 0009] [c.ocx<0009>] [c.ocx <009>] [c.ocx <x009>] [c.ocx <0009>x]", ""},
       {"0409", "[cc.ocx <0009>] [.ocx <0009>] [ <0009>]", ""},
   };
-  for (const auto& test : cases) {
+  for (const auto& [userLanguage, sections, chosen] : cases) {
     TestMachine machine;
-    machine.Write("machine.ini", std::string("[Machine]\nLanguage=") + test.userLanguage + "\n");
-    std::string depFile = test.sections;
+    machine.Write("machine.ini", std::string("[Machine]\nLanguage=") + userLanguage + "\n");
+    std::string depFile = sections;
     for (std::size_t at = 0; (at = depFile.find(']', at)) != std::string::npos;) {
       depFile.replace(at, depFile[at + 1] == ' ' ? 2 : 1, "]\nDest=x\n");
       ++at;
     }
     machine.Write("drive_c/c.dep", "[c.ocx <0409>]\n" + depFile);  // an empty section says nothing
-    EXPECT_EQ(FindDepSection(machine.platform(), "C:\\c.dep", "c.ocx"), test.chosen) << test.sections;
+    EXPECT_EQ(FindDepSection(machine.platform(), "C:\\c.dep", "c.ocx"), chosen) << sections;
   }
 }
 
@@ -94,20 +90,6 @@ TEST_F(DependencyTest, ImportsCompleteTheList) {
             "|bare.dll|");
 }
 
-TEST_F(DependencyTest, AFileThatTheFactsDoNotFindIsLookedForAmongTheRedistributablesAndInTheSystem) {
-  Put(kRedist + "a.dll", MakePe({"fromredist.dll"}, {}));
-  Put(kSystem + "a.dll", MakePe({"wrong.dll"}, {}));
-  Put(kSystem + "b.dll", MakePe({"fromsystem.dll"}, {}));
-  for (const auto& [name, needed] : std::map<std::string, std::string>{
-           {"a.dll", "fromredist.dll"}, {"b.dll", "fromsystem.dll"}, {"none.dll", ""}, {"", ""}}) {
-    CDependencies own(context());
-    CDependencies all(context());
-    ReadDependencies(context(), name, name, "", own, all);
-    EXPECT_EQ(NamesOf(own), needed);
-    EXPECT_EQ(NamesOf(all), needed);
-  }
-}
-
 TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
 #ifdef _WIN32
   constexpr int kLength = 500;  // Wine takes a millisecond to look for a file
@@ -128,9 +110,7 @@ TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
 
 TEST_F(DependencyTest, NamesOfOneKeyAreBothKept) {
   CDependencies files(context());
-  files.Add("a-b.dll");
-  EXPECT_EQ(files.Add("ab.dll")->Key, "Kabdll");
-  EXPECT_EQ(files.Item("Kabdll")->Name, "a-b.dll");
+  for (const char* name : {"a-b.dll", "ab.dll"}) files.Add(name);
   EXPECT_TRUE(files.Holds("ab.dll") && files.Holds("a-b.dll") && !files.Holds("AB.dll"));
   files.Remove("Kabdll");
   EXPECT_EQ(NamesOf(files), "ab.dll");

@@ -1,9 +1,4 @@
-#include <gtest/gtest.h>
-
-#include "project/basGlobal.h"
-#include "support/Findings.h"
-#include "support/RecordingUser.h"
-#include "TestMachine.h"
+#include "ProjectFixture.h"
 
 namespace bxvbwiz {
 namespace {
@@ -23,9 +18,7 @@ TEST(GlobalTest, VisualBasicIsFoundByItsBuildCommand) {
       {"C:\\VB 9\\VB6.EXE /make", "vb7.exe", "C:\\VB 9\\||"}};
   for (const auto& each : cases) {
     TestMachine disk;
-    std::string data;
-    for (const char character : each.command)
-      data += character == '\\' || character == '"' ? std::string{'\\', character} : std::string{character};
+    const std::string data = *ReplaceAll(*ReplaceAll(each.command, "\\", "\\\\"), "\"", "\\\"");
     disk.Registry(
         "[HKEY_CLASSES_ROOT\\.vbp]\r\n@=\"VB.Project\"\r\n[HKEY_CLASSES_ROOT\\VB."
         "Project\\shell\\Make\\command]\r\n@=\"" +
@@ -39,114 +32,45 @@ TEST(GlobalTest, VisualBasicIsFoundByItsBuildCommand) {
   }
 }
 
-TEST(GlobalTest, SystemFilesAreListedUpToAGapAndReadOnce) {
-  TestMachine disk;
-  disk.InstallProduct();
-  const std::string list =
-      "[System]\r\n1File=A-b.dll\r\n2File=Ab.dll\r\n3File=A-b.dll\r\n4File=C:\\x.ocx\r\n6File=late.dll\r\n";
-  disk.Write("drive_c/Borvex/VBWizDep.ini", list);
-  basGlobal global(disk.platform());
-  EXPECT_FALSE(global.IsSystemFile("ab.dll"));
-  global.LoadSystemFiles();
-  EXPECT_EQ(global.gDepFilePath(), "C:\\Borvex\\VBWizDep.ini");
+using SystemFiles = ProjectFixture;
+
+TEST_F(SystemFiles, AreListedUpToAGapAndReadOnce) {
+  Put("C:\\Borvex\\VBWizDep.ini",
+      "[System]\r\n1File=A-b.dll\r\n2File=Ab.dll\r\n3File=A-b.dll\r\n4File=C:\\x.ocx\r\n6File=late.dll\r\n");
+  EXPECT_FALSE(global().IsSystemFile("ab.dll"));
+  global().LoadSystemFiles();
   // "A-b.dll" and "Ab.dll" have the same key; both are system files all the same.
-  EXPECT_EQ(global.gSystemFiles()->Count(), 2U);
-  for (const char* name : {"a-B.DLL", "ab.dll", "c:\\X.ocx"}) EXPECT_TRUE(global.IsSystemFile(name)) << name;
-  for (const char* name : {"x.ocx", "late.dll", ""}) EXPECT_FALSE(global.IsSystemFile(name)) << name;
-
-  disk.platform().profiles.WriteString("System", "5File", "new.dll", global.gDepFilePath());
-  global.LoadSystemFiles();
-  EXPECT_FALSE(global.IsSystemFile("new.dll"));
+  EXPECT_EQ(global().gSystemFiles()->Count(), 2U);
+  for (const char* name : {"a-B.DLL", "ab.dll", "c:\\X.ocx"})
+    EXPECT_TRUE(global().IsSystemFile(name)) << name;
+  for (const char* name : {"x.ocx", "late.dll", ""}) EXPECT_FALSE(global().IsSystemFile(name)) << name;
+  platform().profiles.WriteString("System", "5File", "new.dll", global().gDepFilePath());
+  global().LoadSystemFiles();
+  EXPECT_FALSE(global().IsSystemFile("new.dll"));
 }
 
-TEST(GlobalTest, AnIniEntryIsFoundByItsExactValueBeforeTheFirstGap) {
-  TestMachine disk;
-  const std::string longValue(254, 'x');
-  disk.Write("drive_c/x.ini", "[S]\r\n0component=A\r\n1component=B\r\n2component=" + longValue +
-                                  "\r\n4component=D\r\n0n=NONE\r\n");
-  basGlobal global(disk.platform());
-  const struct {
-    const char* suffix;
-    std::string wanted;
-    bool found;
-    int index;
-  } cases[] = {{"component", "A", true, 1},
-               {"component", "B", true, 2},
-               {"component", "b", false, 3},
-               {"component", "D", false, 3},
-               {"component", longValue.substr(0, 253), true, 3},
-               {"n", "NONE", false, 0},
-               {"absent", "", false, 0}};
-  for (const auto& each : cases) {
-    std::int16_t index = -1;
-    EXPECT_EQ(global.FindIniFileEntry("C:\\x.ini", "S", each.suffix, each.wanted, index), each.found);
-    EXPECT_EQ(index, each.index) << each.suffix << " " << each.wanted;
+TEST_F(SystemFiles, WithoutAListAreNoted) {
+  Put("C:\\Borvex\\VBWizDep.ini", "");
+  global().LoadSystemFiles();
+  EXPECT_EQ(findings().All().size(), 1U);
+}
+
+TEST_F(SystemFiles, NeedTheFolderOfTheirListAsText) {
+  disk.Registry(
+      "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\r\n\"DepFile\"=dword:1\r\n");
+  EXPECT_THROW(global().LoadSystemFiles(), RuntimeError);
+}
+
+TEST(HexVersion, IsConvertedPartByPart) {
+  const std::tuple<const char*, bool, const char*> cases[] = {
+      {"1.a", true, "1.10"}, {"2D.00fF", true, "45.255"},    {"1.", true, "1"},
+      {"", true, ""},        {"FFFFFFF", true, "268435455"}, {"12345678.0", false, ""},
+      {"1..2", false, "1"},  {"1.0x2", false, "1"},          {"\u0661", false, ""}};
+  for (const auto& [hexadecimal, converted, decimal] : cases) {
+    std::string result = "left over";
+    EXPECT_EQ(ConvertHexVersion(hexadecimal, result), converted) << hexadecimal;
+    EXPECT_EQ(result, decimal) << hexadecimal;
   }
-}
-
-TEST(GlobalTest, ASystemFileListThatCannotBeFoundIsAnErrorAndAnEmptyOneIsTold) {
-  for (const char* value : {"\"C:\\\\Empty\"", "-", "dword:00000001"}) {
-    TestMachine disk;
-    disk.InstallProduct();
-    disk.Write("drive_c/Empty/VBWizDep.ini", "");
-    disk.Registry(
-        std::string(
-            "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Borvex\\Borvex Professional\\6.0\\VBWiz]\r\n\"DepFile\"=") +
-        value + "\r\n");
-    RecordingUser user;
-    Session session(disk.platform(), StartMode::Automation);
-    const SessionScope scope(session);
-    session.user = &user;
-    Findings findings(disk.platform().strings);
-    session.findings = &findings;
-    basGlobal global(disk.platform());
-    if (*value != '"') {
-      EXPECT_THROW(global.LoadSystemFiles(), RuntimeError) << value;
-    } else {
-      global.LoadSystemFiles();
-      EXPECT_EQ(findings.All().size(), 1U);
-    }
-  }
-}
-
-struct NoGuids : Guids {
-  std::optional<GuidBytes> Create() override { return std::nullopt; }
-};
-
-TEST(GlobalTest, TheRuntimeComponentIsAddedOnceAndNeverWithoutAnIdentifier) {
-  TestMachine disk;
-  disk.InstallProduct();
-  disk.Write("drive_c/New/Component Definitions/Default.cdf", "");
-  Platform& platform = disk.platform();
-  NoGuids noGuids;
-  Platform withoutGuids{platform.registry,  platform.facts,  platform.files,    platform.profiles,
-                        platform.processes, noGuids,         platform.settings, platform.clock,
-                        platform.codePage,  platform.strings};
-  EXPECT_FALSE(basGlobal(withoutGuids).AddVBRuntimeObject("C:\\New"));
-  EXPECT_FALSE(basGlobal(platform).AddVBRuntimeObject("C:\\New"));
-  EXPECT_TRUE(basGlobal(platform).AddVBRuntimeObject("C:\\New\\"));
-}
-
-TEST(GlobalTest, AHexadecimalVersionIsConvertedPartByPart) {
-  const struct {
-    const char* hexadecimal;
-    bool converted;
-    const char* decimal;
-  } cases[] = {{"1.a", true, "1.10"}, {"2D.00fF", true, "45.255"},    {"1.", true, "1"},
-               {"", true, ""},        {"FFFFFFF", true, "268435455"}, {"12345678.0", false, ""},
-               {"1..2", false, "1"},  {"1.0x2", false, "1"},          {"\u0661", false, ""}};
-  for (const auto& each : cases) {
-    std::string decimal = "left over";
-    EXPECT_EQ(ConvertHexVersion(each.hexadecimal, decimal), each.converted) << each.hexadecimal;
-    EXPECT_EQ(decimal, each.decimal) << each.hexadecimal;
-  }
-}
-
-TEST(GlobalTest, TheProgressBeginsAgainBehindItsLimit) {
-  TestMachine disk;
-  basGlobal global(disk.platform());
-  global.ResetProgress(3);
-  for (const int value : {1, 2, 3, 1, 2}) EXPECT_EQ(global.NextProgressValue(), value);
 }
 
 }  // namespace

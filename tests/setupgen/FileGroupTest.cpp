@@ -1,11 +1,12 @@
 #include "SetupFixture.h"
 #include "setupgen/CComponents.h"
+#include "setupgen/VBRuntimeObject.h"
 #include "tools/PeWriter.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr const char* kComponents = "Setup\\Component Definitions\\Default.cdf";
+constexpr const char* kComponents = "C:\\Setup\\Component Definitions\\Default.cdf";
 
 CFile File(const std::string& path, const std::string& group = "Program Files",
            const std::string& destination = "$(APPPATH)") {
@@ -20,9 +21,10 @@ CFile File(const std::string& path, const std::string& group = "Program Files",
 using FileGroupTest = SetupFixture;
 
 TEST_F(FileGroupTest, FactsComeFromDestinationDepFileAndSearch) {
-  Put("VB98\\Wizards\\PDWizard\\Redist\\Moved.dll", MakePe({"KERNEL32.dll"}, {"DllRegisterServer"}));
-  for (const char* path : {"App\\Mine.dll", "App\\Moved.dll"}) Put(path, MakePe({"KERNEL32.dll"}, {"Other"}));
-  Put("App\\x.dep", "[Mine.dll]\r\nRegister=$(Bad)\r\n[Lang.dll <0009>]\r\nDest=$(WINPATH)\r\n");
+  Put("C:\\VB98\\Wizards\\PDWizard\\Redist\\Moved.dll", MakePe({"KERNEL32.dll"}, {"DllRegisterServer"}));
+  for (const char* path : {"C:\\App\\Mine.dll", "C:\\App\\Moved.dll"})
+    Put(path, MakePe({"KERNEL32.dll"}, {"Other"}));
+  Put("C:\\App\\x.dep", "[Mine.dll]\r\nRegister=$(Bad)\r\n[Lang.dll <0009>]\r\nDest=$(WINPATH)\r\n");
   // "destination|link path|resolves|shared|register|group"
   const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
       {"$(FOO)", "C:\\App\\Mine.dll", "", "$(APPPATH)|C:\\App\\|1|0|0|Program Files"},
@@ -38,8 +40,8 @@ TEST_F(FileGroupTest, FactsComeFromDestinationDepFileAndSearch) {
   for (const auto& [destination, path, depFile, facts] : cases) {
     FileRecord record;
     FileRecord copy;
-    run().groups.GetFileGroupInfo(destination, path, depFile, nullptr, record);
-    run().groups.GetFileGroupInfo("D:\\other", "y.dll", "", &record, copy);
+    groups().GetFileGroupInfo(destination, path, depFile, nullptr, record);
+    groups().GetFileGroupInfo("D:\\other", "y.dll", "", &record, copy);
     for (const FileRecord& file : {record, copy})
       EXPECT_EQ(file.Destination + "|" + file.FileLinkPath + "|" + std::to_string(file.LinkResolves) + "|" +
                     std::to_string(file.SharedFile) + "|" + std::to_string(file.SelfRegister) + "|" +
@@ -61,59 +63,64 @@ TEST_F(FileGroupTest, GroupsAreNamedByDestinationRegistrationAndSharing) {
       {"$(APPPATH)\\x", "C:\\A\xC3\x84", 0, false, "A\xC3\xA4 Files", "A\xC3\xA4 Files"},
       {"$(APPPATH)\\x", "C:\\", 1, true, "Program Files", " Files"},
   };
-  CComponents components(run().platform, run().groups, run().lists);
+  CComponents components(platform(), groups(), lists());
   for (const auto& [destination, linkPath, registration, shared, group, component] : cases) {
     CFile file = File("x", "", destination);
     file.FileLinkPath = linkPath;
     file.SelfRegister = registration;
     file.SharedFile = shared;
-    EXPECT_EQ(run().groups.CreateFileGroupName("ignored", file), group) << destination;
+    EXPECT_EQ(groups().CreateFileGroupName("ignored", file), group) << destination;
     EXPECT_EQ(components.CreateComponentName("ignored", file), component) << destination;
   }
 }
 
 TEST_F(FileGroupTest, ADestinationWithoutSymbolGetsAScriptDefinedVariable) {
   const std::string folders = "[USERDEFINED]\r\nSubDir0=USERDEFINED\\<VBWizVar-0>\r\nSubDir1=USERDEFINED\\";
-  Put("Setup\\Component Definitions\\Default.fgl",
+  Put("C:\\Setup\\Component Definitions\\Default.fgl",
       folders + "<vbwizvar-7>\r\n[USERDEFINED\\<VBWizVar-1>]\r\nStale=1\r\n");
-  Put("Setup\\Text Substitutions\\Setup.tsb", "[Data]\r\n[<VBWizVar-1>]\r\nStale=1\r\n");
-  CComponents components(run().platform, run().groups, run().lists);
+  Put("C:\\Setup\\Text Substitutions\\Setup.tsb", "[Data]\r\n[<VBWizVar-1>]\r\nStale=1\r\n");
+  CComponents components(platform(), groups(), lists());
   for (const auto& [component, destination] :
        {Pair{"A", "D:\\Tools"}, {"C", "$(MsDaoPath)"}, {"E", "$(APPPATH)"}})
     EXPECT_TRUE(components.CreateComponent(kSetup, component, File("x", "", destination))) << component;
 
-  EXPECT_EQ(Words("Setup\\Component Definitions\\Default.fgl"),
+  EXPECT_EQ(Words("C:\\Setup\\Component Definitions\\Default.fgl"),
             "[USERDEFINED] SubDir0=USERDEFINED\\<VBWizVar-0> SubDir1=USERDEFINED\\<vbwizvar-7> "
             "SubDir2=USERDEFINED\\<VBWizVar-1> SubDir3=USERDEFINED\\<DAO> "
             "[USERDEFINED\\<VBWizVar-1>] DISPLAYTEXT= TYPE=TEXTSUB fulldirectory= "
             "[USERDEFINED\\<DAO>] DISPLAYTEXT= TYPE=TEXTSUB fulldirectory=");
-  EXPECT_EQ(Words("Setup\\Text Substitutions\\Setup.tsb"),
+  EXPECT_EQ(Words("C:\\Setup\\Text Substitutions\\Setup.tsb"),
             "[Data] Key0=<VBWizVar-1> Key1=<DAO> [<VBWizVar-1>] KeyType=3 Value= [<DAO>] KeyType=3 Value=");
   const std::string definitions = Words(kComponents);
   EXPECT_NE(definitions.find("TARGET=<DAO> TARGETHIDDEN=Script-defined Folders\\<DAO> [E] "),
             std::string::npos);
   EXPECT_EQ(definitions.find("TARGET=", definitions.find("[E]")), std::string::npos);
   std::int16_t count = 99;
-  FindScriptDefinedVariables(run().platform, kSetup, count);
+  FindScriptDefinedVariables(platform(), kSetup, count);
   EXPECT_EQ(count, 3);
 }
 
-TEST_F(FileGroupTest, EachFurtherFileCostsTheSameFewCalls) {
-  for (int number = 0; number < 400; ++number) {
-    if (number == 10) run().profiles.calls = run().files.lookUps = 0;
-    EXPECT_TRUE(run().groups.CreateFileGroup(kSetup, File("f" + std::to_string(number))));
+TEST_F(FileGroupTest, AnEntryIsFoundByItsExactValueBeforeTheFirstGap) {
+  const std::string longValue(254, 'x');
+  Put("C:\\x.ini",
+      "[S]\r\n0component=A\r\n1component=B\r\n2component=" + longValue + "\r\n4component=D\r\n0n=NONE\r\n");
+  const std::tuple<const char*, std::string, bool, int> cases[] = {
+      {"component", "B", true, 2},  {"component", "b", false, 3}, {"component", longValue.substr(1), true, 3},
+      {"component", "D", false, 3}, {"n", "NONE", false, 0},      {"absent", "", false, 0}};
+  for (const auto& [suffix, wanted, found, number] : cases) {
+    std::int16_t index = -1;
+    EXPECT_EQ(FindIniFileEntry(platform().profiles, "C:\\x.ini", "S", suffix, wanted, index), found);
+    EXPECT_EQ(index, number) << suffix << " " << wanted;
   }
-  EXPECT_EQ(run().profiles.calls, 390 * 3);  // one writes, one reads it back, one finds the list's end
-  EXPECT_EQ(run().files.lookUps, 0);
 }
 
 TEST_F(FileGroupTest, AFileWhoseFolderIsNotThatOfItsGroupIsTold) {
   CFile first = File("a"), same = File("b"), other = File("c");
   first.Destination = same.Destination = "$(APPPATH)\\Data";
   other.Destination = "$(APPPATH)\\Data\\Sub";
-  for (const CFile* file : {&first, &same, &other}) run().groups.CreateFileGroup(kSetup, *file);
-  ASSERT_EQ(run().findings.All().size(), 1U);
-  EXPECT_EQ(run().findings.All()[0].values[1], "<TARGETDIR>\\Data\\Sub");
+  for (const CFile* file : {&first, &same, &other}) groups().CreateFileGroup(kSetup, *file);
+  ASSERT_EQ(findings().All().size(), 1U);
+  EXPECT_EQ(findings().All()[0].values[1], "<TARGETDIR>\\Data\\Sub");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "setupgen/Report.h"
 
 #include "SetupFixture.h"
-#include "setupgen/Patches.h"
 
 namespace bxvbwiz {
 namespace {
@@ -27,7 +26,7 @@ TEST(Format, LinesBreakAtMarkersAndAtBlanksFromColumn75On) {
 }
 
 TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
-  const StringTable& strings = run().platform.strings;
+  const StringTable& strings = platform().strings;
   for (int bits = 0; bits < 16; ++bits) {
     const DataAccessNeeds needs{(bits & 1) != 0, (bits & 2) != 0, (bits & 4) != 0, (bits & 8) != 0};
     std::string expected = *ReplaceAll(strings.Text(TextId::ReportIntroduction), "/n", "\r\n");
@@ -46,7 +45,7 @@ TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
 }
 
 TEST_F(ReportTest, WhatIsLeftToDoIsListedUnformatted) {
-  const StringTable& strings = run().platform.strings;
+  const StringTable& strings = platform().strings;
   EXPECT_EQ(LeftToDo(strings, {}), "");
   const std::string sentence =
       "The file C:\\" + std::string(70, 'x') + " y/new.dll was not found on this computer.";
@@ -60,18 +59,11 @@ TEST_F(ReportTest, SupportFilesOfVisualBasicSixAreNoHeading) {
   view.text = "D\xC3\xA9mo";
   for (const char* version : {"5", "6"})
     view.Add("", "Visual Basic " + std::string(version) + ".0 Support Files", NodeImage::Heading);
-  WriteReport(run().platform, kSetup, "", nodes);
+  WriteReport(platform(), kSetup, "", nodes);
   const std::string tree =
       "[D\xE9mo]\r\n   [Visual Basic 5.0 Support Files]\r\n      None\r\n"
       "   -> Visual Basic 6.0 Support Files\r\n";
-  EXPECT_NE(Stored("Setup\\Script Files\\Report.txt").find(tree), std::string::npos);
-}
-
-TEST_F(ReportTest, ADataLinkReplacesALongerOne) {
-  Put("Links\\Old.bxl", "something longer than what will be written into the data link file afterwards");
-  CreateDataLink(run().platform, kSetup, "Old");
-  EXPECT_EQ(Stored("Links\\Old.bxl"),
-            "[Data]\r\nLocation=C:\\Setup\r\n\r\n[General]\r\nId=BXLinkFile\r\nVersion=1.00.000\r\n");
+  EXPECT_NE(Stored("C:\\Setup\\Script Files\\Report.txt").find(tree), std::string::npos);
 }
 
 }  // namespace

@@ -1,10 +1,6 @@
-#include <gtest/gtest.h>
-
 #include <new>
 
-#include "support/Findings.h"
-#include "support/RecordingUser.h"
-#include "TestMachine.h"
+#include "TestSession.h"
 
 namespace bxvbwiz {
 namespace {
@@ -44,70 +40,45 @@ TEST(Log, FollowsItsSettings) {
   }
 }
 
-TEST(Log, HasOneBackslashBetweenFolderAndName) {
-  TestMachine disk;
-  disk.Write("machine.ini", "[Folders]\r\nWindows=W:\\\r\n");
-  disk.LogSettings({{"LogLevel", "0"}, {"LogName", "my.log"}});
-  Log log(disk.platform());
-  log.Init();
-  EXPECT_EQ(log.Path(), "W:\\my.log");
-}
+struct LoggingTest : TestSession {
+  LoggingTest() { disk.LogSettings({{"LogLevel", "0"}, {"LogName", "my.log"}}); }
+};
 
-TEST(ReportError, LogsTheStackRepeatsAfterRetryAndEndsAfterCancel) {
-  TestMachine disk;
-  disk.LogSettings({{"LogLevel", "0"}});
-  Session session(disk.platform(), StartMode::Automation);
-  const SessionScope scope(session);
-  session.log.Init();
-  RecordingUser user;
-  session.user = &user;
+TEST_F(LoggingTest, AnErrorIsLoggedWithTheStackRepeatedAfterRetryAndEndsTheWizardAfterCancel) {
+  disk.Write("machine.ini", "[Folders]\r\nWindows=C:\\\r\n");
+  session();
   user.answers = {Button::Retry, Button::Ok};  // only Retry goes on
   int runs = 0;
   const auto routine = [&] {
     const CallStackEntry outer("Outer");
     const CallStackEntry entry("CFile:Step");
-    Reporting("CFile:Step", [&] {
-      const CallStackEntry failing("Gone when the trap is reached");
+    RetryOrCancel("CFile:Step", [&] {
+      const CallStackEntry failing("Gone when the error is caught");
       ++runs;
       CheckSystem(SystemError::FileNotFound, "C:\\x");
     });
   };
   EXPECT_THROW(routine(), WizardEnded);
   EXPECT_EQ(runs, 2);
-  EXPECT_EQ(user.messages,
-            std::vector<std::string>(2, ErrorMessage("53 : File not found: C:\\x : Bx6vbwiz")));
+  const std::string message = ErrorMessage("53 : File not found: C:\\x : Bx6vbwiz");
+  EXPECT_EQ(user.messages, std::vector<std::string>(2, message));
   EXPECT_TRUE(user.ended);
   EXPECT_EQ(user.returnCode, 0);
-  EXPECT_TRUE(session.callStack.Names().empty());
+  session().user = nullptr;
+  EXPECT_THROW(ReportError("R", RuntimeError(9, "d", "s")), WizardEnded) << "without a user";
   const std::string report =
       "Unexpected Error 53: File not found: C:\\x from Bx6vbwiz in CFile:Step\r\n"
       "Call Stack:\r\n    Outer\r\n    CFile:Step\r\n";
-  EXPECT_EQ(disk.Read(kLog), report + report);
+  EXPECT_EQ(Stored("C:\\my.log"),
+            report + report + "Unexpected Error 9: d from s in R\r\nCall stack is empty\r\n");
 }
 
-TEST(ReportError, WithoutAUserEndsTheWizard) {
-  TestMachine disk;
-  disk.LogSettings({{"LogLevel", "0"}});
-  EXPECT_THROW(ReportError("R", RuntimeError(9, "d")), WizardEnded);
-  Session session(disk.platform(), StartMode::Automation);
-  const SessionScope scope(session);
-  session.log.Init();
-  EXPECT_THROW(ReportError("R", RuntimeError(9, "d", "s")), WizardEnded);
-  EXPECT_EQ(disk.Read(kLog), "Unexpected Error 9: d from s in R\r\nCall stack is empty\r\n");
-}
-
-TEST(Logging, AddsOneFindingForAnErrorButLetsTheEndOfTheWizardPass) {
-  TestMachine disk;
-  Session session(disk.platform(), StartMode::Automation);
-  const SessionScope scope(session);
-  RecordingUser user;
-  Findings findings(disk.platform().strings);
-  session.user = &user;
-  session.findings = &findings;
-  for (int run = 0; run < 2; ++run) EXPECT_NO_THROW(Logging("R", [] { throw RuntimeError(9, "d"); }));
-  EXPECT_EQ(findings.Texts(), std::vector<std::string>{"A step failed (R): d."});
-  EXPECT_THROW(Logging("R", [] { throw WizardEnded{}; }), WizardEnded);
-  EXPECT_THROW(Reporting("R", [] { throw WizardEnded{}; }), WizardEnded);
+TEST_F(LoggingTest, AnErrorIsAddedOnceToTheFindingsButTheEndOfTheWizardPasses) {
+  session();
+  for (int run = 0; run < 2; ++run) EXPECT_NO_THROW(LogAndGoOn("R", [] { throw RuntimeError(9, "d"); }));
+  EXPECT_EQ(findings().Texts(), std::vector<std::string>{"A step failed (R): d."});
+  EXPECT_THROW(LogAndGoOn("R", [] { throw WizardEnded{}; }), WizardEnded);
+  EXPECT_THROW(RetryOrCancel("R", [] { throw WizardEnded{}; }), WizardEnded);
 }
 
 template <class Thrown>

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "sysinfo/Values.h"
+#include "sysinfo/Key.h"
 #include "TestMachine.h"
 #include "wizard/Application.h"
 #include "wizard/SubMain.h"

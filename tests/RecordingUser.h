@@ -10,12 +10,13 @@
 
 namespace bxvbwiz {
 
-// Answers messages with the buttons given to it, Cancel when they are used up, and records what it is told.
+// Answers messages with the buttons given to it, `otherwise` when they are used up, and records what it sees.
 class RecordingUser : public User {
  public:
   std::deque<Button> answers;
+  Button otherwise = Button::Cancel;
   std::vector<std::string> messages;
-  std::vector<std::string> statuses;
+  std::string numbers;  // of the messages' texts, a blank after each
   std::vector<Pointer> pointers;
   int advances = 0;
   int events = 0;
@@ -24,12 +25,13 @@ class RecordingUser : public User {
 
   Button ShowMessage(const Message& message) override {
     messages.push_back(message.text);
-    if (answers.empty()) return Button::Cancel;
+    numbers += std::to_string(NumberOf(message.number)) + " ";
+    if (answers.empty()) return otherwise;
     const Button answer = answers.front();
     answers.pop_front();
     return answer;
   }
-  void ShowStatus(const std::string& text) override { statuses.push_back(text); }
+  void ShowStatus(const std::string&) override {}
   void AdvanceProgress() override { ++advances; }
   void SetPointer(Pointer pointer) override { pointers.push_back(pointer); }
   void DoEvents() override { ++events; }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -10,17 +8,11 @@
 
 namespace bxvbwiz {
 
-// What a numbered list gives for a key that is missing.
-constexpr const char* kNoEntry = "NONE";
-
-// True for what a key behind the end of a numbered list reads: "NONE" or a blank value.
-bool EndsNumberedList(std::string_view value);
-
 // Numbered lists in INI sections ("file0", "file1", ... or "0component", "1component", ...). A list ends at
 // the first key that is missing, reads "NONE" or is blank; a new entry takes that number. Reading a list for
 // every entry that is added would take time in the square of its length, so what was read is remembered; a
 // written entry is read back, so that the outcome is that of reading the whole list again (a value that the
-// buffer cuts never equals itself, "NONE" ends the list, an entry behind a gap comes back).
+// buffer cuts never equals itself, "NONE" ends the list, an entry after a gap comes back).
 //
 // Valid as long as nobody else writes to these lists; Forget() begins anew.
 class NumberedKeys {

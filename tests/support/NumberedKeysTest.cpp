@@ -1,9 +1,10 @@
-#include "project/NumberedKeys.h"
+#include "support/NumberedKeys.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
+#include "platform/Forwarding.h"
 #include "TestMachine.h"
 #include "text/Text.h"
 
@@ -30,23 +31,10 @@ TEST(NumberedKeysTest, EveryStepIsAsIfTheListWereReadFromItsBeginning) {
   TestMachine disk;
   ProfileStrings& engine = disk.platform().profiles;
   NumberedKeys keys{engine};
-  const char* const values[] = {"a",
-                                "A",
-                                "b",
-                                "NONE",
-                                "none",
-                                " ",
-                                "",
-                                " c",
-                                "\"q\"",
-                                "k=v",
-                                "1234567890123456789",
-                                "12345678901234567890",
-                                "é;",
-                                "b ",
-                                "d\r\nE",
-                                "e\r\nfile9=e9",
-                                "f\r\n[T]\r\nfile0=g"};
+  // clang-format off
+  const char* const values[] = {"a", "A", "b", "NONE", "none", " ", "", " c", "\"q\"", "k=v", "1234567890123456789",
+                                "12345678901234567890", "\u00E9;", "b ", "d\r\nE", "e\r\nfile9=e9", "f\r\n[T]\r\nfile0=g"};
+  // clang-format on
   const std::vector<NumberedKeys::List> lists = {{"C:\\x.ini", "S", "file", Spelling::NameThenNumber, 20, 0},
                                                  {"C:\\x.ini", "s", "FILE", Spelling::NumberThenName, 20, 1},
                                                  {"C:\\X.INI", "S", "File", Spelling::NameThenNumber, 255, 0},
@@ -85,6 +73,24 @@ TEST(NumberedKeysTest, EveryStepIsAsIfTheListWereReadFromItsBeginning) {
       }
     }
   }
+}
+
+struct CountedProfiles : ForwardingProfileStrings {
+  using ForwardingProfileStrings::ForwardingProfileStrings;
+  std::string GetString(ProfileText section, ProfileText key, std::string_view defaultValue, std::size_t size,
+                        const std::string& file) override {
+    return ++calls, ForwardingProfileStrings::GetString(section, key, defaultValue, size, file);
+  }
+  int calls = 0;
+};
+
+TEST(NumberedKeysTest, EachFurtherEntryCostsTheSameFewCalls) {
+  TestMachine disk;
+  CountedProfiles profiles(disk.platform().profiles);
+  NumberedKeys keys(profiles);
+  for (int number = 0; number < 400; ++number)
+    keys.AppendIfMissing({"C:\\x.ini", "S", "file"}, "f" + std::to_string(number));
+  EXPECT_EQ(profiles.calls, 1 + 400 * 2);  // one reads it back, one finds the list's end
 }
 
 }  // namespace

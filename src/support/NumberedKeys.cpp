@@ -1,9 +1,16 @@
-#include "project/NumberedKeys.h"
+#include "support/NumberedKeys.h"
 
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
+
+constexpr const char* kNoEntry = "NONE";  // what a missing key reads
+
+// True for what the key after the last entry reads: "NONE" or a blank value.
+bool EndsNumberedList(std::string_view value) {
+  return value == kNoEntry || TrimBlanks(value).empty();
+}
 
 std::string KeyName(const NumberedKeys::List& list, int number) {
   const std::string digits = std::to_string(number);
@@ -20,10 +27,6 @@ std::string KeyId(const NumberedKeys::List& list) {
 }
 
 }  // namespace
-
-bool EndsNumberedList(std::string_view value) {
-  return value == kNoEntry || TrimBlanks(value).empty();
-}
 
 void NumberedKeys::ReadOn(const List& list, Known& known) {
   for (;;) {

@@ -1,0 +1,25 @@
+#include "support/CallStack.h"
+
+#include <utility>
+
+namespace bxvbwiz {
+namespace {
+
+// Calls on one thread never meet those of another.
+thread_local CallStack* currentStack = nullptr;
+
+}  // namespace
+
+CallStack* SetCurrentCallStack(CallStack* stack) {
+  return std::exchange(currentStack, stack);
+}
+
+void CSPush(std::string_view name) {
+  if (currentStack != nullptr) currentStack->Push(name);
+}
+
+void CSPop(std::string_view name) {
+  if (currentStack != nullptr) currentStack->Pop(name);
+}
+
+}  // namespace bxvbwiz

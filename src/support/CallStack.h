@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace bxvbwiz {
+
+// The names of the routines that are running, oldest first.
+class CallStack {
+ public:
+  // `name` must be a literal: the stack does not copy it.
+  void Push(std::string_view name) { names_.push_back(name); }
+  // Removes the newest name when it is `name`; otherwise nothing happens.
+  void Pop(std::string_view name) {
+    if (!names_.empty() && names_.back() == name) names_.pop_back();
+  }
+  const std::vector<std::string_view>& Names() const { return names_; }
+
+ private:
+  std::vector<std::string_view> names_;
+};
+
+// Makes a call stack that of this thread, or none; gives the one before.
+CallStack* SetCurrentCallStack(CallStack* stack);
+
+// On the call stack of this thread; without one nothing happens.
+void CSPush(std::string_view name);
+void CSPop(std::string_view name);
+
+// A routine's entry on the call stack; the name must be a literal.
+class CallStackEntry {
+ public:
+  explicit CallStackEntry(std::string_view name) : name_(name) { CSPush(name_); }
+  ~CallStackEntry() { CSPop(name_); }
+  CallStackEntry(const CallStackEntry&) = delete;
+  CallStackEntry& operator=(const CallStackEntry&) = delete;
+
+ private:
+  std::string_view name_;
+};
+
+// A precondition. Without effect in the delivered program: the condition is not evaluated there.
+#define BXVBWIZ_ASSERT(condition, message) static_cast<void>(sizeof((condition) ? 1 : 0))
+
+}  // namespace bxvbwiz
