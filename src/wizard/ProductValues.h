@@ -5,7 +5,7 @@
 #include "platform/Platform.h"
 #include "support/User.h"
 
-// What the product's registry keys say. A missing key shows message 1047 and ends the wizard; a missing value
+// What the product's registry keys say. A missing key is shown and ends the wizard; a missing value
 // raises error 91, one that cannot be read as text error 75.
 namespace bxvbwiz {
 
