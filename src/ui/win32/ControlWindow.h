@@ -12,8 +12,7 @@ namespace bxvbwiz {
 // One control of the form and the window that shows it, which dies with its dialog.
 class ControlWindow {
  public:
-  // The window was made and shows nothing yet. `onPage`: it lies in the window of its page, and need not
-  // follow that.
+  // `onPage`: the window lies in that of its page, and is hidden with it.
   ControlWindow(Control& control, HWND window, bool onPage)
       : control_(control), window_(window), onPage_(onPage) {}
 

@@ -19,6 +19,8 @@ using Kind = ControlKind;
 
 // Where the header counts the controls.
 constexpr std::size_t kCountAt = 8;
+// What a resource's number begins with in the place of a text.
+constexpr wchar_t kResource = 0xFFFF;
 
 struct WindowClass {
   const wchar_t* name;
@@ -102,11 +104,14 @@ void DialogTemplate::Add(const Control& control) {
   if (words_.size() % 2 != 0) words_.push_back(0);
   Append(0);  // help
   Append(made.extendedStyle);
-  Append(made.style | WS_CHILD | WS_VISIBLE);
+  const bool visible = control.visible && (control.page == nullptr || control.page->visible);
+  Append(made.style | WS_CHILD | (visible ? WS_VISIBLE : 0UL) | (control.enabled ? 0UL : WS_DISABLED));
   Append(control.place);
   Append(static_cast<DWORD>(kFirstId + words_[kCountAt]++));
   Append(made.name);
-  words_.insert(words_.end(), 2, 0);  // no text and data
+  const std::wstring text = Widen(control.text);
+  Append(text.substr(0, text.find(kResource)));
+  words_.push_back(0);  // data
 }
 
 HWND DialogTemplate::Create(HINSTANCE module, HWND parent, DLGPROC procedure, LPARAM parameter) {

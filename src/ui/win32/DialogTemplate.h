@@ -16,8 +16,8 @@ class DialogTemplate {
   // system's dialog font, 8 points.
   DialogTemplate(DWORD style, DWORD extendedStyle, const Place& place, const std::string& font);
 
-  // The window of a control, without its text. Its number in the dialog is kFirstId for the first one, and so
-  // on.
+  // The window of a control, as it is now: a change afterwards would cost time when the dialog opens. Its
+  // number in the dialog is kFirstId for the first control, and one more for each further one.
   void Add(const Control& control);
   static constexpr int kFirstId = 100;
 
