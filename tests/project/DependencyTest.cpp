@@ -108,14 +108,5 @@ TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
   EXPECT_EQ(first->Dependencies().Item(1)->Dependencies().Item(1)->Name, "2.dll");
 }
 
-TEST_F(DependencyTest, NamesOfOneKeyAreBothKept) {
-  CDependencies files(context());
-  for (const char* name : {"a-b.dll", "ab.dll"}) files.Add(name);
-  EXPECT_TRUE(files.Holds("ab.dll") && files.Holds("a-b.dll") && !files.Holds("AB.dll"));
-  files.Remove("Kabdll");
-  EXPECT_EQ(NamesOf(files), "ab.dll");
-  EXPECT_FALSE(files.Holds("a-b.dll"));
-}
-
 }  // namespace
 }  // namespace bxvbwiz

@@ -17,7 +17,7 @@ constexpr std::size_t kVirtualSize = kSection + 8;
 constexpr std::size_t kRawSize = kSection + 16;
 constexpr std::size_t kDescriptors = 0x204;
 constexpr std::uint32_t kFileSize = 0x400;
-constexpr std::uint32_t kZeroFilled = 0x1C00;  // an address behind the section's raw data
+constexpr std::uint32_t kZeroFilled = 0x1C00;  // an address after the section's raw data
 
 // A file with some of its 32-bit (or 16-bit) fields changed.
 class Made {
@@ -61,17 +61,6 @@ struct EXEFileTest : ProjectFixture {
   }
 };
 
-// The file with every address of its tables turned into the file offset, and no section.
-std::string WithoutSections() {
-  Made made;
-  const std::size_t exports = made.At(kExportDirectory) - 0xE00;
-  const std::size_t names = made.At(exports + 32) - 0xE00;
-  for (const std::size_t field : {kDescriptors + 12, kDescriptors + 32, kImportDirectory, kExportDirectory,
-                                  exports + 32, names, names + 4})
-    made = std::move(made).Long(field, made.At(field) - 0xE00);
-  return std::move(made).Word(kSectionCount, 0);
-}
-
 TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
   const std::string all = "5/0 A.DLL B.DLL | One Two";
   const std::uint32_t nameOfA = Made().At(kDescriptors + 12);
@@ -104,15 +93,10 @@ TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
       {"code page", MakePe({"\xE4.DLL"}, {"\xFC"}), "5/0 \u00E4.DLL | \u00FC"},
       {"repeated names", MakePe({"A", "A"}, {"x", "x", "X"}), "5/0 A A | X"},
       {"raw pointer not at a sector", Made().Long(kSection + 20, 0x3FF), all},
-      {"no sections", WithoutSections(), all},
       {"one directory", Made().Long(kDirectoryCount, 1), "!5/7 | One Two"},
       {"optional header cut off", std::string(Made()).substr(0, kImportDirectory + 2), "!5/7 |"},
   };
   for (const auto& each : cases) EXPECT_EQ(Show(each.bytes), each.shown) << each.rule;
-
-  // Every shorter file is read or refused; the sanitizers see a step outside.
-  const std::string whole = Made();
-  for (std::size_t size = 0; size < whole.size(); ++size) Show(whole.substr(0, size));
 }
 
 TEST_F(EXEFileTest, ManyNamesInFewBytesTakeNoMoreMemoryThanTheFile) {

@@ -69,24 +69,5 @@ TEST_F(ProjectTest, AFormThatStandsTwiceSpoilsTheReading) {
   EXPECT_TRUE(session().callStack.Names().empty());
 }
 
-TEST_F(ProjectTest, ControlLinesOfAFormBeginALineExactly) {
-  const std::vector<std::pair<const char*, const char*>> cases = {
-      {"VERSION 5.00\r\nObject = \"{A}#1#0\"; \"a.ocx\"\r\nObject = \"{B}#1#0\"; \"b.ocx\"\r\nBegin",
-       "a.ocx, b.ocx"},
-      {"Begin\nEnd\n' the code\nObject = {A}#1#0; a.ocx\nObject = {B}#1#0; b.ocx", "a.ocx, b.ocx"},
-      {"Object = {A}#1#0; a.ocx\rObject = {B}#1#0; b.ocx\rObject =", "a.ocx, b.ocx, "},
-      {"Object={A}#1#0; a.ocx\n Object = {A}#1#0; a.ocx\nobject = {A}#1#0; a.ocx\n", ""},
-      {"Set Object = {A}#1#0; a.ocx\nObject  = {A}#1#0; a.ocx\nObject ", ""},
-  };
-  CObjects all(context(), nullptr);
-  for (const auto& [text, controls] : cases) {
-    Put("C:\\Prj\\Main.frm", text);
-    CForms forms(context(), all);
-    std::vector<std::string> names;
-    for (CObject& object : forms.Add("Main.frm", "C:\\Prj")->Objects()) names.push_back(object.Name);
-    EXPECT_EQ(Join(names), controls) << text;
-  }
-}
-
 }  // namespace
 }  // namespace bxvbwiz

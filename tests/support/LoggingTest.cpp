@@ -1,5 +1,3 @@
-#include <new>
-
 #include "TestSession.h"
 
 namespace bxvbwiz {
@@ -79,21 +77,6 @@ TEST_F(LoggingTest, AnErrorIsAddedOnceToTheFindingsButTheEndOfTheWizardPasses) {
   EXPECT_EQ(findings().Texts(), std::vector<std::string>{"A step failed (R): d."});
   EXPECT_THROW(LogAndGoOn("R", [] { throw WizardEnded{}; }), WizardEnded);
   EXPECT_THROW(RetryOrCancel("R", [] { throw WizardEnded{}; }), WizardEnded);
-}
-
-template <class Thrown>
-std::int32_t NumberOf(const Thrown& thrown) {
-  try {
-    throw thrown;
-  } catch (...) {
-    return CurrentError().Number();
-  }
-}
-
-TEST(CurrentError, NumbersEveryException) {
-  EXPECT_EQ(NumberOf(RuntimeError(61, "d")), 61);
-  EXPECT_EQ(NumberOf(std::bad_alloc()), kErrorOutOfMemory);
-  EXPECT_EQ(NumberOf(std::logic_error("x")), kErrorInvalidCall);
 }
 
 }  // namespace
