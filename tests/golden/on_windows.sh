@@ -44,17 +44,18 @@ LayOverDrive() {  # LayOverDrive MACHINE
       mkdir -p "$prefix/replaced/${existing%/*}"
       mv "$drive/$existing" "$prefix/replaced/$existing"
     done
-  tar c -C "$1/drive_c" --exclude KERNEL32.DLL . | tar x -C "$drive" --transform "s#^./windows/system32#./$systemFolder#"
+  tar c -C "$1/drive_c" --exclude KERNEL32.DLL . |
+    tar x -C "$drive" --transform "s#^./windows/system32#./$systemFolder#"
 }
 
-# The registry's text that removes the keys of a text, type libraries with all their versions.
-Removal() {
+# Prints what removes the keys of a registry file, type libraries with all their versions.
+Removal() {  # Removal FILE
   printf 'REGEDIT4\r\n\r\n'
   sed -nE 's/\r$//; s/^\[-?(.*)\]$/\1/p' "$1" | sed -E 's/(\\TypeLib\\\{[^}]*\}).*/\1/' |
     grep -vi 'Windows\\CurrentVersion$' | sort -u | sed 's/.*/[-&]\r/'
 }
 
-# Makes what a machine folder would be after the run, of the files that it had and those that Wine's drive has now.
+# Makes the machine folder as it would be after the run: the files that it had and all new ones, from Wine's drive.
 TakeMachine() {  # TakeMachine MACHINE-BEFORE OUT
   cp -R "$1" "$2"
   find "$2/drive_c" -type f ! -name KERNEL32.DLL -delete

@@ -138,8 +138,8 @@ Capture() {  # Capture MACHINE PROGRAM...
   [ -d "$folder/machine" ] || cat "$folder/captured" >&2
 }
 
-# Whether the mode has the case. Captures and relations are of setup projects that are made without a compiler. Windows
-# know no --strict, and a question waits in them.
+# Whether the case is one of the mode's: captures and relations need a setup project that is made without a compiler; in
+# windows there is no --strict, and a question waits for its answer.
 IsInMode() {  # IsInMode CASE
   local options
   options=$(cat "$(Find options)")
@@ -148,7 +148,7 @@ IsInMode() {  # IsInMode CASE
       [[ $options == generate* && $options != *--machine* && $(Find machine/vb6.txt) == /dev/null ]] &&
         grep -q '^== exit code [04]$' "$(Find expected/result)"
       ;;
-    --files) [[ $options == generate* && $options != *--@(strict|machine)* && $options$1 != *@(=perhaps|-unanswered) ]] ;;
+    --files) [[ $options == generate* && $options != *--@(strict|machine)* && $1 != *-unanswered ]] ;;
   esac
 }
 
@@ -176,6 +176,7 @@ run=("$bxvbwiz")
 mode=
 [[ ${1:-} != --* ]] || { mode=$1 && shift; }
 case $mode in
+  "" | --update | --files) ;;
   --lay-out)
     Open "$1"
     LayOut "$2"
@@ -183,6 +184,7 @@ case $mode in
     ;;
   --captured) RunCase() { RunCaptured; } ;;
   --relations) . "$golden/relations.sh" ;;
+  *) echo "run.sh: no option $mode" >&2 && exit 2 ;;
 esac
 [[ $bxvbwiz != *.exe ]] || . "$golden/on_windows.sh"
 if [ $# -eq 0 ]; then
