@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "machine/Machine.h"
+#include "RecordingUser.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"
-#include "support/RecordingUser.h"
 
 namespace {
 
