@@ -11,7 +11,7 @@
 
 namespace bxvbwiz {
 
-// The wizard on a machine folder with nobody before it: every question is answered with Yes.
+// The wizard on a machine folder without a user: every question is answered with Yes.
 class WizardRun {
  public:
   explicit WizardRun(Platform& platform) : core_(platform, StartMode::Automation) { core_.SetUser(&user_); }

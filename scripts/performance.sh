@@ -137,7 +137,7 @@ scripts/performance.sh --write
 
 which makes this page (without `--write` it prints the table only). Times are medians of nine runs of whole processes,
 start included; the files are in the system's cache. Only the ratios can be compared between computers. The copy gives
-every file its name last, so that nobody meets half a one, and keeps its time: two calls more than `cp` makes, which
+every file its name last, so that no reader sees half a file, and keeps its time: two calls more than `cp` makes, which
 count the more the faster the file system creates files.
 
 END

@@ -22,7 +22,7 @@ Check() {  # Check FILE FINGERPRINT
       # shellcheck disable=SC2206
       options=(-p build/win32 --extra-arg-before=--target=i686-w64-mingw32 --extra-arg=-nostdinc++ $crossHeaders) ;;
   esac
-  output=$(clang-tidy --quiet --warnings-as-errors='*' "${options[@]}" "$1" 2>&1) || { echo "$output"; return 1; }
+  output=$(clang-tidy --quiet --warnings-as-errors='*' "${options[@]}" "$1" 2>&1) || { grep -v ' generated\.$' <<<"$output"; return 1; }
   echo "$2" >"build/tidy/${1//\//,}"
 }
 export -f Check

@@ -31,7 +31,7 @@ MakePrefix() {
 }
 [ -e "$WINEPREFIX/made" ] || MakePrefix
 # Stays a while after the last program, so that the next one starts fast; and belongs to none of them, so that
-# nobody who waits for a program's output waits for the server.
+# no reader of a program's output waits for the server.
 wineserver -p60 </dev/null >/dev/null 2>&1 || true
 if [ "${1:-}" != --whole ]; then exec wine "$@"; fi
 shift
