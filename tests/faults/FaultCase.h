@@ -2,16 +2,55 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
-#include "faults/GoldenRun.h"
+#include "faults/FaultyMachine.h"
+#include "TestMachine.h"
 
 namespace bxvbwiz {
 
+// What a run of the program leaves.
+struct RunResult {
+  int code = 0;
+  std::string output;
+  std::set<std::string> told;  // the lines of standard error and of the log
+  std::string repeated;        // the lines of standard error that came twice
+  Snapshot files;              // of the machine folder, without the log
+};
+
+// What the log and the template's report, which runs add to, hold at first: more than a run adds, so that
+// what half of the new content leaves would be less.
+inline const std::string kOldText = std::string(9999, '=') + "\r\n";
+
+// The machine folder of a golden case, with logging switched on, in a temporary place.
+class GoldenMachine {
+ public:
+  explicit GoldenMachine(const std::string& caseName);
+
+  // Makes the folder as it was laid out.
+  void Restore();
+  // generate --json --strict in this process, with the fault of `plan`; in what the machine folder is now.
+  RunResult Run(FaultPlan& plan);
+  Snapshot Files() const;  // without the log
+  std::string LogText() const;
+  std::string Folder() const { return place_.Folder() + "/machine"; }
+
+ private:
+  TestMachine place_;
+  std::string laidOut_ = place_.Folder() + "/laid-out";
+};
+
+// The name of a file that this program makes for a moment has this in it.
+constexpr const char* kTemporaryName = ".bxvbwiz-";
+// What the compiler makes: not a result, and written over by every run.
+bool IsByTheWay(const std::string& path);
+// The files and folders that were there before and have changed or are gone.
+std::string Damage(const Snapshot& before, const Snapshot& after);
+
 // The golden cases that are broken: forms, controls and .dep files; references to data access; a rebuild.
 inline constexpr const char* kFaultCases[] = {"standard", "data-access", "rebuilt"};
-
 std::string CaseName(const ::testing::TestParamInfo<const char*>& test);
 
 // The positions below `count` that are tried: some of them, or all when $BXVBWIZ_FAULTS is "all".
