@@ -7,7 +7,7 @@ namespace {
 using E = SystemError;
 using namespace std::string_literals;
 
-const std::string kRoot = "Software\\VB and VBA Program Settings\\bxvbwiz contract";
+const std::string kRoot = "Software\\VB and VBA Program Settings\\bxvbwiz contract\\Part";
 
 // Keys and values are those of one key of the user's.
 class ContractRegistry : public ContractTest {
@@ -21,7 +21,7 @@ class ContractRegistry : public ContractTest {
     Remove();
   }
   void Remove() {
-    for (const char* name : {"\\z", "\\A\\b", "\\A", "\\m\u00E4", "\\Part", ""})
+    for (const char* name : {"\\z", "\\A\\b", "\\A", "\\m\u00E4", ""})
       registry_.DeleteKey(kHKeyCurrentUser, kRoot + name);
   }
   // A text is set with the NUL at its end, and read without it.
@@ -31,6 +31,7 @@ class ContractRegistry : public ContractTest {
     if (name == "number") return Answer(registry_.SetValue(key_, a, {kRegDword, b}));
     if (name == "get") return Value(a, b.empty() ? 255 : std::stoul(b));
     if (name == "remove") return Answer(registry_.DeleteValue(key_, a));
+    if (name == "setting") return platform_.settings.Get("BXVBWIZ contract", a, b, "default");
     if (name == "delete") return Answer(registry_.DeleteKey(key_, a));
     if (name == "open") return Answer(registry_.OpenKey(key_, a, kKeyRead, key));
     if (name == "create") {
@@ -86,16 +87,8 @@ TEST_F(ContractRegistry, EachFaultGivesTheCodeOfWindows) {
 }
 
 TEST_F(ContractRegistry, SettingsAreThoseOfAVisualBasicProgram) {
-  RegistryHandle key = 0;
-  ASSERT_EQ(registry_.CreateKey(key_, "Part", 0, kKeyAllAccess, key), E::Success);
-  registry_.SetValue(key, "Name", {kRegSz, "caf\u00E9\0"s});
-  registry_.SetValue(key, "Number", {kRegDword, "\1\0\0\0"s});
-  registry_.CloseKey(key);
-  Settings& settings = platform_.settings;
-  EXPECT_EQ(settings.Get("BXVBWIZ contract", "part", "NAME", "default"), "caf\u00E9");
-  EXPECT_EQ(settings.Get("bxvbwiz contract", "Part", "Number", "default"), "default");
-  EXPECT_EQ(settings.Get("bxvbwiz contract", "Part", "none", "default"), "default");
-  EXPECT_EQ(settings.Get("bxvbwiz contract", "none", "Name", "default"), "default");
+  Do({"set Name, caf\u00E9", "number Number, 1234", "setting part, NAME -> caf\u00E9",
+      "setting Part, Number -> default", "setting Part, none -> default", "setting none, Name -> default"});
 }
 
 }  // namespace

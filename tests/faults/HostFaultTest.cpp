@@ -24,22 +24,18 @@ struct HostCall {
   std::string path;  // what is made, renamed or removed; empty for a call on an open file
 };
 
-constexpr std::string_view kWrite = "write";
-constexpr std::string_view kAppend = "append";  // a write to the end of a file that is there
-
-enum class HostEnd {
-  Killed,         // the process ends before the call
-  KilledHalfway,  // the process ends when half of the bytes are written
-  NoSpace,        // the call fails with ENOSPC
-  NoPermission,   // the call fails with EACCES
-  FullHalfway,    // half of the bytes are written, then the call fails with ENOSPC
+// How it ends: it fails with `error`, or the process ends when that is 0; halfway, half of the bytes are
+// written before.
+struct HostEnd {
+  int error;
+  bool isHalfway;
 };
 
 constexpr int kKilled = 99;  // exit code of a killed process
 
 struct HostPlan {
   std::size_t endAt = static_cast<std::size_t>(-1);
-  HostEnd end = HostEnd::Killed;
+  HostEnd end{};
   std::vector<HostCall> calls{};
   // The contents that each file was given as a whole.
   std::map<std::string, std::set<std::string>> versions{};
@@ -51,75 +47,70 @@ bool IsNow() {
   return watched != nullptr && watched->calls.size() - 1 == watched->endAt;
 }
 
-// Counts a call and ends the process when that is planned. True when the call is to fail as a whole, with
-// errno.
-bool Fails(std::string_view name, const char* path) {
-  if (watched == nullptr) return false;
-  watched->calls.push_back({name, path});
-  if (!IsNow()) return false;
-  if (watched->end == HostEnd::Killed) _exit(kKilled);
-  errno = watched->end == HostEnd::NoPermission ? EACCES : ENOSPC;
-  return watched->end == HostEnd::NoPermission || watched->end == HostEnd::NoSpace;
+// Always true: the call has failed.
+bool End() {
+  if (watched->end.error == 0) _exit(kKilled);
+  errno = watched->end.error;
+  return true;
+}
+
+// Counts a call. True when it is to fail as a whole, with errno.
+bool Fails(std::string_view name, const std::string& path) {
+  if (watched != nullptr) watched->calls.push_back({name, path});
+  return IsNow() && !watched->end.isHalfway && End();
 }
 
 // The same for a call that gives a file its content as a whole.
 bool Fails(std::string_view name, const char* from, const std::string& to) {
-  if (Fails(name, to.c_str())) return true;
+  if (Fails(name, to)) return true;
   if (watched != nullptr) watched->versions[to].insert(ReadBytes(from));
   return false;
 }
 
+std::string PathIn(int folder, const char* name) {
+  return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(folder)).string() + "/" + name;
+}
+
 // A call `name` of the library, which the linker names __real_<name>, and ours, which it calls instead.
-#define WATCHED(result, name, ...)                             \
-  result Real_##name(__VA_ARGS__) __asm__("__real_" #name);    \
-  result Watched_##name(__VA_ARGS__) __asm__("__wrap_" #name); \
-  result Watched_##name(__VA_ARGS__)
+#define WATCHED(result, name, parameters)                    \
+  result Real_##name parameters __asm__("__real_" #name);    \
+  result Watched_##name parameters __asm__("__wrap_" #name); \
+  result Watched_##name parameters
+// One that can fail as a whole only; the path comes last.
+#define FAILING(name, parameters, arguments, ...)                  \
+  WATCHED(int, name, parameters) {                                 \
+    return Fails(#name, __VA_ARGS__) ? -1 : Real_##name arguments; \
+  }
 
 extern "C" {
 
-WATCHED(ssize_t, write, int file, const void* bytes, size_t size) {
-  if (Fails((fcntl(file, F_GETFL) & O_APPEND) != 0 ? kAppend : kWrite, "")) return -1;
+WATCHED(ssize_t, write, (int file, const void* bytes, size_t size)) {
+  const bool isAppend = (fcntl(file, F_GETFL) & O_APPEND) != 0;  // to the end of a file that is there
+  if (Fails(isAppend ? "append" : "write", "")) return -1;
   if (!IsNow()) return Real_write(file, bytes, size);
   static_cast<void>(Real_write(file, bytes, size / 2));
-  if (watched->end == HostEnd::KilledHalfway) _exit(kKilled);
-  errno = ENOSPC;
+  End();
   return -1;
 }
-WATCHED(int, rename, const char* from, const char* to) {
-  return Fails("rename", from, to) ? -1 : Real_rename(from, to);
-}
-WATCHED(int, renameat2, int fromFolder, const char* from, int toFolder, const char* to, unsigned flags) {
-  return Fails("renameat2", from, to) ? -1 : Real_renameat2(fromFolder, from, toFolder, to, flags);
-}
-WATCHED(int, linkat, int fromFolder, const char* from, int toFolder, const char* to, int flags) {
-  const std::string folder = "/proc/self/fd/" + std::to_string(toFolder);
-  const std::string path = std::filesystem::read_symlink(folder).string() + "/" + to;
-  return Fails("linkat", from, path) ? -1 : Real_linkat(fromFolder, from, toFolder, to, flags);
-}
-WATCHED(int, mkdir, const char* path, mode_t mode) {
-  return Fails("mkdir", path) ? -1 : Real_mkdir(path, mode);
-}
-WATCHED(int, unlink, const char* path) {
-  return Fails("unlink", path) ? -1 : Real_unlink(path);
-}
-WATCHED(int, chmod, const char* path, mode_t mode) {
-  return Fails("chmod", path) ? -1 : Real_chmod(path, mode);
-}
-WATCHED(int, fchmod, int file, mode_t mode) {
-  return Fails("fchmod", "") ? -1 : Real_fchmod(file, mode);
-}
-WATCHED(int, futimens, int file, const timespec* times) {
-  return Fails("futimens", "") ? -1 : Real_futimens(file, times);
-}
+FAILING(rename, (const char* from, const char* to), (from, to), from, to)
+FAILING(renameat2, (int fromFolder, const char* from, int toFolder, const char* to, unsigned flags),
+        (fromFolder, from, toFolder, to, flags), from, to)
+FAILING(linkat, (int fromFolder, const char* from, int toFolder, const char* to, int flags),
+        (fromFolder, from, toFolder, to, flags), from, PathIn(toFolder, to))
+FAILING(mkdir, (const char* path, mode_t mode), (path, mode), path)
+FAILING(unlink, (const char* path), (path), path)
+FAILING(chmod, (const char* path, mode_t mode), (path, mode), path)
+FAILING(fchmod, (int file, mode_t mode), (file, mode), "")
+FAILING(futimens, (int file, const timespec* times), (file, times), "")
 // Nobody pulls the plug here, so that the disk need not be waited for.
-WATCHED(int, fsync, int) {
+WATCHED(int, fsync, (int /*file*/)) {
   return Fails("fsync", "") ? -1 : 0;
 }
 
 }  // extern "C"
 
 class HostFault : public FaultCase {
- protected:
+ public:
   HostFault() { RunWatched(host_); }
 
   // A run of what was laid out; what the machine folder does by itself is part of it.
@@ -176,8 +167,8 @@ class HostFault : public FaultCase {
   }
 
   // Tries calls, all or those of one name, in each of these ways.
-  template <class Violation>
-  void TryCalls(std::string_view name, std::initializer_list<HostEnd> ends, Violation violation) {
+  void TryCalls(std::string_view name, std::initializer_list<HostEnd> ends,
+                std::string (HostFault::*violation)(std::size_t, HostEnd)) {
     std::vector<std::size_t> calls;
     for (std::size_t call = 0; call < host_.calls.size(); ++call) {
       if (name.empty() || host_.calls[call].name == name) calls.push_back(call);
@@ -186,12 +177,11 @@ class HostFault : public FaultCase {
     for (const std::size_t position : Sample(calls.size())) {
       const HostCall& call = host_.calls[calls[position]];
       for (const HostEnd end : ends) {
-        const bool isHalfway = end == HostEnd::KilledHalfway || end == HostEnd::FullHalfway;
-        if (isHalfway && call.name != kWrite && call.name != kAppend) continue;
+        if (end.isHalfway && call.name != "write" && call.name != "append") continue;
         ++runs;
-        EXPECT_EQ(violation(calls[position], end), "")
-            << "call " << calls[position] << ", " << call.name << " " << call.path << ", ends in way "
-            << static_cast<int>(end);
+        EXPECT_EQ((this->*violation)(calls[position], end), "")
+            << "call " << calls[position] << ", " << call.name << " " << call.path << ", ends with "
+            << end.error << (end.isHalfway ? " halfway" : "");
       }
     }
     EXPECT_NE(runs, 0U);
@@ -202,14 +192,12 @@ class HostFault : public FaultCase {
 };
 
 TEST_P(HostFault, IsReportedOrChangesNothing) {
-  TryCalls({}, {HostEnd::NoSpace, HostEnd::NoPermission, HostEnd::FullHalfway},
-           [&](std::size_t call, HostEnd end) { return FaultViolation(call, end); });
+  TryCalls({}, {{ENOSPC, false}, {EACCES, false}, {ENOSPC, true}}, &HostFault::FaultViolation);
 }
 
 TEST_P(HostFault, AKilledProcessLeavesWholeFiles) {
-  const auto kill = [&](std::size_t call, HostEnd end) { return KillViolation(call, end); };
-  TryCalls({}, {HostEnd::Killed, HostEnd::KilledHalfway}, kill);
-  TryCalls(kAppend, {HostEnd::KilledHalfway}, kill);  // of which a sample has few
+  TryCalls({}, {{0, false}, {0, true}}, &HostFault::KillViolation);
+  TryCalls("append", {{0, true}}, &HostFault::KillViolation);  // of which a sample has few
 }
 
 INSTANTIATE_TEST_SUITE_P(Golden, HostFault, ::testing::ValuesIn(kFaultCases));
