@@ -14,8 +14,8 @@ struct SeamCall {
   std::string_view detail = {};   // the key's subkey or value
 };
 
-// Sees every call that goes through the forwarding classes that it is given to. One who reports, records or
-// breaks some calls does it here, and says nothing of the others.
+// Sees every call that goes through the forwarding classes that it is given to. A class that reports, records
+// or breaks some calls does it here and names no others.
 class CallHook {
  public:
   virtual ~CallHook() = default;

@@ -67,7 +67,7 @@ class ForwardingRegistry : public Registry, protected Hooked {
     if (error == SystemError::Success) paths_[opened] = std::move(full);
     return error;
   }
-  // A call that tells a name.
+  // A call that gives a name.
   template <class Call>
   SystemError List(SeamCall call, const std::string& name, Call make) {
     return Pass(call, [&] {

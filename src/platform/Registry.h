@@ -77,7 +77,7 @@ class Registry {
   // RegDeleteKeyA. AccessDenied when the key has subkeys, as on Windows NT.
   virtual SystemError DeleteKey(RegistryHandle key, const std::string& name) = 0;
   // RegEnumKeyExA. `size` is the name buffer in bytes of the code page, the NUL included; MoreData when the
-  // name does not fit; NoMoreItems behind the last. Subkeys come in the order of their names, case ignored.
+  // name does not fit; NoMoreItems after the last. Subkeys come in the order of their names, case ignored.
   virtual SystemError EnumKey(RegistryHandle key, std::uint32_t index, std::size_t size,
                               std::string& name) = 0;
   // RegEnumValueA: name and type of a value, in the order in which they were stored. `size` as for EnumKey.

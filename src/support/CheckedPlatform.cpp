@@ -34,7 +34,7 @@ void CheckedPlatform::After(const SeamCall& call, SystemError error) {
   if (error == SystemError::Success || error == SystemError::NoMoreItems || MeansMissing(error)) return;
   if (call.name == "WindowsDirectory") return AddFinding(FindingId::WindowsFolderUnknown);
   if (call.name == "SystemDirectory") return AddFinding(FindingId::SystemFolderUnknown);
-  // A user without administrator rights may not create keys; who may read them opens them for that.
+  // A user without administrator rights may not create keys. They are opened for reading then.
   if (call.name == "CreateKey" && error == SystemError::AccessDenied) return;
   const auto report = std::find_if(std::begin(kReports), std::end(kReports),
                                    [&](const Report& row) { return row.call == call.name; });

@@ -22,7 +22,7 @@ namespace bxvbwiz {
 struct RunResult {
   int code = 0;
   std::string output;
-  std::set<std::string> told;  // the lines of standard error and of the log
+  std::set<std::string> said;  // the lines of standard error and of the log
   std::string repeated;        // the lines of standard error that came twice
   Snapshot files;              // of the machine folder, without the log
 };
@@ -127,8 +127,8 @@ class FaultCase : public ::testing::TestWithParam<const char*> {
     FaultyMachine machine(options.machine, plan);
     result.code = RunWizardOn(options, machine);
     result.output = out.text.str();
-    result.repeated = AddLines(err.text.str(), result.told);
-    AddLines(LogText(), result.told);
+    result.repeated = AddLines(err.text.str(), result.said);
+    AddLines(LogText(), result.said);
     result.files = Files();
     return result;
   }
@@ -190,8 +190,8 @@ class FaultCase : public ::testing::TestWithParam<const char*> {
   std::string NotReported(const std::string& path, const RunResult& broken) const {
     std::string wrong = broken.code == 0 ? "the run counts as finished and complete\n" : "";
     std::string said;
-    for (const std::string& line : broken.told) {
-      if (plain_.told.count(line) != 0) continue;
+    for (const std::string& line : broken.said) {
+      if (plain_.said.count(line) != 0) continue;
       if (line.find(path) != std::string::npos) return wrong;
       said += "  " + line + "\n";
     }

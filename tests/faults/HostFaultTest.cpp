@@ -13,7 +13,7 @@
 #include "faults/FaultCase.h"
 #include "text/Text.h"
 
-// The same one floor deeper, on the machine folder: every call that changes the disk of this computer fails
+// The same below the machine folder: every call that changes the disk of this computer fails
 // once, or is the last thing that the process does. The linker takes these calls over from the C library
 // (--wrap).
 namespace bxvbwiz {
