@@ -86,8 +86,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   SameFiles files(machine.files, bytes);
   MachineProfileStrings profiles(machine.codePage, files, "C:\\");
-  Platform platform{machine.registry, machine.facts,    files,         profiles,         machine.processes,
-                    machine.guids,    machine.settings, machine.clock, machine.codePage, machine.strings};
+  Platform platform = WithParts(machine, files, profiles);
   Session session(platform, StartMode::Automation);
   const SessionScope scope(session);
   AlternatingUser user;

@@ -33,7 +33,7 @@ faults=$(
       Room("win32", "text platform text/win32 platform/win32")
       Room("ui/win32", floors " text/win32 win32")
       Room("com", floors " text/win32 ui/win32 win32")
-      Room("cli", floors " machine machine/host")
+      Room("cli", floors " machine")
       Room("cli/posix", floors " machine cli")
       Room("cli/win32", floors " text/win32 machine cli win32")
     }

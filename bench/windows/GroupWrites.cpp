@@ -75,8 +75,7 @@ int main() {
   Platform& here = windows.platform();
   Platform& there = machine.platform();
   // What the machine folder knows, written through the system.
-  Platform mixed{there.registry, there.facts,    here.files,  here.profiles,  there.processes,
-                 here.guids,     there.settings, there.clock, there.codePage, there.strings};
+  Platform mixed = WithParts(there, here.files, here.profiles, here.guids);
   const std::string folder = "C:\\bxvbwiz group writes";
   const std::string group = "\\File Groups\\Program Files.fgl";
   MakeFolders(fs::path(machine.Folder()) / "drive_c/bxvbwiz group writes");

@@ -3,8 +3,8 @@
 #include <iostream>
 #include <random>
 
-#include "cli/CaptureSeam.h"
-#include "cli/RunWizard.h"
+#include "cli/CaptureNotes.h"
+#include "cli/ScratchWrites.h"
 
 namespace bxvbwiz {
 namespace {
@@ -38,19 +38,12 @@ class CapturingComputer : public Computer {
       : source_(source),
         captured_(fs::u8path(folder), source.platform()),
         scratch_(scratchFolder_.Path(), source.platform()),
-        registry_(source.platform().registry, captured_.platform().registry),
-        files_(source.platform().files, captured_, scratch_),
-        profiles_(source.platform(), files_, scratch_.platform().profiles),
-        platform_{registry_,
-                  source.platform().facts,
-                  files_,
-                  profiles_,
-                  source.platform().processes,
-                  source.platform().guids,
-                  source.platform().settings,  // those of the log, which belong to this machine
-                  source.platform().clock,
-                  source.platform().codePage,
-                  source.platform().strings} {}
+        notes_(source.platform(), captured_),
+        registry_(source.platform().registry, notes_),
+        files_(source.platform().files, scratch_, notes_),
+        profiles_(source.platform().profiles, files_, scratch_.platform().profiles, notes_),
+        // With the settings of the log, which belong to this machine.
+        platform_(WithParts(source.platform(), registry_, files_, profiles_)) {}
 
   Platform& platform() override { return platform_; }
   std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
@@ -66,18 +59,19 @@ class CapturingComputer : public Computer {
   TemporaryFolder scratchFolder_;
   CapturedMachine captured_;
   CapturedMachine scratch_;
-  CaptureRegistry registry_;
-  CaptureFiles files_;
-  CaptureProfileStrings profiles_;
+  CaptureNotes notes_;
+  ForwardingRegistry registry_;
+  ScratchFiles files_;
+  ScratchProfileStrings profiles_;
   Platform platform_;
 };
 
 }  // namespace
 
-int Capture(const Options& options, Computer& computer) {
+int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   try {
     CapturingComputer capturing(computer, options.captureTo);
-    const int code = RunWizardOn(options, capturing);
+    const int code = run(options, capturing);
     const CapturedMachine& captured = capturing.Captured();
     for (const std::string& path : captured.NotCaptured())
       std::cerr << "bxvbwiz: " << path << " cannot be kept in a machine folder\n";

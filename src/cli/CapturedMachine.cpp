@@ -79,7 +79,7 @@ bool CapturedMachine::HasContent(const std::string& path) const {
 }
 
 void CapturedMachine::Write(const std::string& path, std::string_view bytes, Held held) {
-  AddFolder(path.substr(0, path.rfind('\\')));
+  AddFolder(FolderOf(path));
   Held& file = files_[UpperCase(path)];
   if (file == Held::Nothing) return;
   const bool written = platform().files.Write(path, bytes, WriteMode::Create) == SystemError::Success;

@@ -11,6 +11,11 @@
 
 namespace bxvbwiz {
 
+// The folder that a Windows path lies in, without a backslash at its end.
+inline std::string FolderOf(const std::string& path) {
+  return path.substr(0, path.rfind('\\'));
+}
+
 // A machine folder that is being filled with what a run asked another machine for. Paths are full Windows
 // paths.
 class CapturedMachine {

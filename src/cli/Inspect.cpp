@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "cli/JsonOutput.h"
-#include "cli/PartlyReadFile.h"
 #include "cli/TextOutput.h"
 #include "machine/CodePages.h"
+#include "machine/PartlyReadFile.h"
 #include "project/EXEFile.h"
 #include "text/Text.h"
 
@@ -16,6 +16,19 @@ namespace {
 
 // Names in executables are ASCII, but for those of some odd tools; the Western code page reads every byte.
 constexpr int kCodePage = 1252;
+
+// A file as the reader of executables takes it.
+class FileSource : public BytesSource {
+ public:
+  explicit FileSource(PartlyReadFile& file) : file_(file) {}
+  std::uint64_t Size() const override { return file_.Size(); }
+  std::string_view Part(std::uint64_t offset, std::size_t size) const override {
+    return file_.Part(offset, size);
+  }
+
+ private:
+  PartlyReadFile& file_;
+};
 
 // False, with a message, for what cannot be opened; only regular files are, so that nothing waits for a pipe.
 bool Open(const std::string& path, PartlyReadFile& file) {
@@ -35,7 +48,7 @@ bool Open(const std::string& path, PartlyReadFile& file) {
   return false;
 }
 
-Inspection InspectFile(const std::string& path, const PartlyReadFile& bytes, const CodePage& codePage) {
+Inspection InspectFile(const std::string& path, const FileSource& bytes, const CodePage& codePage) {
   Inspection inspection;
   inspection.file = path;
   EXEFile file(codePage);
@@ -70,7 +83,7 @@ int InspectFiles(const Options& options) {
       code = kExitNotFinished;
       continue;
     }
-    Inspection inspection = InspectFile(path, file, *codePage);
+    Inspection inspection = InspectFile(path, FileSource(file), *codePage);
     if (file.Error() != SystemError::Success) {
       std::cerr << "bxvbwiz: " << path << " cannot be read whole\n";
       code = kExitNotFinished;

@@ -232,7 +232,8 @@ std::unique_ptr<Computer> OpenComputer(const Options& options) {
 int RunWizard(const Options& options) {
   const std::unique_ptr<Computer> computer = OpenComputer(options);
   if (computer == nullptr) return kExitUsage;
-  return options.command == Command::Capture ? Capture(options, *computer) : RunWizardOn(options, *computer);
+  return options.command == Command::Capture ? Capture(options, *computer, RunWizardOn)
+                                             : RunWizardOn(options, *computer);
 }
 
 int RunWizardOn(const Options& options, Computer& computer) {

@@ -11,9 +11,6 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr auto kCurrentUser = static_cast<RegistryHandle>(0x80000001);  // HKEY_CURRENT_USER of winreg.h
-constexpr std::uint32_t kKeyRead = 0x20019;                             // KEY_READ of winnt.h
-constexpr std::uint32_t kRegSz = 1;                                     // REG_SZ of winnt.h
 constexpr std::size_t kSettingSize = 0x10000;            // bytes; more than a program's settings hold
 constexpr std::int64_t kUnixEpochSeconds = 11644473600;  // from 1601, where FILETIME begins, to 1970
 constexpr std::int64_t kUnitsPerSecond = 10'000'000;     // of FILETIME
@@ -34,7 +31,8 @@ std::string MachineSettings::Get(const std::string& application, const std::stri
                                  const std::string& key, const std::string& defaultValue) {
   const std::string path = "Software\\VB and VBA Program Settings\\" + application + "\\" + section;
   RegistryHandle opened = 0;
-  if (registry_.OpenKey(kCurrentUser, path, kKeyRead, opened) != SystemError::Success) return defaultValue;
+  if (registry_.OpenKey(kHKeyCurrentUser, path, kKeyRead, opened) != SystemError::Success)
+    return defaultValue;
   RegistryData value;
   const SystemError error = registry_.QueryValue(opened, key, kSettingSize, value);
   registry_.CloseKey(opened);

@@ -9,8 +9,7 @@
 namespace bxvbwiz {
 namespace {
 
-// Access rights, as in winnt.h.
-constexpr std::uint32_t kKeyAllAccess = 0xF003F;
+// Rights that stand for others, as in winnt.h.
 constexpr std::uint32_t kMaximumAllowed = 0x02000000;
 constexpr std::uint32_t kGenericReadAccess = 0x80000000;
 constexpr std::uint32_t kGenericWriteAccess = 0x40000000;

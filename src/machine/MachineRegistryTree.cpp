@@ -9,22 +9,16 @@
 namespace bxvbwiz {
 namespace {
 
-struct PredefinedKey {
-  std::string_view name;
-  std::uint32_t constant;
-};
-
-// The predefined keys that have a tree of their own, and their constants in winreg.h.
+// The predefined keys that have a tree of their own.
 constexpr std::array<PredefinedKey, 6> kPredefined = {{
-    {"HKEY_CURRENT_USER", 0x80000001},
-    {"HKEY_LOCAL_MACHINE", 0x80000002},
-    {"HKEY_USERS", 0x80000003},
-    {"HKEY_PERFORMANCE_DATA", 0x80000004},
-    {"HKEY_CURRENT_CONFIG", 0x80000005},
-    {"HKEY_DYN_DATA", 0x80000006},
+    {"HKEY_CURRENT_USER", kHKeyCurrentUser},
+    {"HKEY_LOCAL_MACHINE", kHKeyLocalMachine},
+    {"HKEY_USERS", kHKeyUsers},
+    {"HKEY_PERFORMANCE_DATA", kHKeyPerformanceData},
+    {"HKEY_CURRENT_CONFIG", RootHandle(0x80000005)},
+    {"HKEY_DYN_DATA", RootHandle(0x80000006)},
 }};
 constexpr std::string_view kClassesRoot = "HKEY_CLASSES_ROOT";
-constexpr std::uint32_t kClassesRootConstant = 0x80000000;
 constexpr RegistryTree::Node kLocalMachine = 1;  // its place in kPredefined
 
 constexpr char UpperAscii(char c) {
@@ -93,10 +87,9 @@ RegistryTree::Node RegistryTree::Root(std::string_view name) const {
 }
 
 RegistryTree::Node RegistryTree::Root(RegistryHandle handle) const {
-  const auto constant = static_cast<std::uint32_t>(handle);
-  if (constant == kClassesRootConstant) return classes_;
+  if (handle == kHKeyClassesRoot) return classes_;
   for (Node node = 0; node < roots_; ++node) {
-    if (constant == kPredefined[node].constant) return node;
+    if (handle == kPredefined[node].handle) return node;
   }
   return kNone;
 }

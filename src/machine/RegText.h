@@ -12,13 +12,6 @@
 // The text that the registry editor exports: how it is encoded, and how one value is read and written.
 namespace bxvbwiz {
 
-// Types of a value's data, as in winnt.h.
-constexpr std::uint32_t kRegSz = 1;
-constexpr std::uint32_t kRegExpandSz = 2;
-constexpr std::uint32_t kRegBinary = 3;
-constexpr std::uint32_t kRegDword = 4;
-constexpr std::uint32_t kRegMultiSz = 7;
-
 inline bool IsTextType(std::uint32_t type) {
   return type == kRegSz || type == kRegExpandSz || type == kRegMultiSz;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "text/DeviceNames.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -124,16 +125,12 @@ bool IsDeviceName(std::string_view name) {
   // Called for every path; the first letter settles nearly all names.
   if (name.empty() || std::string_view("CPANLcpanl").find(name.front()) == std::string_view::npos)
     return false;
-  name = name.substr(0, name.find_first_of(".:"));
-  name = name.substr(0, name.find_last_not_of(' ') + 1);
-  for (const char* device : {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$"}) {
-    if (EqualsIgnoreCase(name, device)) return true;
-  }
-  const std::string_view kind = name.substr(0, 3);
-  if (!EqualsIgnoreCase(kind, "COM") && !EqualsIgnoreCase(kind, "LPT")) return false;
-  const std::string_view number = name.substr(kind.size());
-  if (number.size() == 1) return number[0] >= '1' && number[0] <= '9';
-  return std::find(std::begin(kRaisedDigits), std::end(kRaisedDigits), number) != std::end(kRaisedDigits);
+  const std::string_view stem = DeviceStem(name);
+  if (IsDevice(stem)) return true;
+  const std::string_view kind = stem.substr(0, 3);
+  return (EqualsIgnoreCase(kind, "COM") || EqualsIgnoreCase(kind, "LPT")) &&
+         std::find(std::begin(kRaisedDigits), std::end(kRaisedDigits), stem.substr(kind.size())) !=
+             std::end(kRaisedDigits);
 }
 
 bool MatchesPattern(std::string_view name, std::string_view pattern) {

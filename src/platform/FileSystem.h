@@ -78,8 +78,8 @@ class FileSystem {
   // CopyFileA, overwriting; the copy has the attributes of the source.
   virtual SystemError Copy(const std::string& source, const std::string& target) = 0;
   // Copies the files `names` of the folder `source` into the folder `target`, each as Copy does and in this
-  // order, and tells `done` of each, by its index, how that went. Both paths end in a backslash. `done` may
-  // throw, which ends the copying, and may change the copy it is told of, but nothing else in the two
+  // order, and calls `done` for each with its index and the result. Both paths end in a backslash. `done` may
+  // throw, which ends the copying, and may change the copy that it is called for, but nothing else in the two
   // folders. A system that gains by doing them together does.
   virtual void CopyFiles(const std::string& source, const std::string& target,
                          const std::vector<std::string>& names,

@@ -1,123 +1,154 @@
 #pragma once
 
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/ForwardingFileSystem.h"
+#include "platform/ForwardingRegistry.h"
 #include "platform/Platform.h"
 
-// Wrappers that pass every call on. Whoever watches or breaks some calls overrides those only.
+// The forwarding class of each part of the seam, and of all together.
 namespace bxvbwiz {
 
-class ForwardingRegistry : public Registry {
+class ForwardingFacts : public SystemFacts, protected Hooked {
  public:
-  explicit ForwardingRegistry(Registry& inner) : inner_(inner) {}
-  SystemError OpenKey(RegistryHandle key, const std::string& path, std::uint32_t access,
-                      RegistryHandle& opened) override {
-    return inner_.OpenKey(key, path, access, opened);
+  explicit ForwardingFacts(SystemFacts& inner, CallHook& hook = NoHook()) : Hooked(hook), inner_(inner) {}
+  VersionInfo Version() override {
+    VersionInfo version;
+    Pass({"Version"}, [&] { return version = inner_.Version(), SystemError::Success; });
+    return version;
   }
-  SystemError CloseKey(RegistryHandle key) override { return inner_.CloseKey(key); }
-  SystemError CreateKey(RegistryHandle key, const std::string& path, std::uint32_t options,
-                        std::uint32_t access, RegistryHandle& opened) override {
-    return inner_.CreateKey(key, path, options, access, opened);
+  std::string WindowsDirectory(std::size_t size) override {
+    return Ask({"WindowsDirectory"}, std::string(), [&] { return inner_.WindowsDirectory(size); });
   }
-  SystemError DeleteKey(RegistryHandle key, const std::string& name) override {
-    return inner_.DeleteKey(key, name);
+  std::string SystemDirectory(std::size_t size) override {
+    return Ask({"SystemDirectory"}, std::string(), [&] { return inner_.SystemDirectory(size); });
   }
-  SystemError EnumKey(RegistryHandle key, std::uint32_t index, std::size_t size, std::string& name) override {
-    return inner_.EnumKey(key, index, size, name);
-  }
-  SystemError EnumValue(RegistryHandle key, std::uint32_t index, std::size_t size, std::string& name,
-                        std::uint32_t& type) override {
-    return inner_.EnumValue(key, index, size, name, type);
-  }
-  SystemError QueryValue(RegistryHandle key, const std::string& name, std::size_t size,
-                         RegistryData& data) override {
-    return inner_.QueryValue(key, name, size, data);
-  }
-  SystemError SetValue(RegistryHandle key, const std::string& name, const RegistryData& data) override {
-    return inner_.SetValue(key, name, data);
-  }
-  SystemError DeleteValue(RegistryHandle key, const std::string& name) override {
-    return inner_.DeleteValue(key, name);
-  }
+  std::uint32_t UserLanguage() override { return inner_.UserLanguage(); }  // cannot fail
 
  private:
-  Registry& inner_;
+  SystemFacts& inner_;
 };
 
-// Whoever changes Copy has to say what CopyFiles does: FileSystem's is one Copy after the other.
-class ForwardingFileSystem : public FileSystem {
+class ForwardingProfileStrings : public ProfileStrings, protected Hooked {
  public:
-  explicit ForwardingFileSystem(FileSystem& inner) : inner_(inner) {}
-  SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
-    return inner_.Find(pattern, found);
-  }
-  FileHandle Open(const std::string& path, std::uint32_t access, std::uint32_t share,
-                  std::uint32_t disposition, std::uint32_t attributes) override {
-    return inner_.Open(path, access, share, disposition, attributes);
-  }
-  bool Close(FileHandle file) override { return inner_.Close(file); }
-  bool SetTimes(FileHandle file, FileTime time) override { return inner_.SetTimes(file, time); }
-  SystemError Read(const std::string& path, std::string& bytes) override { return inner_.Read(path, bytes); }
-  SystemError Write(const std::string& path, std::string_view bytes, WriteMode mode) override {
-    return inner_.Write(path, bytes, mode);
-  }
-  SystemError Map(const std::string& path, std::unique_ptr<FileView>& view) override {
-    return inner_.Map(path, view);
-  }
-  SystemError Copy(const std::string& source, const std::string& target) override {
-    return inner_.Copy(source, target);
-  }
-  void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
-                 const std::function<void(std::size_t, SystemError)>& done) override {
-    inner_.CopyFiles(source, target, names, done);
-  }
-  SystemError Rename(const std::string& source, const std::string& target) override {
-    return inner_.Rename(source, target);
-  }
-  SystemError Delete(const std::string& path) override { return inner_.Delete(path); }
-  SystemError MakeDirectory(const std::string& path) override { return inner_.MakeDirectory(path); }
-  SystemError SetAttributes(const std::string& path, std::uint32_t attributes) override {
-    return inner_.SetAttributes(path, attributes);
-  }
-  std::string Search(const std::string& name) override { return inner_.Search(name); }
-  SystemError FullPath(const std::string& path, std::string& full) override {
-    return inner_.FullPath(path, full);
-  }
-  std::string CurrentDirectory() override { return inner_.CurrentDirectory(); }
-  SystemError ChangeDirectory(const std::string& path) override { return inner_.ChangeDirectory(path); }
-
- private:
-  FileSystem& inner_;
-};
-
-class ForwardingProfileStrings : public ProfileStrings {
- public:
-  explicit ForwardingProfileStrings(ProfileStrings& inner) : inner_(inner) {}
+  explicit ForwardingProfileStrings(ProfileStrings& inner, CallHook& hook = NoHook())
+      : Hooked(hook), inner_(inner) {}
   std::string GetString(ProfileText section, ProfileText key, std::string_view defaultValue, std::size_t size,
                         const std::string& file) override {
-    return inner_.GetString(section, key, defaultValue, size, file);
+    std::string value(defaultValue);
+    std::string unreadable = file;
+    SeamCall call{"GetString", file};
+    const SystemError error = Pass(call, [&] {
+      value = For(file).GetString(section, key, defaultValue, size, file);
+      const std::vector<std::string> files = For(file).Unreadable();
+      if (files.empty()) return SystemError::Success;
+      call.subject = unreadable = files.back();
+      return SystemError::AccessDenied;
+    });
+    if (error != SystemError::Success) unreadable_.insert(unreadable);
+    return value;
   }
   bool WriteString(ProfileText section, ProfileText key, ProfileText value,
                    const std::string& file) override {
-    return inner_.WriteString(section, key, value, file);
+    return Ask({"WriteString", file}, false,
+               [&] { return For(file).WriteString(section, key, value, file); });
   }
   bool WriteSection(ProfileText section, ProfileText entries, const std::string& file) override {
-    return inner_.WriteSection(section, entries, file);
+    return Ask({"WriteSection", file}, false, [&] { return For(file).WriteSection(section, entries, file); });
   }
-  std::vector<std::string> Unreadable() override { return inner_.Unreadable(); }
-  std::vector<std::string> Flush() override { return inner_.Flush(); }
+  std::vector<std::string> Unreadable() override {
+    std::vector<std::string> files(unreadable_.begin(), unreadable_.end());
+    unreadable_.clear();
+    return files;
+  }
+  std::vector<std::string> Flush() override {
+    std::vector<std::string> failed = inner_.Flush();
+    for (const std::string& file : failed) hook_.After({"Flush", file}, SystemError::GeneralFailure);
+    return failed;
+  }
+
+ protected:
+  // Where this file is.
+  virtual ProfileStrings& For(const std::string& /*file*/) { return inner_; }
 
  private:
   ProfileStrings& inner_;
+  std::set<std::string> unreadable_;
 };
 
-class ForwardingProcesses : public Processes {
+class ForwardingProcess : public Process, protected Hooked {
  public:
-  explicit ForwardingProcesses(Processes& inner) : inner_(inner) {}
-  std::unique_ptr<Process> Start(const std::string& commandLine) override {
-    return inner_.Start(commandLine);
+  ForwardingProcess(std::unique_ptr<Process> inner, CallHook& hook)
+      : Hooked(hook), inner_(std::move(inner)) {}
+  WaitResult Wait(std::uint32_t milliseconds) override {
+    return Ask({"Wait"}, WaitResult::Failed, [&] { return inner_->Wait(milliseconds); });
   }
 
  private:
-  Processes& inner_;
+  std::unique_ptr<Process> inner_;
+};
+
+// What else the system is asked for.
+class ForwardingServices : public Processes, public Guids, public Settings, public Clock, protected Hooked {
+ public:
+  ForwardingServices(const Platform& inner, CallHook& hook) : Hooked(hook), inner_(inner) {}
+  std::unique_ptr<Process> Start(const std::string& commandLine) override {
+    std::unique_ptr<Process> process =
+        Ask({"Start"}, std::unique_ptr<Process>(), [&] { return inner_.processes.Start(commandLine); });
+    if (process == nullptr) return process;
+    return std::make_unique<ForwardingProcess>(std::move(process), hook_);
+  }
+  std::optional<GuidBytes> Create() override {
+    return Ask({"CreateGuid"}, std::optional<GuidBytes>(), [&] { return inner_.guids.Create(); });
+  }
+  std::string Get(const std::string& application, const std::string& section, const std::string& key,
+                  const std::string& defaultValue) override {
+    std::string value = defaultValue;
+    Pass({"GetSetting"}, [&] {
+      value = inner_.settings.Get(application, section, key, defaultValue);
+      return SystemError::Success;
+    });
+    return value;
+  }
+  std::optional<FileTime> SystemTime() override {
+    return Ask({"SystemTime"}, std::optional<FileTime>(), [&] { return inner_.clock.SystemTime(); });
+  }
+  std::string LocalDateTimeText() override {
+    return Ask({"LocalDateTimeText"}, std::string(), [&] { return inner_.clock.LocalDateTimeText(); });
+  }
+
+ private:
+  Platform inner_;
+};
+
+// A whole platform past a hook. Code page and string table are the inner one's: they ask the system nothing.
+class ForwardingPlatform {
+ public:
+  ForwardingPlatform(const Platform& inner, CallHook& hook)
+      : registry_(inner.registry, hook),
+        facts_(inner.facts, hook),
+        files_(inner.files, hook),
+        profiles_(inner.profiles, hook),
+        services_(inner, hook),
+        platform_(WithParts(inner, registry_, facts_, files_, profiles_, services_)) {}
+  ForwardingPlatform(const ForwardingPlatform&) = delete;
+  ForwardingPlatform& operator=(const ForwardingPlatform&) = delete;
+
+  Platform& platform() { return platform_; }
+
+ private:
+  ForwardingRegistry registry_;
+  ForwardingFacts facts_;
+  ForwardingFileSystem files_;
+  ForwardingProfileStrings profiles_;
+  ForwardingServices services_;
+  Platform platform_;
 };
 
 }  // namespace bxvbwiz

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "platform/FileSystem.h"
 #include "platform/Processes.h"
@@ -65,8 +66,8 @@ class StringTable {
   virtual std::string Text(TextId id) const = 0;
 };
 
-// What the wizard asks of an operating system, one part a subject. Whoever needs one takes that one; the
-// parts are owned by whoever made the platform and outlive its users.
+// What the wizard asks of an operating system, one part a subject. Code that needs one part takes that part.
+// The maker of the platform owns the parts, which outlive their users.
 struct Platform {
   Registry& registry;
   SystemFacts& facts;
@@ -79,5 +80,31 @@ struct Platform {
   CodePage& codePage;
   StringTable& strings;
 };
+
+// The last of `parts` that is a Part; without one, `usual`.
+template <class Part>
+Part& PartOf(Part& usual) {
+  return usual;
+}
+template <class Part, class First, class... Rest>
+Part& PartOf(Part& usual, First& first, Rest&... rest) {
+  if constexpr (std::is_base_of_v<Part, First>) {
+    return PartOf<Part>(first, rest...);
+  } else {
+    return PartOf<Part>(usual, rest...);
+  }
+}
+
+// `platform` with `parts` in the place of its own. The kind of a part says which one it replaces; one object
+// may be several parts.
+template <class... Parts>
+Platform WithParts(const Platform& platform, Parts&... parts) {
+  return {
+      PartOf<Registry>(platform.registry, parts...),   PartOf<SystemFacts>(platform.facts, parts...),
+      PartOf<FileSystem>(platform.files, parts...),    PartOf<ProfileStrings>(platform.profiles, parts...),
+      PartOf<Processes>(platform.processes, parts...), PartOf<Guids>(platform.guids, parts...),
+      PartOf<Settings>(platform.settings, parts...),   PartOf<Clock>(platform.clock, parts...),
+      PartOf<CodePage>(platform.codePage, parts...),   PartOf<StringTable>(platform.strings, parts...)};
+}
 
 }  // namespace bxvbwiz

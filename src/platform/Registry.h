@@ -11,6 +11,47 @@ namespace bxvbwiz {
 // 0x80000002 is).
 using RegistryHandle = std::int32_t;
 
+// A predefined key, as HKEY_... in winreg.h.
+struct PredefinedKey {
+  const char* name;
+  RegistryHandle handle;
+};
+constexpr RegistryHandle RootHandle(std::uint32_t constant) {
+  return static_cast<RegistryHandle>(constant);
+}
+constexpr RegistryHandle kHKeyClassesRoot = RootHandle(0x80000000);
+constexpr RegistryHandle kHKeyCurrentUser = RootHandle(0x80000001);
+constexpr RegistryHandle kHKeyLocalMachine = RootHandle(0x80000002);
+constexpr RegistryHandle kHKeyUsers = RootHandle(0x80000003);
+constexpr RegistryHandle kHKeyPerformanceData = RootHandle(0x80000004);
+// Those that the wizard knows by name.
+inline constexpr PredefinedKey kPredefinedKeys[] = {
+    {"HKEY_CLASSES_ROOT", kHKeyClassesRoot},         {"HKEY_CURRENT_USER", kHKeyCurrentUser},
+    {"HKEY_LOCAL_MACHINE", kHKeyLocalMachine},       {"HKEY_USERS", kHKeyUsers},
+    {"HKEY_PERFORMANCE_DATA", kHKeyPerformanceData},
+};
+
+// Access rights, as KEY_... in winnt.h.
+constexpr std::uint32_t kKeyQueryValue = 1;
+constexpr std::uint32_t kKeySetValue = 2;
+constexpr std::uint32_t kKeyCreateSubKey = 4;
+constexpr std::uint32_t kKeyEnumerateSubKeys = 8;
+constexpr std::uint32_t kKeyNotify = 16;
+constexpr std::uint32_t kKeyCreateLink = 32;
+constexpr std::uint32_t kReadControl = 0x20000;
+constexpr std::uint32_t kKeyRead = kKeyQueryValue | kKeyEnumerateSubKeys | kKeyNotify | kReadControl;
+constexpr std::uint32_t kKeyWrite = kKeySetValue | kKeyCreateSubKey | kReadControl;
+// Without the rights to delete a key and to change its owner and permissions, which KEY_ALL_ACCESS has and
+// nobody here needs.
+constexpr std::uint32_t kKeyAllAccess = kKeyRead | kKeyWrite | kKeyCreateLink;
+
+// Types of a value's data, as REG_... in winnt.h.
+constexpr std::uint32_t kRegSz = 1;
+constexpr std::uint32_t kRegExpandSz = 2;
+constexpr std::uint32_t kRegBinary = 3;
+constexpr std::uint32_t kRegDword = 4;
+constexpr std::uint32_t kRegMultiSz = 7;
+
 // The data of a registry value. For the string types (REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ) `data` is the
 // UTF-8 text with the terminating NULs as they are stored, for the others the bytes (REG_DWORD: four, low
 // byte first).
@@ -36,7 +77,7 @@ class Registry {
   // RegDeleteKeyA. AccessDenied when the key has subkeys, as on Windows NT.
   virtual SystemError DeleteKey(RegistryHandle key, const std::string& name) = 0;
   // RegEnumKeyExA. `size` is the name buffer in bytes of the code page, the NUL included; MoreData when the
-  // name does not fit; NoMoreItems behind the last. Subkeys come in the order of their names, case ignored.
+  // name does not fit; NoMoreItems after the last. Subkeys come in the order of their names, case ignored.
   virtual SystemError EnumKey(RegistryHandle key, std::uint32_t index, std::size_t size,
                               std::string& name) = 0;
   // RegEnumValueA: name and type of a value, in the order in which they were stored. `size` as for EnumKey.

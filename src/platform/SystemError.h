@@ -4,7 +4,7 @@
 
 namespace bxvbwiz {
 
-// The error codes of the system calls behind the seam, with the values of winerror.h. A machine folder
+// The error codes of the calls of the seam, with the values of winerror.h. A machine folder
 // gives the code that Windows gives in the same situation.
 enum class SystemError : std::uint32_t {
   Success = 0,

@@ -1,10 +1,10 @@
 #include "setupgen/SetupAnswers.h"
 
 #include <algorithm>
-#include <array>
 
 #include "support/basStr.h"
 #include "support/Findings.h"
+#include "text/DeviceNames.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -21,15 +21,10 @@ bool HasIllegalCharacter(const std::string& text) {
   return ContainsAnyChar(text, kIllegalCharacters) || HasControlCharacter(text);
 }
 
-// Names that mean a device in every folder, with any extension.
+// Windows 95 and its kin have one device more.
 bool IsReservedBySystem(const std::string& name) {
-  static constexpr std::array<const char*, 7> kDevices = {"CON",    "PRN",     "AUX",   "NUL",
-                                                          "CONIN$", "CONOUT$", "CLOCK$"};
-  std::string stem = UpperCase(name.substr(0, name.find('.')));
-  stem.erase(stem.find_last_not_of(' ') + 1);
-  if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) return true;
-  return stem.size() == 4 && (StartsWith(stem, "COM") || StartsWith(stem, "LPT")) && stem[3] >= '1' &&
-         stem[3] <= '9';
+  const std::string_view stem = DeviceStem(name);
+  return IsDevice(stem) || EqualsIgnoreCase(stem, "CLOCK$");
 }
 
 // A project's name as an application name: each illegal character becomes a blank.

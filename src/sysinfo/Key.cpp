@@ -1,27 +1,8 @@
 #include "sysinfo/Key.h"
 
-#include <array>
-
 #include "support/Errors.h"
 
 namespace bxvbwiz {
-namespace {
-
-struct RootKey {
-  const char* name;
-  RegistryHandle handle;
-};
-
-constexpr std::array<RootKey, 5> kRootKeys = {{
-    {"HKEY_CLASSES_ROOT", RegConstants::HKeyClassesRoot},
-    {"HKEY_CURRENT_USER", RegConstants::HKeyCurrentUser},
-    {"HKEY_LOCAL_MACHINE", RegConstants::HKeyLocalMachine},
-    {"HKEY_USERS", RegConstants::HKeyUsers},
-    {"HKEY_PERFORMANCE_DATA", RegConstants::HKeyPerformanceData},
-}};
-
-}  // namespace
-
 Key::Key(Registry& registry) : registry_(registry) {}
 
 Key::~Key() {
@@ -52,7 +33,7 @@ Values& Key::Values() {
 void Key::SetName(const std::string& name) {
   if (!name_.empty()) return;
   name_ = name;
-  for (const RootKey& root : kRootKeys) {
+  for (const PredefinedKey& root : kPredefinedKeys) {
     if (name == root.name) SetHandle(root.handle);
   }
 }
@@ -60,7 +41,7 @@ void Key::SetName(const std::string& name) {
 void Key::SetHandle(RegistryHandle handle) {
   if (handle_ != 0) return;
   handle_ = handle;
-  for (const RootKey& root : kRootKeys) {
+  for (const PredefinedKey& root : kPredefinedKeys) {
     if (handle == root.handle) SetName(root.name);
   }
 }

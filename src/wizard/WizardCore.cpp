@@ -3,22 +3,7 @@
 namespace bxvbwiz {
 
 WizardCore::WizardCore(Platform& platform, StartMode mode)
-    : registry_(platform.registry),
-      facts_(platform.facts),
-      files_(platform.files),
-      profiles_(platform.profiles),
-      platform_{registry_,
-                facts_,
-                files_,
-                profiles_,
-                platform.processes,
-                platform.guids,
-                platform.settings,
-                platform.clock,
-                platform.codePage,
-                platform.strings},
-      session_(platform_, mode),
-      global_(platform_) {}
+    : checked_(platform), session_(platform_, mode), global_(platform_) {}
 
 WizardCore::~WizardCore() {
   if (buildLog_ != kInvalidFile) platform_.files.Close(buildLog_);

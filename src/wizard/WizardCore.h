@@ -4,9 +4,7 @@
 
 #include "project/basGlobal.h"
 #include "support/basLogging.h"
-#include "support/CheckedFileSystem.h"
-#include "support/CheckedProfileStrings.h"
-#include "sysinfo/CheckedRegistry.h"
+#include "support/CheckedPlatform.h"
 
 namespace bxvbwiz {
 
@@ -28,11 +26,8 @@ class WizardCore {
   void HoldBuildLog(const std::string& path);
 
  private:
-  CheckedRegistry registry_;
-  CheckedFacts facts_;
-  CheckedFileSystem files_;
-  CheckedProfileStrings profiles_;
-  Platform platform_;  // with the checked parts
+  CheckedPlatform checked_;
+  Platform& platform_ = checked_.platform();
   Session session_;
   basGlobal global_;
   FileHandle buildLog_ = kInvalidFile;

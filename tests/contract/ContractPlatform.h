@@ -2,17 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <memory>
+#include <regex>
 #include <string>
 
 #include "platform/Platform.h"
 
 namespace bxvbwiz {
-
-// Shows an error by its number when an expectation fails.
-inline void PrintTo(SystemError error, std::ostream* out) {
-  *out << static_cast<std::uint32_t>(error);
-}
 
 // A platform that the contract suite is run against, in a state of its own for every test.
 class ContractPlatform {
@@ -25,7 +22,7 @@ class ContractPlatform {
   // Wine in the place of Windows: a few calls are known to answer otherwise there.
   virtual bool IsWine() const { return false; }
   // The program child.exe, in a folder elsewhere whose name has blanks.
-  virtual std::string ChildProgram() const = 0;
+  std::string ChildProgram() const { return "C:\\My Tools\\child.exe"; }
 };
 
 // Made by the program that runs the suite.
@@ -37,14 +34,31 @@ class ContractTest : public testing::Test {
   void Put(const std::string& name, const std::string& bytes = "x") {
     ASSERT_EQ(files_.Write(At(name), bytes, WriteMode::Create), SystemError::Success) << name;
   }
-  static std::string Error(SystemError error) {
-    return "error " + std::to_string(static_cast<std::uint32_t>(error));
+  // "ok", or the system's number of the error.
+  static std::string Answer(SystemError error) {
+    return error == SystemError::Success ? "ok" : std::to_string(static_cast<std::uint32_t>(error));
   }
-  // A file's bytes, or its error.
+  static std::string Answer(SystemError error, const std::string& text) {
+    return error == SystemError::Success ? text : Answer(error);
+  }
+  // A file's bytes, or the number of its error.
   std::string Get(const std::string& path) {
     std::string bytes = "left from before";
     const SystemError error = files_.Read(path, bytes);
-    return error == SystemError::Success ? bytes : Error(error);
+    return Answer(error, bytes);
+  }
+
+  // Makes calls one after the other: "rename a, b -> 183". Without an answer they succeed.
+  void Do(std::initializer_list<std::string> steps) {
+    static const std::regex kStep("(\\w+)(?: (.*?)){0,1}?(?:, (.*?))?(?: -> (.*))?");
+    for (const std::string& step : steps) {
+      std::smatch parts;
+      ASSERT_TRUE(std::regex_match(step, parts, kStep)) << step;
+      EXPECT_EQ(Call(parts[1], parts[2], parts[3]), parts[4].matched ? parts[4] : std::string("ok")) << step;
+    }
+  }
+  virtual std::string Call(const std::string& /*name*/, const std::string& /*a*/, const std::string& /*b*/) {
+    return "no such call";
   }
 
   std::unique_ptr<ContractPlatform> contract_ = MakeContractPlatform();

@@ -6,15 +6,39 @@ namespace {
 
 using E = SystemError;
 
+// Paths are relative: the current directory is the test's folder.
 class ContractFiles : public ContractTest {
  protected:
+  std::string Call(const std::string& name, const std::string& a, const std::string& b) override {
+    if (name == "names") return Names(a);
+    if (name == "read") return Get(a);
+    if (name == "put") return Answer(files_.Write(a, b, WriteMode::Create));
+    if (name == "append") return Answer(files_.Write(a, b, WriteMode::Append));
+    if (name == "mkdir") return Answer(files_.MakeDirectory(a));
+    if (name == "delete") return Answer(files_.Delete(a));
+    if (name == "rename") return Answer(files_.Rename(a, b));
+    if (name == "copy") return Answer(files_.Copy(a, b));
+    if (name == "enter") return Answer(files_.ChangeDirectory(a));
+    if (name == "where") return files_.CurrentDirectory();
+    if (name == "search") return files_.Search(a);
+    if (name == "attributes")
+      return b.empty() ? std::to_string(Attributes(a) & kAttributeReadOnly)
+                       : Answer(files_.SetAttributes(a, b == "1" ? kAttributeReadOnly : kAttributeNormal));
+    std::string text;
+    std::unique_ptr<FileView> view;
+    if (name == "full") return Answer(files_.FullPath(a, text), text);
+    if (name == "map") {
+      const E error = files_.Map(a, view);
+      return Answer(error, view == nullptr ? "" : std::string(view->Bytes()));
+    }
+    return ContractTest::Call(name, a, b);
+  }
   std::string Names(const std::string& pattern) {
     std::vector<FoundFile> found;
     const E error = files_.Find(pattern, found);
-    if (error != E::Success) return Error(error);
     std::string names;
     for (const FoundFile& file : found) names += (names.empty() ? "" : " ") + file.name;
-    return names;
+    return Answer(error, names);
   }
   std::uint32_t Attributes(const std::string& path) {
     std::vector<FoundFile> found;
@@ -24,9 +48,8 @@ class ContractFiles : public ContractTest {
 };
 
 TEST_F(ContractFiles, EverySpellingOfAPathNamesTheSameFile) {
-  ASSERT_EQ(files_.MakeDirectory(At("Ordner \u00C4")), E::Success);
-  Put("Ordner \u00C4\\Form1.frm", "VERSION 5.00");
   const std::string full = At("Ordner \u00C4\\Form1.frm");
+  Do({"mkdir Ordner \u00C4", "put Ordner \u00C4\\Form1.frm, VERSION 5.00"});
   for (const std::string& path :
        {full, UpperCase(full), LowerCase(full), At("ORDNER \u00E4\\\\form1.FRM"),
         At(".\\ordner \u00E4\\form1.frm"), At("other\\..\\ordner \u00C4\\form1.frm"),
@@ -38,40 +61,21 @@ TEST_F(ContractFiles, EverySpellingOfAPathNamesTheSameFile) {
 }
 
 TEST_F(ContractFiles, AFileKeepsTheSpellingThatItWasMadeWith) {
-  Put("MyFile.Txt");
-  Put("MYFILE.TXT", "second");
-  EXPECT_EQ(Names(At("*")), ". .. MyFile.Txt");
-  ASSERT_EQ(files_.Rename(At("myfile.txt"), At("myFILE.txt")), E::Success);
-  EXPECT_EQ(Get(At("MyFile.Txt")), "second");
-  // Wine leaves the old name.
-  EXPECT_EQ(Names(At("*.*")), contract_->IsWine() ? ". .. MyFile.Txt" : ". .. myFILE.txt");
+  Do({"put MyFile.Txt, first", "put MYFILE.TXT, second", "names * -> . .. MyFile.Txt",
+      "rename myfile.txt, myFILE.txt", "read MyFile.Txt -> second",
+      // Wine leaves the old name.
+      std::string("names *.* -> . .. ") + (contract_->IsWine() ? "MyFile.Txt" : "myFILE.txt")});
 }
 
 TEST_F(ContractFiles, PatternsFindWhatWindowsFinds) {
   for (const char* name : {"b.txt", "A.TXT", "ab.txt", "none", "a.b.txt", "\u00E4.frm"}) Put(name);
-  ASSERT_EQ(files_.MakeDirectory(At("sub")), E::Success);
-  const struct {
-    const char* pattern;
-    const char* found;
-  } cases[] = {
-      {"*", ". .. a.b.txt A.TXT ab.txt b.txt none sub \u00E4.frm"},
-      {"*.*", ". .. a.b.txt A.TXT ab.txt b.txt none sub \u00E4.frm"},
-      {"*.txt", "a.b.txt A.TXT ab.txt b.txt"},
-      {"?.TXT", "A.TXT b.txt"},
-      {"a?.*", "ab.txt"},
-      {"*b*.t*", "a.b.txt ab.txt b.txt"},
-      {"none.*", "none"},
-      {"?.frm", "\u00E4.frm"},
-      {"\u00C4.FRM", "\u00E4.frm"},
-      {"sub", "sub"},
-      {"sub\\*", ". .."},
-      {"sub\\", "error 2"},
-      {"missing", "error 2"},
-      {"missing\\*", "error 3"},
-  };
-  for (const auto& test : cases) EXPECT_EQ(Names(At(test.pattern)), test.found) << test.pattern;
+  const std::string all = ". .. a.b.txt A.TXT ab.txt b.txt none sub \u00E4.frm";
   const std::string root = At("").substr(0, 3);
-  EXPECT_EQ(Names(root), "error 2") << "a drive's root is no entry of any folder";
+  Do({"mkdir sub", "names * -> " + all, "names *.* -> " + all, "names *.txt -> a.b.txt A.TXT ab.txt b.txt",
+      "names ?.TXT -> A.TXT b.txt", "names a?.* -> ab.txt", "names *b*.t* -> a.b.txt ab.txt b.txt",
+      "names none.* -> none", "names ?.frm -> \u00E4.frm", "names \u00C4.FRM -> \u00E4.frm",
+      "names sub -> sub", "names sub\\* -> . ..", "names sub\\ -> 2", "names missing -> 2",
+      "names missing\\* -> 3", "names " + root + " -> 2"});
   EXPECT_NE(Names(root + "*").substr(0, 1), ".") << "a root has no dots";
 }
 
@@ -80,87 +84,66 @@ TEST_F(ContractFiles, NamesThatWindowsCannotHaveAreRefused) {
     EXPECT_NE(files_.Write(At(name), "x", WriteMode::Create), E::Success) << name;
     EXPECT_NE(files_.MakeDirectory(At(name)), E::Success) << name;
   }
-  EXPECT_EQ(Names(At("*")), ". ..");
+  Do({"names * -> . .."});
 }
 
 TEST_F(ContractFiles, LengthIsLimitedAsOnWindows) {
   if (contract_->IsWine()) GTEST_SKIP() << "Wine has no such limit";
   const std::string longest = At(std::string(259 - At("").size(), 'a'));
-  EXPECT_EQ(files_.Write(longest, "x", WriteMode::Create), E::Success);
-  EXPECT_EQ(files_.Write(longest + "a", "x", WriteMode::Create), E::FilenameTooLong);
-  EXPECT_EQ(files_.MakeDirectory(At(std::string(248 - At("").size(), 'd'))), E::FilenameTooLong);
-  EXPECT_EQ(files_.MakeDirectory(At(std::string(247 - At("").size(), 'd'))), E::Success);
+  const std::string folder = At(std::string(247 - At("").size(), 'd'));
+  Do({"put " + longest, "put " + longest + "a -> 206", "mkdir " + folder + "d -> 206", "mkdir " + folder});
 }
 
 TEST_F(ContractFiles, EachFaultGivesTheCodeOfWindows) {
-  Put("file");
-  ASSERT_EQ(files_.MakeDirectory(At("folder")), E::Success);
-  std::string text;
-  std::unique_ptr<FileView> view;
-  EXPECT_EQ(files_.Read(At("missing"), text), E::FileNotFound);
-  EXPECT_EQ(files_.Read(At("missing\\x"), text), E::PathNotFound);
-  EXPECT_EQ(files_.Read(At("file\\x"), text), E::PathNotFound);
-  EXPECT_NE(files_.Read("Q:\\x", text), E::Success);
-  EXPECT_EQ(files_.Read(At("folder"), text), E::AccessDenied);
-  EXPECT_EQ(files_.Map(At("folder"), view), E::AccessDenied);
-  EXPECT_EQ(files_.Map(At("missing"), view), E::FileNotFound);
-  EXPECT_EQ(files_.Write(At("folder"), "x", WriteMode::Create), E::AccessDenied);
-  EXPECT_EQ(files_.Write(At("missing\\x"), "x", WriteMode::Append), E::PathNotFound);
-  EXPECT_EQ(files_.Delete(At("folder")), E::AccessDenied);
-  EXPECT_EQ(files_.Delete(At("missing")), E::FileNotFound);
-  EXPECT_EQ(files_.MakeDirectory(At("FOLDER")), E::AlreadyExists);
-  EXPECT_EQ(files_.MakeDirectory(At("missing\\x")), E::PathNotFound);
-  EXPECT_EQ(files_.Rename(At("file"), At("folder")), E::AlreadyExists);
-  EXPECT_EQ(files_.Rename(At("missing"), At("x")), E::FileNotFound);
-  EXPECT_EQ(files_.Copy(At("missing"), At("x")), E::FileNotFound);
-  EXPECT_EQ(files_.Copy(At("file"), At("folder")), E::AccessDenied);
-  EXPECT_EQ(files_.ChangeDirectory(At("file")), E::InvalidDirectory);
-  EXPECT_EQ(files_.SetAttributes(At("missing"), kAttributeNormal), E::FileNotFound);
-  EXPECT_EQ(Names(At("*")), ". .. file folder");
+  Do({"put file",
+      "mkdir folder",
+      "read missing -> 2",
+      "read missing\\x -> 3",
+      "read file\\x -> 3",
+      "read folder -> 5",
+      "map folder -> 5",
+      "map missing -> 2",
+      "put folder -> 5",
+      "append missing\\x -> 3",
+      "delete folder -> 5",
+      "delete missing -> 2",
+      "mkdir FOLDER -> 183",
+      "mkdir missing\\x -> 3",
+      "rename file, folder -> 183",
+      "rename missing, x -> 2",
+      "copy missing, x -> 2",
+      "copy file, folder -> 5",
+      "enter file -> 267",
+      "enter missing -> 2",
+      "attributes missing, 0 -> 2",
+      "names * -> . .. file folder"});
+  EXPECT_NE(Get("Q:\\x"), "");
 }
 
 TEST_F(ContractFiles, AReadOnlyFileIsNotChangedAndItsCopyIsReadOnly) {
   if (contract_->IsWine()) GTEST_SKIP() << "under Wine the superuser may write read-only files";
-  Put("file", "bytes");
-  ASSERT_EQ(files_.SetAttributes(At("file"), kAttributeReadOnly), E::Success);
-  EXPECT_EQ(files_.Write(At("file"), "x", WriteMode::Create), E::AccessDenied);
-  EXPECT_EQ(files_.Delete(At("file")), E::AccessDenied);
-  EXPECT_EQ(files_.Open(At("file"), kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0),
-            kInvalidFile);
-  ASSERT_EQ(files_.Copy(At("file"), At("copy")), E::Success);
-  EXPECT_EQ(files_.Copy(At("copy"), At("file")), E::AccessDenied);
-  EXPECT_EQ(Attributes(At("copy")) & kAttributeReadOnly, kAttributeReadOnly);
-  ASSERT_EQ(files_.SetAttributes(At("copy"), kAttributeNormal), E::Success);
-  EXPECT_EQ(Attributes(At("copy")) & kAttributeReadOnly, 0u);
-  EXPECT_EQ(files_.Write(At("copy"), "+", WriteMode::Append), E::Success);
-  EXPECT_EQ(Get(At("copy")), "bytes+");
-  EXPECT_EQ(Get(At("file")), "bytes");
+  Do({"put file, bytes", "attributes file, 1", "put file -> 5", "delete file -> 5", "copy file, copy",
+      "copy copy, file -> 5", "attributes copy -> 1", "attributes copy, 0", "attributes copy -> 0",
+      "append copy, +", "read copy -> bytes+", "read file -> bytes"});
+  EXPECT_EQ(files_.Open("file", kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0), kInvalidFile);
 }
 
 TEST_F(ContractFiles, FilesAreCopiedTogetherAsOneByOne) {
   const std::vector<std::string> names = {"small",    "empty",  "large", "protected",
                                           "missing",  "folder", "OLD",   "small",
                                           "..\\file", "nul",    "bad*",  std::string(250, 'x')};
-  for (const char* folder : {"from", "from\\folder", "together", "alone"})
-    ASSERT_EQ(files_.MakeDirectory(At(folder)), E::Success);
-  Put("from\\small", "some bytes");
-  Put("from\\empty", "");
-  Put("from\\large", std::string(100'000, 'x'));
-  Put("from\\protected", "p");
-  Put("from\\old", "new");
-  Put("file", "beside");
-  ASSERT_EQ(files_.SetAttributes(At("from\\protected"), kAttributeReadOnly), E::Success);
-  for (const char* folder : {"together\\old", "alone\\old"}) Put(folder, "what was there before");
-  std::vector<E> told;
-  files_.CopyFiles(At("from\\"), At("together\\"), names, [&](std::size_t i, E error) {
-    EXPECT_EQ(i, told.size());
-    told.push_back(error);
-  });
+  Do({"mkdir from", "mkdir from\\folder", "mkdir together", "mkdir alone", "put from\\small, some bytes",
+      "put from\\empty", "put from\\large, " + std::string(9999, 'x'), "put from\\protected, p",
+      "attributes from\\protected, 1", "put from\\old, new", "put file, beside", "put together\\old, before",
+      "put alone\\old, before"});
+  std::vector<std::pair<std::size_t, E>> told;
+  files_.CopyFiles(At("from\\"), At("together\\"), names,
+                   [&](std::size_t i, E error) { told.emplace_back(i, error); });
   ASSERT_EQ(told.size(), names.size());
   for (std::size_t i = 0; i < names.size(); ++i) {
-    EXPECT_EQ(told[i], files_.Copy(At("from\\" + names[i]), At("alone\\" + names[i]))) << names[i];
-    if (told[i] != E::Success) continue;
-    EXPECT_EQ(Get(At("together\\" + names[i])), Get(At("from\\" + names[i]))) << names[i];
+    EXPECT_EQ(told[i].first, i);
+    EXPECT_EQ(told[i].second, files_.Copy(At("from\\" + names[i]), At("alone\\" + names[i]))) << names[i];
+    EXPECT_EQ(Get(At("together\\" + names[i])), Get(At("alone\\" + names[i]))) << names[i];
     EXPECT_EQ(Attributes(At("together\\" + names[i])), Attributes(At("alone\\" + names[i]))) << names[i];
   }
   EXPECT_EQ(Names(At("together\\*")), Names(At("alone\\*")));
@@ -170,101 +153,58 @@ TEST_F(ContractFiles, BytesAreWrittenAndReadAsTheyAre) {
   const std::string bytes("\0\r\n\x1A\xFF\n", 6);
   Put("file", bytes);
   EXPECT_EQ(Get(At("file")), bytes);
-  std::unique_ptr<FileView> view;
-  ASSERT_EQ(files_.Map(At("file"), view), E::Success);
-  EXPECT_EQ(view->Bytes(), bytes);
-  ASSERT_EQ(files_.Write(At("new"), "a", WriteMode::Append), E::Success);
-  ASSERT_EQ(files_.Write(At("new"), "b", WriteMode::Append), E::Success);
-  EXPECT_EQ(Get(At("new")), "ab");
-  Put("new", "");
-  ASSERT_EQ(files_.Map(At("new"), view), E::Success);
-  EXPECT_EQ(Get(At("new")) + std::string(view->Bytes()), "");
+  EXPECT_EQ(Call("map", "file", ""), bytes);
+  Do({"append new, a", "append new, b", "read new -> ab", "put new", "map new -> ", "read new -> "});
 }
 
 TEST_F(ContractFiles, AnOpenFileCannotBeMovedOrDeleted) {
   Put("file");
   const FileHandle file = files_.Open(At("FILE"), kGenericRead | kGenericWrite, kShareRead, kOpenExisting, 0);
   ASSERT_NE(file, kInvalidFile);
-  EXPECT_EQ(files_.Delete(At("file")), E::SharingViolation);
-  EXPECT_EQ(files_.Rename(At("file"), At("other")), E::SharingViolation);
-  EXPECT_EQ(files_.Write(At("file"), "y", WriteMode::Create), E::SharingViolation);
+  Do({"delete file -> 32", "rename file, other -> 32", "put file, y -> 32"});
   EXPECT_TRUE(files_.SetTimes(file, 127188000000000000));
   EXPECT_TRUE(files_.Close(file));
   EXPECT_FALSE(files_.Close(file));
-  EXPECT_EQ(files_.Rename(At("file"), At("other")), E::Success);
-  EXPECT_EQ(files_.Delete(At("other")), E::Success);
+  Do({"rename file, other", "delete other"});
 }
 
 TEST_F(ContractFiles, AFolderTakesItsFilesAlongWhenItIsRenamed) {
-  ASSERT_EQ(files_.MakeDirectory(At("one")), E::Success);
-  Put("one\\file", "1");
-  ASSERT_EQ(files_.Rename(At("one"), At("two")), E::Success);
-  EXPECT_EQ(Get(At("one\\file")), "error 3");
-  ASSERT_EQ(files_.MakeDirectory(At("one")), E::Success);
-  Put("one\\file", "2");
-  EXPECT_EQ(Get(At("one\\file")) + Get(At("two\\file")), "21");
+  Do({"mkdir one", "put one\\file, 1", "rename one, two", "read one\\file -> 3", "mkdir one",
+      "put one\\file, 2", "read one\\file -> 2", "read two\\file -> 1"});
 }
 
 TEST_F(ContractFiles, FullPathsAreThoseOfWindows) {
   const std::string drive = contract_->Folder().substr(0, 2);
-  const struct {
-    std::string path, full;
-  } cases[] = {
-      {"a", At("a")},
-      {"..\\a", drive + "\\a"},
-      {"..\\..\\..", drive + "\\"},
-      {"\\a\\.\\b\\..\\c", drive + "\\a\\c"},
-      {drive + "x", At("x")},
-      {"q:\\a\\\\b\\", "q:\\a\\b\\"},
-      {"Q:\\a\\b\\..", "Q:\\a"},
-      {"Q:\\a. \\b. .", "Q:\\a. \\b"},
-      {"Q:/a/b", "Q:\\a\\b"},
-      {"\\\\server\\share\\a\\..\\..\\b", "\\\\server\\share\\b"},
-      {"\\\\?\\Q:\\a\\..\\b", "\\\\?\\Q:\\b"},
-  };
-  for (const auto& test : cases) {
-    std::string full;
-    EXPECT_EQ(files_.FullPath(test.path, full), E::Success) << test.path;
-    EXPECT_EQ(full, test.full) << test.path;
-  }
-  std::string full;
-  EXPECT_NE(files_.FullPath("", full), E::Success);
+  Do({"full a -> " + At("a"), "full ..\\a -> " + drive + "\\a", "full ..\\..\\.. -> " + drive + "\\",
+      "full \\a\\.\\b\\..\\c -> " + drive + "\\a\\c", "full " + drive + "x -> " + At("x"),
+      "full q:\\a\\\\b\\ -> q:\\a\\b\\", "full Q:\\a\\b\\.. -> Q:\\a", "full Q:\\a. \\b. . -> Q:\\a. \\b",
+      "full Q:/a/b -> Q:\\a\\b", "full \\\\server\\share\\a\\..\\..\\b -> \\\\server\\share\\b",
+      "full \\\\?\\Q:\\a\\..\\b -> \\\\?\\Q:\\b"});
+  EXPECT_NE(Call("full", "", ""), "");
 }
 
 TEST_F(ContractFiles, SearchLooksInTheCurrentDirectoryAndTheSystemsFolders) {
-  Put("here.dll");
-  const std::string system = platform_.facts.SystemDirectory(260) + "\\bxvbwiz_contract.dll";
-  ASSERT_EQ(files_.Write(system, "x", WriteMode::Create), E::Success);
-  EXPECT_EQ(files_.Search("here.dll"), At("here.dll"));
+  const std::string windows = platform_.facts.WindowsDirectory(260);
+  EXPECT_EQ(platform_.facts.WindowsDirectory(windows.size() + 1), windows);
+  EXPECT_EQ(platform_.facts.WindowsDirectory(windows.size()), "") << "no room for the NUL";
+  EXPECT_EQ(platform_.facts.SystemDirectory(260), windows + "\\system32");
+  const std::string system = windows + "\\system32\\bxvbwiz_contract.dll";
+  Do({"put here.dll", "put " + system, "search here.dll -> " + At("here.dll"),
+      "search bxvbwiz_missing.dll -> "});
   EXPECT_TRUE(EqualsIgnoreCase(files_.Search("BXVBWIZ_contract.dll"), system));
-  EXPECT_EQ(files_.Search("bxvbwiz_missing.dll"), "");
   files_.Delete(system);
 }
 
 TEST_F(ContractFiles, TheCurrentDirectoryFollowsTheLastChange) {
-  ASSERT_EQ(files_.MakeDirectory(At("sub")), E::Success);
-  ASSERT_EQ(files_.ChangeDirectory("sub\\"), E::Success);
-  EXPECT_EQ(files_.CurrentDirectory(), At("sub"));
-  EXPECT_EQ(files_.ChangeDirectory("missing"), E::FileNotFound);
-  ASSERT_EQ(files_.Write("file", "x", WriteMode::Create), E::Success);
-  EXPECT_EQ(Names(At("sub\\*")), ". .. file");
-  ASSERT_EQ(files_.ChangeDirectory("\\"), E::Success);
-  EXPECT_EQ(files_.CurrentDirectory(), contract_->Folder().substr(0, 3));
+  Do({"mkdir sub", "enter sub\\", "where -> " + At("sub"), "enter missing -> 2", "put file, x",
+      "names " + At("sub\\*") + " -> . .. file", "enter \\", "where -> " + contract_->Folder().substr(0, 3)});
 }
 
 TEST_F(ContractFiles, GuidsAreRandom) {
-  const std::optional<GuidBytes> guid = platform_.guids.Create();
-  ASSERT_TRUE(guid);
+  const GuidBytes guid = platform_.guids.Create().value();
   EXPECT_NE(guid, platform_.guids.Create());
-  EXPECT_EQ((*guid)[7] >> 4, 4) << "a random GUID has version 4";
-  EXPECT_EQ((*guid)[8] >> 6, 2);
-}
-
-TEST_F(ContractFiles, TheSystemsFoldersFitTheirBuffersOrAreNotGiven) {
-  const std::string windows = platform_.facts.WindowsDirectory(260);
-  EXPECT_EQ(platform_.facts.WindowsDirectory(windows.size() + 1), windows);
-  EXPECT_EQ(platform_.facts.WindowsDirectory(windows.size()), "");
-  EXPECT_EQ(platform_.facts.SystemDirectory(260), windows + "\\system32");
+  EXPECT_EQ(guid[7] >> 4, 4) << "a random GUID has version 4";
+  EXPECT_EQ(guid[8] >> 6, 2);
 }
 
 }  // namespace

@@ -17,7 +17,6 @@ class ContractMachine : public ContractPlatform {
   }
   Platform& platform() override { return machine_.platform(); }
   std::string Folder() const override { return "C:\\work"; }
-  std::string ChildProgram() const override { return "C:\\My Tools\\child.exe"; }
 
  private:
   TestMachine machine_;

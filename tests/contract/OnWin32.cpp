@@ -28,7 +28,6 @@ class ContractWin32 : public ContractPlatform {
   bool IsWine() const override {
     return GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version") != nullptr;
   }
-  std::string ChildProgram() const override { return "C:\\My Tools\\child.exe"; }
 
  private:
   void Remove() {

@@ -4,8 +4,8 @@
 
 namespace bxvbwiz {
 
-// WaitForSingleObject that ends early with WAIT_TIMEOUT when a message comes for the calling thread. Whoever
-// waits lets events run after a timeout anyway, and so the thread's windows stay painted.
+// WaitForSingleObject that ends early with WAIT_TIMEOUT when a message comes for the calling thread. A
+// caller lets events run after a timeout anyway, and so the thread's windows stay painted.
 inline DWORD WaitForProcess(HANDLE process, DWORD milliseconds) {
   const DWORD result = MsgWaitForMultipleObjects(1, &process, FALSE, milliseconds, QS_ALLINPUT);
   return result == WAIT_OBJECT_0 + 1 ? static_cast<DWORD>(WAIT_TIMEOUT) : result;

@@ -1,4 +1,4 @@
-#include "cli/PartlyReadFile.h"
+#include "machine/PartlyReadFile.h"
 
 #include <algorithm>
 
@@ -27,25 +27,25 @@ SystemError PartlyReadFile::Open(const std::string& path) {
   return SystemError::Success;
 }
 
-std::string_view PartlyReadFile::Part(std::uint64_t offset, std::size_t size) const {
+std::string_view PartlyReadFile::Part(std::uint64_t offset, std::size_t size) {
   if (offset >= size_ || size == 0) return {};
   const auto begin = static_cast<std::size_t>(offset);
   const std::size_t end = begin + std::min(size, static_cast<std::size_t>(size_) - begin);
   std::size_t piece = begin / kPiece;
-  const std::size_t behind = (end - 1) / kPiece + 1;
-  while (piece < behind) {
+  const std::size_t last = (end - 1) / kPiece + 1;
+  while (piece < last) {
     std::size_t next = piece;
-    while (next < behind && !isRead_[next]) ++next;
+    while (next < last && !isRead_[next]) ++next;
     if (next > piece) ReadPieces(piece, next);
     piece = next + 1;
   }
   const std::string_view there(bytes_.get(), static_cast<std::size_t>(size_));
-  return BytesFrom(there, begin).substr(0, end - begin);
+  return begin < there.size() ? there.substr(begin, end - begin) : std::string_view();
 }
 
 // Reads the pieces from `first` to before `last`; the file's size becomes smaller when they are not all
 // there.
-void PartlyReadFile::ReadPieces(std::size_t first, std::size_t last) const {
+void PartlyReadFile::ReadPieces(std::size_t first, std::size_t last) {
   const std::size_t begin = first * kPiece;
   const std::size_t end = std::min(last * kPiece, static_cast<std::size_t>(size_));
   if (begin >= end) return;

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <utility>
+
+#include "platform/Forwarding.h"
+#include "text/Strings.h"
+
+namespace bxvbwiz {
+
+// A platform whose failures are not lost. The wizard takes a failed look-up for a missing file, key or value,
+// and goes on after a failed write; a failure that leaves open whether the thing is there is reported.
+class CheckedPlatform : private CallHook {
+ public:
+  explicit CheckedPlatform(const Platform& inner) : forwarding_(inner, *this) {}
+
+  Platform& platform() { return forwarding_.platform(); }
+
+ private:
+  void After(const SeamCall& call, SystemError error) override;
+
+  ForwardingPlatform forwarding_;
+  std::set<std::pair<FindingId, std::string>> reported_;  // what is reported once
+};
+
+}  // namespace bxvbwiz
