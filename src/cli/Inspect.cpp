@@ -4,6 +4,7 @@
 #include <iostream>
 #include <utility>
 
+#include "cli/Inspection.h"
 #include "cli/JsonOutput.h"
 #include "cli/TextOutput.h"
 #include "machine/CodePages.h"

@@ -1,24 +1,8 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "cli/Options.h"
 
 namespace bxvbwiz {
-
-// What is known of one executable.
-struct Inspection {
-  std::string file;
-  bool valid = false;
-  std::int32_t exeType = 0;
-  std::int32_t errorType = 0;
-  std::vector<std::string> imports;
-  std::vector<std::string> exports;
-  std::int32_t selfRegister = 0;
-  std::string reason;  // why it is not valid
-};
 
 // inspect: prints what is known of the files. 0, or 1 when one of them could not be read at all.
 int InspectFiles(const Options& options);

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "cli/Inspect.h"
+#include <vector>
+
+#include "cli/Inspection.h"
 #include "cli/Options.h"
 #include "cli/Outcome.h"
 

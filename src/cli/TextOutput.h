@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/Inspect.h"
+#include "cli/Inspection.h"
 #include "cli/Options.h"
 #include "cli/Outcome.h"
 

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "support/basStr.h"
-
 namespace bxvbwiz {
 
 const char* CodeOf(FindingId id) {
@@ -29,7 +27,17 @@ Severity SeverityOf(FindingId id) {
 }
 
 std::string TextOf(const StringTable& strings, const Finding& finding) {
-  return TokenReplace(strings.Text(TextOf(finding.id)), finding.values);
+  const std::string text = strings.Text(TextOf(finding.id));
+  std::string filled;
+  std::size_t start = 0;
+  // In one pass, so that nothing in a value is taken for a place.
+  for (std::size_t at = text.find("%%"); at != std::string::npos; at = text.find("%%", start)) {
+    filled.append(text, start, at - start);
+    const std::size_t index = static_cast<std::size_t>(text[at + 2] - '1');
+    if (index < finding.values.size()) filled += finding.values[index];
+    start = std::min(at + 3, text.size());
+  }
+  return filled.append(text, start);
 }
 
 void Findings::Add(Finding finding) {

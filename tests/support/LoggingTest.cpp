@@ -74,7 +74,9 @@ TEST_F(LoggingTest, AnErrorIsLoggedWithTheStackRepeatedAfterRetryAndEndsTheWizar
 TEST_F(LoggingTest, AnErrorIsAddedOnceToTheFindingsButTheEndOfTheWizardPasses) {
   session();
   for (int run = 0; run < 2; ++run) EXPECT_NO_THROW(LogAndGoOn("R", [] { throw RuntimeError(9, "d"); }));
-  EXPECT_EQ(findings().Texts(), std::vector<std::string>{"A step failed (R): d."});
+  AddFinding(FindingId::StepFailed, {"%%2", "e"});
+  EXPECT_EQ(findings().Texts(),
+            (std::vector<std::string>{"A step failed (R): d.", "A step failed (%%2): e."}));
   EXPECT_THROW(LogAndGoOn("R", [] { throw WizardEnded{}; }), WizardEnded);
   EXPECT_THROW(RetryOrCancel("R", [] { throw WizardEnded{}; }), WizardEnded);
 }
