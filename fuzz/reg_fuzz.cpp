@@ -12,10 +12,8 @@ namespace {
 
 using namespace bxvbwiz;
 
-constexpr RegistryHandle kRoots[] = {static_cast<RegistryHandle>(0x80000001U),
-                                     static_cast<RegistryHandle>(0x80000002U),
-                                     static_cast<RegistryHandle>(0x80000003U)};
-constexpr std::uint32_t kAll = 0x2003F;
+constexpr RegistryHandle kRoots[] = {kHKeyCurrentUser, kHKeyLocalMachine, kHKeyUsers};
+constexpr std::uint32_t kAll = kKeyAllAccess;
 constexpr std::size_t kRoom = 1 << 20;
 constexpr unsigned kDeepest = 64;
 

@@ -50,7 +50,8 @@ class ForwardingFileSystem : public FileSystem, protected Hooked {
   SystemError Copy(const std::string& source, const std::string& target) override {
     return Pass({"Copy", source}, [&] { return inner_.Copy(source, target); });
   }
-  // A hook that does not let this through, or a class that changes Copy, gets one Copy after the other.
+  // A hook that does not let this through gets one Copy after the other. A class that changes Copy changes
+  // this too.
   void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
                  const std::function<void(std::size_t, SystemError)>& done) override {
     const bool together = hook_.Before({"CopyFiles", source}) == SystemError::Success;

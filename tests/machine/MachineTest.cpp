@@ -108,7 +108,7 @@ TEST(Machine, OnlyWhatChangedIsStored) {
   const fs::file_time_type old = fs::last_write_time(registry) - std::chrono::hours(1);
   fs::last_write_time(registry, old);
   RegistryHandle key = 0;
-  platform.registry.OpenKey(static_cast<RegistryHandle>(0x80000002), "key", 0xF003F, key);
+  platform.registry.OpenKey(kHKeyLocalMachine, "key", kKeyAllAccess, key);
   machine.machine().Save();
   EXPECT_EQ(fs::last_write_time(registry), old) << "a run that changes nothing leaves the file alone";
   ASSERT_EQ(platform.registry.SetValue(key, "Value", {1, std::string("2\0", 2)}), SystemError::Success);

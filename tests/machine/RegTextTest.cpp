@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr auto kUsers = static_cast<RegistryHandle>(0x80000003U);
-constexpr std::uint32_t kAll = 0x2003F;
+constexpr RegistryHandle kUsers = kHKeyUsers;
+constexpr std::uint32_t kAll = kKeyAllAccess;
 
 const std::unique_ptr<CodePage> kCodePage = MakeCodePage(1252);
 

@@ -8,8 +8,8 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr auto kMachine = static_cast<RegistryHandle>(0x80000002U);
-constexpr std::uint32_t kAll = 0x2003F;
+constexpr RegistryHandle kMachine = kHKeyLocalMachine;
+constexpr std::uint32_t kAll = kKeyAllAccess;
 
 // Below HKEY_LOCAL_MACHINE: deletes the key "d", sets "v" of "s" to "2", deletes its "w" and makes "n\\m".
 void Change(MachineRegistry& registry) {
