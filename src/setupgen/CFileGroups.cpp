@@ -37,7 +37,7 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
   const CallStackEntry entry(kRoutine);
   LogAndGoOn(kRoutine, [&] {
     if (existing != nullptr) {
-      static_cast<InstallationFacts&>(target) = *existing;
+      static_cast<InstallationFacts&>(target) = static_cast<const InstallationFacts&>(*existing);
       return;
     }
     const std::string name = GetPathFileName(filePath);

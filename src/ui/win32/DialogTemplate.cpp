@@ -107,7 +107,7 @@ void DialogTemplate::Add(const Control& control) {
   const bool visible = control.visible && (control.page == nullptr || control.page->visible);
   Append(made.style | WS_CHILD | (visible ? WS_VISIBLE : 0UL) | (control.enabled ? 0UL : WS_DISABLED));
   Append(control.place);
-  Append(static_cast<DWORD>(kFirstId + words_[kCountAt]++));
+  Append(static_cast<DWORD>(kFirstId) + words_[kCountAt]++);
   Append(made.name);
   const std::wstring text = Widen(control.text);
   Append(text.substr(0, text.find(kResource)));
