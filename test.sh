@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds with the sanitizers and for 32-bit and 64-bit Windows, and runs every test and
-# check, those of Windows under Wine in prefixes of the build tree.
+# Installs what is missing, checks the sources, builds with the sanitizers and for 32-bit and 64-bit Windows, and runs every
+# test, those of Windows under Wine in prefixes of the build tree.
 # The last line is "N passed, N failed"; the exit code is 0 when none failed. The whole output is in build/test.log.
 set -uo pipefail
 cd "$(dirname "$0")" || exit 1
@@ -63,6 +63,7 @@ trap StopWine EXIT
 scripts/install.sh build tests windows || { failed=1; Finish; }
 Check "The check of the floors" scripts/check_floors.sh
 Check "The check of the format" scripts/format.sh --check
+Check "clang-tidy" scripts/tidy.sh
 
 Build asan
 Test asan
