@@ -102,7 +102,7 @@ TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
   }
   Put("C:\\C\\c.dep", depFile);
   EXPECT_EQ(Walk().Count(), static_cast<std::size_t>(kLength + 1));
-  // What remains of the chain when its first file is all that is held.
+  // What remains of the chain when only its first file is held.
   const std::shared_ptr<CDependency> first = dependencies->Item(1);
   dependencies.reset();
   EXPECT_EQ(first->Dependencies().Item(1)->Dependencies().Item(1)->Name, "2.dll");
