@@ -140,7 +140,7 @@ constexpr TemplateFile kFiles[] = {
     {BXVBWIZ_TEMPLATE "Shell Objects/Default.shl", kData},
     {BXVBWIZ_TEMPLATE "String Tables/0009-English/value.shl", kStringTable},
     {BXVBWIZ_TEMPLATE "Text Substitutions/Setup.tsb", kData},
-    // Only its name is used: it tells the version of Visual Basic.
+    // Only its name is used: it gives the version of Visual Basic.
     {"drive_c/Program Files/Microsoft Visual Studio/VB98/VB6.EXE", ""},
 };
 

@@ -84,7 +84,7 @@ TEST_F(DependencyTest, ImportsCompleteTheList) {
   EXPECT_EQ(NamesOf(Walk()),
             "used.dll(last.dll), last.dll, beside.dll(next.dll), next.dll, redist.dll(wrong.dll), "
             "wrong.dll, bare.dll");
-  // An import beside its importer goes by its path, unless both are redistributables.
+  // An import beside its importer is named by its path, unless both are redistributables.
   EXPECT_EQ(Join(builder.calls),
             "|used.dll|, |last.dll|, |C:\\C\\beside.dll|, |next.dll|, |C:\\C\\redist.dll|, |wrong.dll|, "
             "|bare.dll|");
