@@ -19,7 +19,7 @@ Build() {  # Build PRESET TARGET...
   shift
   { cmake --preset "$preset" && cmake --build --preset "$preset" --parallel 2 --target "$@"; } >build/demo.log 2>&1 && return
   tail -n 40 build/demo.log
-  echo "The build failed; all of its output is in build/demo.log." >&2
+  echo "The build failed; its whole output is in build/demo.log." >&2
   exit 1
 }
 
@@ -35,7 +35,7 @@ if [ "$mode" = --window ]; then
   scripts/install.sh windows
   Build win32 showwizard
   if [ -z "${DISPLAY:-}" ]; then
-    echo "There is no display, so pictures are taken."
+    echo "There is no display: taking pictures instead."
     exec scripts/screenshots.sh demo/out/screenshots
   fi
   echo "The wizard works on $machine and opens $project."
@@ -53,4 +53,4 @@ Title "Two of these files: OrderDesk.bxp, Windows System Self-reg Shared Files.f
 tr -d '\r' <"$folder/OrderDesk.bxp"
 echo
 tr -d '\r' <"$folder/File Groups/Windows System Self-reg Shared Files.fgl"
-printf '\nDone in %d s. All of it is in %s.\n' $((SECONDS - started)) $machine
+printf '\nDone in %d s. Everything is in %s.\n' $((SECONDS - started)) $machine

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs what is missing, checks the sources, builds with the sanitizers and for 32-bit and 64-bit Windows, and runs every
-# test, those of Windows under Wine in prefixes of the build tree.
+# Installs what is missing, checks the sources, builds with the sanitizers and for 32-bit and 64-bit Windows, and runs
+# every test. The Windows tests run under Wine, in prefixes inside the build tree.
 # The last line is "N passed, N failed"; the exit code is 0 when none failed. The whole output is in build/test.log.
 set -uo pipefail
 cd "$(dirname "$0")" || exit 1
@@ -31,14 +31,14 @@ Build() {  # Build PRESET
   echo "Building $1 (build/$1) ..."
   if ! { cmake --preset "$1" -D BXVBWIZ_TESTS=ON && cmake --build --preset "$1" --parallel 2; } >build/build.log 2>&1; then
     grep -E -B 1 -A 6 '^FAILED|error:|Error' build/build.log | head -n 80
-    echo "The build failed; all of its output is in build/build.log."
+    echo "The build failed; its whole output is in build/build.log."
     failed=$((failed + 1))
     Finish
   fi
 }
 Test() {  # Test PRESET
   local summary
-  # What passed is counted only; what did not is shown as it ends.
+  # Passed tests are only counted; failed ones are shown as they end.
   ctest --test-dir "build/$1" --parallel 2 --output-on-failure --timeout 600 --no-tests=error 2>&1 </dev/null | tee "build/ctest.log" |
     grep --line-buffered -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed |^Internal ctest|^Test project |^$|tests passed, '
   cat build/ctest.log >>"$log"
@@ -47,11 +47,11 @@ Test() {  # Test PRESET
     failed=$((failed + BASH_REMATCH[1]))
     passed=$((passed + BASH_REMATCH[2] - BASH_REMATCH[1]))
   else
-    echo "CTest gave no summary for $1."
+    echo "CTest printed no summary for $1."
     failed=$((failed + 1))
   fi
 }
-# Only the servers that the tests have started.
+# Stops only the servers that the tests have started.
 StopWine() {
   local prefix
   for prefix in build/wine build/win32/wine-golden build/win64/wine-golden; do
@@ -71,7 +71,7 @@ Build win32
 if [ -x /usr/lib/wine/wine ]; then
   Test win32
 else
-  echo "There is no 32-bit Wine here: the 32-bit programs were built and not run."
+  echo "32-bit Wine is not installed: the 32-bit programs were built but not tested."
 fi
 Build win64
 Test win64

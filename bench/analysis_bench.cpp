@@ -11,7 +11,7 @@ using bxvbwiz::WizardRun;
 
 constexpr int kLinesPerForm = 2000;
 
-// A project of that many forms, each with code and a control that all share.
+// A project of `forms` forms, each with code and the same control.
 void WriteProject(TestMachine& machine, std::int64_t forms) {
   std::string form = "VERSION 5.00\r\nObject = \"{A}#1.0#0\"; \"Grid.ocx\"\r\n";
   for (int line = 0; line < kLinesPerForm; ++line) form += "    Total = Total + Price(Index) * Count\r\n";

@@ -1,4 +1,4 @@
-// Parts of the wizard as programs, to be measured beside a program that does the same:
+// Parts of the wizard as a program, to be measured against programs that do the same:
 //   figures set-keys MACHINE FILE SECTION <LINES    sets each "key=value" of the standard input
 //   figures copy-tree MACHINE SOURCE TARGET         copies a folder's tree into an existing folder
 // Files and folders are Windows paths on the machine folder MACHINE. Exits with 1 on a failure.
@@ -39,7 +39,7 @@ int CopyTree(bxvbwiz::Machine& machine, std::string source, std::string target) 
 }  // namespace
 
 int main(int argc, char** argv) try {
-  std::ios::sync_with_stdio(false);  // or lines would be read byte by byte
+  std::ios::sync_with_stdio(false);  // otherwise lines would be read byte by byte
   const std::vector<std::string> arguments(argv, argv + argc);
   if (arguments.size() != 5) {
     std::cerr << "usage: figures set-keys MACHINE FILE SECTION | copy-tree MACHINE SOURCE TARGET\n";

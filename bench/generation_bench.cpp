@@ -10,7 +10,7 @@ namespace {
 using bxvbwiz::TestMachine;
 using bxvbwiz::WizardRun;
 
-// A project with one control that needs that many files, all of one file group.
+// A project with one control that needs `files` files, all in one file group.
 void WriteProject(TestMachine& machine, std::int64_t files) {
   machine.Write("drive_c/Src/Big.vbp",
                 "Type=Exe\r\nObject={A}#1.0#0; Grid.ocx\r\nExeName32=\"Big.exe\"\r\nName=\"Big\"\r\n");

@@ -9,7 +9,7 @@
 
 namespace {
 
-// A DLL with that many imported modules and exported names.
+// A DLL with as many imported modules and exported names as the argument says.
 void InspectExecutable(benchmark::State& state) {
   std::vector<std::string> imports;
   std::vector<std::string> exports;

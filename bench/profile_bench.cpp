@@ -16,7 +16,7 @@ class Latin1 : public bxvbwiz::CodePage {
   int Number() const override { return 28591; }
 };
 
-// Numbered entries appended to one section, each looked for first, as the lists of a setup project are made.
+// Appends numbered entries to one section, each looked up first, as the lists of a setup project are made.
 void AppendEntries(benchmark::State& state) {
   const Latin1 codePage;
   for (auto _ : state) {

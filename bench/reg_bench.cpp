@@ -14,7 +14,7 @@ class Latin1 : public bxvbwiz::CodePage {
   int Number() const override { return 28591; }
 };
 
-// An export of about that many bytes: registered classes with strings, numbers and bytes.
+// An export of about `size` bytes: registered classes with strings, numbers and bytes.
 std::string MakeExport(std::size_t size) {
   std::string text = "REGEDIT4\r\n";
   text.reserve(size + 4096);

@@ -1,5 +1,5 @@
-# CLI11::CLI11 and nlohmann_json::nlohmann_json. Both are headers only, and Debian packages them for the build
-# computer alone; a cross compiler must see these two and nothing else of that computer's headers.
+# CLI11::CLI11 and nlohmann_json::nlohmann_json. Both are header-only, and Debian packages them for the build computer
+# only; of that computer's headers, a cross compiler must see these two and no others.
 if(NOT CMAKE_CROSSCOMPILING)
   find_package(CLI11 REQUIRED)
   find_package(nlohmann_json REQUIRED)

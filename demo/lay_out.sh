@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Lays out the demo's machine folder: what the setup-authoring environment installs, then the sample project and
 # its components.
-# usage: lay_out.sh MACHINE BIN   BIN holds bxvbwiz and makepe for this computer
+# usage: lay_out.sh MACHINE BIN   BIN is the folder of bxvbwiz and makepe for this computer
 set -euo pipefail
 machine=$1
 bin=$(cd "$2" && pwd)

@@ -22,7 +22,7 @@
 #include "TestMachine.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-// A target may say where in an input a change says most. Without it that is anywhere.
+// A target may name the places of an input where changes matter most. Without this function all places do.
 __attribute__((weak)) std::vector<std::size_t> TellingPlaces(const std::string& input);
 
 namespace {
@@ -52,13 +52,13 @@ class Mutation {
     return std::min(places_[Below(places_.size())] + Below(kPlaceSize), input_.size());
   }
 
-  // Bytes that text formats turn on, as often as any other.
+  // Half of the time a byte that has a meaning in text formats.
   char Byte() {
     static const std::string kTelling("\0\1\x7f\x80\xff\r\n\t\"'[]=;#\\/. 09", 22);
     return Below(2) == 0 ? kTelling[Below(kTelling.size())] : static_cast<char>(Below(256));
   }
 
-  // Writes a number at which sums and products go wrong, one close to what is there, a position inside, or
+  // Writes a number at which sums and products overflow, one close to what is there, a position inside, or
   // any.
   std::string& SetNumber(std::size_t at) {
     static constexpr std::uint32_t kTelling[] = {0,          1,          0xFFFF,    0x7FFFFFFF,
@@ -110,7 +110,7 @@ int main(int argc, char** argv) {
   if (corpus.empty()) return std::cerr << "usage: " << argv[0] << " FOLDER [COUNT [FIRST]] | FILE\n", 2;
   const unsigned long count = argc > 2 ? std::strtoul(argv[2], nullptr, 10) : corpus.size();
   const unsigned long first = argc > 3 ? std::strtoul(argv[3], nullptr, 10) : 0;
-  // A process of its own does the work, so that this one learns of every way to fail.
+  // A child process does the work, so that this one notices every way to fail.
   auto* const running = static_cast<volatile unsigned long*>(
       mmap(nullptr, sizeof(unsigned long), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
   const pid_t worker = fork();

@@ -6,8 +6,8 @@
 
 using namespace bxvbwiz;
 
-// Reads the input as an executable. Only the reader's own error may come out of it, and no more names than
-// the file can pay for.
+// Reads the input as an executable. It may fail only with the reader's own error, and give no more names than
+// the file has room for.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static TestMachine machine;
   EXEFile file(machine.platform(), nullptr);

@@ -11,8 +11,8 @@
 #include "machine/ProfileEngine.h"
 
 // The input is a section, a key and a value, each ended by a line feed, and then a profile file. What is
-// written reads back, and a file that was changed in memory is the same as its bytes read again. As a
-// machine.ini the file is read, or refused with a message that names it.
+// written can be read back, and a file changed in memory equals its bytes read again. As a machine.ini the
+// file is read, or refused with a message that names it.
 namespace {
 
 using namespace bxvbwiz;
@@ -27,7 +27,7 @@ std::string TakeLine(std::string_view& rest) {
   return std::string(line);
 }
 
-// Nothing in the text has a meaning of its own in a profile file, and every code page holds it.
+// True when nothing in the text has a special meaning in a profile file, and every code page has it.
 bool IsPlain(const std::string& text) {
   const auto isPlain = [](unsigned char c) { return c < 0x80 && std::isalnum(c) != 0; };
   return !text.empty() && std::all_of(text.begin(), text.end(), isPlain);

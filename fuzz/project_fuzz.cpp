@@ -11,9 +11,9 @@
 #include "TestMachine.h"
 #include "text/Text.h"
 
-// Every file is the input: a project, its forms and the .dep files of its controls. Only the error of an
-// unreadable project may come out, a form has the controls that a plain reading finds, and a dependency is
-// listed once.
+// The input serves as every file: a project, its forms and the .dep files of its controls. It may fail only
+// with the error of an unreadable project, a form has the controls that a plain reading finds, and a
+// dependency is listed once.
 namespace {
 
 using namespace bxvbwiz;
@@ -47,7 +47,7 @@ struct NoFacts : FileGroupBuilder {
                         FileRecord&) override {}
 };
 
-// Answers each question the other way than the one before.
+// Answers Yes and No in turn.
 struct AlternatingUser : RecordingUser {
   Button ShowMessage(const Message&) override { return (yes = !yes) ? Button::Yes : Button::No; }
   bool yes = false;

@@ -7,7 +7,7 @@
 #include "machine/MachineRegistry.h"
 #include "text/Text.h"
 
-// The input is an export. What was changed in memory is the same as its text read again.
+// The input is an export. A registry changed in memory equals its text read again.
 namespace {
 
 using namespace bxvbwiz;
@@ -24,7 +24,7 @@ void Dump(MachineRegistry& registry, RegistryHandle key, unsigned depth, std::st
   std::uint32_t type = 0;
   for (std::uint32_t i = 0; registry.EnumValue(key, i, kRoom, name, type) == SystemError::Success; ++i) {
     RegistryData data;
-    // A name that the code page cannot hold is not found by its "?".
+    // A name that the code page cannot hold is listed with "?" and not found by that.
     registry.QueryValue(key, name, kRoom, data);
     dump += UpperCase(name) + '=' + std::to_string(type) + ':' + data.data + '\n';
   }
@@ -62,8 +62,8 @@ void Change(MachineRegistry& registry, RegistryHandle key, bool remove) {
   }
 }
 
-// True when a change may alter the meaning of what is before it: of bytes that are no character, which become
-// one with what follows, or of a value that cannot be read and announces another line.
+// True when a change may alter the meaning of what is before it: of bytes that form a character with what
+// follows, or of a value that cannot be read and continues on the next line.
 bool MayJoin(const std::string& bytes, const CodePage& codePage, const MachineRegistry& registry) {
   const std::string text = codePage.Decode(bytes);
   if (codePage.Decode(codePage.Encode(text)) != text) return true;

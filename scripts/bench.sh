@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds with -O2, prints the figures that must hold, each measured against a plain tool in the same run, and then
-# runs the benchmarks of bench/ (arguments are passed on to them, as --benchmark_filter=...; --figures stops before).
+# Builds with -O2, prints the figures that must hold, each measured against a plain tool in the same run, and then runs
+# the benchmarks of bench/ with the arguments (such as --benchmark_filter=...). With --figures it stops before them.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install.sh build bench
@@ -11,7 +11,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 missed=0
 
-# Seconds of the fastest of five runs, and the largest resident size in kilobytes, into $seconds and $kilobytes.
+# Sets $seconds to the fastest of five runs, and $kilobytes to the largest resident size.
 Measure() {  # Measure COMMAND...
   local start end
   seconds=9999
@@ -65,7 +65,7 @@ Measure "$bxvbwiz" analyse 'C:\Src\Big.vbp' --machine "$machine" --yes
 Figure "analysis of 1,000 forms / grep" "$seconds" "$base" 3 s
 
 # 10,000 files against 1,000, all in one file group
-Files() {  # Files COUNT; the seconds of a whole run into $seconds
+Files() {  # Files COUNT: sets $seconds to the time of a whole run
   machine=$work/files$1
   NewMachine "$machine"
   AddControl "$machine"

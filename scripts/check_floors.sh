@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Checks, file by file, that each room of src includes only the rooms that it may see, that no modules (a header and its
-# source) include each other in a circle, that windows.h stays in folders named win32 or com, and that what only POSIX
-# has stays in folders named posix.
-# usage: check_floors.sh [SRC]; prints each fault and fails when there is one.
+# source) include each other in a circle, that windows.h is included only in folders named win32 or com, and POSIX
+# headers only in folders named posix.
+# usage: check_floors.sh [SRC]; prints every fault and fails if there is one.
 set -euo pipefail
 src=${1:-$(dirname "$0")/../src}
 cd "$src"
@@ -15,7 +15,7 @@ grep -rnE '^[[:space:]]*#[[:space:]]*include[[:space:]]*["<]' --include='*.h' --
 
 faults=$(
   awk -F'\t' '
-    # A room, and the rooms that it may see beside itself. A room with a slash is no part of the one before the slash.
+    # A room, and the rooms that it may see besides itself. A room with a slash is not part of the one before the slash.
     function Room(name, seen) { sees[name] = " " name " " seen " " }
     BEGIN {
       Room("text", "")
@@ -43,9 +43,9 @@ faults=$(
     }
     function Fault(text) { print $1 ":" $2 ": " text }
     { room = RoomOf($1) }
-    room == "" { Fault("lies in no room"); next }
+    room == "" { Fault("is in no room"); next }
     $3 == "\"" && $1 == $4 { Fault("includes itself") }
-    # Headers of other makers are named with <>; the description of the automation server is generated.
+    # Foreign headers are included with <>; the description of the automation server is generated.
     $3 == "\"" && $4 !~ /\/|\.tlb$/ { Fault("\"" $4 "\" does not begin with a room"); next }
     $3 == "\"" && index(sees[room], " " RoomOf($4) " ") == 0 { Fault(room " may not see \"" $4 "\"") }
     $3 == "<" && tolower($4) ~ /^(windows|windowsx|winnt|winreg|winbase|objbase|ole2|oleauto|oaidl|unknwn|shlobj|shellapi|commctrl|commdlg)\.h$/ &&
@@ -53,7 +53,7 @@ faults=$(
     $3 == "<" && $4 ~ /^((sys|linux|asm|netinet|arpa)\/.*|(unistd|iconv|fcntl|dirent|pwd|grp|dlfcn|pthread|poll|spawn|termios|langinfo|glob|fnmatch|ftw|libgen|strings|syslog|utime|wordexp|sched|semaphore)\.h)$/ &&
       $1 !~ /(^|\/)(posix|win32)\// { Fault("<" $4 "> belongs in a folder named posix") }
   ' "$includes"
-  # tsort names what lies on a circle of modules.
+  # tsort names the modules of a circle.
   awk -F'\t' '
     function Module(path) { sub(/\.[a-z]+$/, "", path); return path }
     $3 == "\"" && Module($1) != Module($4) { print Module($1), Module($4) }

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Compares the imported modules and exported names that inspect gives for every DLL of a folder (default: those of
-# the 32-bit Wine) with what objdump -p gives for them; prints counts, and the differences. Fails when there are any.
-# Names are counted in order and as they are spelled. Of exported names that differ in case only, inspect keeps the
-# first, so they count once on both sides.
+# the 32-bit Wine) with those of objdump -p; prints counts and the differences, and fails when there are any. Order and
+# spelling matter. Of exported names that differ only in case, inspect keeps the first, so they count once on both
+# sides.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 folder=${1:-/usr/lib/i386-linux-gnu/wine/i386-windows}

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Breaks whole runs at every system call and at every write to the disk (minutes); test.sh takes a sample of them.
+# Runs whole runs in which each system call and each write to the disk fails in turn (minutes); test.sh tries a sample.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install.sh build tests

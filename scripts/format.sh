@@ -9,6 +9,6 @@ if [ "${1:-}" != --check ]; then
 fi
 unformatted=$(Sources | xargs -0 clang-format --dry-run 2>&1 | sed -n 's/^\([^:]*\):[0-9]*:[0-9]*: warning:.*/\1/p' | sort -u)
 [ -z "$unformatted" ] && exit 0
-echo "Not formatted; mend it with scripts/format.sh:"
+echo "Not formatted; run scripts/format.sh to fix:"
 echo "$unformatted"
 exit 1

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Fuzzes for longer than test.sh: fuzz.sh [--keep] [SECONDS] [TARGET]...   (60 seconds each; without a target: all)
 # With clang++ and its libFuzzer the runs are guided by coverage, and new inputs are kept in build/fuzz/corpus;
-# otherwise the programs of build/asan make random changes. With --keep, the fewest of the new inputs that reach all the code
-# that they reach together are added to fuzz/corpus, which test.sh runs.
+# otherwise the programs of build/asan make random changes. With --keep, the smallest set of new inputs that reaches all
+# newly reached code is added to fuzz/corpus, which test.sh runs.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 keep=no
@@ -26,7 +26,7 @@ probe=$(mktemp -d)
 trap 'rm -rf "$probe"' EXIT
 echo 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }' >"$probe/probe.cpp"
 if clang++ -fsanitize=fuzzer,address "$probe/probe.cpp" -o "$probe/probe" 2>/dev/null; then
-  # -w: the sources are held to g++'s warnings, not to clang's.
+  # -w: the sources are checked for g++'s warnings, not for clang's.
   cmake --preset asan -B build/fuzz -DCMAKE_CXX_COMPILER=clang++ "-DCMAKE_CXX_FLAGS=-fsanitize=fuzzer-no-link -w" \
     -DBXVBWIZ_LIBFUZZER=ON >/dev/null
   cmake --build build/fuzz --target "${targets[@]}"
@@ -35,7 +35,7 @@ if clang++ -fsanitize=fuzzer,address "$probe/probe.cpp" -o "$probe/probe" 2>/dev
     echo "== $target, $seconds seconds"
     (cd build/fuzz && "bin/$target" "corpus/$target" "../../fuzz/corpus/$target" -max_total_time="$seconds" \
       -timeout=20 -print_final_stats=1 -verbosity=0)
-    # Code that is reached counts, not how often.
+    # What counts is which code is reached, not how often.
     [ $keep = no ] || (cd build/fuzz && "bin/$target" -set_cover_merge=1 -use_counters=0 -max_len=1024 \
       "../../fuzz/corpus/$target" "corpus/$target")
   done
@@ -45,7 +45,7 @@ else
   cmake --build --preset asan --target "${targets[@]}"
   for target in "${targets[@]}"; do
     echo "== $target, $seconds seconds"
-    # The input that fails is named by its number; running out of time is no failure.
+    # A failing input is reported by its number; running out of time is not a failure.
     timeout "$seconds" "build/asan/bin/$target" "fuzz/corpus/$target" 1000000000 || [ $? -eq 124 ]
   done
 fi

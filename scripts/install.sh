@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs what is missing for: build, tests, tidy, windows, bench (any of them as arguments; default build).
-# What is there is left alone: each need is looked for by what it gives, not by its package, and nothing is upgraded.
+# What is there is left alone: each need is looked for as a program or file, not as a package, and nothing is upgraded.
 set -euo pipefail
 
 HasProgram() { command -v "$1" >/dev/null 2>&1; }
@@ -56,7 +56,7 @@ for purpose in "${@:-build}"; do
       Need crudini HasProgram crudini
       ;;
     *)
-      echo "install.sh: unknown purpose '$purpose'; there are build, tests, tidy, windows and bench" >&2
+      echo "install.sh: unknown purpose '$purpose'; the purposes are build, tests, tidy, windows and bench" >&2
       exit 2
       ;;
   esac
@@ -65,13 +65,13 @@ HasWine32 && wantsWine32=no
 [ ${#missing[@]} -gt 0 ] || [ "$wantsWine32" = yes ] || exit 0
 
 if ! HasProgram apt-get; then
-  echo "install.sh: this system has no apt-get; install by hand what these Debian packages hold: ${missing[*]}" >&2
+  echo "install.sh: this system has no apt-get; install the contents of these Debian packages yourself: ${missing[*]}" >&2
   exit 1
 fi
 asRoot=()
 if [ "$(id -u)" -ne 0 ]; then
   if ! HasProgram sudo; then
-    echo "install.sh: neither root nor sudo; ask for the packages ${missing[*]}" >&2
+    echo "install.sh: needs root or sudo to install these packages: ${missing[*]}" >&2
     exit 1
   fi
   asRoot=(sudo)
@@ -82,8 +82,8 @@ trap 'rm -f "$log"' EXIT
 Quietly() { "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive "$@" >"$log" 2>&1 </dev/null || { cat "$log" >&2; exit 1; }; }
 Install() { "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get "$@" >"$log" 2>&1 </dev/null; }
 
-# The 32-bit Wine comes from the other architecture's archive. Where that is out of step with this one's (or
-# does not load whole), the release's own archive has both alike.
+# The 32-bit Wine comes from the other architecture's archive. If that is out of step with this one's (or cannot be
+# fetched completely), the release's own archive has matching versions of both.
 InstallWine32() {
   "${asRoot[@]}" dpkg --add-architecture i386 || return
   Install update || true

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Reads 20,000 (or COUNT) changed copies of the 32-bit Wine's libraries with the sanitizers; test.sh takes a sample.
-# mutate.sh [COUNT [FIRST]]; a mutation is made anew by its number.
+# Reads 20,000 (or COUNT) changed copies of the 32-bit Wine's libraries with the sanitizers; test.sh tries a sample.
+# mutate.sh [COUNT [FIRST]]; a mutation depends only on its number.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install.sh build tests windows

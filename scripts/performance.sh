@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
-# Builds with -O2 and prints the table of docs/performance.md: what must hold, measured beside the tool that does a
-# part of the same work, in turns in one run; medians of nine. performance.sh --write makes the page anew.
-# Fails when a limit is missed.
+# Builds with -O2 and prints the table of docs/performance.md: what must hold, measured in turn with a tool that does
+# part of the same work; medians of nine. performance.sh --write rewrites the page. Fails when a limit is missed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install.sh build windows bench
@@ -17,7 +16,7 @@ rows=$work/rows
 : >"$rows"
 
 Median() { sort -g | awk '{ value[NR] = $1 } END { print value[int((NR + 1) / 2)] }'; }
-# Runs two functions in turns; the medians of their seconds into $ours and $theirs. "BeforeEach" runs before every
+# Runs two functions in turn and sets $ours and $theirs to the medians of their seconds. "BeforeEach" runs before every
 # call and is not measured.
 Compare() {  # Compare OURS THEIRS
   local round which start
@@ -26,7 +25,7 @@ Compare() {  # Compare OURS THEIRS
   for ((round = 0; round < rounds; ++round)); do
     for which in 1 2; do
       BeforeEach
-      rm -f "$work/output"  # or emptying what the other wrote would count as our time
+      rm -f "$work/output"  # otherwise emptying what the other wrote would count as our time
       start=$EPOCHREALTIME
       "${!which}" >"$work/output" 2>"$work/errors" ||
         { cat "$work/errors"; echo "performance.sh: ${!which} failed" >&2; exit 1; }
@@ -87,8 +86,8 @@ for ((folder = 0; folder < 40; ++folder)); do
     printf 'File %d of folder %d\r\n' "$file" "$folder" >"$machine/drive_c/Tree/Folder $folder/File $file.txt"
   done
 done
-# Every copy is a new one beside the others: where files were just removed, the file system takes long to find room for
-# new ones, and hides what is compared.
+# Every copy is a new one beside the others: where files were just removed, the file system is slow to find room for new
+# ones, which would hide the difference.
 copy=0
 BeforeEach() { copy=$((copy + 1)); mkdir "$machine/drive_c/Copy $copy"; }
 CopyTree() { "$figures" copy-tree "$machine" 'C:\Tree' "C:\\Copy $copy"; }
@@ -129,22 +128,22 @@ Page() {
   cat <<'END'
 # Performance
 
-What must hold, each beside the tool that does a part of the same work. Both run in turns, in one run of
+What must hold, each compared with a tool that does part of the same work. Both run in turn, in one run of
 
 ```
 scripts/performance.sh --write
 ```
 
-which makes this page (without `--write` it prints the table only). Times are medians of nine runs of whole processes,
-start included; the files are in the system's cache. Only the ratios can be compared between computers. The copy gives
-every file its name last, so that no reader sees half a file, and keeps its time: two calls more than `cp` makes, which
-count the more the faster the file system creates files.
+which writes this page (without `--write` it only prints the table). Times are medians of nine runs of whole processes,
+including their start; the files are in the system's cache. Only the ratios can be compared between computers. The copy
+gives every file its name last, so that no reader sees a half-written file, and keeps its time. These are two calls more
+than `cp` makes; the faster the file system creates files, the more they count.
 
 END
   Table
 }
 Table() {
-  echo '| what | bxvbwiz | beside | ratio | limit | |'
+  echo '| what | bxvbwiz | compared with | ratio | limit | |'
   echo '|---|---|---|---|---|---|'
   cat "$rows"
 }

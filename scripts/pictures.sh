@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Renders the drawings of src/ui/win32/pictures as icons, in the sizes that the system asks for at 96, 120, 144 and 192
-# dots an inch; the wizard's own also in those that Explorer shows. The icons are committed: run this after a drawing
-# has changed.
+# dots per inch; the wizard's own icon also in those that Explorer shows. The icons are committed: run this after
+# changing a drawing.
 # usage: pictures.sh        Needs rsvg-convert (Debian package librsvg2-bin) and ImageMagick.
 set -euo pipefail
 cd "$(dirname "$0")/../src/ui/win32/pictures"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Runs the whole wizard, built with the sanitizers, on every project in trees of Visual Basic sources: each has to end
-# with a setup project or a message. Prints a line a project: exit code, forms, things left to do, path.
+# Runs the whole wizard, built with the sanitizers, on every project in trees of Visual Basic sources: each must end
+# with a setup project or a message. Prints a line per project: exit code, forms, things left to do, path.
 # usage: project_trees.sh FOLDER...    the folders are copied, not changed
 set -euo pipefail
 [ $# -gt 0 ] || { sed -n 2,5p "$0" >&2; exit 2; }
@@ -22,7 +22,7 @@ failed=0
 while IFS= read -r -d '' project; do
   projects=$((projects + 1))
   code=0
-  # Nothing can be compiled here; with the program there, the wizard has no reason to.
+  # Nothing can be compiled here. With the program in place, the wizard has no reason to.
   program=$(sed -n 's/^ExeName32="\([^"]*\)".*/\1/p' "$project" | head -n 1)
   path=$(sed -n 's/^Path32="\([^"]*\)".*/\1/p' "$project" | head -n 1 | tr '\\' /)
   if [ -n "$program" ] && mkdir -p "$(dirname "$project")/$path"; then

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes pictures of every page of the wizard under Wine on a display of its own, in 96 and 144 dots an inch, and
-# with a long path and a long application name.
+# Takes pictures of every page of the wizard under Wine on a separate display, at 96 and 144 dots per inch, and with a
+# long path and a long application name.
 # usage: screenshots.sh [FOLDER]   default docs/screenshots
 # Needs the programs of build/native and build/win32; demo.sh --window builds them.
 set -euo pipefail
@@ -35,7 +35,7 @@ Shoot() {  # Shoot NAME
     convert png:- -bordercolor black -border 1 -trim +repage +dither -colors 128 -strip "PNG8:$folder/$1.png"
 }
 
-# Works the whole wizard and takes the pages named; PREFIX and SUFFIX go around each name.
+# Goes through the whole wizard and takes the named pages; the files are named PREFIX, page, SUFFIX.
 Pages() {  # Pages NAMES PREFIX SUFFIX ARGUMENT...
   local names=" $1 " prefix=$2 suffix=$3 page
   shift 3

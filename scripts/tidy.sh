@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Checks the sources with clang-tidy, those for Windows with the headers of the cross compiler.
-# usage: tidy.sh [FILE]...; without a file all of src. A file that was clean is not checked again until it, a
-# header of ours that it includes, or the way of checking changes (build/tidy remembers that).
+# Checks the sources with clang-tidy; those for Windows use the headers of the cross compiler.
+# usage: tidy.sh [FILE]...; without a file, all of src. A clean file is not checked again until it, a header of ours
+# that it includes, or the way of checking changes (build/tidy keeps the fingerprints).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 scripts/install.sh build tests windows tidy
@@ -28,7 +28,7 @@ Check() {  # Check FILE FINGERPRINT
 export -f Check
 
 checking=$({ cat .clang-tidy scripts/tidy.sh src/com/*.idl; clang-tidy --version; } | sha1sum)
-# The fingerprint of a source is made of those of all files of ours that it includes, however indirectly.
+# The fingerprint of a source combines those of all files of ours that it includes, directly or not.
 {
   find src -name '*.h' -o -name '*.cpp' -o -name '*.inc' | sort | xargs sha1sum
   grep -rE '^ *# *include *"' --include='*.h' --include='*.cpp' src | sed -E 's/^([^:]*):[^"]*"([^"]*)".*/include \1 src\/\2/'

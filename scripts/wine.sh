@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Runs a Windows program under Wine, in a prefix of its own in the build tree that is made when it is missing.
-# usage: wine.sh [--whole] PROGRAM [ARGUMENT]...   the program's exit code is given
+# Runs a Windows program under Wine, in a prefix inside the build tree, which is made if it is missing.
+# usage: wine.sh [--whole] PROGRAM [ARGUMENT]...   exits with the program's exit code
 #        wine.sh --stop                  ends the prefix's Wine server
-# With --whole its output is given when it has ended: Wine's own services, which outlive it, would hold a pipe open.
-# BXVBWIZ_WINEPREFIX names another prefix. Without a display of its own (BXVBWIZ_DISPLAY) no window is shown.
+# With --whole the output is printed when the program has ended: Wine's own services, which outlive it, would hold a
+# pipe open. BXVBWIZ_WINEPREFIX names another prefix. Without BXVBWIZ_DISPLAY no window is shown.
 set -euo pipefail
 repository=$(cd "$(dirname "$0")/.." && pwd)
 export WINEPREFIX=${BXVBWIZ_WINEPREFIX:-$repository/build/wine}
@@ -30,8 +30,8 @@ MakePrefix() {
   ) 9>"$WINEPREFIX.lock"
 }
 [ -e "$WINEPREFIX/made" ] || MakePrefix
-# Stays a while after the last program, so that the next one starts fast; and belongs to none of them, so that
-# no reader of a program's output waits for the server.
+# The server stays for a while after the last program, so that the next one starts fast. It belongs to no program, so
+# that no reader of a program's output waits for it.
 wineserver -p60 </dev/null >/dev/null 2>&1 || true
 if [ "${1:-}" != --whole ]; then exec wine "$@"; fi
 shift

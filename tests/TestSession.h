@@ -19,8 +19,8 @@ inline std::string Join(const std::vector<std::string>& texts) {
   return joined;
 }
 
-// A session on a machine of its own. What stands in machine.ini and in the registry is laid out before the
-// first call of session() or platform().
+// A session on a machine of its own. Write machine.ini and the registry before the first call of session() or
+// platform().
 class TestSession : public ::testing::Test {
  protected:
   // Creates a file of drive C:, given by its Windows path.

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The check of the floors finds each kind of fault, and none in a house that stands.
+# The check of the floors finds each kind of fault, and none in a sound house.
 # usage: check_floors_test.sh CHECK_FLOORS
 set -uo pipefail
 check=$1
@@ -7,7 +7,7 @@ house=$(mktemp -d)
 trap 'rm -rf "$house"' EXIT
 failures=0
 
-# Expect RESULT FILE INCLUDE...: the house with that file alone is found good or bad.
+# Expect RESULT FILE INCLUDE...: a house with only that file is found good or bad.
 Expect() {
   local expected=$1 file=$2 found=good include
   shift 2

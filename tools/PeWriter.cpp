@@ -21,7 +21,7 @@ std::uint32_t RoundUp(std::size_t size, std::uint32_t unit) {
   return (static_cast<std::uint32_t>(size) + unit - 1) / unit * unit;
 }
 
-// Bytes that grow by little-endian numbers and texts.
+// A byte sequence to which little-endian numbers and texts are appended.
 class Bytes {
  public:
   void Word(std::uint32_t value) {
@@ -140,7 +140,7 @@ std::string MakePe(const std::vector<std::string>& imports, const std::vector<st
                     importTable);
   file.text += std::string(".text\0\0\0", 8);
   file.Longs({virtualSize, kSectionAddress, rawSize, kHeadersSize});
-  // No relocations nor line numbers; code, executable, readable, writable.
+  // No relocations or line numbers; code, executable, readable, writable.
   file.Longs({0, 0, 0, 0xE0000020U});
   file.PadTo(kHeadersSize);
   return file.text + section.text;

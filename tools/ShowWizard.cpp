@@ -23,8 +23,8 @@ namespace {
 
 using namespace bxvbwiz;
 
-// The wizard's messages and how it ends after them. After those that do not let it go on,
-// the page stays.
+// The wizard's messages, each with the exit code if it is the last one: anything but kExitFinished keeps the
+// page.
 constexpr std::pair<TextId, int> kMessages[] = {
     {TextId::UnexpectedError, kExitFinished},        {TextId::NoVisualBasicProject, kExitProject},
     {TextId::ActiveXDocumentProject, kExitProject},  {TextId::UserControlProject, kExitProject},
@@ -34,7 +34,7 @@ constexpr std::pair<TextId, int> kMessages[] = {
     {TextId::IllegalApplicationName, kExitUsage},    {TextId::IllegalCompanyName, kExitUsage},
     {TextId::ContinueWithoutRebuild, kExitFinished}, {TextId::OtherVersionInstalled, kExitFinished}};
 
-// TextId{} when it is none of the wizard's.
+// TextId{} when it is not one of the wizard's.
 std::pair<TextId, int> MessageOf(const std::string& shown) {
   for (const auto& message : kMessages) {
     const std::string text = CompiledText(message.first);
@@ -75,7 +75,7 @@ class Drive {
   }
 
  private:
-  // Presses the page's Next and answers what is asked until the page is left. `name` is the picture's.
+  // Presses the page's Next and answers messages until the page is left. `name` is the picture's.
   int Leave(const std::string& page, const std::string& next, const char* name) {
     Pause(name);
     driver_.Click(next);
@@ -112,7 +112,7 @@ class Drive {
 
   void Pause(const std::string& name) const {
     if (!pauses_) return;
-    SetCursorPos(0, 0);  // nothing on a picture looks as if the mouse was over it
+    SetCursorPos(0, 0);  // so that nothing on a picture looks as if the mouse were over it
     std::cout << name << std::endl;
     std::string line;
     std::getline(std::cin, line);

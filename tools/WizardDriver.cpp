@@ -89,7 +89,7 @@ void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()
     const bool ended = Ended();
     if (condition()) return;
     if (ended || waited >= kMostMilliseconds) {
-      std::string state = "waited in vain for " + what + "; the wizard shows \"" + Page() + '"';
+      std::string state = "waited too long for " + what + "; the wizard shows \"" + Page() + '"';
       if (HasMessage())
         state += " and the message " + TextOfWindow(GetDlgItem(MessageBoxWindow(), kMessageText));
       throw std::runtime_error(state);

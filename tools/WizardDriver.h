@@ -9,9 +9,9 @@
 
 namespace bxvbwiz {
 
-// Presses, types and reads the real controls of the wizard, by window messages alone. It knows them as the
-// user does: a button by its text, a box by the label before it, and what has neither by its window class.
-// Every function throws std::runtime_error when what it waits for does not come.
+// Presses, types and reads the real controls of the wizard, by window messages alone. It finds them as the
+// user does: a button by its text, a box by the label before it, and anything else by its window class. Every
+// function throws std::runtime_error when it waits too long.
 class WizardDriver {
  public:
   // Starts the program and waits for the wizard's window, a message box or the program's end.
@@ -30,14 +30,14 @@ class WizardDriver {
   HWND Find(const std::string& name) const;
   std::string Text(const std::string& name) const;
   bool Enabled(const std::string& name) const { return IsWindowEnabled(Find(name)) != FALSE; }
-  // What a message to a control gives that points to no memory.
+  // Sends a control a message without pointers and gives its result.
   LRESULT Ask(const std::string& name, UINT message, WPARAM wParam = 0) const {
     return SendMessageW(Find(name), message, wParam, 0);
   }
 
-  // In the place of all that a text box holds, or that of a combo box.
+  // Replaces the whole text of a text box, or of the one in a combo box.
   void SetText(const std::string& name, const std::string& text);
-  // Posted: what it begins may show a message box and return only after that.
+  // Posted, because a click may show a message box and return only after it.
   void Click(const std::string& name) { PostMessageW(Find(name), BM_CLICK, 0, 0); }
   // The page's (n)ext or finish, (o)k or (c)ancel, one after the other. After Next, waits for anything.
   void Press(const std::string& buttons);

@@ -20,7 +20,7 @@ using namespace bxvbwiz;
 // Longer than any window takes to be painted.
 constexpr UINT kQuietMilliseconds = 300;
 
-// What the thread's windows did last; a hook and a timer know no object.
+// What the thread's windows did last. It is global, because a hook and a timer get no object.
 struct Watch {
   LONGLONG painted = 0;
   HWND window = nullptr;
@@ -35,7 +35,7 @@ LONGLONG Now() {
 
 constexpr UINT kPainted = WM_APP + 1;
 
-// A posted message is taken before the next window is painted, so it tells when this one is.
+// A posted message is handled before the next window is painted, so it shows when this one has been.
 LRESULT CALLBACK OnMessage(int code, WPARAM wParam, LPARAM lParam) {
   const auto& message = *reinterpret_cast<const MSG*>(lParam);
   if (code == HC_ACTION && wParam == PM_REMOVE) {

@@ -10,8 +10,8 @@ namespace {
 constexpr const char* kLoadTrees = "frmPanel3.LoadTrees";
 constexpr const char* kFileGroupsKey = "FileGroups";
 
-// Makes a folder the current directory while it lives, because project files name others relative to their
-// own folder.
+// Makes a folder the current directory while it lives: project files name others relative to their own
+// folder.
 class CurrentDirectoryScope {
  public:
   CurrentDirectoryScope(FileSystem& files, const std::string& folder)
@@ -27,7 +27,7 @@ class CurrentDirectoryScope {
   std::string previous_;
 };
 
-// Clears the status text at the end, however that comes.
+// Clears the status text when the analysis ends, for whatever reason.
 class StatusScope {
  public:
   explicit StatusScope(User& user) : user_(user) {}
@@ -45,7 +45,7 @@ class StatusScope {
   User& user_;
 };
 
-// Where the facts say that a file lies.
+// The path of a file, as its facts give it.
 std::string LocationOf(const std::string& name, const FileRecord& facts) {
   return FixPath(facts.FileLinkPath) + GetPathFileName(name);
 }
@@ -88,7 +88,7 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
   return Result::Done;
 }
 
-// Each step may have taken long.
+// A step may have taken long.
 void Analysis::EndStep() {
   user_.DoEvents();
   user_.CheckCancelled();
@@ -106,7 +106,7 @@ DataAccessNeeds Analysis::DataAccess() const {
   return needs;
 }
 
-// False when the file cannot be read: the user was told and may choose another.
+// False when the file cannot be read; the user has seen why and may choose another.
 bool Analysis::ReadProject() {
   return RetryOrCancel(kLoadTrees, [this] {
     try {
@@ -222,12 +222,12 @@ void Analysis::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
   }
 }
 
-// Enters a file once per key into the collection. Another file whose key is taken cannot be installed beside
-// the first one, so the user is told that it was left out; but one that was found takes the place of one that
-// was not.
+// Enters a file once per key into the collection. A different file whose key is taken cannot be installed as
+// well. It is reported as left out, unless it was found and the first one was not: then it replaces the first
+// one.
 void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
   const std::string location = LocationOf(name, facts);
-  // One file may be named in several spellings, which have keys of their own; it is installed once.
+  // A file may be named in several spellings with different keys; it is installed once.
   const std::string place = UpperCase(location);
   if (facts.LinkResolves && locations_.count(place) != 0) return;
   std::shared_ptr<CFile> file = files_.FindItem(files_.KeyOf(name));
@@ -235,7 +235,7 @@ void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
     file = files_.Add(name);
   } else {
     const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
-    // A copy that was not found is no other file: the one that is there serves.
+    // A copy that was not found is not a different file: the one that is there serves.
     if (isSameName && !facts.LinkResolves) return;
     const std::string taken = LocationOf(file->FileName, *file);
     if (EqualsIgnoreCase(location, taken)) return;

@@ -18,27 +18,26 @@
 namespace bxvbwiz {
 
 // One analysis of a project and its result: the project, the file records of all that a setup installs, the
-// trees that show them, and the data access that the project needs. What the result consists of fills while
-// the analysis runs, so that one that ends early shows how far it came.
+// trees that show them, and the data access that the project needs. The result fills while the analysis runs,
+// so that an analysis that ends early shows how far it got.
 class Analysis {
  public:
   enum class Result {
     Done,
-    Unreadable,  // the project file; the user was told
-    WrongKind,   // the project is of a kind that cannot be packaged; the user was told
+    Unreadable,  // the project file; the user has seen a message
+    WrongKind,   // the project is of a kind that cannot be packaged; the user has seen a message
   };
   // Compiles the project; false when that failed.
   using Rebuild = std::function<bool(const CProject&)>;
 
-  // All of them must outlive the analysis. The findings of the current session are the analysis' own while it
-  // lives.
+  // All arguments must outlive the analysis. While it lives, the findings of the current session go to it.
   Analysis(Platform& platform, User& user, basGlobal& global);
   ~Analysis();
   Analysis(const Analysis&) = delete;
   Analysis& operator=(const Analysis&) = delete;
 
-  // Reads the project, has it rebuilt when `needsRebuild` or when its output is missing, and decides what is
-  // installed. To be called once. May end the wizard.
+  // Reads the project, has it rebuilt when `needsRebuild` is set or its output is missing, and decides what
+  // is installed. Call it once. May end the wizard.
   Result LoadTrees(const std::string& projectFile, bool needsRebuild, const Rebuild& rebuild);
 
   // Null before the project was created.
@@ -46,9 +45,9 @@ class Analysis {
   const CFiles& Files() const { return files_; }
   const Tree& ProjectView() const { return projectView_; }
   const Tree& FileGroupView() const { return fileGroupView_; }
-  // By the project's references; nothing before there is a project.
+  // What the project's references need; nothing while there is no project.
   DataAccessNeeds DataAccess() const;
-  // What was found wrong or is left to do, by the analysis and by what worked on its result.
+  // What was found wrong or is left to do, by the analysis and by those who worked with its result.
   const Findings& Found() const { return findings_; }
   // The builder that decided the files' facts, and the numbered lists that it keeps of a setup project.
   CFileGroups& FileGroups() { return fileGroups_; }
@@ -76,7 +75,7 @@ class Analysis {
   CFileGroups fileGroups_;
   CFiles files_;
   std::unordered_set<std::string> locations_;  // of the files that were found, in upper case
-  // Locations of files whose key is another's, and what is to be reported of them.
+  // Locations of files whose key another file has, and what to report about them.
   std::vector<std::pair<std::string, Finding>> leftOut_;
   AnalysisContext context_;
   std::unique_ptr<CProject> project_;

@@ -81,7 +81,7 @@ int Capture(const Options& options, Computer& computer, const WizardRun& run) {
     }
     if (!options.json && !options.quiet) {
       std::cout << "Captured " << captured.FileCount() << " files in the machine folder " << options.captureTo
-                << ". Elsewhere: bxvbwiz generate \"" << computer.ProjectPath(options.project)
+                << ". On another computer, run: bxvbwiz generate \"" << computer.ProjectPath(options.project)
                 << "\" --machine " << options.captureTo << '\n';
     }
     return captured.NotCaptured().empty() ? code : kExitNotFinished;

@@ -38,7 +38,7 @@ CapturedMachine::CapturedMachine(const fs::path& folder, Platform& source) {
   std::error_code error;
   const std::string name = folder.u8string();
   if (fs::exists(folder, error) && (!fs::is_directory(folder, error) || !fs::is_empty(folder, error))) {
-    throw MachineError(name + ": exists and is no empty folder");
+    throw MachineError(name + ": already exists and is not empty");
   }
   fs::create_directories(folder, error);
   if (error) throw MachineError(name + ": cannot be made: " + error.message());

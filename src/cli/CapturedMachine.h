@@ -16,20 +16,19 @@ inline std::string FolderOf(const std::string& path) {
   return path.substr(0, path.rfind('\\'));
 }
 
-// A machine folder that is being filled with what a run asked another machine for. Paths are full Windows
-// paths.
+// A machine folder that is filled with what a run asks another machine for. Paths are full Windows paths.
 class CapturedMachine {
  public:
-  // Makes the folder, with the facts of `source` and nothing else. It must not exist, or be empty; throws
-  // MachineError.
+  // Makes the folder, with the facts of `source` and nothing else. Throws MachineError when it exists and is
+  // not empty, or cannot be made.
   CapturedMachine(const std::filesystem::path& folder, Platform& source);
 
   Platform& platform() { return machine_->platform(); }
-  // A folder, with those above it.
+  // Adds a folder, with those above it.
   void AddFolder(const std::string& path);
-  // A file whose content was not read: an empty one stands for it.
+  // Adds an empty file in place of one whose content was not read.
   void AddName(const std::string& path);
-  // A file as it was when it was read first.
+  // Adds a file as it was when it was first read.
   void AddContent(const std::string& path, std::string_view bytes);
   void AddReadOnly(const std::string& path) { readOnly_.push_back(path); }
   bool HasContent(const std::string& path) const;
@@ -37,7 +36,7 @@ class CapturedMachine {
   // Stores everything. Throws MachineError.
   void Save();
   std::size_t FileCount() const { return files_.size(); }
-  // Files that a machine folder cannot hold (on a network path, or the disk is full), each once.
+  // Files that could not be captured (on a network path, or because the disk is full), each once.
   const std::vector<std::string>& NotCaptured() const { return notCaptured_; }
 
  private:

@@ -23,7 +23,7 @@ class MachineFolder : public Computer {
 
   Platform& platform() override { return machine_.platform(); }
   std::string ProjectPath(const std::string& project) override {
-    // On Windows both kinds of path look alike; what lies inside the folder is meant there.
+    // On Windows both kinds of path look alike. One inside the folder is a path of this computer.
     std::error_code ignored;
     const std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(project), ignored);
     const std::string inside = machine_.WindowsPath(full.lexically_normal().u8string());

@@ -7,26 +7,26 @@
 
 namespace bxvbwiz {
 
-// The Windows machine that a run works on: a machine folder, or this computer where it runs Windows.
+// The Windows machine that a run works on: a machine folder, or this computer if it runs Windows.
 class Computer {
  public:
   virtual ~Computer() = default;
 
   // The seam; it lives as long as this object.
   virtual Platform& platform() = 0;
-  // The project's path on the machine, from a Windows path there or a path of this computer; empty when it
-  // lies elsewhere.
+  // The project's path on the machine, from a Windows path there or a path of this computer; empty when it is
+  // not on the machine.
   virtual std::string ProjectPath(const std::string& project) = 0;
-  // Where a Windows path of the machine lies on this computer.
+  // The path on this computer of a Windows path of the machine.
   virtual std::string HostPath(const std::string& windowsPath) = 0;
   // Stores what a run changed. Throws MachineError.
   virtual void Save() = 0;
 };
 
-// A machine folder; what was odd in it is told on standard error. Throws MachineError.
+// Opens a machine folder and reports what is odd in it on standard error. Throws MachineError.
 std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder);
 
-// Null where this computer does not run Windows. One implementation a system.
+// Null when this computer does not run Windows. Each system has its own implementation.
 std::unique_ptr<Computer> OpenThisComputer();
 
 }  // namespace bxvbwiz

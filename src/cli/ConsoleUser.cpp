@@ -12,10 +12,10 @@ namespace {
 // Buttons of a message box sit in the low four bits of its style.
 constexpr int kButtonsOfStyle = 15;
 
-// How often a question is answered with Retry before it counts as unanswered: nothing changes by itself.
+// How often a question is answered with Retry before it counts as unanswered: nothing will change by itself.
 constexpr int kMostRetries = 3;
 
-// Steps of the progress value, after which it begins anew.
+// Where the progress value starts again from zero.
 constexpr std::int16_t kProgressLimit = 100;
 
 struct ButtonName {
@@ -44,6 +44,15 @@ std::string NamesOf(const std::vector<Button>& buttons) {
   std::string names;
   for (const Button button : buttons) names += (names.empty() ? "" : "/") + std::string(NameOfButton(button));
   return names;
+}
+
+// The options that would answer the message: "--answer 1095=yes or --answer 1095=no".
+std::string AnswersOf(const Message& message, const std::vector<Button>& buttons) {
+  const std::string option = "--answer " + std::to_string(NumberOf(message.number)) + "=";
+  std::string answers;
+  for (const Button button : buttons)
+    answers += (answers.empty() ? "" : " or ") + option + NameOfButton(button);
+  return answers;
 }
 
 std::string Readable(const Message& message) {
@@ -91,8 +100,7 @@ Button ConsoleUser::Answer(const Message& message) {
   }
   if (options_.yesNo.has_value() && buttons.front() == Button::Yes) return *options_.yesNo;
   if (AskOnTerminal(message, answer)) return answer;
-  std::cerr << "bxvbwiz: nobody answered; give --answer " << NumberOf(message.number) << "="
-            << NamesOf(buttons) << '\n';
+  std::cerr << "bxvbwiz: this question needs an answer: " << AnswersOf(message, buttons) << '\n';
   outcome_.messages.push_back({message, Button::Cancel});
   CancelWizard(*this);
 }

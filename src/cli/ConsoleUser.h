@@ -10,7 +10,7 @@
 namespace bxvbwiz {
 
 // The user at a console: messages go to standard error, questions are answered by the options or asked on the
-// terminal, and progress is a bar on a terminal.
+// terminal, and a terminal shows progress as a bar.
 class ConsoleUser : public User {
  public:
   // `outcome` receives the messages and their answers, and what the wizard leaves for its host.

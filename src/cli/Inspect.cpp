@@ -15,7 +15,7 @@
 namespace bxvbwiz {
 namespace {
 
-// Names in executables are ASCII, but for those of some odd tools; the Western code page reads every byte.
+// Names in executables are ASCII, except those of a few odd tools; the Western code page decodes every byte.
 constexpr int kCodePage = 1252;
 
 // A file as the reader of executables takes it.
@@ -31,7 +31,8 @@ class FileSource : public BytesSource {
   PartlyReadFile& file_;
 };
 
-// False, with a message, for what cannot be opened; only regular files are, so that nothing waits for a pipe.
+// Prints a message and gives false when the file cannot be opened. Only regular files are opened, so that
+// nothing waits for a pipe.
 bool Open(const std::string& path, PartlyReadFile& file) {
   const std::filesystem::path place = std::filesystem::u8path(path);
   std::error_code error;
@@ -43,7 +44,7 @@ bool Open(const std::string& path, PartlyReadFile& file) {
   if (!std::filesystem::exists(place, error)) {
     reason = " does not exist\n";
   } else if (!std::filesystem::is_regular_file(place, error)) {
-    reason = " is no regular file\n";
+    reason = " is not a regular file\n";
   }
   std::cerr << "bxvbwiz: " << path << reason;
   return false;
@@ -86,7 +87,7 @@ int InspectFiles(const Options& options) {
     }
     Inspection inspection = InspectFile(path, FileSource(file), *codePage);
     if (file.Error() != SystemError::Success) {
-      std::cerr << "bxvbwiz: " << path << " cannot be read whole\n";
+      std::cerr << "bxvbwiz: " << path << " cannot be read completely\n";
       code = kExitNotFinished;
     }
     if (options.json) {

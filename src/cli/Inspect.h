@@ -4,7 +4,7 @@
 
 namespace bxvbwiz {
 
-// inspect: prints what is known of the files. 0, or 1 when one of them could not be read at all.
+// inspect: prints what is known about the files. Gives 0, or 1 when one of them could not be read at all.
 int InspectFiles(const Options& options);
 
 }  // namespace bxvbwiz

@@ -6,7 +6,7 @@
 
 namespace bxvbwiz {
 
-// What is known of one executable.
+// What is known about one executable.
 struct Inspection {
   std::string file;
   bool valid = false;

@@ -8,7 +8,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// A text that is no UTF-8 must not spoil the document.
+// A text that is not valid UTF-8 must not spoil the document.
 void Print(const Json& document) {
   std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }

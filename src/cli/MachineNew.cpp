@@ -62,8 +62,8 @@ constexpr std::string_view kRegistry = R"(REGEDIT4
 @="\"C:\\Program Files\\Microsoft Visual Studio\\VB98\\VB6.EXE\" /make \"%1\""
 )";
 
-// Parts of Windows itself, which no setup may install, and of the Visual Basic runtime, which comes with a
-// component of its own.
+// Parts of Windows itself, which no setup may install, and of the Visual Basic runtime, which has its own
+// component.
 constexpr std::string_view kSystemFiles = R"([System]
 1File=KERNEL32.DLL
 2File=USER32.DLL
@@ -140,7 +140,7 @@ constexpr TemplateFile kFiles[] = {
     {BXVBWIZ_TEMPLATE "Shell Objects/Default.shl", kData},
     {BXVBWIZ_TEMPLATE "String Tables/0009-English/value.shl", kStringTable},
     {BXVBWIZ_TEMPLATE "Text Substitutions/Setup.tsb", kData},
-    // Stands for the compiler, so that the version is known.
+    // Only its name is used: it gives the version of Visual Basic.
     {"drive_c/Program Files/Microsoft Visual Studio/VB98/VB6.EXE", ""},
 };
 
@@ -155,7 +155,7 @@ constexpr const char* kFolderPaths[] = {
     "drive_c/My Setups",
 };
 
-// False when the file cannot be written whole.
+// False when the file cannot be written completely.
 bool WriteWithWindowsLines(const fs::path& path, std::string_view text) {
   std::ofstream file(path, std::ios::binary);
   for (const char c : text) {
@@ -177,7 +177,7 @@ int MakeMachine(const std::string& folder) {
   std::error_code error;
   const fs::path root = fs::u8path(folder);
   if (fs::exists(root, error) && (!fs::is_directory(root, error) || !fs::is_empty(root, error))) {
-    return Refuse(folder, "exists and is no empty folder", kExitUsage);
+    return Refuse(folder, "already exists and is not empty", kExitUsage);
   }
   for (const char* path : kFolderPaths) {
     const fs::path made = root / path;

@@ -25,16 +25,16 @@ std::pair<TextId, Button> ReadAnswer(const std::string& text) {
   const auto button = kButtons.find(equals == std::string::npos ? "" : text.substr(equals + 1));
   if (number.empty() || number.size() > 5 || number.find_first_not_of("0123456789") != std::string::npos ||
       button == kButtons.end()) {
-    throw CLI::ValidationError("--answer",
-                               "'" + text + "' is not a string number, '=' and ok, cancel, yes, no or retry");
+    throw CLI::ValidationError(
+        "--answer", "'" + text + "' is not a message number, '=' and ok, cancel, yes, no or retry");
   }
   const auto answer = std::make_pair(static_cast<TextId>(std::stoul(number)), button->second);
   if (CompiledText(answer.first).empty() || NumberOf(answer.first) >= kFirstFinding)
-    throw CLI::ValidationError("--answer", "there is no message with string number " + number);
+    throw CLI::ValidationError("--answer", "there is no message with the number " + number);
   return answer;
 }
 
-// A box of the form holds one line; a line break would begin another line of a setup file.
+// A box of the form holds one line. A line break would begin another line in a setup file.
 std::string CheckLine(const std::string& text) {
   const bool isLine = std::none_of(text.begin(), text.end(), [](char c) {
     const auto byte = static_cast<unsigned char>(c);
@@ -65,20 +65,19 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
   command.add_option("--app-version", options.appVersion, "The application version")->check(CheckLine);
   command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
   command.add_flag("--rebuild", options.rebuild, "Compile the project first");
-  command
-      .add_option("--answer", more.answers,
-                  "Answer a message: its string number, '=', and a button (repeatable)")
+  command.add_option("--answer", more.answers,
+                     "Answer a message: its number, '=' and a button (repeatable)")
       ->type_name("N=BUTTON")
-      ->allow_extra_args(false);  // a PROJECT behind it is no answer
+      ->allow_extra_args(false);  // a PROJECT after it is not an answer
   auto* yes = command.add_flag("--yes", more.yes, "Answer every other Yes/No question with Yes");
   command.add_flag("--no", more.no, "Answer every other Yes/No question with No")->excludes(yes);
-  command.add_flag("--strict", options.strict, "Exit with 4 when something is left to do");
+  command.add_flag("--strict", options.strict, "Exit with code 4 when something is left to do");
   command.add_flag("--json", options.json, "Print one JSON document");
   auto* quiet = command.add_flag("--quiet", options.quiet, "Print only what is wrong");
   command.add_flag("--verbose", options.verbose, "Print every file with its facts")->excludes(quiet);
 }
 
-// Without a text behind the "=" the parser would take the next argument for it.
+// Without a text after the "=" the parser would use the next argument as the text.
 void RefuseEmptyTexts(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) {
     if (StartsWith(argument, "--") && argument.find('=') == argument.size() - 1)
@@ -89,7 +88,7 @@ void RefuseEmptyTexts(const std::vector<std::string>& arguments) {
 void TakeAnswers(const WizardOptions& more, Options& options) {
   for (const std::string& text : more.answers) {
     if (!options.answers.insert(ReadAnswer(text)).second)
-      throw CLI::ValidationError("--answer", "'" + text + "' answers a message for the second time");
+      throw CLI::ValidationError("--answer", "'" + text + "' answers a message that already has an answer");
   }
   if (more.yes) options.yesNo = Button::Yes;
   if (more.no) options.yesNo = Button::No;
@@ -104,7 +103,8 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   app.require_subcommand(1);
   WizardOptions more;
   CLI::App* analyse = app.add_subcommand(
-      "analyse", "Show the dependency trees of a project; writes nothing but what its rebuild does");
+      "analyse",
+      "Show the dependency trees of a project; writes nothing, unless it has to compile the project");
   CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
   CLI::App* inspect =
       app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
@@ -112,22 +112,21 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   AddWizardOptions(*analyse, options, more);
   AddWizardOptions(*generate, options, more);
   CLI::App* capture = app.add_subcommand(
-      "capture",
-      "Make a machine folder of what generate would ask this machine for; writes no setup project");
+      "capture", "Record everything that generate reads from this computer in a new machine folder");
   AddWizardOptions(*capture, options, more);
-  capture->add_option("--to", options.captureTo, "The folder to make, which must not exist or be empty")
+  capture->add_option("--to", options.captureTo, "The folder to create; it must be new or empty")
       ->type_name("DIR")
       ->required();
   inspect->add_option("FILE", options.files, "The files")->required();
   inspect->add_flag("--json", options.json, "Print one JSON document");
   machine->require_subcommand(1);
   machine->add_subcommand("new", "Make a machine folder with default contents")
-      ->add_option("DIR", options.newMachine, "The folder, which must not exist or be empty")
+      ->add_option("DIR", options.newMachine, "The folder to create; it must be new or empty")
       ->required();
-  for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version behind a command
+  for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
   try {
     RefuseEmptyTexts(arguments);
-    std::reverse(arguments.begin(), arguments.end());  // as the parser takes them
+    std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
     app.parse(std::move(arguments));
     TakeAnswers(more, options);
     // Not by the parser, which would let the variable overrule one command's option with another's.

@@ -14,7 +14,7 @@ constexpr int kExitFinished = 0;
 constexpr int kExitNotFinished = 1;  // cancelled, fatal message, unexpected error
 constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine folder
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
-constexpr int kExitIncomplete = 4;   // --strict: something is left to the user's hand
+constexpr int kExitIncomplete = 4;   // --strict: something is left to do
 
 enum class Command { Analyse, Generate, Capture, Inspect, MachineNew };
 
@@ -40,8 +40,8 @@ struct Options {
   std::string captureTo;  // the machine folder that capture makes
 };
 
-// Reads the command line. When there is nothing to run (help, version, wrong usage) what is to be said was
-// printed, and the exit code is given.
+// Reads the command line. When there is nothing to run (help, version, wrong usage), prints the text and
+// gives the exit code.
 std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& options);
 
 }  // namespace bxvbwiz

@@ -21,7 +21,7 @@ struct ShownMessage {
 struct Outcome {
   bool finished = false;
   std::int16_t returnCode = 0;
-  std::unique_ptr<Analysis> analysis;  // null when none was begun
+  std::unique_ptr<Analysis> analysis;  // null when none was started
   std::vector<std::string> symbols;    // the destination symbols of the analysis' files, in their order
   GeneratedSetup setup;
   std::vector<ShownMessage> messages;

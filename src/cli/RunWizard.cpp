@@ -16,7 +16,7 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr std::int16_t kReturnFinished = -1;  // unless something else is said (SetReturnCode)
+constexpr std::int16_t kReturnFinished = -1;  // unless SetReturnCode sets another
 
 // Adds the files below a folder, folders after their files.
 void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix, Outcome& outcome) {
@@ -37,7 +37,7 @@ void ListFiles(FileSystem& files, const std::string& folder, const std::string& 
     ListFiles(files, folder + name + "\\", prefix + name + "\\", outcome);
 }
 
-// One run of the wizard without a window: the steps that its pages lead through.
+// One run of the wizard without a window, through the steps of its pages.
 class Run {
  public:
   Run(const Options& options, Computer& computer)
@@ -67,7 +67,7 @@ class Run {
   Outcome& Result() { return outcome_; }
 
  private:
-  // What the run has done so far is printed whatever happens to it.
+  // However the run ends, what it has done is printed.
   int Try(const std::string& project) {
     try {
       core_.session().log.Init();
@@ -93,7 +93,7 @@ class Run {
     return Press([this] { return Generate(); }) ? kExitFinished : kExitNotFinished;
   }
 
-  // Runs what a page's Next starts. False when it failed and the error's box was answered with Retry, so that
+  // Runs what a page's Next starts. False when it failed and the error was answered with Retry: in a window
   // the page would stay.
   template <class Handler>
   bool Press(const Handler& handler) {
@@ -114,8 +114,8 @@ class Run {
     return outcome_.analysis->LoadTrees(project, options_.rebuild, rebuild) == Analysis::Result::Done;
   }
 
-  // The answers of the project-information page. A name that was given is wrong usage when it is refused; one
-  // that the project has is not the user's fault.
+  // The answers of the project-information page. A refused name is wrong usage when an option gave it, but
+  // not when the project has it.
   int LeaveInformation() {
     const SetupAnswers proposed = ProposedAnswers(core_.platform().strings, *outcome_.analysis->Project(),
                                                   options_.skipInfo ? options_.appName.value_or("") : "");
@@ -144,7 +144,7 @@ class Run {
     return true;
   }
 
-  // The answers that the options give in place of those proposed.
+  // The proposed answers, with those that the options give in their place.
   SetupAnswers Given(SetupAnswers answers) const {
     answers.applicationName = options_.appName.value_or(answers.applicationName);
     answers.companyName = options_.company.value_or(answers.companyName);
@@ -178,7 +178,7 @@ class Run {
   std::string name_;  // of the new setup project
 };
 
-// What standard error says last: everything that is left to do, and how much that is.
+// Prints the last lines of standard error: everything that is left to do, and how many things that is.
 void PrintRest(const Options& options, const Outcome& outcome) {
   for (const std::string& text : outcome.Incomplete()) std::cerr << "bxvbwiz: " << text << '\n';
   if (!outcome.finished && !outcome.setup.folder.empty() && options.command != Command::Capture) {
@@ -197,7 +197,7 @@ void PrintRest(const Options& options, const Outcome& outcome) {
   }
 }
 
-// Gives the exit code, `code` unless --strict makes another of it.
+// Prints the outcome. Gives the exit code: `code`, unless --strict turns it into another.
 int Show(const Options& options, const Outcome& outcome, int code) {
   if (options.json) {
     PrintJson(options, outcome);
@@ -209,7 +209,7 @@ int Show(const Options& options, const Outcome& outcome, int code) {
   return code == kExitFinished && options.strict && !outcome.Incomplete().empty() ? kExitIncomplete : code;
 }
 
-// Null, with a message, when there is no machine to work on.
+// Prints a message and gives null when there is no machine to work on.
 std::unique_ptr<Computer> OpenComputer(const Options& options) {
   if (!options.machine.empty()) {
     try {
@@ -222,7 +222,7 @@ std::unique_ptr<Computer> OpenComputer(const Options& options) {
   std::unique_ptr<Computer> computer = OpenThisComputer();
   if (computer == nullptr) {
     std::cerr
-        << "bxvbwiz: there is no Windows here: name a machine folder with --machine or $BXVBWIZ_MACHINE\n";
+        << "bxvbwiz: not running on Windows: give a machine folder with --machine DIR or BXVBWIZ_MACHINE\n";
   }
   return computer;
 }

@@ -5,10 +5,10 @@
 
 namespace bxvbwiz {
 
-// analyse, generate and capture: runs the wizard on the machine folder and prints what came out. Gives the
-// exit code.
+// analyse, generate and capture: runs the wizard on the machine that the options name and prints the outcome.
+// Gives the exit code.
 int RunWizard(const Options& options);
-// The same on a computer that was opened.
+// The same on a computer that is already open.
 int RunWizardOn(const Options& options, Computer& computer);
 
 }  // namespace bxvbwiz

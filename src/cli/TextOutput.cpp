@@ -74,7 +74,8 @@ void PrintList(const char* title, const std::vector<std::string>& names) {
 }
 
 const char* FormatName(int exeType) {
-  constexpr const char* kNames[] = {"no executable", "DOS program", "NE (16-bit Windows)", "LE", "XE", "PE"};
+  constexpr const char* kNames[] = {
+      "not an executable", "DOS program", "NE (16-bit Windows)", "LE", "XE", "PE"};
   return exeType >= 0 && exeType < static_cast<int>(std::size(kNames)) ? kNames[exeType] : "unknown";
 }
 

@@ -6,7 +6,7 @@
 
 namespace bxvbwiz {
 
-// Prints the trees, and of a generation the report and the files written, on standard output.
+// Prints the trees, and after a generation also the report and the files written, on standard output.
 void PrintText(const Options& options, const Outcome& outcome);
 void PrintText(const Inspection& inspection);
 

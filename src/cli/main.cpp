@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
   try {
     const int code = Run(bxvbwiz::ProgramArguments(argc, argv));
     if (std::cout.flush()) return code;
-    std::cerr << "bxvbwiz: the standard output could not be written\n";
+    std::cerr << "bxvbwiz: standard output could not be written\n";
     return bxvbwiz::kExitNotFinished;
   } catch (const std::exception& error) {
     std::cerr << "bxvbwiz: " << error.what() << '\n';

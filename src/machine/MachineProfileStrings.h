@@ -12,7 +12,7 @@
 
 namespace bxvbwiz {
 
-// What tells one state of a file from another without reading it.
+// Distinguishes one state of a file from another without reading it.
 struct FileStamp {
   std::uint64_t size = 0;
   std::int64_t modifiedNanoseconds = 0;  // since 1970

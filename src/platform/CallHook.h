@@ -10,19 +10,19 @@ namespace bxvbwiz {
 // A call on its way through a forwarding class.
 struct SeamCall {
   std::string_view name;          // of the operation, as "OpenKey"
-  std::string_view subject = {};  // what it is asked of: a path, a pattern, the full path of a registry key
+  std::string_view subject = {};  // what it is about: a path, a pattern, the full path of a registry key
   std::string_view detail = {};   // the key's subkey or value
 };
 
-// Sees every call that goes through the forwarding classes that it is given to. A class that reports, records
-// or breaks some calls does it here and names no others.
+// Sees every call that goes through the forwarding classes that have it. A class that reports, records or
+// breaks some calls does it here and need not name the others.
 class CallHook {
  public:
   virtual ~CallHook() = default;
   // Gives the error with which the call fails without being made; Success lets it through. Any error will do
   // for a call that has no error codes.
   virtual SystemError Before(const SeamCall&) { return SystemError::Success; }
-  // What came of it: GeneralFailure when a call without error codes failed or found nothing.
+  // The result: GeneralFailure when a call without error codes failed or found nothing.
   virtual void After(const SeamCall&, SystemError) {}
 };
 

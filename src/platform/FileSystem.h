@@ -69,10 +69,10 @@ class FileSystem {
 
   // The whole file as it stands. Only regular files can be read.
   virtual SystemError Read(const std::string& path, std::string& bytes) = 0;
-  // Writes or appends all of `bytes`, not decoded. On a failure the error; a file created by it may remain.
+  // Writes or appends all of `bytes`, not decoded. A file that a failed call created may remain.
   virtual SystemError Write(const std::string& path, std::string_view bytes, WriteMode mode) = 0;
   // CreateFileA (read, share read), CreateFileMappingA and MapViewOfFile of the whole file. An empty file
-  // cannot be mapped: it gives an empty view all the same, so that its reader can say what is wrong with it.
+  // cannot be mapped: it gives an empty view instead, so that its reader can report what is wrong.
   virtual SystemError Map(const std::string& path, std::unique_ptr<FileView>& view) = 0;
 
   // CopyFileA, overwriting; the copy has the attributes of the source.
@@ -80,7 +80,7 @@ class FileSystem {
   // Copies the files `names` of the folder `source` into the folder `target`, each as Copy does and in this
   // order, and calls `done` for each with its index and the result. Both paths end in a backslash. `done` may
   // throw, which ends the copying, and may change the copy that it is called for, but nothing else in the two
-  // folders. A system that gains by doing them together does.
+  // folders. A system may copy them together when that is faster.
   virtual void CopyFiles(const std::string& source, const std::string& target,
                          const std::vector<std::string>& names,
                          const std::function<void(std::size_t, SystemError)>& done) {

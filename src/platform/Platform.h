@@ -66,8 +66,8 @@ class StringTable {
   virtual std::string Text(TextId id) const = 0;
 };
 
-// What the wizard asks of an operating system, one part a subject. Code that needs one part takes that part.
-// The maker of the platform owns the parts, which outlive their users.
+// What the wizard needs from an operating system, one part for each subject. Code that needs one part takes
+// that part. The maker of the platform owns the parts, which outlive their users.
 struct Platform {
   Registry& registry;
   SystemFacts& facts;

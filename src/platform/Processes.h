@@ -21,8 +21,8 @@ class Processes {
  public:
   virtual ~Processes() = default;
   // CreateProcessA without an application name, flags 32 (normal priority), handles inherited, the caller's
-  // environment and current folder. Null when the process cannot be started. As there, a program's path with
-  // blanks that is not quoted is tried up to each blank in turn.
+  // environment and current folder. Null when the process cannot be started. As on Windows, an unquoted path
+  // with blanks is tried up to each blank in turn.
   virtual std::unique_ptr<Process> Start(const std::string& commandLine) = 0;
 };
 

@@ -30,11 +30,11 @@ class ProfileStrings {
   virtual bool WriteSection(ProfileText section, ProfileText entries, const std::string& file) = 0;
 
   // The files that GetString gave the default for since the last call because they could not be read, each
-  // once. A missing file is none of them.
+  // once. Missing files do not count.
   virtual std::vector<std::string> Unreadable() = 0;
 
-  // Stores what the calls before have changed, where the platform defers that, and gives the files that could
-  // not be stored since the last call, each once.
+  // Stores what earlier calls have changed, if the platform defers that, and gives the files that could not
+  // be stored since the last call, each once.
   virtual std::vector<std::string> Flush() = 0;
 };
 

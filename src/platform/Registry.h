@@ -41,8 +41,8 @@ constexpr std::uint32_t kKeyCreateLink = 32;
 constexpr std::uint32_t kReadControl = 0x20000;
 constexpr std::uint32_t kKeyRead = kKeyQueryValue | kKeyEnumerateSubKeys | kKeyNotify | kReadControl;
 constexpr std::uint32_t kKeyWrite = kKeySetValue | kKeyCreateSubKey | kReadControl;
-// Without the rights to delete a key and to change its owner and permissions, which KEY_ALL_ACCESS has and
-// nobody here needs.
+// Without the rights to delete a key and to change its owner and permissions, which are part of
+// KEY_ALL_ACCESS but not needed here.
 constexpr std::uint32_t kKeyAllAccess = kKeyRead | kKeyWrite | kKeyCreateLink;
 
 // Types of a value's data, as REG_... in winnt.h.

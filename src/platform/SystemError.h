@@ -32,8 +32,8 @@ enum class SystemError : std::uint32_t {
   InvalidDirectory = 267,
 };
 
-// True for the errors that say that there is no such file or key: an answer, where the others leave open
-// whether there is one.
+// True for the errors that say that there is no such file or key: that is an answer, while the others leave
+// open whether there is one.
 constexpr bool MeansMissing(SystemError error) {
   switch (error) {
     case SystemError::FileNotFound:

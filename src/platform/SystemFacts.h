@@ -21,7 +21,7 @@ class SystemFacts {
 
   // GetVersionExA; all zero when the call fails.
   virtual VersionInfo Version() = 0;
-  // GetWindowsDirectoryA and GetSystemDirectoryA: the folder without a trailing backslash (but for a drive's
+  // GetWindowsDirectoryA and GetSystemDirectoryA: the folder without a trailing backslash (except a drive's
   // root). `size` is the buffer in bytes of the code page, the NUL included; empty when the folder does not
   // fit.
   virtual std::string WindowsDirectory(std::size_t size) = 0;

@@ -53,7 +53,7 @@ const char* OutputExtension(std::int16_t projectType) {
   }
 }
 
-// The folder of a project file without a trailing backslash, but for a drive's root.
+// The folder of a project file without a trailing backslash, except a drive's root.
 std::string ProjectFolder(FileSystem& files, const std::string& projectFile) {
   std::string folder = GetPathFolder(projectFile);
   if (!folder.empty()) return folder;

@@ -11,7 +11,7 @@ constexpr std::int32_t kRegisterDll = 1;          // self-registering DLL or OCX
 constexpr std::int32_t kRegisterExe = 2;          // self-registering EXE
 constexpr std::int32_t kRegisterTypeLibrary = 3;  // type library to register
 constexpr std::int32_t kRegisterRemote = 4;       // remote-automation server file
-constexpr std::int32_t kRegisterNoMacro = 5;      // the text is no register macro
+constexpr std::int32_t kRegisterNoMacro = 5;      // the text is not a register macro
 constexpr std::int32_t kRegisterUnknownMacro = 6;
 
 // The destination macro of the application's own folder.

@@ -17,7 +17,7 @@ inline std::string_view BytesFrom(std::string_view bytes, std::uint64_t offset) 
   return offset < bytes.size() ? bytes.substr(static_cast<std::size_t>(offset)) : std::string_view();
 }
 
-// The bytes of a file. Parts that nobody asks for need never be read.
+// The bytes of a file. Parts that are not asked for need not be read.
 class BytesSource {
  public:
   virtual ~BytesSource() = default;

@@ -61,7 +61,7 @@ Description Describe(Platform& platform, const std::string& depFile, const std::
   return section.empty() ? Description{} : Description{depFile, section};
 }
 
-// The imported modules' file names, in the table's order. What is no executable imports nothing.
+// The imported modules' file names, in the table's order. A file that is not an executable imports nothing.
 std::vector<std::string> ReadImports(AnalysisContext& context, const std::string& path) {
   std::vector<std::string> names;
   EXEFile executable(context.platform, &context.global);
@@ -163,7 +163,7 @@ class DependencyWalk {
     if (&own != &all_) all_.AddShared(file);
     context_.builder.GetFileGroupInfo("", path, known.depFile, nullptr, *file);
     if (known.depFile.empty()) {
-      // A .dep file of its own is known only when the file has been found; it then decides the facts anew.
+      // A .dep file of its own is known only when the file has been found; it then changes the facts.
       known = Describe(context_.platform, FindDepFile(context_, FoundPath(*file)), name);
       if (!known.depFile.empty()) DecideAnew(*file, path, known);
     }

@@ -8,10 +8,10 @@
 // The walk from a file to the files that it needs.
 namespace bxvbwiz {
 
-// Reads the numbered "Uses" keys of the section `name` of `depFile`, adds every file that is no system file
-// and not yet in `allDependencies`, and completes the list from the import table of `filePath` (a path or a
-// name); all are added to `ownDependencies`, each with what it needs in turn. With an empty `depFile` only
-// the imports count. A file that cannot be found or read has none.
+// Reads the numbered "Uses" keys of the section `name` of `depFile`, adds every file that is not a system
+// file and not yet in `allDependencies`, and completes the list from the import table of `filePath` (a path
+// or a name); all are added to `ownDependencies`, each with what it needs in turn. With an empty `depFile`
+// only the imports count. A file that cannot be found or read has none.
 void ReadDependencies(AnalysisContext& context, const std::string& name, const std::string& filePath,
                       const std::string& depFile, CDependencies& ownDependencies,
                       CDependencies& allDependencies);

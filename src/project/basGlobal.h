@@ -24,7 +24,7 @@ constexpr const char* kVersion6 = "6";
 // wizard.
 [[noreturn]] void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath);
 
-// Converts a dotted hexadecimal version ("1.a") to decimal ("1.10"). False when a part is empty (but for a
+// Converts a dotted hexadecimal version ("1.a") to decimal ("1.10"). False when a part is empty (except a
 // last one), longer than 7 digits or not hexadecimal, or the text begins with "."; `decimalVersion` then
 // holds the parts before the bad one. The empty text converts to itself.
 bool ConvertHexVersion(std::string_view hexVersion, std::string& decimalVersion);
@@ -55,7 +55,7 @@ class basGlobal {
 
   // The progress bar's next value: counts to the limit, then from 1 again.
   std::int16_t NextProgressValue();
-  // Begins the progress anew (when the form loads).
+  // Restarts the progress (when the form loads).
   void ResetProgress(std::int16_t limit);
 
   const CFiles* gSystemFiles() const { return systemFiles_.get(); }

@@ -169,7 +169,7 @@ void FindScriptDefinedVariables(Platform& platform, const std::string& projectDi
   const CallStackEntry entry(kRoutine);
   count = 0;
   LogAndGoOn(kRoutine, [&] {
-    // Read anew: what this counts, others have written.
+    // Read again, because other code has written what this counts.
     NumberedKeys lists(platform.profiles);
     for (const std::string& folder : lists.Entries(ScriptDefinedFolders(projectDir))) {
       if (UpperCase(folder).find("USERDEFINED\\<VBWIZVAR-") == std::string::npos) continue;

@@ -222,7 +222,7 @@ void CFileGroups::TellOtherTarget(const std::string& source, const FileRecord& f
   AddFinding(FindingId::FolderOfGroupDiffers, {source, wanted, file.FileGroup, group->second});
 }
 
-// The group's section anew. The setup builder reads these keys; most are the defaults of a new group.
+// Rewrites the group's section. The setup builder reads these keys; most are the defaults of a new group.
 void CFileGroups::WriteGroupProperties(const std::string& definitions, const FileRecord& file) {
   const auto write = [&](const char* key, const std::string& value) {
     WriteSetting(platform_.profiles, definitions, file.FileGroup, key, value);

@@ -5,7 +5,7 @@
 namespace bxvbwiz {
 namespace {
 
-// Calls on one thread never meet those of another.
+// Each thread has its own.
 thread_local CallStack* currentStack = nullptr;
 
 }  // namespace

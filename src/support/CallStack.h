@@ -20,7 +20,7 @@ class CallStack {
   std::vector<std::string_view> names_;
 };
 
-// Makes a call stack that of this thread, or none; gives the one before.
+// Makes `stack` (may be null) the call stack of this thread; gives the previous one.
 CallStack* SetCurrentCallStack(CallStack* stack);
 
 // On the call stack of this thread; without one nothing happens.
@@ -39,7 +39,7 @@ class CallStackEntry {
   std::string_view name_;
 };
 
-// A precondition. Without effect in the delivered program: the condition is not evaluated there.
+// A precondition. It has no effect in the delivered program, where the condition is not evaluated.
 #define BXVBWIZ_ASSERT(condition, message) static_cast<void>(sizeof((condition) ? 1 : 0))
 
 }  // namespace bxvbwiz

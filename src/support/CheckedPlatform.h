@@ -9,8 +9,8 @@
 
 namespace bxvbwiz {
 
-// A platform whose failures are not lost. The wizard takes a failed look-up for a missing file, key or value,
-// and goes on after a failed write; a failure that leaves open whether the thing is there is reported.
+// A platform whose failures are not lost. The wizard treats a failed look-up as a missing file, key or value,
+// and goes on after a failed write. A failure that leaves open whether the thing is there is reported.
 class CheckedPlatform : private CallHook {
  public:
   explicit CheckedPlatform(const Platform& inner) : forwarding_(inner, *this) {}

@@ -10,7 +10,7 @@ namespace bxvbwiz {
 
 std::optional<double> TextToNumber(std::string_view text) {
   std::string_view digits = TrimBlanks(text);
-  // from_chars would take names as well ("inf").
+  // from_chars would accept names as well ("inf").
   if (digits.find_first_not_of("0123456789.+-Ee") != std::string_view::npos) return std::nullopt;
   if (StartsWith(digits, "+")) {
     digits.remove_prefix(1);

@@ -49,8 +49,8 @@ inline void CheckSystem(SystemError error, const std::string& path) {
   if (error != SystemError::Success) RaiseSystemError(error, path);
 }
 
-// The wizard has ended: thrown to leave whatever was being done. No error: no trap catches it, only the entry
-// points do.
+// Thrown when the wizard has ended, to leave everything that is running. It is not an error: no trap catches
+// it, only the entry points do.
 struct WizardEnded {};
 
 }  // namespace bxvbwiz

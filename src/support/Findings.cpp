@@ -68,7 +68,7 @@ std::string ErrorCode(SystemError error) {
 void PassOver(std::string_view routine, const RuntimeError& error) {
   LogError(routine, error);
   Session* session = CurrentSession();
-  // Before anybody listens, the error in the log says it all.
+  // Without a user, the error in the log is enough.
   if (session != nullptr && session->user != nullptr)
     AddFinding(FindingId::StepFailed, {std::string(routine), error.what()});
 }

@@ -25,7 +25,7 @@ Severity SeverityOf(FindingId id);
 // One sentence, filled with the finding's values.
 std::string TextOf(const StringTable& strings, const Finding& finding);
 
-// What was found, in its order. A finding whose text is known already is not kept again.
+// The findings, in order. One whose text is already there is not added again.
 class Findings {
  public:
   explicit Findings(const StringTable& strings) : strings_(strings) {}

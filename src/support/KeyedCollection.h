@@ -21,7 +21,7 @@ class KeyedCollection {
 
   explicit KeyedCollection(KeyCase keyCase = KeyCase::Exact) : keyCase_(keyCase) {}
 
-  // Entries point into the index, which moves along and is not copied.
+  // Entries point into the index, which can be moved but not copied.
   KeyedCollection(const KeyedCollection&) = delete;
   KeyedCollection& operator=(const KeyedCollection&) = delete;
   KeyedCollection(KeyedCollection&&) noexcept = default;
@@ -41,7 +41,7 @@ class KeyedCollection {
     }
     elements_.push_back({element, folded});
   }
-  // Adds what `make` gives under a key that is not empty, unless the key is taken.
+  // Adds what `make` gives under a key (not empty), unless the key is taken.
   template <class Make>
   void InsertNew(const std::string& key, const Make& make) {
     const auto [place, isNew] = byKey_.try_emplace(Folded(key));
@@ -49,7 +49,7 @@ class KeyedCollection {
     place->second = make();
     elements_.push_back({place->second, &place->first});
   }
-  // Puts an element in the place of the one with that key, or adds it when there is none.
+  // Replaces the element with that key, or adds this one when there is none.
   void Replace(const Pointer& element, const std::string& key) {
     const auto found = byKey_.find(Folded(key));
     if (found == byKey_.end()) return Insert(element, key);

@@ -5,7 +5,7 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr const char* kNoEntry = "NONE";  // what a missing key reads
+constexpr const char* kNoEntry = "NONE";  // what a missing key reads as
 
 // True for what the key after the last entry reads: "NONE" or a blank value.
 bool EndsNumberedList(std::string_view value) {

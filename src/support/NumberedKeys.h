@@ -9,12 +9,12 @@
 namespace bxvbwiz {
 
 // Numbered lists in INI sections ("file0", "file1", ... or "0component", "1component", ...). A list ends at
-// the first key that is missing, reads "NONE" or is blank; a new entry takes that number. Reading a list for
-// every entry that is added would take time in the square of its length, so what was read is remembered; a
-// written entry is read back, so that the outcome is that of reading the whole list again (a value that the
-// buffer cuts never equals itself, "NONE" ends the list, an entry after a gap comes back).
+// the first key that is missing, reads "NONE" or is blank; a new entry takes that number. Reading the list
+// again for every new entry would take quadratic time, so what was read is remembered. A written entry is
+// read back, so that the outcome is the same as if the whole list were read again (a value that the buffer
+// cuts never equals itself, "NONE" ends the list, an entry after a gap comes back).
 //
-// Valid as long as nobody else writes to these lists; Forget() begins anew.
+// Valid as long as nothing else writes to these lists; Forget() starts again.
 class NumberedKeys {
  public:
   enum class Spelling { NameThenNumber, NumberThenName };  // "file0", "0component"

@@ -21,7 +21,7 @@ struct Message {
   TextId number{};  // of its text
   int style = 0;    // icon + buttons, the constants above
   std::string text;
-  std::string detail;  // what went wrong underneath; for the log and the command line, not for the box
+  std::string detail;  // what went wrong in detail; for the log and the command line, not for the box
 };
 
 enum class Pointer { Default = 0, Hourglass = 11 };
@@ -33,7 +33,8 @@ class User {
 
   // Shows a message titled as the wizard and gives the button that was pressed.
   virtual Button ShowMessage(const Message& message) = 0;
-  // What is shown while the wizard works; a user without a display sees nothing of it.
+  // What is shown while the wizard works. A user without a display ignores it.
+
   // Names the present step; empty clears it.
   virtual void ShowStatus(const std::string& /*text*/) {}
   // Names the present step of the generation and moves the progress bar by one step.
@@ -47,12 +48,11 @@ class User {
   // Ends the wizard (throws WizardEnded) when the user has cancelled it. Called between two steps.
   virtual void CheckCancelled() {}
 
-  // What the wizard leaves for its host: 0 cancelled, -1 finished; and the project file of the setup project
-  // that it is to open.
+  // What the wizard leaves for its host: the return code (0 cancelled, -1 finished), and the setup project to
+  // open.
   virtual void SetReturnCode(std::int16_t /*code*/) {}
   virtual void SetProjectFile(const std::string& /*path*/) {}
-  // Marks the wizard as ended. Callers use EndWizard or CancelWizard below, which also leave what was being
-  // done.
+  // Marks the wizard as ended. Callers use EndWizard or CancelWizard below, which also stop what is running.
   virtual void WizardHasEnded() {}
 };
 

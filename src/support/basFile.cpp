@@ -19,7 +19,7 @@ struct RootSplit {
 };
 
 // "C:\", and for a path that only names the drive ("C:x.dll") "C:". The separator may be a "/" here, so that
-// no "/" is taken for the beginning of a name.
+// a name never begins with one.
 RootSplit SplitDrive(std::string_view path, std::size_t drive) {
   const bool separated = path.size() > drive + 2 && (path[drive + 2] == '\\' || path[drive + 2] == '/');
   const std::size_t size = drive + (separated ? 3 : 2);
@@ -41,7 +41,7 @@ RootSplit SplitRoot(std::string_view path) {
   return {end, end + 1};
 }
 
-// The root as it stands in front of a component: a network root lacks the backslash.
+// The root as written in front of a component: a network root lacks the backslash.
 std::string RootBeforeComponent(std::string_view root) {
   std::string text(root);
   if (StartsWith(root, "\\\\") && !EndsWith(root, "\\")) text += '\\';

@@ -22,7 +22,7 @@ std::vector<std::string> SplitPathComponents(std::string_view rest);
 
 enum class PathPart : std::int16_t { Folder = 2, FileName = 3, Title = 4, Root = 5 };
 std::string ParsePath(std::string_view path, PathPart part);
-// The folder, without a trailing backslash but for a root.
+// The folder, without a trailing backslash unless it is a root.
 std::string GetPathFolder(std::string_view path);
 // The last component.
 std::string GetPathFileName(std::string_view path);
@@ -44,13 +44,13 @@ class LabelMetrics {
 std::string CompactPathForLabel(const LabelMetrics& label, const std::string& path);
 
 // Dir$: the name of the first entry that matches `pattern`, empty when there is none. Without `directories`
-// only normal files count (no hidden, system or directory entry), with it directories count as well.
+// only normal files count (no hidden, system or directory entry), with it directories count too.
 std::string Dir(FileSystem& files, const std::string& pattern, bool directories = false);
 // True when a look-up of folder + name gives a file of that name, case ignored. `folder` ends in a backslash.
 bool FolderHoldsFile(FileSystem& files, const std::string& folder, const std::string& name);
 
-// Cuts `bytes` into lines ended by CR LF, LF or CR, the last one with or without its end. Gives false after
-// the last line.
+// Cuts `bytes` into lines that end in CR LF, LF or CR; the last one may lack its end. Gives false after the
+// last line.
 class LineReader {
  public:
   explicit LineReader(std::string_view bytes) : rest_(bytes) {}

@@ -10,14 +10,14 @@
 namespace bxvbwiz {
 namespace {
 
-// Calls on one thread never meet those of another: each has the session of its own entry point.
+// Each thread has the session of its own entry point.
 thread_local Session* currentSession = nullptr;
 
 constexpr char kApplicationName[] = "Bx6vbwiz";
 constexpr char kLoggingSection[] = "Logging";
 constexpr long kLoggingOff = -1;
 
-// A level that is no 16-bit number counts as switched off.
+// A level that is not a 16-bit number switches the log off.
 long LogLevel(const std::string& text) {
   const std::optional<double> number = TextToNumber(text);
   return number ? RoundToInteger(*number, -32768, 32767).value_or(kLoggingOff) : kLoggingOff;

@@ -22,7 +22,7 @@ class Log {
   // InitLogging: reads "LogLevel", "NewLog" and "LogName" of the section "Logging" and opens the log in the
   // Windows folder.
   void Init();
-  // OpenLog: goes on in `path` (append) or begins it anew. Nothing happens while logging is disabled.
+  // OpenLog: opens `path` to append to it, or empties it first. Does nothing while logging is disabled.
   void Open(const std::string& path, bool append = true);
   // WriteLog: one line. Failures are ignored: a log must not stop the wizard.
   void Write(const std::string& text);
@@ -35,7 +35,7 @@ class Log {
   std::string path_;
 };
 
-// What lives as long as the program or the loaded library. Its entry point makes it, a test makes a fresh
+// What lives as long as the program or the loaded library. The entry point makes it; a test makes a fresh
 // one.
 class Session {
  public:
@@ -48,7 +48,7 @@ class Session {
   // Who answers the box of an unexpected error; null before the form is loaded: the error is then logged and
   // the wizard ends.
   User* user = nullptr;
-  // Where findings are collected; null before the form is loaded: the log alone gets them then.
+  // Where findings are collected; null before the form is loaded: then only the log gets them.
   Findings* findings = nullptr;
 
   Platform& platform() { return platform_; }

@@ -17,8 +17,8 @@ constexpr char kCopyFileTree[] = "CopyFileTree";
 
 using Listing = std::vector<FoundFile>;
 
-// What stands in `folder` and is to be copied: neither "." and ".." nor any other name with a dot in front.
-// Empty as well when the folder cannot be listed.
+// The entries of `folder` that are to be copied: all whose name does not begin with a dot. Empty also when
+// the folder cannot be listed.
 Listing ListFolder(FileSystem& files, const std::string& folder) {
   Listing found;
   if (files.Find(folder + "*.*", found) != SystemError::Success) return {};
@@ -27,7 +27,7 @@ Listing ListFolder(FileSystem& files, const std::string& folder) {
   return found;
 }
 
-// Shows the hourglass while it lives; it is taken away again when the wizard ends half-way, too.
+// Shows the hourglass while it lives, and removes it also when the wizard ends half-way.
 class HourglassPointer {
  public:
   explicit HourglassPointer(User& user) : user_(user) { user_.SetPointer(Pointer::Hourglass); }
@@ -48,7 +48,7 @@ class TreeCopy {
  public:
   TreeCopy(FileSystem& files, User& user) : files_(files), user_(user) {}
 
-  // A folder is listed before its copy is made: were the target inside the source, the copy would otherwise
+  // A folder is listed before its copy is made. Otherwise, with the target inside the source, the copy would
   // find itself and never end.
   void Copy(const Listing& listing, const std::string& source, const std::string& target) {
     if (listing.empty()) return;
@@ -85,7 +85,7 @@ class TreeCopy {
     });
   }
 
-  // After a copy that failed: every Retry is one more.
+  // After a copy that failed: each Retry copies once more.
   void CopyAgain(const std::string& source, const std::string& target, SystemError error) {
     RetryOrCancel(kCopyFileTree, [&] {
       const SystemError now = std::exchange(error, SystemError::Success);

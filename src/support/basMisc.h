@@ -13,8 +13,8 @@ namespace bxvbwiz {
 // retried.
 void CopyFileTree(FileSystem& files, User& user, std::string& source, std::string& target);
 
-// Sets creation, last-access and last-write time of an existing file to the present; a missing one is left
-// alone. A failure becomes a finding.
+// Sets the creation, last-access and last-write time of a file to the present; a missing file is left alone.
+// A failure becomes a finding.
 void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path);
 
 }  // namespace bxvbwiz

@@ -8,7 +8,8 @@ namespace bxvbwiz {
 std::int32_t FindItemPos(const std::optional<std::string>& list, std::string_view name, bool caseSensitive) {
   const CallStackEntry entry("FindItemPos");
   if (!list || name.empty()) return 0;
-  // The ";" in front lets the first item match like every other, and no name match the tail of a longer one.
+  // With the ";" in front, the first item matches like every other, and no name matches the end of a longer
+  // one.
   std::string searched = ";" + *list;
   std::string item = ";" + std::string(name) + "=";
   if (!caseSensitive) {

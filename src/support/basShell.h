@@ -7,8 +7,8 @@
 
 namespace bxvbwiz {
 
-// Runs a command line and waits for its end, letting the user's events run meanwhile. A process that cannot
-// be started ends the wait at once; the exit code is not read.
+// Runs a command line and waits until it ends; meanwhile the user's events run. Returns at once when the
+// process cannot be started. The exit code is not read.
 void ShellAndWait(Processes& processes, User& user, const std::string& commandLine);
 
 }  // namespace bxvbwiz

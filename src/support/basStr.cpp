@@ -59,7 +59,7 @@ std::string GetToken(std::string_view text, std::int16_t number, std::string_vie
   working.reserve(text.size() + 2 * separator.size());
   working.append(separator).append(text).append(separator);
   // Every search goes on one character after the start of the last hit, not after its end. After a miss it
-  // begins at the front again: that is what makes the numbers wrap round.
+  // starts again at the beginning: this makes the numbers wrap around.
   constexpr std::size_t kMissed = std::string::npos;
   std::size_t position = kMissed;
   for (std::int16_t pass = 0; pass < number; ++pass)
@@ -90,7 +90,7 @@ std::string MakeCollectionKey(const CodePage& codePage, std::string_view value) 
 
 std::optional<std::string> ReplaceAll(std::optional<std::string> text, std::string_view search,
                                       std::string_view replacement) {
-  // An empty search would be found for ever.
+  // An empty search text would be found forever.
   if (!text || search.empty()) return text;
   std::string replaced;
   std::size_t done = 0;

@@ -16,7 +16,7 @@ namespace bxvbwiz {
 std::int16_t CountChar(std::string_view text, std::string_view character);
 // True when `text` holds one of `characters`.
 bool ContainsAnyChar(std::string_view text, std::string_view characters);
-// The field `number` (from 1) of `text`; an empty field counts. Past the end the numbers wrap round: with k
+// The field `number` (from 1) of `text`; an empty field counts. Past the end the numbers wrap around: with k
 // fields, k + 1 and k + 2 are empty and k + 3 is field 1. A separator of several characters leaves its tail
 // in front of every field after the first.
 std::string GetToken(std::string_view text, std::int16_t number, std::string_view separator);

@@ -21,7 +21,7 @@ class CSystemInfo {
   const std::string& WinDir();
   const std::string& WinSysDir();
   // The major version does not count on the Windows 95 family, the minor one not on the NT family: 5.1 is NT
-  // 5, and Me is none of them.
+  // 5, and Me is not among them.
   bool IsWindows95() const { return isWindows95_; }
   bool IsWindows98() const { return isWindows98_; }
   bool IsWindowsNT351() const { return isWindowsNT351_; }

@@ -106,7 +106,7 @@ class Key : public std::enable_shared_from_this<Key> {
   bool SubKeyExists(const std::string& path);
   // The names from the root to this key.
   std::string FullPath() const;
-  // The text of a value. Raises error 91 when the key has no such value, and error 75 when it is no text:
+  // The text of a value. Raises error 91 when the key has no such value, and error 75 when it is not a text:
   // without it a path would be that of a drive's root.
   std::string RequiredText(const std::string& valueName);
   // Walks the subkeys, deepest first, deletes nothing and gives false: kept as a harmless walk.
@@ -141,7 +141,7 @@ class Keys {
   // refuses.
   bool Remove(const std::string& name);
   bool Remove(std::size_t position);
-  // Lists the subkeys anew. One that may not be opened with all access is opened for reading, so that a user
+  // Lists the subkeys again. One that may not be opened with all access is opened for reading, so that a user
   // without administrator rights sees it too.
   void Refresh();
   Key& Parent() const { return parent_; }

@@ -57,7 +57,7 @@ constexpr CapitalLetters kCapitalLetters[] = {
 
 constexpr char16_t kFinalSigma = 0x03C2;  // a second small form of the capital sigma
 constexpr char16_t kCapitalSigma = 0x03A3;
-// The first full-width letters, which stand far behind all others.
+// The first full-width letters, which come long after all others.
 constexpr char32_t kFullWidthCapitals = 0xFF21;
 constexpr char32_t kFullWidthSmall = 0xFF41;
 
@@ -84,7 +84,7 @@ class CaseTable {
   char32_t Lower(char32_t character) const { return character < kSize ? lower_[character] : character; }
 
  private:
-  static constexpr std::size_t kSize = 0x2C80;  // behind U+2C66, the highest letter of the table
+  static constexpr std::size_t kSize = 0x2C80;  // after U+2C66, the highest letter of the table
   std::array<char16_t, kSize> upper_;
   std::array<char16_t, kSize> lower_;
 };
@@ -110,7 +110,7 @@ std::size_t SequenceLength(std::string_view text, std::size_t position, char32_t
   const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned char lead = byteAt(position);
   std::size_t length = 0;
-  char32_t smallest = 0;  // below it the sequence is longer than it need be, and so invalid
+  char32_t smallest = 0;  // below it the sequence is longer than needed, and so invalid
   if (IsBetween(lead, 0xC2, 0xDF)) {
     length = 2, smallest = 0x80, value = lead & 0x1Fu;
   } else if (IsBetween(lead, 0xE0, 0xEF)) {

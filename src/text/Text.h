@@ -3,14 +3,14 @@
 #include <string>
 #include <string_view>
 
-// Text as the whole wizard holds it: UTF-8, counted in characters (code points). The same on every platform.
+// Text as the whole wizard uses it: UTF-8, counted in characters (code points). The same on every platform.
 namespace bxvbwiz {
 
-// Appends one character; a value that is no code point is written as U+FFFD.
+// Appends one character; a value that is not a code point becomes U+FFFD.
 void AppendUtf8(std::string& text, char32_t character);
 
-// Reads the character at `position` (which must be inside) and moves behind it. A byte that begins no valid
-// sequence is one character of its own value, so that nothing is lost.
+// Reads the character at `position` (which must be inside) and moves past it. A byte that does not begin a
+// valid sequence is a character of its own value, so that nothing is lost.
 char32_t NextCharacter(std::string_view text, std::size_t& position);
 
 // The number of characters.

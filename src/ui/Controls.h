@@ -7,8 +7,8 @@
 #include "analysis/Tree.h"
 #include "text/Strings.h"
 
-// The controls of the wizard form as plain objects. A view shows them, changes them as the user does and
-// calls their handlers; they hold no rules.
+// The controls of the wizard form as plain objects. A view shows them, applies what the user does to them and
+// calls their handlers; they have no rules of their own.
 namespace bxvbwiz {
 
 constexpr TextId kNoText{};
@@ -57,7 +57,7 @@ struct Control {
   const Control* page;    // the frame that it is shown with; null when it is always shown
   const Place place;      // on the form or its frame
   const std::string tag;  // "Resource=n;Tooltip=n": string-table numbers of its text and tool tip
-  const Handler handler;  // of a click, or of a change of a text; empty when the form does not follow it
+  const Handler handler;  // of a click, or of a change of a text; empty when the form ignores it
   std::string text;
   std::string toolTip;
   bool enabled = true;
@@ -72,7 +72,7 @@ struct Frame : Control, Container {
   }
 };
 struct Label : Control {
-  // A path is shown in one line, with "&" as it stands.
+  // A path is shown in one line, with "&" as a plain character.
   enum Style { kText, kPath };
   Label(Container& holder, const Place& at, Texts texts, Style ofStyle = kText)
       : Control(ControlKind::Label, holder, at, texts), style(ofStyle) {}
@@ -95,18 +95,18 @@ struct CheckBox : Control {
       : Control(ControlKind::CheckBox, holder, at, texts) {}
   bool checked = false;
 };
-// Those that follow each other are a group.
+// Consecutive ones form a group.
 struct OptionButton : Control {
   OptionButton(Container& holder, const Place& at, Texts texts, Handler click)
       : Control(ControlKind::OptionButton, holder, at, texts, std::move(click)) {}
   bool checked = false;
 };
 struct TextBox : Control {
-  // Makes a character that it refuses 0.
+  // Replaces a character that it refuses by 0.
   using KeyPress = std::function<void(char32_t&)>;
   TextBox(Container& holder, const Place& at, Texts texts, Handler change, KeyPress whenTyped = {})
       : Control(ControlKind::TextBox, holder, at, texts, std::move(change)), keyPress(std::move(whenTyped)) {}
-  // One that shows lines and takes none.
+  // A box that shows lines and accepts no input.
   TextBox(Container& holder, const Place& at) : TextBox(holder, at, {}, {}) { readOnly = true; }
   const KeyPress keyPress;
   bool readOnly = false;
@@ -129,7 +129,7 @@ class TreeView : public Control {
  public:
   TreeView(Container& holder, const Place& at) : Control(ControlKind::TreeView, holder, at, {}) {}
 
-  // Null for none; the tree must live while it is shown, and not change.
+  // Null for none. While the tree is shown it must live and not change.
   void Show(const Tree* tree) {
     tree_ = tree;
     ++revision_;
@@ -138,7 +138,7 @@ class TreeView : public Control {
     static const TreeNodes kNone;
     return tree_ == nullptr ? kNone : tree_->Nodes();
   }
-  // Another number after each change, so that a view fills its own tree only then.
+  // A new number after each change, so that a view refills its own tree only then.
   unsigned Revision() const { return revision_; }
 
  private:

@@ -6,7 +6,7 @@
 #include "project/CProject.h"
 #include "support/User.h"
 
-// What the form needs of those around it, each turned into an interface so that the form stands below them.
+// What the form needs from its surroundings, as interfaces, so that it can be below them.
 namespace bxvbwiz {
 
 class frmMain;
@@ -29,17 +29,18 @@ class WizardFlow {
   virtual ~WizardFlow() = default;
   virtual void LeavePage(std::int16_t panel) = 0;  // Next or Finish
   virtual void GoBack(std::int16_t panel) = 0;
-  // Compiles the project; false when that failed (the user was told, unless no Visual Basic is registered).
+  // Compiles the project; false when that failed (the user has seen a message, unless no Visual Basic is
+  // registered).
   virtual bool RebuildProject(const CProject& project) = 0;
 };
 
-// Whoever shows the form. It has no rules of its own: it shows the controls and calls the form's handlers.
+// The view of the form. It has no rules of its own: it shows the controls and calls the form's handlers.
 class FormView {
  public:
   virtual ~FormView() = default;
   // Shows the form, owned by the calling thread's active window, and lets messages flow until it is unloaded.
   virtual void ShowModal() = 0;
-  // Shows a message box and gives the button. May end the wizard (throw WizardEnded) when nobody answers.
+  // Shows a message box and gives the button. May end the wizard (throw WizardEnded) when there is no answer.
   virtual Button ShowMessage(const Message& message, const std::string& title) = 0;
   // The controls have changed: show them.
   virtual void Refresh() = 0;
@@ -56,13 +57,13 @@ class FormView {
   virtual void Unload(const frmMain& form) = 0;
 };
 
-// Whoever loaded the form.
+// The loader of the form.
 class FormOwner {
  public:
   virtual ~FormOwner() = default;
   // The wizard has ended: detach the automation object from the form.
   virtual void WizardEnding() = 0;
-  // The outermost handler has returned after the end: destroy the form. Nothing of it is used afterwards.
+  // The outermost handler has returned after the end: destroy the form. It is not used afterwards.
   virtual void UnloadForm() = 0;
 };
 

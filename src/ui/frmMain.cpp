@@ -60,8 +60,7 @@ void frmMain::HidePanel(std::int16_t panel) {
 
 // ---------------------------------------------------------------- handlers
 
-// An error that no step of the handler answered is reported here, so that none leaves a form that ignores its
-// user.
+// Reports an error that no step of the handler has handled, so that the form does not just ignore its user.
 void frmMain::Attempt(const std::function<void()>& handler) {
   try {
     handler();
@@ -87,7 +86,7 @@ void frmMain::Handle(const std::function<void()>& handler) {
     try {
       Attempt(handler);
     } catch (const WizardEnded&) {
-      // Whoever ended the wizard has said why.
+      // The user already knows why the wizard has ended.
     }
   }
   --handlerDepth_;

@@ -34,8 +34,8 @@ constexpr Place kNextPlace{152, 208, 50, 14};
 // Key codes of the form's keyboard handler (winuser.h).
 constexpr int kKeyEscape = 27;
 
-// The wizard form without a toolkit: its controls, their handlers and its checks. It is the user to whom
-// model and output speak.
+// The wizard form without a toolkit: its controls, their handlers and its checks. For the model and the
+// output it is the user.
 //
 // A handler runs to its end before the form is destroyed. While one runs, Next, Back, Browse and OK are
 // ignored; Cancel, Escape and closing take effect when the present step returns, and not at all while the
@@ -45,7 +45,7 @@ class frmMain : public User, public Container {
   frmMain(Session& session, basGlobal& global, Platform& platform, FormOwner& owner);
   ~frmMain() override;
 
-  // Set once after the construction, before anything else.
+  // Called once after construction, before anything else.
   void Attach(FormView& view, WizardFlow& flow);
   // Shows an unexpected error of `routine` outside a handler of the form. The form may be gone when this
   // returns.
@@ -63,7 +63,7 @@ class frmMain : public User, public Container {
   std::string font;  // of all controls: "Name=...;Bold=0;Italic=0;Size=8", the size in points
 
   // The controls, one row each: its place, its texts, and the handlers of what the user does to it. A view
-  // needs no more.
+  // needs nothing else.
   Frame fraPanel1{*this, kFramePlace}, fraPanel2{*this, kFramePlace}, fraPanel3{*this, kFramePlace},
       fraPanel4{*this, kFramePlace}, fraReport{*this, kFramePlace};
   // Welcome
@@ -136,7 +136,7 @@ class frmMain : public User, public Container {
   CommandButton cmdHelp{*this, {270, 208, 50, 14}, {TextId::Help}, [this] { cmdHelp_Click(); }};
 
   const Control* defaultButton = nullptr;
-  const Control* focus = nullptr;  // asked for; a view with windows moves the focus there and clears it
+  const Control* focus = nullptr;  // a view with windows moves the focus there and sets this to null
 
   // What the user does.
   void cmdNext_Click(std::int16_t index);
@@ -161,7 +161,7 @@ class frmMain : public User, public Container {
   void ShowPanel(std::int16_t panel);
   void HidePanel(std::int16_t panel);
   void InitPanel(std::int16_t panel);
-  // Whether the names of the project-information page may be used; otherwise the user was told.
+  // Whether the names of the project-information page may be used; if not, the user has seen a message.
   bool NamesAreLegal();
   // Analyses a project and shows its trees. False when the page stays: the file cannot be read, or is of a
   // kind that cannot be packaged. May end the wizard.

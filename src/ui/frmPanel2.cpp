@@ -36,7 +36,7 @@ void frmMain::InitPanel(std::int16_t panel) {
   }
   if (panel != kPanelInformation || analysis_ == nullptr) return;
 
-  // What an earlier project or the user left there is no proposal.
+  // What an earlier project or the user left there is not a proposal.
   const CProject& project = *analysis_->Project();
   proposed_ = ProposedAnswers(platform_.strings, project, App == nullptr ? "" : App->ProposedAppName());
   txtApplicationName.text = proposed_.applicationName;
@@ -97,7 +97,7 @@ void frmMain::txtCompanyName_KeyPress(char32_t& character) {
   Handle([&] { RefuseCharacter(character, TextId::IllegalCompanyName, txtCompanyName); });
 }
 
-// What was pasted or given never met the key press.
+// A pasted or given text has not passed the check of the keys.
 bool frmMain::NamesAreLegal() {
   const std::optional<TextId> refusal = RefusalOfNames(platform_.codePage, Answers(), proposed_);
   if (!refusal.has_value()) return true;

@@ -21,7 +21,7 @@ Application::Application(FormHost& host, std::string commandLine)
   const CallStackEntry entry(kRoutine);
   frmMain& form = host_.LoadForm(*this);
   if (host_.core().session().startMode() != StartMode::StandAlone) return;
-  // A command line that cannot be parsed must not stop the creation: it is reported, which needs the form,
+  // A command line that cannot be parsed must not prevent the creation. It is reported, which needs the form,
   // and the properties keep their initial values.
   try {
     ReadCommandLine();
@@ -39,14 +39,14 @@ Application::~Application() {
       RetryOrCancel(kRoutine, [this] { WriteResults(); });
     host_.Detach(*this);
   } catch (const WizardEnded&) {
-    // The box of a failed write was answered with Cancel: the object goes all the same.
+    // A failed write was answered with Cancel; the object is destroyed anyway.
   }
 }
 
 void Application::Run() {
   if (!stillExecuting_) return;
   const SessionScope scope(host_.core().session());
-  // Another object of the host may have taken the form over, or ended it.
+  // Another object of the host may have taken over the form, or ended it.
   host_.LoadForm(*this);
   host_.ShowForm();
   if (stillExecuting_) throw RuntimeError(kErrorInvalidCall, "There is no window to show the wizard in");

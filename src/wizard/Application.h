@@ -9,7 +9,8 @@
 namespace bxvbwiz {
 
 // The automation class "BX6VBWiz.Application": input properties of a host, the run, and its results. In a
-// stand-alone start its inputs come from the command line, and its results go to the registry when it dies.
+// stand-alone start its inputs come from the command line, and its results go to the registry when it is
+// destroyed.
 class Application : public AutomationObject {
  public:
   // Class_Initialize: reads the command line (stand-alone only) and loads the form.
@@ -20,8 +21,8 @@ class Application : public AutomationObject {
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  // Shows the wizard and returns when it has ended; at once when it had ended before. Raises error 400 while
-  // a wizard of this host is shown, and error 5 when there is nothing to show it in.
+  // Shows the wizard and returns when it has ended; returns at once if it had already ended. Raises error 400
+  // while a wizard of this host is shown, and error 5 when there is no window to show it in.
   void Run();
 
   // Inputs.

@@ -64,7 +64,7 @@ void FormHost::UnloadEndedForm() {
 }
 
 void FormHost::UnloadForm() {
-  // While there is somebody to be told that the results cannot be written.
+  // While the user can still see a message that the results cannot be written.
   if (core_.session().startMode() == StartMode::StandAlone) gApplication.reset();
   core_.SetUser(userWithoutForm_);
   form_.reset();

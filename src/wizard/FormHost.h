@@ -18,8 +18,8 @@ class FormHost : public FormOwner {
   FormHost(WizardCore& core, ViewFactory viewFactory);
   ~FormHost() override;
 
-  // Loads the form for an automation object, unless it is loaded, and makes it the form's. A form that is
-  // shown stays with the object that runs it. A form whose loading fails is not kept.
+  // Loads the form, unless it is loaded, and attaches the automation object to it. A form that is shown stays
+  // with the object that runs it. A form that fails to load is not kept.
   frmMain& LoadForm(AutomationObject& app);
   // Shows the loaded form until it is unloaded. Raises error 400 when it is shown already.
   void ShowForm();
@@ -27,7 +27,7 @@ class FormHost : public FormOwner {
   void UnloadEndedForm();
   // Null when no form is loaded.
   frmMain* Form() const { return form_.get(); }
-  // Takes the form from an automation object that goes away.
+  // Detaches an automation object that is destroyed from the form.
   void Detach(const AutomationObject& app);
 
   void WizardEnding() override;

@@ -9,9 +9,9 @@
 
 namespace bxvbwiz {
 
-// The first of "Name", "Name-1", "Name-2", ... that is no folder below the data folder yet, so that no setup
-// project of the user is overwritten. `applicationName` is what the user answered. A missing product key ends
-// the wizard.
+// The first of "Name", "Name-1", "Name-2", ... that is not yet a folder below the data folder, so that no
+// setup project is overwritten. `applicationName` is the user's answer. A missing product key ends the
+// wizard.
 std::string ChooseSetupProjectName(Platform& platform, User& user, const std::string& applicationName);
 
 // What a generation has made so far.
@@ -22,15 +22,15 @@ struct GeneratedSetup {
   std::string report;  // the text of Report.txt, without the printout
 };
 
-// Makes the setup project of an analysis: the sequence that Finish starts. May end the wizard at every step;
-// what was written before stays.
+// Makes the setup project of an analysis: the sequence that Finish starts. Any step may end the wizard; what
+// was written before stays.
 class Generation {
  public:
   // `name` is that of the new setup project; `setup` receives what is made. All must outlive the generation.
   Generation(Platform& platform, basGlobal& global, User& user, Analysis& analysis, SetupAnswers answers,
              std::string name, GeneratedSetup& setup);
 
-  // All but the report's file.
+  // Does everything except write the report's file.
   void MakeSetupProject();
   // Writes Report.txt.
   void SaveReport();

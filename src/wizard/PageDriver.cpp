@@ -32,7 +32,7 @@ void PageDriver::LeaveWelcome() {
   const bool rebuilds = form_.chkRebuild.checked;
   setupProjectName_.clear();
   if (!form_.LoadTrees(project)) return;
-  // What the user changed meanwhile is not what was analysed.
+  // The user may have changed the boxes during the analysis.
   form_.txtVBPname.text = project;
   form_.txtVBPname_Change();
   form_.chkRebuild.checked = rebuilds;
@@ -59,7 +59,7 @@ void PageDriver::ChooseName() {
 void PageDriver::Finish() {
   Analysis* const analysis = form_.Shown();
   if (analysis == nullptr) return;
-  // Without the project-information page the name was neither checked nor chosen.
+  // Without the project-information page the name has been neither checked nor chosen.
   if (setupProjectName_.empty()) {
     if (!form_.NamesAreLegal()) return;
     ChooseName();

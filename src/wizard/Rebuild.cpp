@@ -59,7 +59,7 @@ bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
     try {
       line = SecondLine(platform, log);
     } catch (const RuntimeError& error) {
-      // Nothing that reading again would change: after Retry the build counts as failed.
+      // Reading again would change nothing: after Retry the build counts as failed.
       ReportError(kRoutine, error);
       return false;
     }

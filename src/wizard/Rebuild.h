@@ -5,8 +5,8 @@
 
 namespace bxvbwiz {
 
-// Compiles the project with the Visual Basic command line. False when that failed; the user was told, unless
-// no Visual Basic is registered.
+// Compiles the project with the Visual Basic command line. False when that failed; the user has seen a
+// message, unless no Visual Basic is registered.
 bool RebuildProject(WizardCore& core, User& user, const CProject& project);
 
 }  // namespace bxvbwiz

@@ -15,7 +15,7 @@ void SubMain(FormHost& host, const std::string& commandLine, const std::function
     host.gApplication = std::make_shared<Application>(host, commandLine);
   }
   if (host.Form() == nullptr) {
-    host.gApplication.reset();  // ended by the answer to an error of its creation
+    host.gApplication.reset();  // the answer to an error during its creation ended it
   } else {
     host.ShowForm();
   }

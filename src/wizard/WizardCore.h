@@ -8,8 +8,8 @@
 
 namespace bxvbwiz {
 
-// What every way of running the wizard stands on: the machine, whose failures are not lost, the session, and
-// what was found out about the machine. Lives as long as the program, or as the automation server is loaded.
+// What every way of running the wizard needs: the machine, with its failures reported, the session, and what
+// was found out about the machine. Lives as long as the program, or as the automation server is loaded.
 class WizardCore {
  public:
   WizardCore(Platform& platform, StartMode mode);
@@ -20,9 +20,9 @@ class WizardCore {
   Platform& platform() { return platform_; }
   Session& session() { return session_; }
   basGlobal& global() { return global_; }
-  // Who answers messages from now on; null for nobody. Must outlive its use.
+  // Sets who answers messages from now on (null: nothing does). The user must outlive its use.
   void SetUser(User* user);
-  // Keeps a build log open until the end, which keeps a later rebuild from deleting it.
+  // Keeps a build log open until the end, so that a later rebuild cannot delete it.
   void HoldBuildLog(const std::string& path);
 
  private:

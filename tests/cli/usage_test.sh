@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs bxvbwiz and checks exit codes, messages and that nothing is written where nothing may be.
+# Runs bxvbwiz and checks the exit codes, the messages, and that nothing is written that must not be.
 # usage: usage_test.sh BXVBWIZ MAKEPE
 set -uo pipefail
 run=("$1")
@@ -37,16 +37,16 @@ Expect "a project is required" 2 "PROJECT" generate
 Expect "an unknown option is wrong usage" 2 "--colour" analyse x.vbp --colour
 Expect "--yes and --no exclude each other" 2 "excludes" analyse x.vbp --yes --no
 Expect "--quiet and --verbose exclude each other" 2 "excludes" analyse x.vbp --quiet --verbose
-Expect "an answer names a message that exists" 2 "string number 9" analyse x.vbp --answer 9=ok
-Expect "a message has one answer" 2 "second time" analyse x.vbp --answer 1095=yes --answer 1095=no
+Expect "an answer names a message that exists" 2 "the number 9" analyse x.vbp --answer 9=ok
+Expect "a message has one answer" 2 "already has an answer" analyse x.vbp --answer 1095=yes --answer 1095=no
 Expect "a text is one line" 2 "control character" analyse x.vbp --app-type $'a\nGUID=b'
 Expect "an empty text is wrong usage" 2 "empty" analyse x.vbp --company ''
-Expect "an empty text takes nothing from behind it" 2 "empty" analyse x.vbp --app-name= --json
+Expect "an empty text does not swallow what follows" 2 "empty" analyse x.vbp --app-name= --json
 
 # ---- machine folders
 Expect "a machine folder is made" 0 "machine" machine new machine
 Expect "a folder that is not empty is refused" 2 "empty" machine new machine
-Expect "a file is no machine folder" 2 "empty" machine new machine/registry.reg
+Expect "a file is not a machine folder" 2 "empty" machine new machine/registry.reg
 mkdir empty
 Expect "an empty folder may be filled" 0 "empty" machine new empty
 diff -r empty machine >difference || Fail "every new machine folder is the same: $(cat difference)"
@@ -69,9 +69,9 @@ Expect "a project outside the machine" 3 "outside" generate "$work/messages"
 Expect "a failed run is one JSON document, too" 3 '"finished": false' generate "$work/messages" --json
 Expect "a refused application name without the page" 2 "illegal" generate "$project" --app-name 'Desk: 2' --skip-info
 Expect "a refused company" 2 "illegal" generate "$project" --company 'A/B' --skip-info
-Expect "a name of the project that is refused is no wrong usage" 1 "--app-name" generate 'C:\Src\Reserved.vbp'
+Expect "a refused name from the project is not wrong usage" 1 "--app-name" generate 'C:\Src\Reserved.vbp'
 Expect "a capture needs a place" 2 "--to" capture "$project"
-Expect "a capture fills no folder that is in use" 2 "no empty folder" capture "$project" --to before
+Expect "a capture fills no folder that is in use" 2 "not empty" capture "$project" --to before
 Expect "a capture of nothing says that it is incomplete" 3 "captured0 is incomplete" capture 'C:\none.vbp' --to captured0
 Expect "a capture says how it is used" 0 'generate "C:\Src\Demo.vbp" --machine captured1' capture "$project" --to captured1
 Expect "a captured machine gives the same" 0 "1 thing is left to do." analyse 'C:\Src\Demo.vbp' --machine captured1
@@ -91,7 +91,7 @@ Expect "the whole wizard" 0 'Demo-3.bxp' generate "$project"
 mkfifo pipe
 ln -s machine/drive_c/Src/Server.dll link.dll
 Expect "a link to a file is followed" 0 "DllRegisterServer" inspect link.dll
-Expect "a text is no executable, and no failure" 0 "not an executable" inspect "$project"
+Expect "a text file is not an executable, and not a failure" 0 "not an executable" inspect "$project"
 Expect "the files beside a missing one are shown" 1 "DllRegisterServer" inspect missing.dll machine/drive_c/Src/Server.dll
 Expect "a folder cannot be inspected" 1 "machine" inspect machine
 Expect "a pipe is not waited for" 1 "pipe" inspect pipe

@@ -25,7 +25,7 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   whileShown();
 }
 
-// Runs the wizard of this thread, while its user presses the buttons of WizardDriver::Press.
+// Runs the wizard of this thread while a user presses the buttons of WizardDriver::Press.
 template <class Run>
 void Pressing(const char* buttons, Run&& run) {
   std::thread user([buttons] {

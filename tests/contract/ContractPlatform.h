@@ -11,7 +11,7 @@
 
 namespace bxvbwiz {
 
-// A platform that the contract suite is run against, in a state of its own for every test.
+// A platform that the contract suite runs against; each test has its own.
 class ContractPlatform {
  public:
   virtual ~ContractPlatform() = default;
@@ -19,9 +19,9 @@ class ContractPlatform {
   // An empty folder on the platform (a Windows path without a backslash at its end), which is the current
   // directory.
   virtual std::string Folder() const = 0;
-  // Wine in the place of Windows: a few calls are known to answer otherwise there.
+  // Whether this is Wine, where a few calls are known to answer differently.
   virtual bool IsWine() const { return false; }
-  // The program child.exe, in a folder elsewhere whose name has blanks.
+  // The program child.exe, in another folder whose name has blanks.
   std::string ChildProgram() const { return "C:\\My Tools\\child.exe"; }
 };
 

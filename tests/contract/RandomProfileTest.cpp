@@ -11,8 +11,8 @@ TEST_F(ContractTest, ALongRandomSequenceGivesTheFilesOfAMachineFolder) {
   using Names = std::vector<std::string>;
   const Names sections = {"s", "S", "File Groups", "0009", "[x", "\u00C4", "end"};
   const Names keys = {"k", "K", "file0", "FILE1", "a b", "\u00E4", "last"};
-  // Lists have room to spare and an empty default, which Wine gives for an empty section as well. Neither
-  // blanks at an end nor quotes around: there Wine is known to differ.
+  // Lists have room to spare and an empty default, which Wine gives for an empty section as well. No outer
+  // blanks or quotes: Wine is known to differ there.
   const Names values = {"", "1", "v;w", "a=b", "C:\\Program Files\\x.dll", "\u20AC \u0416", "it's"};
   TestMachine machine;
   ProfileStrings& ours = machine.platform().profiles;

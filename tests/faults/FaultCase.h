@@ -63,7 +63,7 @@ inline Snapshot Below(const Snapshot& all, const std::string& folder) {
   return below;
 }
 
-// The golden cases that are broken: forms, controls and .dep files; references to data access; a rebuild.
+// The golden cases in which calls fail: forms, controls and .dep files; references to data access; a rebuild.
 inline constexpr const char* kFaultCases[] = {"standard", "data-access", "rebuilt"};
 
 // The positions below `count` that are tried: some of them, or all when $BXVBWIZ_FAULTS is "all".
@@ -80,7 +80,7 @@ inline std::vector<std::size_t> Sample(std::size_t count) {
 
 // The machine folder of a golden case, with logging switched on, in a temporary place; what a run of it
 // leaves when nothing fails; and the rule for runs in which something does: a fault is reported, or it leaves
-// exactly the result that the run has without it. There is nothing between.
+// exactly the result that the run has without it. There is nothing in between.
 //   reported  a line of standard error or of the log that the run does not have otherwise names what the call
 //             was about, and the exit code is not that of a finished and complete run; no line comes twice
 //   result    exit code, standard output, and every file of the machine folder but the log
@@ -144,11 +144,11 @@ class FaultCase : public ::testing::TestWithParam<const char*> {
     return files;
   }
 
-  // What the compiler makes: not a result, and written over by every run.
+  // What the compiler makes: not a result, and every run overwrites it.
   static bool IsByTheWay(const std::string& path) {
     return path == "drive_c/windows/_BxVbErr.txt" || path == "drive_c/Src/Demo/Demo.exe";
   }
-  // The name of a file that the program makes for a moment has a part of its own.
+  // The program marks the names of its temporary files.
   static bool IsTemporary(const std::string& path) { return path.find(".bxvbwiz-") != std::string::npos; }
   // The files and folders that were there before and have changed or are gone.
   static std::string Damage(const Snapshot& before, const Snapshot& after) {
@@ -160,7 +160,7 @@ class FaultCase : public ::testing::TestWithParam<const char*> {
     }
     return damage;
   }
-  // What breaks the rule after a run in which a call about `path` failed; empty when nothing does.
+  // How a run in which a call about `path` failed breaks the rule; empty when it does not.
   std::string Violation(const std::string& path, const RunResult& broken) {
     std::string wrong = Damage(before_, broken.files);
     for (const auto& [left, bytes] : broken.files) {

@@ -11,8 +11,8 @@
 
 namespace bxvbwiz {
 
-// The errors that the system gives. That something is missing is an answer and no fault: where a call asks
-// whether something is there, that error is not among them. The other calls have one way to fail.
+// The errors that the system gives. "Not there" is an answer, not a fault: a call that asks whether something
+// is there does not fail with it. The other calls have one way to fail.
 inline const std::map<std::string_view, std::vector<SystemError>> kErrors = {
     {"Find", {SystemError::AccessDenied, SystemError::NotReady}},
     {"Read",

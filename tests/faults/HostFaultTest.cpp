@@ -102,7 +102,7 @@ FAILING(unlink, (const char* path), (path), path)
 FAILING(chmod, (const char* path, mode_t mode), (path, mode), path)
 FAILING(fchmod, (int file, mode_t mode), (file, mode), "")
 FAILING(futimens, (int file, const timespec* times), (file, times), "")
-// Nobody pulls the plug here, so that the disk need not be waited for.
+// The computer stays on, so there is no need to wait for the disk.
 WATCHED(int, fsync, (int /*file*/)) {
   return Fails("fsync", "") ? -1 : 0;
 }

@@ -1,4 +1,4 @@
-// Stands for the compiler in the golden cases. What it does stands in vb6.txt beside it, a thing a line:
+// The compiler of the golden cases. It does what vb6.txt beside it says, one action per line:
 //   program PATH     writes the compiled program
 //   arguments PATH   writes the arguments, one a line
 //   log TEXT         adds a line to the build log

@@ -1,5 +1,5 @@
-# Sourced by run.sh when bxvbwiz is a Windows program: runs the cases on Wine's own drive and registry, and those that
-# name a machine folder on that. BXVBWIZ_WINEPREFIX names a prefix that is used for nothing else.
+# Sourced by run.sh when bxvbwiz is a Windows program: runs the cases on Wine's own drive and registry, or on a machine
+# folder if they name one. BXVBWIZ_WINEPREFIX names a prefix that is used for nothing else.
 run=("$repository/scripts/wine.sh" "$bxvbwiz")
 prefix=$BXVBWIZ_WINEPREFIX
 drive=$prefix/drive_c
@@ -8,7 +8,8 @@ case $(od -An -tx2 -j$(($(od -An -tu4 -j60 -N4 "$bxvbwiz") + 4)) -N2 "$bxvbwiz")
   *) systemFolder=windows/system32 ;;
 esac
 
-# Programs of the same bits see the same view of the registry. The 32-bit loader takes system32 for the 32-bit folder.
+# A 32-bit and a 64-bit program see different views of the registry. To the 32-bit loader, system32 is the 32-bit
+# folder.
 ImportRegistry() {
   if [ "$systemFolder" = windows/syswow64 ]; then
     "${run[0]}" 'C:\windows\syswow64\reg.exe' import "Z:$1"
@@ -17,7 +18,7 @@ ImportRegistry() {
   fi >/dev/null 2>&1
 }
 
-NotePristine() {  # what the prefix has of its own
+NotePristine() {  # records what the new prefix contains
   [ -f "$prefix/pristine" ] || {
     "${run[0]}" cmd /c exit
     (cd "$drive" && find . | sort) >"$prefix/pristine"
@@ -25,7 +26,7 @@ NotePristine() {  # what the prefix has of its own
   }
 }
 
-# Everything that is not the prefix's own goes, and what was replaced comes back.
+# Removes everything that is not the prefix's own, and puts back what was replaced.
 CleanDrive() {
   (cd "$drive" && find . | sort | comm -13 "$prefix/pristine" - | sort -r | while IFS= read -r path; do
     if [ -d "$path" ] && [ ! -L "$path" ]; then rmdir "$path"; else rm -f "$path"; fi
@@ -33,8 +34,7 @@ CleanDrive() {
   cp -R "$prefix/replaced/." "$drive"
 }
 
-# Lays the machine folder's drive over Wine's. Wine's own file of a name gives way, but for the kernel, which no case
-# looks into.
+# Lays the machine folder's drive over Wine's, replacing Wine's own files, except the kernel, which no case reads.
 LayOverDrive() {  # LayOverDrive MACHINE
   local path existing
   (cd "$1/drive_c" && find . -type f ! -name KERNEL32.DLL) | sed "s#^./windows/system32#./$systemFolder#" |
@@ -48,14 +48,14 @@ LayOverDrive() {  # LayOverDrive MACHINE
     tar x -C "$drive" --transform "s#^./windows/system32#./$systemFolder#"
 }
 
-# Prints what removes the keys of a registry file, type libraries with all their versions.
+# Prints a registry file that removes the keys of FILE, and type libraries with all their versions.
 Removal() {  # Removal FILE
   printf 'REGEDIT4\r\n\r\n'
   sed -nE 's/\r$//; s/^\[-?(.*)\]$/\1/p' "$1" | sed -E 's/(\\TypeLib\\\{[^}]*\}).*/\1/' |
     grep -vi 'Windows\\CurrentVersion$' | sort -u | sed 's/.*/[-&]\r/'
 }
 
-# Makes the machine folder as it would be after the run: the files that it had and all new ones, from Wine's drive.
+# Makes the machine folder as it would be after the run: its files and all new ones, as they are on Wine's drive.
 TakeMachine() {  # TakeMachine MACHINE-BEFORE OUT
   cp -R "$1" "$2"
   find "$2/drive_c" -type f ! -name KERNEL32.DLL -delete
@@ -85,8 +85,8 @@ RunCase() {
   fi
 }
 
-# Makes Wine's drive and registry those of the case. False, with what is expected as the result, where its locale
-# cannot be made.
+# Makes Wine's drive and registry those of the case. If its locale cannot be made, it fails and copies the expectation
+# as the result.
 PutOnDrive() {
   local before=$folder/before
   LayOut "$before"
@@ -127,7 +127,7 @@ RunOnDrive() {
     rm "$folder/machine/drive_c/Program Files/VB98/vb6.txt"
   }
   WriteResult "$code" "$folder/before"
-  # Here a Windows path is one of this computer.
+  # Here a Windows path is also a path of this computer.
   sed -E -i -e 's#"C:/#"<machine>/drive_c/#' -e '/^Setup project: C:/{s#C:#<machine>/drive_c#;s#\\#/#g}' \
     -e 's#("projectFileHere": ")C:((\\\\[^"\\]*)*)"#\1<machine>/drive_c\2"#' \
     -e '/"projectFileHere"/s#\\\\#/#g' -e 's#^[0-9]+/[0-9]+/[0-9]+ [0-9:]+( [AP]M)?#<the present time>#' \

@@ -1,5 +1,5 @@
-# Sourced by run.sh --relations: what holds for every setup project, whatever is in it. That line ends do not matter
-# shows in the usual comparison, which follows.
+# Sourced by run.sh --relations: what holds for every setup project. The usual comparison, which follows, shows that
+# line ends do not matter.
 RunCase() {
   local machine=$folder/machine result=$folder/result
   LayOut "$machine"

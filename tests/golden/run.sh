@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Runs bxvbwiz on the golden cases and compares all that it did with what is expected.
+# Runs bxvbwiz on the golden cases and compares everything that it did with what is expected.
 # usage: run.sh [CASE]...              without a case: all of them
 #        run.sh --update [CASE]...     rewrites what is expected instead; read the diff before you keep it
 #        run.sh --captured [CASE]...   on what bxvbwiz captures of each machine, which must give the same
-#        run.sh --files [CASE]...      leaves out what is printed, for a program that does the same in windows
+#        run.sh --files [CASE]...      ignores what is printed, for a program that does the same in windows
 #        run.sh --relations [CASE]...  checks what must hold for every setup project (see relations.sh)
 #        run.sh --lay-out CASE DIR     only makes the machine folder of the case
 #
@@ -12,7 +12,7 @@
 #   like             the name of another case
 #   options          the arguments of bxvbwiz, quoted as for a shell; $machine is the machine folder, $drive_c drive C
 #   machine/         files laid over the machine folder of the other case
-#   machine/vb6.txt  what the program does that stands for the compiler, vb6.exe (see compiler.cpp)
+#   machine/vb6.txt  what the stand-in for the compiler, vb6.exe, does (see compiler.cpp)
 #   executables      more programs and DLLs, one a line: path in the machine folder and options of makepe
 #   registry.reg     more lines of the registry
 #   remove           files and folders of the other case that this one lacks, one a line
@@ -22,7 +22,7 @@
 #                    folder of the run are masked.
 # For a new case, write what differs, run --update on it, and read what it has put into expected/.
 set -Eeuo pipefail
-trap 'echo "${BASH_SOURCE[0]##*/}: line $LINENO failed" >&2' ERR  # a run that stops says where
+trap 'echo "${BASH_SOURCE[0]##*/}: line $LINENO failed" >&2' ERR  # report where a run stops
 golden=$(cd "$(dirname "$0")" && pwd)
 repository=$(cd "$golden/../.." && pwd)
 cases=$golden/cases
@@ -34,7 +34,7 @@ export LC_ALL=C TZ=UTC SOURCE_DATE_EPOCH=1137321000
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-# Sets layers to the folders that make up a case, the most general one first, and folder to where it runs.
+# Sets $layers to the folders that make up a case, the most general one first, and $folder to where it runs.
 Open() {  # Open CASE
   local name=$1
   [ -d "$cases/$name" ] || { echo "run.sh: no case $name in $cases" >&2; exit 2; }
@@ -69,7 +69,7 @@ LayOut() {  # LayOut MACHINE
   [ ! -f "$1/vb6.txt" ] || cp "$compiler" "$1/vb6.exe"
 }
 
-# Sets options to the arguments of bxvbwiz.
+# Sets $options to the arguments of bxvbwiz.
 ReadOptions() {  # ReadOptions MACHINE DRIVE_C
   local machine=$1 drive_c=$2
   eval "options=($(cat "$(Find options)"))"
@@ -132,14 +132,15 @@ RunCaptured() {
   RunInFolder "$native"
 }
 
-# Captures into $folder/machine. A capture may leave something out; one that gives no machine at all shows why.
+# Captures into $folder/machine. A capture may leave something out; if it makes no machine at all, its messages are
+# shown.
 Capture() {  # Capture MACHINE PROGRAM...
   (cd "$folder" && "${@:2}" capture "${options[@]:1}" --to "$1" >captured 2>&1 </dev/null) || true
   [ -d "$folder/machine" ] || cat "$folder/captured" >&2
 }
 
-# Whether the case is one of the mode's: captures and relations need a setup project that is made without a compiler; in
-# windows there is no --strict, and a question waits for its answer.
+# Whether the mode covers the case: captures and relations need a setup project that is made without a compiler; in
+# windows there is no --strict, and every question needs an answer.
 IsInMode() {  # IsInMode CASE
   local options
   options=$(cat "$(Find options)")
@@ -188,7 +189,7 @@ case $mode in
 esac
 [[ $bxvbwiz != *.exe ]] || . "$golden/on_windows.sh"
 if [ $# -eq 0 ]; then
-  # Those that others are like come first, for --update.
+  # Cases that others build on come first, for --update.
   mapfile -t all < <(for case in $(ls "$cases"); do Open "$case"; echo "${#layers[@]} $case"; done | sort -n)
   set -- "${all[@]#* }"
 fi

@@ -54,7 +54,7 @@ TEST(Machine, TheFactsAreThoseOfMachineIni) {
   EXPECT_EQ(machine.platform().codePage.Number(), 932);
 }
 
-// Where Windows would open a device or a stream of another file, and lose what is written.
+// On Windows these open a device or a stream of another file, and what is written is lost.
 TEST(Machine, NamesThatAreNoFilesAreRefused) {
   TestMachine machine;
   FileSystem& files = machine.platform().files;

@@ -8,7 +8,7 @@
 namespace bxvbwiz {
 namespace {
 
-// What files of today's editors and hands hold; what the system's own hold is in the contract of the seam.
+// Files as today's editors and users write them. The contract of the seam covers what the system writes.
 TEST(ProfileEngine, ReadsAsTheSystemDoes) {
   const struct {
     std::string file, section, key, value;

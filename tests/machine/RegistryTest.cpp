@@ -42,7 +42,7 @@ TEST(Registry, ChangesOnlyTheLinesOfWhatWasChanged) {
        "[HKEY_LOCAL_MACHINE\\s]\n \"v\" = \"2\" ;\n\"new\"=hex(1):3f,00\n"},
       // The key above a deleted one stays.
       {1252, "[HKEY_LOCAL_MACHINE\\d]\n@=\"\"\n[HKEY_LOCAL_MACHINE\\e]\n", "[HKEY_LOCAL_MACHINE\\e]\n"},
-      // EE E1 is written as FC 40; EE before a quote is no character at all.
+      // EE E1 is written as FC 40; EE before a quote is not a character.
       {932, "[HKEY_USERS\\\xEE\xE1]\r\n\"a\xEE\"=\"1\"\r\n", "[HKEY_USERS\\\xEE\xE1]\r\n\"a\xEE\"=\"1\"\r\n"},
       // An unfinished value does not swallow what is added.
       {1252, "[HKEY_USERS\\a]\n\"v\"=hex:01,\\", "[HKEY_USERS\\a]\n\"v\"=hex:01\r\n"},

@@ -63,7 +63,7 @@ TEST_F(ControlTest, TheRegisteredVersionDecidesTheFile) {
     EXPECT_EQ(control.Name, name) << line;
     EXPECT_EQ(control.Include, include) << line;
     EXPECT_EQ(user.numbers, messages) << line;
-    // What is left out is noted; nothing else is. Only what was resolved gets facts.
+    // Only what is left out is noted, and only what was resolved gets facts.
     EXPECT_EQ(findings().All().size(), include ? 0U : 1U) << line;
     EXPECT_EQ(builder.calls.size(), include ? 1U : 0U) << line;
   }

@@ -84,7 +84,7 @@ TEST_F(DependencyTest, ImportsCompleteTheList) {
   EXPECT_EQ(NamesOf(Walk()),
             "used.dll(last.dll), last.dll, beside.dll(next.dll), next.dll, redist.dll(wrong.dll), "
             "wrong.dll, bare.dll");
-  // An import beside its importer goes by its path, unless both are redistributables.
+  // An import beside its importer is named by its path, unless both are redistributables.
   EXPECT_EQ(Join(builder.calls),
             "|used.dll|, |last.dll|, |C:\\C\\beside.dll|, |next.dll|, |C:\\C\\redist.dll|, |wrong.dll|, "
             "|bare.dll|");
@@ -102,7 +102,7 @@ TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
   }
   Put("C:\\C\\c.dep", depFile);
   EXPECT_EQ(Walk().Count(), static_cast<std::size_t>(kLength + 1));
-  // What remains of the chain when its first file is all that is held.
+  // What remains of the chain when only its first file is held.
   const std::shared_ptr<CDependency> first = dependencies->Item(1);
   dependencies.reset();
   EXPECT_EQ(first->Dependencies().Item(1)->Dependencies().Item(1)->Name, "2.dll");

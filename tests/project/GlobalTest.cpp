@@ -39,7 +39,7 @@ TEST_F(SystemFiles, AreListedUpToAGapAndReadOnce) {
       "[System]\r\n1File=A-b.dll\r\n2File=Ab.dll\r\n3File=A-b.dll\r\n4File=C:\\x.ocx\r\n6File=late.dll\r\n");
   EXPECT_FALSE(global().IsSystemFile("ab.dll"));
   global().LoadSystemFiles();
-  // "A-b.dll" and "Ab.dll" have the same key; both are system files all the same.
+  // "A-b.dll" and "Ab.dll" have the same key; both are system files anyway.
   EXPECT_EQ(global().gSystemFiles()->Count(), 2U);
   for (const char* name : {"a-B.DLL", "ab.dll", "c:\\X.ocx"})
     EXPECT_TRUE(global().IsSystemFile(name)) << name;

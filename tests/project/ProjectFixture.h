@@ -32,8 +32,8 @@ class FindingBuilder : public FileGroupBuilder {
   std::vector<std::string> calls;
 };
 
-// A machine with the product and Visual Basic 6, and a user who agrees. What stands in its registry is added
-// before context().
+// A machine with the product and Visual Basic 6, and a user who agrees. Add to its registry before calling
+// context().
 class ProjectFixture : public TestSession {
  protected:
   ProjectFixture() {

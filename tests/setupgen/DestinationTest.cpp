@@ -5,7 +5,7 @@ namespace {
 
 using DestinationTest = SetupFixture;
 
-// A path goes to its innermost known folder, but DAO and the application come behind their parents.
+// A path goes to its innermost known folder, but DAO and the application come after their parents.
 TEST_F(DestinationTest, DestinationsBecomeSymbols) {
   const Pair cases[] = {{"", "<TARGETDIR>"},
                         {"$(apppath)\\Data", "<TARGETDIR>\\Data\\"},

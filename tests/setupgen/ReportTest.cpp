@@ -52,7 +52,7 @@ TEST_F(ReportTest, WhatIsLeftToDoIsListedUnformatted) {
   EXPECT_EQ(LeftToDo(strings, {sentence, "b"}), "*** Left To Do ***\r\n\r\n" + sentence + "\r\nb\r\n\r\n");
 }
 
-// What trees of whole runs do not have; the report's head comes from the template.
+// What no tree of a whole run has; the head of the report comes from the template.
 TEST_F(ReportTest, SupportFilesOfVisualBasicSixAreNoHeading) {
   std::vector<std::unique_ptr<TreeNode>> nodes;
   TreeNode& view = *nodes.emplace_back(std::make_unique<TreeNode>());

@@ -75,8 +75,8 @@ TEST(LineReader, TakesEveryLineEnd) {
   EXPECT_EQ(lines, (std::vector<std::string>{"a", "b", "c", "d", "", "e"}));
 }
 
-// A file named hidden is hidden, which the machine does not know; a copy fails as the faults say, the last
-// one first.
+// A file named "hidden" is hidden, which a machine folder does not know. Copies fail with the faults, the
+// last one first.
 class HiddenAndFaulty : public ForwardingFileSystem {
  public:
   using ForwardingFileSystem::ForwardingFileSystem;

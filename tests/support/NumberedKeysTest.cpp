@@ -13,7 +13,7 @@ namespace {
 
 using Spelling = NumberedKeys::Spelling;
 
-// What every entry means: the list is read from its beginning each time.
+// The rule for an entry: the list is read from its beginning each time.
 int NumberByReading(ProfileStrings& profiles, const NumberedKeys::List& list, const std::string& value,
                     bool& found) {
   for (int number = list.first;; ++number) {
@@ -50,7 +50,7 @@ TEST(NumberedKeysTest, EveryStepIsAsIfTheListWereReadFromItsBeginning) {
   for (int round = 0; round < kRounds; ++round) {
     keys.Forget();
     for (const char* section : {"S", "T"}) engine.WriteSection(section, "", "C:\\x.ini");
-    // Entries behind gaps.
+    // Entries after gaps.
     for (std::size_t left = below(6); left > 0; --left) {
       const auto& list = lists[below(lists.size())];
       engine.WriteString(list.section, "file" + std::to_string(below(6)), values[below(6)], list.file);

@@ -122,7 +122,7 @@ TEST_F(RegistryKeys, ValuesAreReadByTheirTypeAndNeverExpanded) {
     RegistryData written;
     registry.QueryValue(key->Handle(), "copy", 4096, written);
     EXPECT_EQ(written.data, stored.data);
-    // The type that the value has got since counts from the next read on.
+    // A changed type of the value counts from the next read on.
     registry.SetValue(key->Handle(), "v", {RegConstants::RegDWord, std::string("\7\0\0\0", 4)});
     value->Get();
     EXPECT_EQ(value->Get(), ValueData{7});

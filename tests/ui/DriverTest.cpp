@@ -7,8 +7,8 @@
 #include "TestMachine.h"
 #include "tools/WizardDriver.h"
 
-// The wizard as its user meets it: a second process works the real controls of a wizard on a machine folder.
-// What whole runs write is compared by the golden cases.
+// The wizard as its user sees it: a second process works the real controls of a wizard on a machine folder.
+// The golden cases compare what whole runs write.
 namespace bxvbwiz {
 namespace {
 

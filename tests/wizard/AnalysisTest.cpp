@@ -63,7 +63,7 @@ TEST_F(AnalysisTest, AFileIsInstalledOnceWhateverTheSpellingsOfItsName) {
   EXPECT_TRUE(Form().Shown()->Found().Texts().empty());
 }
 
-// Knows a library as a remote server; nothing in the registry tells.
+// Makes a library a remote server, which nothing in the registry can do.
 class RemoteServerBuilder : public FileGroupBuilder {
  public:
   void GetFileGroupInfo(const std::string&, const std::string&, const std::string&, const FileRecord*,

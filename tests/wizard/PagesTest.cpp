@@ -169,7 +169,7 @@ TEST_F(WizardTest, AnErrorOfTheAnalysisLeavesNoStatusBehind) {
   int looks = 0;
   seen_.whileEventsRun = [&looks](frmMain& form) {
     EXPECT_FALSE(form.lblStatus.text.empty());
-    if (++looks == 3) throw std::bad_alloc();  // the project was read by then
+    if (++looks == 3) throw std::bad_alloc();  // the project has been read by then
   };
   LeaveWelcome();
   EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::UnexpectedError});

@@ -17,7 +17,7 @@
 // folder.
 namespace bxvbwiz {
 
-// What the view leaves behind; it outlives the form.
+// What the view has seen; it outlives the form.
 struct Seen {
   std::vector<TextId> messages;
   std::string told;                  // their texts

@@ -13,7 +13,7 @@
 
 namespace bxvbwiz {
 
-// Not _isatty, which takes the null device for a terminal.
+// Not _isatty, which counts the null device as a terminal.
 bool IsTerminal(Stream stream) {
   DWORD mode = 0;
   return GetConsoleMode(GetStdHandle(stream == Stream::Input ? STD_INPUT_HANDLE : STD_ERROR_HANDLE), &mode) !=

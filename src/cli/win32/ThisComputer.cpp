@@ -12,7 +12,7 @@ class ThisComputer : public Computer {
     return platform().files.FullPath(project, full) == SystemError::Success ? full : std::string();
   }
   std::string HostPath(const std::string& windowsPath) override { return windowsPath; }
-  void Save() override {}  // the system stores every write at once
+  void Save() override {}  // the system stores every write immediately
 
  private:
   Win32Platform platform_;

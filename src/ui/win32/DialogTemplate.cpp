@@ -84,7 +84,7 @@ std::string FaceOf(const std::string& font) {
 }  // namespace
 
 DialogTemplate::DialogTemplate(DWORD style, DWORD extendedStyle, const Place& place, const std::string& font)
-    : words_{1, 0xFFFF} {  // the version, and what tells this structure from the older one
+    : words_{1, 0xFFFF} {  // the version, and what distinguishes this structure from the older one
   Append(0);               // help
   Append(extendedStyle);
   Append(style | DS_SETFONT);

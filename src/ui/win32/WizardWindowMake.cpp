@@ -20,7 +20,7 @@ bool IsPage(const Control& control) {
 
 }  // namespace
 
-// Pages are no part of the form's own dialog.
+// Pages are not part of the form's own dialog.
 HWND WizardWindow::MakeDialog(const Container& holder, const Place& place, HWND parent, DWORD style,
                               DWORD extendedStyle) {
   DialogTemplate form(style, extendedStyle, place, form_->font);

@@ -5,7 +5,7 @@
 
 #include "TestMachine.h"
 
-// What a machine folder meets on a POSIX system only: links, pipes and permissions.
+// What only a POSIX system has in a machine folder: links, pipes and permissions.
 namespace bxvbwiz {
 namespace {
 
@@ -38,7 +38,7 @@ TEST(Machine, NoLinkLeadsOutOfTheFolderAndOnlyRegularFilesAreOpened) {
     EXPECT_NE(files.Map(path, view), SystemError::Success) << path;
     EXPECT_FALSE(machine.platform().profiles.WriteString("s", "k", "v", path)) << path;
   }
-  // Such links are listed all the same: a copy of the folder then reports that one cannot be read.
+  // Such links are listed anyway, so that a copy of the folder reports the one that cannot be read.
   std::vector<FoundFile> found;
   EXPECT_EQ(files.Find("C:\\d*g", found), SystemError::Success);
   EXPECT_EQ(found.size(), 1U);

@@ -11,7 +11,7 @@ namespace {
 constexpr std::int64_t kTicksPerSecond = 10'000'000;
 constexpr std::int64_t kTicksTo1970 = 116'444'736'000'000'000;
 
-// 0 when exactly these bytes are no character.
+// 0 unless exactly these bytes are a character.
 char16_t Character(UINT codePage, std::array<char, 2> bytes, int count) {
   wchar_t units[2] = {};
   const int length = MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), count, units, 2);
