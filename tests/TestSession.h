@@ -43,6 +43,7 @@ class TestSession : public ::testing::Test {
   Platform& platform() { return session().platform(); }
 
   Findings& findings() { return session(), *findings_; }
+  void ForgetFindings() { session().findings = &findings_.emplace(disk.platform().strings); }
 
   TestMachine disk;
   RecordingUser user;

@@ -60,13 +60,13 @@ Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
       fileGroups_(
           platform, global, [this] { return projectFile_; }, lists_),
       files_(platform.codePage),
-      context_{platform, user, global, fileGroups_} {
-  if (Session* const session = CurrentSession()) session->findings = &findings_;
+      context_{platform, user, global, fileGroups_},
+      session_(CurrentSession()) {
+  if (session_ != nullptr) session_->findings = &findings_;
 }
 
 Analysis::~Analysis() {
-  Session* const session = CurrentSession();
-  if (session != nullptr && session->findings == &findings_) session->findings = nullptr;
+  if (session_ != nullptr && session_->findings == &findings_) session_->findings = nullptr;
 }
 
 Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsRebuild,

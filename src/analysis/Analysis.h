@@ -78,6 +78,7 @@ class Analysis {
   // Locations of files whose key another file has, and what to report about them.
   std::vector<std::pair<std::string, Finding>> leftOut_;
   AnalysisContext context_;
+  Session* const session_;  // whose findings are collected here; null for none
   std::unique_ptr<CProject> project_;
   Tree projectView_;
   Tree fileGroupView_;

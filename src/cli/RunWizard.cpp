@@ -47,31 +47,30 @@ class Run {
         user_(core_.global(), options, outcome_) {
     core_.SetUser(&user_);
   }
-  ~Run() { core_.SetUser(nullptr); }
+  ~Run() {
+    outcome_.analysis.reset();  // before what it works with
+    core_.SetUser(nullptr);
+  }
   Run(const Run&) = delete;
   Run& operator=(const Run&) = delete;
 
   int Go(const std::string& project) {
     const SessionScope scope(core_.session());
     outcome_.returnCode = kReturnFinished;
-    const int code = Try(project);
-    outcome_.finished = code == kExitFinished;
+    int code = Try([&] { return Steps(project); });
     user_.ClearBar();
-    TakeSymbols();
-    if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
-    if (!outcome_.setup.folder.empty()) {
-      ListFiles(computer_.platform().files, outcome_.setup.folder, "", outcome_);
-    }
+    if (Try([this] { return TakeResults(); }) != kExitFinished) code = kExitNotFinished;
+    outcome_.finished = code == kExitFinished;
     return code;
   }
   Outcome& Result() { return outcome_; }
 
  private:
   // However the run ends, what it has done is printed.
-  int Try(const std::string& project) {
+  template <class Work>
+  int Try(const Work& work) {
     try {
-      core_.session().log.Init();
-      return Steps(project);
+      return work();
     } catch (const WizardEnded&) {
       return kExitNotFinished;  // the message that ended the wizard was shown
     } catch (const std::exception& error) {
@@ -81,22 +80,23 @@ class Run {
   }
 
   int Steps(const std::string& project) {
+    core_.session().log.Init();
     // Wrong usage is reported before the project is read or compiled.
     if (Refuses(Given(InitialAnswers(core_.platform().strings)), {})) return kExitUsage;
-    if (!Press([&] { return Analyse(project); })) return kExitProject;
+    if (!RunStep([&] { return Analyse(project); })) return kExitProject;
     int code = kExitNotFinished;
-    Press([&] {
+    RunStep([&] {
       code = LeaveInformation();
       return true;
     });
     if (code != kExitFinished || options_.command == Command::Analyse) return code;
-    return Press([this] { return Generate(); }) ? kExitFinished : kExitNotFinished;
+    return RunStep([this] { return Generate(); }) ? kExitFinished : kExitNotFinished;
   }
 
   // Runs what a page's Next starts. False when it failed and the error was answered with Retry: in a window
   // the page would stay.
   template <class Handler>
-  bool Press(const Handler& handler) {
+  bool RunStep(const Handler& handler) {
     try {
       const CallStackEntry entry("cmdNext_Click");
       return handler();
@@ -135,7 +135,6 @@ class Run {
 
   bool Generate() {
     if (name_.empty()) ChooseName();
-    NoteUnwritableAnswers(core_.platform().codePage, answers_);
     answers_.dataAccess = outcome_.analysis->DataAccess();
     Generation generation(core_.platform(), core_.global(), user_, *outcome_.analysis, answers_, name_,
                           outcome_.setup);
@@ -161,12 +160,19 @@ class Run {
     return refusal;
   }
 
-  void TakeSymbols() {
-    if (outcome_.analysis == nullptr) return;
-    for (const CFile& file : outcome_.analysis->Files()) {
-      outcome_.symbols.push_back(
-          outcome_.analysis->FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination));
+  // What is printed and was not made on the way.
+  int TakeResults() {
+    Analysis* const analysis = outcome_.analysis.get();
+    // The symbols come first: without one for each file nothing is printed of the files.
+    if (analysis != nullptr) outcome_.symbols.resize(analysis->Files().Count());
+    for (std::size_t index = 0; index < outcome_.symbols.size(); ++index) {
+      const CFile& file = *analysis->Files().Item(index + 1);
+      outcome_.symbols[index] = analysis->FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination);
     }
+    if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
+    const std::string& folder = outcome_.setup.folder;
+    if (!folder.empty()) ListFiles(computer_.platform().files, folder, "", outcome_);
+    return kExitFinished;
   }
 
   const Options& options_;

@@ -51,18 +51,15 @@ void PrintFacts(const CFile& file, const std::string& symbol) {
             << (file.SharedFile ? ", shared" : "") << '\n';
 }
 
-// The trees, and with --verbose every file with its facts.
-void PrintAnalysis(const Options& options, const Outcome& outcome) {
-  if (outcome.analysis == nullptr) return;
-  const Analysis& analysis = *outcome.analysis;
-  if (!analysis.ProjectView().Nodes().empty()) {
-    PrintView("VB project view", analysis.ProjectView());
-    PrintView("File group view", analysis.FileGroupView());
-  }
-  if (!options.verbose) return;
+void PrintViews(const Analysis& analysis) {
+  if (analysis.ProjectView().Nodes().empty()) return;
+  PrintView("VB project view", analysis.ProjectView());
+  PrintView("File group view", analysis.FileGroupView());
+}
+
+void PrintFiles(const Outcome& outcome) {
   std::size_t index = 0;
-  for (const CFile& file : analysis.Files()) PrintFacts(file, outcome.symbols.at(index++));
-  std::cout << '\n';
+  for (const CFile& file : outcome.analysis->Files()) PrintFacts(file, outcome.symbols.at(index++));
 }
 
 void PrintList(const char* title, const std::vector<std::string>& names) {
@@ -82,7 +79,11 @@ const char* FormatName(int exeType) {
 }  // namespace
 
 void PrintText(const Options& options, const Outcome& outcome) {
-  PrintAnalysis(options, outcome);
+  if (outcome.analysis != nullptr) PrintViews(*outcome.analysis);
+  if (options.verbose) {
+    if (outcome.analysis != nullptr) PrintFiles(outcome);
+    std::cout << '\n';
+  }
   const GeneratedSetup& setup = outcome.setup;
   if (!setup.report.empty()) {
     std::cout << "Report\n" << *ReplaceAll(FormatFor80CharDisplay(setup.report), "\r\n", "\n") << "\n\n";

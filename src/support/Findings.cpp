@@ -4,28 +4,6 @@
 
 namespace bxvbwiz {
 
-const char* CodeOf(FindingId id) {
-  switch (id) {
-#define FINDING(name, number, code, severity, text) \
-  case FindingId::name:                             \
-    return code;
-#include "text/Findings.inc"
-#undef FINDING
-  }
-  return "";
-}
-
-Severity SeverityOf(FindingId id) {
-  switch (id) {
-#define FINDING(name, number, code, severity, text) \
-  case FindingId::name:                             \
-    return Severity::severity;
-#include "text/Findings.inc"
-#undef FINDING
-  }
-  return Severity::Error;
-}
-
 std::string TextOf(const StringTable& strings, const Finding& finding) {
   const std::string text = strings.Text(TextOf(finding.id));
   std::string filled;
@@ -46,11 +24,6 @@ void Findings::Add(Finding finding) {
   WriteLog(text);
   all_.push_back(std::move(finding));
   texts_.push_back(std::move(text));
-}
-
-void Findings::Clear() {
-  all_.clear();
-  texts_.clear();
 }
 
 void AddFinding(FindingId id, std::vector<std::string> values) {

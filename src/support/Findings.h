@@ -10,18 +10,12 @@
 
 namespace bxvbwiz {
 
-// Error: the setup lacks something or will not work. Warning: it is likely wrong. Note: worth knowing.
-enum class Severity { Error, Warning, Note };
-
 // Something that was found wrong, or that is left to do by hand; the run goes on.
 struct Finding {
   FindingId id;
   std::vector<std::string> values;  // what its text names: the file first
 };
 
-// The stable name of a kind of finding, for programs: "component-missing".
-const char* CodeOf(FindingId id);
-Severity SeverityOf(FindingId id);
 // One sentence, filled with the finding's values.
 std::string TextOf(const StringTable& strings, const Finding& finding);
 
@@ -31,7 +25,6 @@ class Findings {
   explicit Findings(const StringTable& strings) : strings_(strings) {}
   // Writes what is new to the log.
   void Add(Finding finding);
-  void Clear();
   const std::vector<Finding>& All() const { return all_; }
   const std::vector<std::string>& Texts() const { return texts_; }
 

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 
-#include "project/CProject.h"
 #include "support/User.h"
 
 // What the form needs from its surroundings, as interfaces, so that it can be below them.
@@ -29,9 +28,6 @@ class WizardFlow {
   virtual ~WizardFlow() = default;
   virtual void LeavePage(std::int16_t panel) = 0;  // Next or Finish
   virtual void GoBack(std::int16_t panel) = 0;
-  // Compiles the project; false when that failed (the user has seen a message, unless no Visual Basic is
-  // registered).
-  virtual bool RebuildProject(const CProject& project) = 0;
 };
 
 // The view of the form. It has no rules of its own: it shows the controls and calls the form's handlers.

@@ -233,17 +233,10 @@ void frmMain::WizardHasEnded() {
 
 // ---------------------------------------------------------------- the analysis
 
-bool frmMain::LoadTrees(const std::string& projectFile) {
-  tvwDependencies.Show(nullptr);
-  tvwFiles.Show(nullptr);
-  analysis_.reset();
-  auto analysis = std::make_unique<Analysis>(platform_, *this, global_);
-  const auto rebuild = [this](const CProject& project) { return flow_->RebuildProject(project); };
-  if (analysis->LoadTrees(projectFile, chkRebuild.checked, rebuild) != Analysis::Result::Done) return false;
-  analysis_ = std::move(analysis);
-  tvwDependencies.Show(&analysis_->ProjectView());
-  tvwFiles.Show(&analysis_->FileGroupView());
-  return true;
+void frmMain::Show(const Analysis* analysis) {
+  analysis_ = analysis;
+  tvwDependencies.Show(analysis == nullptr ? nullptr : &analysis->ProjectView());
+  tvwFiles.Show(analysis == nullptr ? nullptr : &analysis->FileGroupView());
 }
 
 void frmMain::CheckDataAccess(const DataAccessNeeds& needs) {

@@ -163,19 +163,15 @@ class frmMain : public User, public Container {
   void InitPanel(std::int16_t panel);
   // Whether the names of the project-information page may be used; if not, the user has seen a message.
   bool NamesAreLegal();
-  // Analyses a project and shows its trees. False when the page stays: the file cannot be read, or is of a
-  // kind that cannot be packaged. May end the wizard.
-  bool LoadTrees(const std::string& projectFile);
-
-  // What is shown; null before a project was analysed to the end.
-  Analysis* Shown() { return analysis_.get(); }
+  // Shows the trees of an analysis, which must live while it is shown; null for none.
+  void Show(const Analysis* analysis);
+  // What is shown; null for none.
+  const Analysis* Shown() const { return analysis_; }
   // Checks the boxes of the data access that a project needs. The user's own choice stays.
   void CheckDataAccess(const DataAccessNeeds& needs);
   SetupAnswers Answers() const;
 
   bool generating = false;  // from Finish until the report page is shown
-
-  bool Ended() const { return ended_; }
 
   // The user.
   Button ShowMessage(const Message& message) override;
@@ -206,7 +202,7 @@ class frmMain : public User, public Container {
   bool cancelPending_ = false;
   bool ended_ = false;
   SetupAnswers proposed_;  // by the project-information page
-  std::unique_ptr<Analysis> analysis_;
+  const Analysis* analysis_ = nullptr;
 };
 
 }  // namespace bxvbwiz

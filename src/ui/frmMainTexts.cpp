@@ -32,13 +32,13 @@ void frmMain::Form_Load() {
   font = platform_.strings.Text(TextId::FormFont);
   lblBranding.text = "Borvex";
   lblBranding.enabled = false;  // grey
-  for (Frame* frame : {&fraPanel1, &fraPanel2, &fraPanel3, &fraPanel4, &fraReport}) frame->visible = false;
   cmdNext[kPanelWelcome].enabled = false;
   cmdBack[kPanelWelcome].enabled = false;
   pbrProgress.visible = false;
   optProjectView.checked = true;
   tvwFiles.visible = false;
   global_.ResetProgress(static_cast<std::int16_t>(pbrProgress.maximum));
+  for (std::int16_t panel = kPanelWelcome; panel <= kPanelReport; ++panel) HidePanel(panel);
   ShowPanel(kPanelWelcome);
 }
 

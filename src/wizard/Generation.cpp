@@ -40,6 +40,7 @@ Generation::Generation(Platform& platform, basGlobal& global, User& user, Analys
       setup_(setup) {}
 
 void Generation::MakeSetupProject() {
+  NoteUnwritableAnswers(platform_.codePage, answers_);
   user_.ShowProgress(platform_.strings.Text(TextId::CreatingInstallation));
   MakeSetupFolder();
   CopyTemplate();
@@ -76,7 +77,6 @@ void Generation::RenameAndPatchProjectFile() {
   PatchIpr(platform_, analysis_.Lists(), answers_, projectFile);
   platform_.profiles.Flush();
   SetFileTimesToNow(platform_.files, platform_.clock, projectFile);
-  setup_.projectFile = projectFile;
   user_.SetProjectFile(projectFile);
 }
 

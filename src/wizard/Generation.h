@@ -16,8 +16,7 @@ std::string ChooseSetupProjectName(Platform& platform, User& user, const std::st
 
 // What a generation has made so far.
 struct GeneratedSetup {
-  std::string folder;       // with a trailing backslash; empty until it was created
-  std::string projectFile;  // full path; empty until it was renamed and patched
+  std::string folder;  // with a trailing backslash; empty until it was created
   std::vector<std::string> scriptDefinedVariables;
   std::string report;  // the text of Report.txt, without the printout
 };

@@ -31,7 +31,13 @@ void PageDriver::LeaveWelcome() {
   const std::string project = form_.txtVBPname.text;
   const bool rebuilds = form_.chkRebuild.checked;
   setupProjectName_.clear();
-  if (!form_.LoadTrees(project)) return;
+  form_.Show(nullptr);
+  analysis_.reset();
+  auto analysis = std::make_unique<Analysis>(core_.platform(), form_, core_.global());
+  const auto rebuild = [this](const CProject& built) { return RebuildProject(core_, form_, built); };
+  if (analysis->LoadTrees(project, rebuilds, rebuild) != Analysis::Result::Done) return;
+  analysis_ = std::move(analysis);
+  form_.Show(analysis_.get());
   // The user may have changed the boxes during the analysis.
   form_.txtVBPname.text = project;
   form_.txtVBPname_Change();
@@ -39,10 +45,6 @@ void PageDriver::LeaveWelcome() {
   form_.InitPanel(kPanelInformation);
   form_.ShowPanel(form_.App != nullptr && form_.App->ShowsPage2() ? kPanelInformation : kPanelSummary);
   form_.HidePanel(kPanelWelcome);
-}
-
-bool PageDriver::RebuildProject(const CProject& project) {
-  return bxvbwiz::RebuildProject(core_, form_, project);
 }
 
 void PageDriver::LeaveInformation() {
@@ -57,21 +59,19 @@ void PageDriver::ChooseName() {
 }
 
 void PageDriver::Finish() {
-  Analysis* const analysis = form_.Shown();
-  if (analysis == nullptr) return;
+  if (analysis_ == nullptr) return;
   // Without the project-information page the name has been neither checked nor chosen.
   if (setupProjectName_.empty()) {
     if (!form_.NamesAreLegal()) return;
     ChooseName();
   }
-  NoteUnwritableAnswers(core_.platform().codePage, form_.Answers());
   form_.generating = true;
-  form_.CheckDataAccess(analysis->DataAccess());
+  form_.CheckDataAccess(analysis_->DataAccess());
   GeneratedSetup setup;
-  Generation generation(core_.platform(), core_.global(), form_, *analysis, form_.Answers(),
+  Generation generation(core_.platform(), core_.global(), form_, *analysis_, form_.Answers(),
                         setupProjectName_, setup);
   generation.MakeSetupProject();
-  form_.txtReport.text = LeftToDo(core_.platform().strings, analysis->Found().Texts()) + setup.report;
+  form_.txtReport.text = LeftToDo(core_.platform().strings, analysis_->Found().Texts()) + setup.report;
   form_.ShowPanel(kPanelReport);
   form_.HidePanel(kPanelSummary);
   generation.SaveReport();

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
+#include "analysis/Analysis.h"
 #include "ui/frmMain.h"
 #include "wizard/WizardCore.h"
 
@@ -15,7 +17,6 @@ class PageDriver : public WizardFlow {
 
   void LeavePage(std::int16_t panel) override;
   void GoBack(std::int16_t panel) override;
-  bool RebuildProject(const CProject& project) override;
 
  private:
   void LeaveWelcome();
@@ -25,7 +26,8 @@ class PageDriver : public WizardFlow {
 
   WizardCore& core_;
   frmMain& form_;
-  std::string setupProjectName_;  // chosen when the project-information page is left; empty before
+  std::unique_ptr<Analysis> analysis_;  // the one that is shown; null before one was done
+  std::string setupProjectName_;        // chosen when the project-information page is left; empty before
 };
 
 }  // namespace bxvbwiz

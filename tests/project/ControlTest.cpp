@@ -57,7 +57,7 @@ TEST_F(ControlTest, TheRegisteredVersionDecidesTheFile) {
     CObject control(context());
     user.otherwise = answer;
     user.numbers.clear();
-    findings().Clear();
+    ForgetFindings();
     builder.calls.clear();
     control.SetRawName(line);
     EXPECT_EQ(control.Name, name) << line;
