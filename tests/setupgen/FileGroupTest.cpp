@@ -114,6 +114,20 @@ TEST_F(FileGroupTest, AnEntryIsFoundByItsExactValueBeforeTheFirstGap) {
   }
 }
 
+struct NoGuids : Guids {
+  std::optional<GuidBytes> Create() override { return std::nullopt; }
+};
+
+TEST_F(FileGroupTest, TheRuntimeComponentIsAddedOnceAndNeverWithoutAnIdentifier) {
+  NoGuids guids;
+  Platform withoutGuids = WithParts(platform(), guids);
+  basGlobal helpless(withoutGuids);
+  basGlobal global(platform());
+  EXPECT_FALSE(AddVBRuntimeObject(helpless, kSetup));
+  EXPECT_FALSE(AddVBRuntimeObject(global, kSetup));
+  EXPECT_TRUE(AddVBRuntimeObject(global, kSetup));
+}
+
 TEST_F(FileGroupTest, AFileWhoseFolderIsNotThatOfItsGroupIsTold) {
   CFile first = File("a"), same = File("b"), other = File("c");
   first.Destination = same.Destination = "$(APPPATH)\\Data";
