@@ -90,6 +90,23 @@ TEST_F(DependencyTest, ImportsCompleteTheList) {
             "|bare.dll|");
 }
 
+TEST_F(DependencyTest, AFileWithoutAFolderIsOpenedAmongTheRedistributablesOrInTheSystem) {
+  Put(kRedist + "a.dll", MakePe({"redist.dll"}, {}));
+  Put(kSystem + "a.dll", MakePe({"wrong.dll"}, {}));
+  Put(kSystem + "b.dll", MakePe({"system.dll"}, {}));
+  CDependencies all(context());
+  for (const char* name : {"a.dll", "b.dll"}) ReadDependencies(context(), name, name, "", all, all);
+  EXPECT_EQ(NamesOf(all), "redist.dll, system.dll");
+}
+
+TEST_F(DependencyTest, OfTwoNamesWithOneKeyTheSecondStaysWhenTheFirstIsRemoved) {
+  CDependencies files(context());
+  for (const char* name : {"a-b.dll", "ab.dll"}) files.Add(name);
+  files.Remove("Kabdll");
+  EXPECT_EQ(NamesOf(files), "ab.dll");
+  EXPECT_TRUE(files.Holds("ab.dll") && !files.Holds("a-b.dll"));
+}
+
 TEST_F(DependencyTest, AChainOfAnyLengthIsFollowed) {
 #ifdef _WIN32
   constexpr int kLength = 500;  // Wine takes a millisecond to look for a file
