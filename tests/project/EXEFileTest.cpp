@@ -79,6 +79,14 @@ TEST_F(EXEFileTest, NothingInAFileIsTrusted) {
       {"LX", Made().Long(kNewHeader, 0x584C), "!0/2 |"},
       {"64-bit", Made().Word(0x58, 0x20B), "!5/7 |"},
       {"no imports", MakePe({}, {"One"}), "!5/7 | One"},
+      {"blank name", MakePe({" ", "A.DLL"}, {}), "5/0 A.DLL |"},
+      {"no sections",
+       Made()
+           .Word(kSectionCount, 0)
+           .Long(kImportDirectory, Made().At(kImportDirectory) - 0xE00)
+           .Long(kDescriptors + 12, nameOfA - 0xE00),
+       "5/0 A.DLL |"},
+      {"no virtual size", Made().Long(kVirtualSize, 0), all},
       {"name near 2^32", Made().Long(kDescriptors + 12, 0xFFFFFFFE), "5/0 B.DLL | One Two"},
       {"last descriptor after the raw data",
        Made().Long(kImportDirectory, kZeroFilled - 0xA14).Long(kFileSize - 8, nameOfA),
