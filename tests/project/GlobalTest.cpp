@@ -32,6 +32,13 @@ TEST(GlobalTest, VisualBasicIsFoundByItsBuildCommand) {
   }
 }
 
+TEST(GlobalTest, TheProgressBeginsAgainAfterItsLimit) {
+  TestMachine disk;
+  basGlobal global(disk.platform());
+  global.ResetProgress(2);
+  for (const int value : {1, 2, 1}) EXPECT_EQ(global.NextProgressValue(), value);
+}
+
 using SystemFiles = ProjectFixture;
 
 TEST_F(SystemFiles, AreListedUpToAGapAndReadOnce) {
