@@ -1,3 +1,5 @@
+#include <new>
+
 #include "TestSession.h"
 
 namespace bxvbwiz {
@@ -79,6 +81,17 @@ TEST_F(LoggingTest, AnErrorIsAddedOnceToTheFindingsButTheEndOfTheWizardPasses) {
             (std::vector<std::string>{"A step failed (R): d.", "A step failed (%%2): e."}));
   EXPECT_THROW(LogAndGoOn("R", [] { throw WizardEnded{}; }), WizardEnded);
   EXPECT_THROW(RetryOrCancel("R", [] { throw WizardEnded{}; }), WizardEnded);
+  EXPECT_THROW(RetryOrCancel("R", [] { throw std::bad_alloc(); }), WizardEnded);
+  EXPECT_EQ(user.messages.back(), ErrorMessage("7 : Out of memory : Bx6vbwiz"));
+}
+
+TEST_F(LoggingTest, ASessionInsideAnotherGivesWayToItAgain) {
+  session();
+  {
+    Session inner(disk.platform(), StartMode::Automation);
+    const SessionScope scope(inner);
+  }
+  EXPECT_EQ(CurrentSession(), &session());
 }
 
 }  // namespace
