@@ -160,15 +160,17 @@ class Run {
     return refusal;
   }
 
+  // A file whose symbol could not be found out has an empty one.
+  void TakeSymbols(Analysis& analysis) {
+    outcome_.symbols.resize(analysis.Files().Count());
+    std::size_t index = 0;
+    for (const CFile& file : analysis.Files())
+      outcome_.symbols[index++] = analysis.FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination);
+  }
+
   // What is printed and was not made on the way.
   int TakeResults() {
-    Analysis* const analysis = outcome_.analysis.get();
-    // The symbols come first: without one for each file nothing is printed of the files.
-    if (analysis != nullptr) outcome_.symbols.resize(analysis->Files().Count());
-    for (std::size_t index = 0; index < outcome_.symbols.size(); ++index) {
-      const CFile& file = *analysis->Files().Item(index + 1);
-      outcome_.symbols[index] = analysis->FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination);
-    }
+    if (outcome_.analysis != nullptr) TakeSymbols(*outcome_.analysis);
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
     const std::string& folder = outcome_.setup.folder;
     if (!folder.empty()) ListFiles(computer_.platform().files, folder, "", outcome_);
