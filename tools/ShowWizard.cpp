@@ -30,7 +30,7 @@ constexpr std::pair<TextId, int> kMessages[] = {
     {TextId::ActiveXDocumentProject, kExitProject},  {TextId::UserControlProject, kExitProject},
     {TextId::RebuildFailed, kExitFinished},          {TextId::DataAccessVersionUnsupported, kExitFinished},
     {TextId::RemoteServerUsed, kExitFinished},       {TextId::ProjectFileMissing, kExitProject},
-    {TextId::ComponentNotFound, kExitFinished},      {TextId::RegistryKeyMissing, kExitFinished},
+    {TextId::LibraryNotFound, kExitFinished},        {TextId::RegistryKeyMissing, kExitFinished},
     {TextId::IllegalApplicationName, kExitUsage},    {TextId::IllegalCompanyName, kExitUsage},
     {TextId::ContinueWithoutRebuild, kExitFinished}, {TextId::OtherVersionInstalled, kExitFinished}};
 

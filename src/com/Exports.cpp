@@ -20,7 +20,7 @@ STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, LPVOID* object) {
     } catch (const std::bad_alloc&) {
       return E_OUTOFMEMORY;
     } catch (...) {
-      return bxvbwiz::LeaveException({}, "BX6VBWiz", interfaceId);  // the component's start failed
+      return bxvbwiz::LeaveException({}, "BX6VBWiz", interfaceId);  // the server's start failed
     }
   }
   return CLASS_E_CLASSNOTAVAILABLE;

@@ -27,7 +27,7 @@ std::wstring ThisModulePath() {
   for (;;) {
     const DWORD length = GetModuleFileNameW(ThisModule(), path.data(), static_cast<DWORD>(path.size()));
     if (length == 0 || path.size() > kLongestPath)
-      throw RuntimeError(kErrorPathNotFound, "The component's own path cannot be found out");
+      throw RuntimeError(kErrorPathNotFound, "The server's own path cannot be found out");
     if (length < path.size()) {
       path.resize(length);
       return path;

@@ -66,7 +66,7 @@ ITypeInfo& Server::TypeInfo(REFGUID id) {
   if (!typeLibrary_) code = LoadTypeLibEx(ThisModulePath().c_str(), REGKIND_NONE, typeLibrary_.Receive());
   ComPtr<ITypeInfo> info;
   if (SUCCEEDED(code)) code = typeLibrary_->GetTypeInfoOfGuid(id, info.Receive());
-  if (FAILED(code)) throw ComError(code, "The component's type library cannot be read");
+  if (FAILED(code)) throw ComError(code, "The server's type library cannot be read");
   return *typeInfos_.emplace(id, info).first->second.Get();
 }
 

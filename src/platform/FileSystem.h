@@ -56,7 +56,7 @@ class FileSystem {
   virtual ~FileSystem() = default;
 
   // FindFirstFileA, FindNextFileA, FindClose: the entries that match `pattern` (wildcards "*" and "?" in its
-  // last component), ".", ".." and hidden ones included, by name. FileNotFound when nothing matches,
+  // last part), ".", ".." and hidden ones included, by name. FileNotFound when nothing matches,
   // PathNotFound when the folder is missing.
   virtual SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) = 0;
 

@@ -139,8 +139,8 @@ Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, co
 }
 
 void ShowMissingLibrary(AnalysisContext& context, const std::string& library) {
-  ShowLibraryMessage(context, TextId::ComponentNotFound, kStyleExclamation, library);
-  AddFinding(FindingId::ComponentMissing, {library});
+  ShowLibraryMessage(context, TextId::LibraryNotFound, kStyleExclamation, library);
+  AddFinding(FindingId::LibraryMissing, {library});
 }
 
 LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line, std::string& path) {
@@ -159,12 +159,12 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line,
   std::string version;
   const VersionSearch search = ChooseVersion(*library, line.version, version);
   if (search == VersionSearch::Unreadable) {
-    AddFinding(FindingId::ComponentVersionUnreadable, {line.fileName, version});
+    AddFinding(FindingId::LibraryVersionUnreadable, {line.fileName, version});
     return LibrarySearch::LeftOut;
   }
   if (search == VersionSearch::Higher &&
       ShowLibraryMessage(context, TextId::OtherVersionInstalled, kStyleYesNo, line.fileName) != Button::Yes) {
-    AddFinding(FindingId::ComponentVersionRefused, {line.fileName});
+    AddFinding(FindingId::LibraryVersionRefused, {line.fileName});
     return LibrarySearch::LeftOut;
   }
 

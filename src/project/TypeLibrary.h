@@ -21,7 +21,7 @@ struct LibraryLine {
 // Reads `*\G{guid}#version#lcid#path#description`. The file name is that of the path.
 LibraryLine ReadReferenceLine(std::string_view rawLine);
 // Reads `{guid}#version#lcid; file`, the identifier and the file quoted or not. A line without ";" names its
-// file by its last path component.
+// file by the last part of its path.
 LibraryLine ReadControlLine(std::string_view rawLine);
 
 enum class LibrarySearch {

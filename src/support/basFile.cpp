@@ -41,8 +41,8 @@ RootSplit SplitRoot(std::string_view path) {
   return {end, end + 1};
 }
 
-// The root as written in front of a component: a network root lacks the backslash.
-std::string RootBeforeComponent(std::string_view root) {
+// The root as written in front of the rest: a network root lacks the backslash.
+std::string RootBeforeRest(std::string_view root) {
   std::string text(root);
   if (StartsWith(root, "\\\\") && !EndsWith(root, "\\")) text += '\\';
   return text;
@@ -91,7 +91,7 @@ std::string ParsePath(std::string_view path, PathPart part) {
   switch (part) {
     case PathPart::Folder:
       if (last == kNone) return std::string(root);
-      return RootBeforeComponent(root).append(rest.substr(0, last));
+      return RootBeforeRest(root).append(rest.substr(0, last));
     case PathPart::FileName:
       return std::string(fileName);
     case PathPart::Title:
@@ -128,7 +128,7 @@ std::string CompactPathForLabel(const LabelMetrics& label, const std::string& pa
   if (available >= label.TextWidth(path)) return path;
 
   const RootSplit split = SplitRoot(path);
-  const std::string root = RootBeforeComponent(std::string_view(path).substr(0, split.size));
+  const std::string root = RootBeforeRest(std::string_view(path).substr(0, split.size));
   const std::vector<std::string> components = SplitPathComponents(std::string_view(path).substr(split.rest));
   std::string fitting;
   std::string tail;

@@ -24,7 +24,7 @@ enum class PathPart : std::int16_t { Folder = 2, FileName = 3, Title = 4, Root =
 std::string ParsePath(std::string_view path, PathPart part);
 // The folder, without a trailing backslash unless it is a root.
 std::string GetPathFolder(std::string_view path);
-// The last component.
+// The last part.
 std::string GetPathFileName(std::string_view path);
 // Without one trailing backslash.
 std::string StripTrailingBackslash(std::string_view path);
@@ -39,7 +39,7 @@ class LabelMetrics {
   virtual int Width() const = 0;
   virtual int TextWidth(const std::string& text) const = 0;
 };
-// The path, or its root, "...\" and as many trailing components as fit; empty when not even the last one
+// The path, or its root, "...\" and as many trailing parts as fit; empty when not even the last one
 // fits.
 std::string CompactPathForLabel(const LabelMetrics& label, const std::string& path);
 
