@@ -60,7 +60,7 @@ StopWine() {
 }
 trap StopWine EXIT
 
-scripts/install.sh build tests windows || { failed=1; Finish; }
+scripts/install.sh build tests windows tidy || { failed=1; Finish; }
 Check "The check of the floors" scripts/check_floors.sh
 Check "The check of the format" scripts/format.sh --check
 Check "clang-tidy" scripts/tidy.sh

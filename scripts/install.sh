@@ -101,7 +101,7 @@ InstallWine32() {
 
 if [ ${#missing[@]} -gt 0 ]; then
   echo "Installing: ${missing[*]}"
-  Quietly apt-get update
+  Install update || true  # one index that cannot be fetched need not be one that is needed
   Quietly apt-get install --yes --no-upgrade --no-install-recommends "${missing[@]}"
 fi
 if [ "$wantsWine32" = yes ]; then
