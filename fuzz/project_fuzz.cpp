@@ -93,7 +93,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   NoFacts builder;
   basGlobal global(platform);
   global.user = &user;
-  AnalysisContext context{platform, user, global, builder};
+  Executables executables(platform);
+  AnalysisContext context{platform, user, global, builder, executables};
   try {
     CProject(context).SetFileName("C:\\Prj\\Demo.vbp");
   } catch (const RuntimeError& error) {

@@ -57,10 +57,11 @@ Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
       user_(user),
       findings_(platform.strings),
       lists_(platform.profiles),
+      executables_(platform),
       fileGroups_(
-          platform, global, [this] { return projectFile_; }, lists_),
+          platform, global, [this] { return projectFile_; }, lists_, executables_),
       files_(platform.codePage),
-      context_{platform, user, global, fileGroups_},
+      context_{platform, user, global, fileGroups_, executables_},
       session_(CurrentSession()) {
   if (session_ != nullptr) session_->findings = &findings_;
 }
@@ -194,6 +195,8 @@ void Analysis::FillTrees() {
 void Analysis::AddOutputFile() {
   const std::string output = project_->OutputPath();
   FileRecord facts;
+  const OriginScope origin({TextId::OriginOutput, {projectFile_}});
+  facts.AddAsker(CurrentOrigin());
   fileGroups_.GetFileGroupInfo("$(APPPATH)", output, "", nullptr, facts);
   AddFile(output, facts);
 }
@@ -222,41 +225,41 @@ void Analysis::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
   }
 }
 
-// Enters a file once per key into the collection. A different file whose key is taken cannot be installed as
-// well. It is reported as left out, unless it was found and the first one was not: then it replaces the first
-// one.
+// Enters a file once per key into the collection: the first one stays, found or not. A different file whose
+// key is taken cannot be installed as well, which is reported.
 void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
   const std::string location = LocationOf(name, facts);
-  // A file may be named in several spellings with different keys; it is installed once.
   const std::string place = UpperCase(location);
-  if (facts.LinkResolves && locations_.count(place) != 0) return;
   std::shared_ptr<CFile> file = files_.FindItem(files_.KeyOf(name));
   if (file == nullptr) {
     file = files_.Add(name);
+    if (facts.LinkResolves) {
+      const auto [first, isNew] = locations_.emplace(place, name);
+      if (!isNew) AddFinding({FindingId::FileNamedTwice, {location, first->second}, facts.FirstAsker()});
+    }
+    fileGroups_.GetFileGroupInfo("", name, "", &facts, *file);
   } else {
-    const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
-    // A copy that was not found is not a different file: the one that is there serves.
-    if (isSameName && !facts.LinkResolves) return;
     const std::string taken = LocationOf(file->FileName, *file);
-    if (EqualsIgnoreCase(location, taken)) return;
-    if (!isSameName || file->LinkResolves) {
-      leftOut_.emplace_back(place, Finding{FindingId::FileLeftOut, {location, taken}});
+    const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
+    // A copy that was not found is not a different file.
+    if (!EqualsIgnoreCase(location, taken) && !(isSameName && !facts.LinkResolves)) {
+      const bool isBetter = facts.LinkResolves && !file->LinkResolves;
+      const FindingId id = isBetter ? FindingId::FoundFileLeftOut : FindingId::FileLeftOut;
+      leftOut_.emplace_back(place, Finding{id, {location, taken}, facts.FirstAsker()});
       return;
     }
-    file->FileName = name;
   }
-  if (facts.LinkResolves) locations_.insert(place);
-  fileGroups_.GetFileGroupInfo("", name, "", &facts, *file);
+  for (const Origin& asker : facts.askers) file->AddAsker(asker);
 }
 
 // Shows every file of the collection under its group.
 void Analysis::FillFileGroupView() {
   // Another spelling of the name may have had a free key after all.
   for (const auto& [place, finding] : leftOut_) {
-    if (locations_.count(place) == 0) AddFinding(finding.id, finding.values);
+    if (locations_.count(place) == 0) AddFinding(finding);
   }
   for (const CFile& file : files_) {
-    if (!file.LinkResolves) AddFinding(FindingId::FileMissing, {file.FileName});
+    if (!file.LinkResolves) AddFinding({FindingId::FileMissing, {file.FileName}, file.FirstAsker()});
     TreeAdd(file);
   }
 }

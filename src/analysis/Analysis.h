@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -49,6 +49,8 @@ class Analysis {
   DataAccessNeeds DataAccess() const;
   // What was found wrong or is left to do, by the analysis and by those who worked with its result.
   const Findings& Found() const { return findings_; }
+  // What is known of the executables that were read. It reads others when it is asked for them.
+  Executables& Programs() { return executables_; }
   // The builder that decided the files' facts, and the numbered lists that it keeps of a setup project.
   CFileGroups& FileGroups() { return fileGroups_; }
   NumberedKeys& Lists() { return lists_; }
@@ -72,9 +74,11 @@ class Analysis {
   Findings findings_;
   std::string projectFile_;  // full path
   NumberedKeys lists_;
+  Executables executables_;
   CFileGroups fileGroups_;
   CFiles files_;
-  std::unordered_set<std::string> locations_;  // of the files that were found, in upper case
+  // Names of the files that were found, by their locations in upper case.
+  std::unordered_map<std::string, std::string> locations_;
   // Locations of files whose key another file has, and what to report about them.
   std::vector<std::pair<std::string, Finding>> leftOut_;
   AnalysisContext context_;

@@ -65,6 +65,25 @@ Json MessagesJson(const std::vector<ShownMessage>& messages) {
   return array;
 }
 
+// The value of a finding that it is about; empty when it is about the machine.
+std::string SubjectOf(const Finding& finding) {
+  return finding.values.empty() ? std::string() : finding.values.front();
+}
+
+Json FindingsJson(const StringTable& strings, const Findings* findings) {
+  Json array = Json::array();
+  if (findings == nullptr) return array;
+  for (const Finding& finding : findings->All()) {
+    array.push_back({{"code", CodeOf(finding.id)},
+                     {"severity", NameOf(SeverityOf(finding.id))},
+                     {"subject", SubjectOf(finding)},
+                     {"origin", TextOf(strings, finding.origin)},
+                     {"text", TextOf(strings, {TextOf(finding.id), finding.values})},
+                     {"advice", TextOf(strings, {AdviceOf(finding.id), finding.values})}});
+  }
+  return array;
+}
+
 const char* NameOf(Command command) {
   switch (command) {
     case Command::Capture:
@@ -78,12 +97,12 @@ const char* NameOf(Command command) {
 
 }  // namespace
 
-void PrintJson(const Options& options, const Outcome& outcome) {
+void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings) {
   const Analysis* const analysis = outcome.analysis.get();
   const DataAccessNeeds dataAccess = analysis == nullptr ? DataAccessNeeds() : analysis->DataAccess();
   const Json none = Json::array();
   Json document = {
-      {"schema", "bxvbwiz/1"},
+      {"schema", "bxvbwiz/2"},
       {"command", NameOf(options.command)},
       {"version", BXVBWIZ_VERSION},
       {"finished", outcome.finished},
@@ -98,7 +117,7 @@ void PrintJson(const Options& options, const Outcome& outcome) {
         {"rdo", dataAccess.rdo},
         {"ado", dataAccess.ado}}},
       {"messages", MessagesJson(outcome.messages)},
-      {"incomplete", outcome.Incomplete()}};
+      {"findings", FindingsJson(strings, outcome.Found())}};
   if (options.command != Command::Analyse) {
     document["setupFolder"] = outcome.setup.folder;
     document["projectFile"] = outcome.projectFile;

@@ -9,7 +9,7 @@
 namespace bxvbwiz {
 
 // Prints the JSON document of a run on standard output.
-void PrintJson(const Options& options, const Outcome& outcome);
+void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings);
 // Prints the JSON array of inspect.
 void PrintJson(const std::vector<Inspection>& inspections);
 

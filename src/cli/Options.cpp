@@ -71,7 +71,7 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
       ->allow_extra_args(false);  // a PROJECT after it is not an answer
   auto* yes = command.add_flag("--yes", more.yes, "Answer every other Yes/No question with Yes");
   command.add_flag("--no", more.no, "Answer every other Yes/No question with No")->excludes(yes);
-  command.add_flag("--strict", options.strict, "Exit with code 4 when something is left to do");
+  command.add_flag("--strict", options.strict, "Exit with code 4 when there is an error or a warning");
   command.add_flag("--json", options.json, "Print one JSON document");
   auto* quiet = command.add_flag("--quiet", options.quiet, "Print only what is wrong");
   command.add_flag("--verbose", options.verbose, "Print every file with its facts")->excludes(quiet);

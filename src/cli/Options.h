@@ -14,7 +14,7 @@ constexpr int kExitFinished = 0;
 constexpr int kExitNotFinished = 1;  // cancelled, fatal message, unexpected error
 constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine folder
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
-constexpr int kExitIncomplete = 4;   // --strict: something is left to do
+constexpr int kExitIncomplete = 4;   // --strict: there is an error or a warning
 
 enum class Command { Analyse, Generate, Capture, Inspect, MachineNew };
 

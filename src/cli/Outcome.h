@@ -29,10 +29,8 @@ struct Outcome {
   std::string projectFileHere;            // the same on this computer
   std::vector<std::string> writtenFiles;  // below the setup folder
 
-  // What is left to do, a sentence each.
-  std::vector<std::string> Incomplete() const {
-    return analysis == nullptr ? std::vector<std::string>() : analysis->Found().Texts();
-  }
+  // What was found; null when no analysis was started.
+  const Findings* Found() const { return analysis == nullptr ? nullptr : &analysis->Found(); }
 };
 
 // "ok", "yes", ...

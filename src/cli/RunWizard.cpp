@@ -186,35 +186,61 @@ class Run {
   std::string name_;  // of the new setup project
 };
 
-// Prints the last lines of standard error: everything that is left to do, and how many things that is.
-void PrintRest(const Options& options, const Outcome& outcome) {
-  for (const std::string& text : outcome.Incomplete()) std::cerr << "bxvbwiz: " << text << '\n';
+// "2 warnings"; empty for none.
+std::string Counted(const Findings& found, Severity severity) {
+  const std::size_t count = found.Count(severity);
+  if (count == 0) return "";
+  return std::to_string(count) + " " + NameOf(severity) + (count == 1 ? "" : "s");
+}
+
+// "1 error, 2 warnings"; empty when nothing was found.
+std::string Counts(const Findings& found) {
+  std::string text;
+  for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
+    const std::string counted = Counted(found, severity);
+    if (!counted.empty()) text += (text.empty() ? "" : ", ") + counted;
+  }
+  return text;
+}
+
+// Prints the last lines of standard error: everything that was found, and how many things that is.
+void PrintRest(const Options& options, const Outcome& outcome, const StringTable& strings) {
+  const Findings none(strings);
+  const Findings& found = outcome.Found() == nullptr ? none : *outcome.Found();
+  for (const Finding& finding : found.All()) {
+    if (options.quiet && SeverityOf(finding.id) == Severity::Note) continue;
+    const char* prefix = "bxvbwiz: ";
+    for (const std::string& line : LinesOf(strings, finding)) {
+      std::cerr << prefix << line << '\n';
+      prefix = "";
+    }
+  }
   if (!outcome.finished && !outcome.setup.folder.empty() && options.command != Command::Capture) {
     std::cerr << "bxvbwiz: The setup folder " << outcome.setup.folder << " was created and is incomplete.\n";
   }
-  const std::size_t count = outcome.Incomplete().size();
-  if (options.quiet && outcome.finished && count == 0) return;
+  if (options.quiet && outcome.finished && !found.HoldsWork()) return;
+  const std::string counts = Counts(found);
+  std::cerr << "bxvbwiz: ";
   if (!outcome.finished) {
-    std::cerr << "bxvbwiz: The wizard ended without finishing";
-    if (count > 0) std::cerr << "; " << count << (count == 1 ? " thing is" : " things are") << " left to do";
-    std::cerr << ".\n";
-  } else if (count == 0) {
-    std::cerr << "bxvbwiz: Nothing is left to do.\n";
+    std::cerr << "The wizard ended without finishing" << (counts.empty() ? "" : "; ") << counts << ".\n";
+  } else if (found.HoldsWork()) {
+    std::cerr << counts << ".\n";
   } else {
-    std::cerr << "bxvbwiz: " << count << (count == 1 ? " thing is" : " things are") << " left to do.\n";
+    std::cerr << strings.Text(TextId::NothingLeftToDo) << (counts.empty() ? "" : " " + counts + ".") << '\n';
   }
 }
 
 // Prints the outcome. Gives the exit code: `code`, unless --strict turns it into another.
-int Show(const Options& options, const Outcome& outcome, int code) {
+int Show(const Options& options, const Outcome& outcome, const StringTable& strings, int code) {
   if (options.json) {
-    PrintJson(options, outcome);
+    PrintJson(options, outcome, strings);
   } else if (!options.quiet && options.command != Command::Capture) {
     PrintText(options, outcome);
   }
   std::cout.flush();
-  PrintRest(options, outcome);
-  return code == kExitFinished && options.strict && !outcome.Incomplete().empty() ? kExitIncomplete : code;
+  PrintRest(options, outcome, strings);
+  const bool isIncomplete = outcome.Found() != nullptr && outcome.Found()->HoldsWork();
+  return code == kExitFinished && options.strict && isIncomplete ? kExitIncomplete : code;
 }
 
 // Prints a message and gives null when there is no machine to work on.
@@ -249,7 +275,7 @@ int RunWizardOn(const Options& options, Computer& computer) {
   if (project.empty()) {
     std::cerr << "bxvbwiz: " << options.project << " lies outside the drives of the machine folder "
               << options.machine << '\n';
-    return Show(options, Outcome{}, kExitProject);
+    return Show(options, Outcome{}, computer.platform().strings, kExitProject);
   }
   Run run(options, computer);
   int code = run.Go(project);
@@ -260,7 +286,7 @@ int RunWizardOn(const Options& options, Computer& computer) {
     code = kExitNotFinished;
     run.Result().finished = false;
   }
-  return Show(options, run.Result(), code);
+  return Show(options, run.Result(), computer.platform().strings, code);
 }
 
 }  // namespace bxvbwiz

@@ -13,9 +13,10 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
   explicit FileGroupsObject(std::shared_ptr<Server> owner)
       : DualObject(std::move(owner), "BX6VBWiz.CFileGroups"),
         lists_(server().core().platform().profiles),
+        executables_(server().core().platform()),
         groups_(
             server().core().platform(), server().core().global(),
-            [this] { return CurrentProjectFile(server()); }, lists_) {}
+            [this] { return CurrentProjectFile(server()); }, lists_, executables_) {}
 
   STDMETHODIMP ConvertDestMacroToBXDestSymbol(BSTR* macro, BSTR* symbol) override {
     return Give(symbol, [&] { return groups_.ConvertDestMacroToBXDestSymbol(Text(macro, "macro")); });
@@ -59,6 +60,7 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
   STDMETHODIMP GetFileGroupInfo(BSTR* dest, BSTR* filePath, BSTR* depFile, IDispatch* existing,
                                 IDispatch* target) override {
     return Call([&] {
+      executables_.Forget();  // the host may have changed files since the last call
       const CFile before = ReadFileRecord(target, "target");
       CFile after = before;
       if (existing == nullptr) {
@@ -85,7 +87,10 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
     return Give(indexEntry, [&] { return groups_.CheckCoreCompIni(Text(filePath, "filePath")); });
   }
   STDMETHODIMP CheckSelfRegister(BSTR* filePath, SHORT* code) override {
-    return Give(code, [&] { return groups_.CheckSelfRegister(Text(filePath, "filePath")); });
+    return Give(code, [&] {
+      executables_.Forget();
+      return groups_.CheckSelfRegister(Text(filePath, "filePath"));
+    });
   }
 
   STDMETHODIMP CreateFileGroup(BSTR* projectDir, IDispatch* file, VARIANT_BOOL* created) override {
@@ -114,6 +119,7 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
   }
 
   NumberedKeys lists_;
+  Executables executables_;
   CFileGroups groups_;
 };
 

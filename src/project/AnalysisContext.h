@@ -4,6 +4,7 @@
 
 #include "platform/Platform.h"
 #include "project/basGlobal.h"
+#include "project/Executables.h"
 #include "project/FileGroupBuilder.h"
 #include "support/User.h"
 
@@ -15,6 +16,7 @@ struct AnalysisContext {
   User& user;
   basGlobal& global;
   FileGroupBuilder& builder;
+  Executables& executables;
 };
 
 }  // namespace bxvbwiz

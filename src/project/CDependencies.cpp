@@ -1,5 +1,6 @@
 #include "project/CDependencies.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -35,19 +36,28 @@ std::shared_ptr<CDependency> CDependencies::Add(const std::string& name) {
 
 void CDependencies::AddShared(const std::shared_ptr<CDependency>& dependency) {
   Insert(dependency, FindItem(dependency->Key) ? "" : dependency->Key);
-  names_.insert(dependency->Name);
+  names_.emplace(dependency->Name, dependency.get());
 }
 
 void CDependencies::Remove(std::size_t position) {
-  const auto name = names_.find(Item(position)->Name);
-  if (name != names_.end()) names_.erase(name);
+  ForgetName(*Item(position));
   KeyedCollection::Remove(position);
 }
 
 void CDependencies::Remove(const std::string& key) {
-  const auto name = names_.find(Item(key)->Name);
-  if (name != names_.end()) names_.erase(name);
+  ForgetName(*Item(key));
   KeyedCollection::Remove(key);
+}
+
+CDependency* CDependencies::FindName(const std::string& name) const {
+  const auto found = names_.find(name);
+  return found == names_.end() ? nullptr : found->second;
+}
+
+void CDependencies::ForgetName(const CDependency& dependency) {
+  const auto [first, last] = names_.equal_range(dependency.Name);
+  const auto same = std::find_if(first, last, [&](const auto& entry) { return entry.second == &dependency; });
+  if (same != last) names_.erase(same);
 }
 
 }  // namespace bxvbwiz

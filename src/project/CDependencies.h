@@ -2,7 +2,7 @@
 
 #include <memory>
 #include <string>
-#include <unordered_set>
+#include <unordered_map>
 
 #include "project/AnalysisContext.h"
 #include "project/FileRecord.h"
@@ -28,15 +28,17 @@ class CDependencies : public KeyedCollection<CDependency> {
   std::shared_ptr<CDependency> Add(const std::string& name);
   // Adds a dependency that another collection holds too.
   void AddShared(const std::shared_ptr<CDependency>& dependency);
-  // True when an element's Name equals `name` exactly.
-  bool Holds(const std::string& name) const { return names_.count(name) != 0; }
+  // An element whose Name equals `name` exactly; null when there is none.
+  CDependency* FindName(const std::string& name) const;
   // Raise like Item.
   void Remove(std::size_t position);
   void Remove(const std::string& key);
 
  private:
   AnalysisContext& context_;
-  std::unordered_multiset<std::string> names_;
+  void ForgetName(const CDependency& dependency);
+
+  std::unordered_multimap<std::string, CDependency*> names_;
 };
 
 // A file that a control, a type library or another file needs.

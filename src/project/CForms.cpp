@@ -26,6 +26,8 @@ void CForm::SetName(const std::string& name) {
   // Forms hold their code, so that files are long and control lines few: a search skips what a reader of
   // lines would touch.
   const std::string_view bytes = readBuffer_;
+  int lineNumber = 1;
+  std::size_t counted = 0;  // bytes whose line ends are in `lineNumber`
   std::size_t position = bytes.find(kControlLine);
   while (position != std::string_view::npos) {
     const std::size_t value = position + kControlLine.size();
@@ -33,6 +35,9 @@ void CForm::SetName(const std::string& name) {
       const std::size_t end = bytes.find_first_of("\r\n", value);
       const std::size_t size = end == std::string_view::npos ? bytes.size() - value : end - value;
       const std::string text = context_.platform.codePage.Decode(bytes.substr(value, size));
+      lineNumber += CountLineEnds(bytes.substr(counted, position - counted));
+      counted = position;
+      const OriginScope origin(LineOrigin(path, lineNumber));
       // One character, a blank as form files write it, stands before the value.
       objects_.Add(text.substr(FirstCharacters(text, 1).size()));
     }

@@ -32,6 +32,7 @@ std::shared_ptr<CObject> CObjects::Add(const std::string& rawLine) {
     object->SetRawName(rawLine);
     if (allControls_) allControls_->Insert(object, key);
   }
+  object->AddAsker(CurrentOrigin());
   Insert(object, key);
   return object;
 }

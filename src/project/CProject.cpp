@@ -90,7 +90,7 @@ CProject::CProject(const AnalysisContext& context)
       references_(context_) {
   const CallStackEntry entry("CProject:Class_Initialize");
   WinSysDir = SystemFolder(context_.platform);
-  if (!context_.global.gSystemFilesLoaded()) context_.global.LoadSystemFiles();
+  context_.global.LoadSystemFiles();
 }
 
 void CProject::SetFileName(const std::string& fileName) {
@@ -162,6 +162,7 @@ void CProject::ReadMembers(std::string_view bytes) {
   std::string_view line;
   std::string_view value;
   while (reader.Next(line)) {
+    const OriginScope origin(LineOrigin(fileName_, reader.Number()));
     if (Follows(line, "Form=", value)) {
       forms_.Add(codePage.Decode(value), Folder());
     } else if (Follows(line, "Object=", value)) {

@@ -93,6 +93,7 @@ std::shared_ptr<CReference> CReferences::Add(const std::string& rawLine) {
   const CallStackEntry entry("CReferences:Add");
   auto reference = std::make_shared<CReference>(context_);
   reference->Key = MakeCollectionKey(context_.platform.codePage, rawLine);
+  reference->AddAsker(CurrentOrigin());
   reference->SetRawName(rawLine);
   Insert(reference, reference->Key);
   return reference;

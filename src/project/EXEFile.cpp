@@ -16,6 +16,12 @@ constexpr std::uint16_t kDosSignature = 0x5A4D;  // "MZ"
 constexpr std::uint32_t kRelocationTable = 24;
 constexpr std::uint32_t kNewHeaderOffset = 60;
 constexpr std::uint32_t kPeSignature = 0x00004550;  // "PE"
+// Fields of IMAGE_FILE_HEADER, from the signature in front of it on; IMAGE_FILE_DLL.
+constexpr std::uint32_t kMachine = 4;
+constexpr std::uint32_t kTimeDateStamp = 8;
+constexpr std::uint32_t kCharacteristics = 22;
+constexpr std::uint32_t kFileHeaderEnd = 24;
+constexpr std::uint16_t kFileIsDll = 0x2000;
 constexpr std::uint32_t kDescriptorSize = 20;
 constexpr std::uint32_t kDescriptorName = 12;
 constexpr std::uint32_t kExportDirectorySize = 40;
@@ -102,6 +108,9 @@ void EXEFile::Clear() {
   IsValid = false;
   ErrorType = kExeErrorNone;
   ExeType = 0;
+  Machine = 0;
+  LinkTime = 0;
+  IsDll = false;
   view_.reset();
 }
 
@@ -116,6 +125,7 @@ bool EXEFile::Read(const BytesSource& file, bool search) {
   const std::uint32_t newHeader = FindNewHeader(file);
   IsValid = true;
   if (ExeType != kExeTypePE) return false;
+  ReadFileHeader(file.Part(newHeader, kFileHeaderEnd));
 
   const PeImage image(file, newHeader);
   if (image.Is64Bit()) Fail(kExeErrorNoImports, "a 64-bit executable, whose imports are not read");
@@ -124,6 +134,13 @@ bool EXEFile::Read(const BytesSource& file, bool search) {
   GetExportInfo(image);
   if (!hasImports) Fail(kExeErrorNoImports, "the executable has no import information");
   return true;
+}
+
+// `header` begins with the signature.
+void EXEFile::ReadFileHeader(std::string_view header) {
+  Machine = GetWordFromBytes(header, kMachine);
+  LinkTime = GetLongFromBytes(header, kTimeDateStamp);
+  IsDll = (GetWordFromBytes(header, kCharacteristics) & kFileIsDll) != 0;
 }
 
 // Checks the DOS header and sets ExeType. Gives the offset of the new header.

@@ -65,12 +65,17 @@ class EXEFile {
   bool IsValid = false;                                    // the format was recognised (not DOS only)
   std::int32_t ErrorType = kExeErrorNone;
   std::int32_t ExeType = 0;
+  // Of a PE file: its processor, time of linking and kind, as IMAGE_FILE_HEADER in winnt.h has them.
+  std::uint16_t Machine = 0;
+  std::uint32_t LinkTime = 0;
+  bool IsDll = false;
 
  private:
   bool Read(const BytesSource& file, bool search);
   void Clear();
   [[noreturn]] void Fail(std::int32_t errorType, const std::string& reason);
   std::uint32_t FindNewHeader(const BytesSource& file);
+  void ReadFileHeader(std::string_view header);
   bool GetImportInfo(const PeImage& image, bool search);
   void GetExportInfo(const PeImage& image);
   bool TakeName(const PeImage& image, std::uint32_t address, std::string& name);

@@ -2,6 +2,9 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
+
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -27,13 +30,20 @@ struct InstallationFacts {
   bool SharedFile = false;        // installed as a file that several programs share
   std::string FileGroup;          // name of the file group that receives the file
   std::int32_t SelfRegister = 0;  // a kRegister... code
+  std::vector<Sentence> reasons;  // the rules that decided all this, in their order
 };
 
 // A file that the setup needs.
 struct FileRecord : InstallationFacts {
   explicit FileRecord(RecordKind recordKind = RecordKind::File) : kind(recordKind) {}
 
+  // Notes who asks for the file, once each.
+  void AddAsker(const Origin& asker);
+  // What brought the file here; unknown when nothing is known to ask for it.
+  Origin FirstAsker() const { return askers.empty() ? Origin() : askers.front(); }
+
   RecordKind kind;
+  std::vector<Origin> askers;  // in the order in which they were found
 };
 
 }  // namespace bxvbwiz

@@ -8,7 +8,6 @@
 #include <utility>
 #include <vector>
 
-#include "project/EXEFile.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "text/Text.h"
@@ -61,21 +60,6 @@ Description Describe(Platform& platform, const std::string& depFile, const std::
   return section.empty() ? Description{} : Description{depFile, section};
 }
 
-// The imported modules' file names, in the table's order. A file that is not an executable imports nothing.
-std::vector<std::string> ReadImports(AnalysisContext& context, const std::string& path) {
-  std::vector<std::string> names;
-  EXEFile executable(context.platform, &context.global);
-  try {
-    if (!executable.OpenFile(path)) return names;
-  } catch (const RuntimeError&) {
-    return names;
-  }
-  for (const Dependency& import : executable.Dependencies) {
-    names.push_back(GetPathFileName(import.ShortName));
-  }
-  return names;
-}
-
 // The walk over a file and everything that it needs: depth first, each file followed by what it needs before
 // the next one is taken. The files under way are kept in a list, not on the stack: a chain of files is as
 // long as its author likes.
@@ -94,8 +78,8 @@ class DependencyWalk {
     CDependencies* own;
     int lastUses = 0;
     bool importsRead = false;
-    std::string folder;  // where the importing file was found
-    std::vector<std::string> imports;
+    std::string folder;                                 // where the importing file was found
+    const std::vector<std::string>* imports = nullptr;  // as its import table gives them
     std::size_t nextImport = 0;
   };
 
@@ -112,6 +96,7 @@ class DependencyWalk {
   bool GoOn(Step& step) {
     std::string name;
     if (NextUsed(step, name)) {
+      const OriginScope origin(UsesOrigin(step));
       Take(*step.own, name, name, Describe(context_.platform, step.uses.depFile, name));
       return true;
     }
@@ -120,6 +105,7 @@ class DependencyWalk {
     // importer is found by its path only.
     const bool besideImporter = !EqualsIgnoreCase(step.folder, RedistFolder()) &&
                                 FolderHoldsFile(context_.platform.files, step.folder, name);
+    const OriginScope origin(ImportsOrigin(step));
     Take(*step.own, name, besideImporter ? step.folder + name : name, {});
     return true;
   }
@@ -131,7 +117,7 @@ class DependencyWalk {
                                                   step.uses.depFile);
       if (name == kListEnd || TrimBlanks(name).empty()) {
         step.uses = {};
-      } else if (IsNew(name)) {
+      } else if (IsNew(name, UsesOrigin(step))) {
         return true;
       }
     }
@@ -143,23 +129,36 @@ class DependencyWalk {
       const CallStackEntry entry("FindDependencies");
       step.importsRead = true;
       step.folder = Locate(step.path);
-      step.imports = ReadImports(context_, step.folder + GetPathFileName(step.path));
+      step.imports = &context_.executables.Of(step.folder + GetPathFileName(step.path)).imports;
     }
-    while (step.nextImport < step.imports.size()) {
-      name = step.imports[step.nextImport++];
-      if (!name.empty() && IsNew(name)) return true;
+    while (step.nextImport < step.imports->size()) {
+      name = GetPathFileName((*step.imports)[step.nextImport++]);
+      if (!name.empty() && IsNew(name, ImportsOrigin(step))) return true;
     }
     return false;
   }
 
-  bool IsNew(const std::string& name) const {
-    return !context_.global.IsSystemFile(name) && !all_.Holds(name);
+  // False for a file of the system and for one that is known, which is then asked for once more.
+  bool IsNew(const std::string& name, const Origin& origin) const {
+    if (context_.global.IsSystemFile(name)) return false;
+    CDependency* const known = all_.FindName(name);
+    if (known != nullptr) known->AddAsker(origin);
+    return known == nullptr;
+  }
+
+  static Origin UsesOrigin(const Step& step) {
+    return {TextId::OriginUses,
+            {step.uses.depFile, step.uses.section, "Uses" + std::to_string(step.lastUses)}};
+  }
+  static Origin ImportsOrigin(const Step& step) {
+    return {TextId::OriginImports, {step.folder + GetPathFileName(step.path)}};
   }
 
   // Adds a file, has its facts filled and begins to read what it needs. `known` describes it, or is none.
   void Take(CDependencies& own, const std::string& name, const std::string& path, Description known) {
     const CallStackEntry entry("CDependency:GetDependencies");
     const std::shared_ptr<CDependency> file = own.Add(name);
+    file->AddAsker(CurrentOrigin());
     if (&own != &all_) all_.AddShared(file);
     context_.builder.GetFileGroupInfo("", path, known.depFile, nullptr, *file);
     if (known.depFile.empty()) {

@@ -100,7 +100,7 @@ std::string basGlobal::FindVBRedistFolder() {
 
 void basGlobal::LoadSystemFiles() {
   const CallStackEntry entry("LoadSystemFiles");
-  if (systemFilesLoaded_) return;
+  if (systemFilesLoaded_) return TellEmptyList();
   const std::shared_ptr<Key> root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
   const std::shared_ptr<Key> key = root->OpenSubKeyForReading(kBorvexWizardKey);
   if (!key) {
@@ -120,10 +120,12 @@ void basGlobal::LoadSystemFiles() {
     systemFileNames_.insert(UpperCase(name));
     if (!systemFiles_->FindItem(systemFiles_->KeyOf(name))) systemFiles_->Add(name);
   }
-  if (systemFileNames_.empty()) {
-    AddFinding(FindingId::SystemFileListEmpty, {depFilePath_});
-  }
+  TellEmptyList();
   systemFilesLoaded_ = true;
+}
+
+void basGlobal::TellEmptyList() const {
+  if (systemFileNames_.empty()) AddFinding(FindingId::SystemFileListEmpty, {depFilePath_});
 }
 
 bool basGlobal::IsSystemFile(const std::string& fileName) const {

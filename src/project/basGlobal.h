@@ -46,7 +46,7 @@ class basGlobal {
   // The folder of the redistributable files; Visual Basic 6's comes without a trailing backslash. Empty when
   // none.
   std::string FindVBRedistFolder();
-  // Reads the system-file list once; later calls do nothing when it was read to its end. A missing product
+  // Reads the system-file list once; later calls only report an empty one again. A missing product
   // key is shown (once in its life) and ends the wizard. Of entries with the same key
   // gSystemFiles holds the first.
   void LoadSystemFiles();
@@ -64,6 +64,8 @@ class basGlobal {
   Platform& platform() const { return platform_; }
 
  private:
+  void TellEmptyList() const;
+
   Platform& platform_;
   std::unique_ptr<CFiles> systemFiles_;
   std::unordered_set<std::string> systemFileNames_;  // upper case

@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "project/basDependency.h"
-#include "project/EXEFile.h"
 #include "setupgen/CComponents.h"
 #include "setupgen/Destinations.h"
 #include "setupgen/Patches.h"
@@ -160,15 +159,7 @@ std::int16_t CFileGroups::CheckSelfRegister(const std::string& filePath) {
       code = kRegisterTypeLibrary;
       return;
     }
-    std::unique_ptr<FileView> view;
-    if (filePath.empty() || platform_.files.Map(filePath, view) != SystemError::Success) return;
-    EXEFile file(platform_, nullptr);
-    try {
-      // Where the imports lie is of no interest here.
-      if (file.OpenBytes(view->Bytes(), false) && file.IsExported("DLLRegisterServer")) code = kRegisterDll;
-    } catch (const RuntimeError&) {
-      // No executable, or none that says what it imports: it registers nothing.
-    }
+    if (executables_.Of(filePath).registersItself) code = kRegisterDll;
   });
   return static_cast<std::int16_t>(code);
 }

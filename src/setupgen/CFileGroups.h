@@ -5,6 +5,7 @@
 #include <string>
 
 #include "project/CFiles.h"
+#include "project/Executables.h"
 #include "project/FileGroupBuilder.h"
 #include "setupgen/DestinationSymbols.h"
 #include "support/NumberedKeys.h"
@@ -17,10 +18,13 @@ namespace bxvbwiz {
 class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
  public:
   // `projectFile`: see DestinationSymbols. `lists` remembers the numbered lists of the setup project between
-  // calls; call its Forget() when others may have written to them between two calls.
+  // calls; call its Forget() when others may have written to them between two calls, and that of
+  // `executables` when files may have changed.
   CFileGroups(Platform& platform, basGlobal& global, std::function<std::string()> projectFile,
-              NumberedKeys& lists)
-      : DestinationSymbols(platform, global, std::move(projectFile)), lists_(lists) {}
+              NumberedKeys& lists, Executables& executables)
+      : DestinationSymbols(platform, global, std::move(projectFile)),
+        lists_(lists),
+        executables_(executables) {}
 
   void GetFileGroupInfo(const std::string& destination, const std::string& filePath,
                         const std::string& depFile, const FileRecord* existing, FileRecord& target) override;
@@ -51,6 +55,7 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   void WriteGroupProperties(const std::string& definitions, const FileRecord& file);
 
   NumberedKeys& lists_;
+  Executables& executables_;
   std::map<std::string, std::string> targets_;  // folder symbols of the groups made, by name
 };
 

@@ -3,7 +3,6 @@
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
-#include "support/Findings.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -104,11 +103,14 @@ std::string FormatFor80CharDisplay(const std::string& text) {
   return result;
 }
 
-std::string LeftToDo(const StringTable& strings, const std::vector<std::string>& incomplete) {
-  if (incomplete.empty()) return "";
+std::string LeftToDo(const StringTable& strings, const Findings& findings) {
+  if (findings.All().empty()) return "";
   std::string text = TextWithBreaks(strings, TextId::LeftToDoHeading);
-  for (const std::string& sentence : incomplete) text += sentence + kBreak;
-  return text + kBreak;
+  for (const Finding& finding : findings.All()) {
+    for (const std::string& line : LinesOf(strings, finding)) text += line + kBreak;
+    text += kBreak;
+  }
+  return text;
 }
 
 void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
@@ -132,6 +134,13 @@ void WriteReport(Platform& platform, const std::string& setupDir, const std::str
   // In one write with the trees, so that a retry after a failure does not print the report twice.
   for (const auto& node : projectView) WriteTreeView(strings, *node, 0, text);
   CheckSystem(platform.files.Write(path, platform.codePage.Encode(text), WriteMode::Append), path);
+}
+
+void WriteLeftToDo(Platform& platform, const std::string& setupDir, const Findings& findings) {
+  const std::string text = LeftToDo(platform.strings, findings);
+  if (text.empty()) return;
+  const std::string path = FixPath(setupDir) + "Script Files\\Left To Do.txt";
+  CheckSystem(platform.files.Write(path, platform.codePage.Encode(text), WriteMode::Create), path);
 }
 
 }  // namespace bxvbwiz

@@ -8,6 +8,7 @@
 #include "platform/Platform.h"
 #include "setupgen/SetupAnswers.h"
 #include "setupgen/TreeNode.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -21,13 +22,15 @@ std::string AssembleReport(const StringTable& strings, const DataAccessNeeds& ne
 // Breaks a text for a display of 80 columns: at blanks from column 75 on, and where "/n" stands.
 std::string FormatFor80CharDisplay(const std::string& text);
 
-// What the setup lacks, a sentence a line below a heading, to stand before the report on the screen, where it
-// is seen without scrolling; empty when it lacks nothing.
-std::string LeftToDo(const StringTable& strings, const std::vector<std::string>& incomplete);
+// What was found, below a heading, to stand after the report on the screen; empty when nothing was.
+std::string LeftToDo(const StringTable& strings, const Findings& findings);
 
 // Appends the report and the printout of the project view to "Script Files\Report.txt" of the setup project.
 // Raises what opening the file raises.
 void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
                  const TreeNodes& projectView);
+// Writes what was found to "Script Files\Left To Do.txt"; no file when nothing was. Raises what opening the
+// file raises.
+void WriteLeftToDo(Platform& platform, const std::string& setupDir, const Findings& findings);
 
 }  // namespace bxvbwiz

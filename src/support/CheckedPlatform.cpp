@@ -11,21 +11,21 @@ namespace {
 struct Report {
   std::string_view call;
   FindingId finding;  // names the call's subject
-  bool isOnce;        // however often the wizard tries; the others give the system's error code
+  bool hasCode;       // whether it gives the system's error code
 };
 
 constexpr Report kReports[] = {
-    {"Find", FindingId::FileSearchFailed, false},
-    {"Map", FindingId::FileUnreadable, false},
-    {"GetString", FindingId::ProfileUnreadable, true},
-    {"WriteString", FindingId::FileNotWritten, true},
-    {"WriteSection", FindingId::FileNotWritten, true},
-    {"Flush", FindingId::FileNotWritten, true},
-    {"OpenKey", FindingId::RegistryKeyUnreadable, false},
-    {"CreateKey", FindingId::RegistryKeyUnreadable, false},
-    {"EnumKey", FindingId::RegistryKeyUnreadable, false},
-    {"EnumValue", FindingId::RegistryKeyUnreadable, false},
-    {"QueryValue", FindingId::RegistryKeyUnreadable, false},
+    {"Find", FindingId::FileSearchFailed, true},
+    {"Map", FindingId::FileUnreadable, true},
+    {"GetString", FindingId::ProfileUnreadable, false},
+    {"WriteString", FindingId::FileNotWritten, false},
+    {"WriteSection", FindingId::FileNotWritten, false},
+    {"Flush", FindingId::FileNotWritten, false},
+    {"OpenKey", FindingId::RegistryKeyUnreadable, true},
+    {"CreateKey", FindingId::RegistryKeyUnreadable, true},
+    {"EnumKey", FindingId::RegistryKeyUnreadable, true},
+    {"EnumValue", FindingId::RegistryKeyUnreadable, true},
+    {"QueryValue", FindingId::RegistryKeyUnreadable, true},
 };
 
 }  // namespace
@@ -39,9 +39,9 @@ void CheckedPlatform::After(const SeamCall& call, SystemError error) {
   const auto report = std::find_if(std::begin(kReports), std::end(kReports),
                                    [&](const Report& row) { return row.call == call.name; });
   if (report == std::end(kReports)) return;
-  const std::string subject(call.subject);
-  if (!report->isOnce) return AddFinding(report->finding, {subject, ErrorCode(error)});
-  if (reported_.emplace(report->finding, subject).second) AddFinding(report->finding, {subject});
+  std::vector<std::string> values{std::string(call.subject)};
+  if (report->hasCode) values.push_back(ErrorCode(error));
+  AddFinding(report->finding, std::move(values));
 }
 
 }  // namespace bxvbwiz

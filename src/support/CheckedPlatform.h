@@ -1,11 +1,6 @@
 #pragma once
 
-#include <set>
-#include <string>
-#include <utility>
-
 #include "platform/Forwarding.h"
-#include "text/Strings.h"
 
 namespace bxvbwiz {
 
@@ -21,7 +16,6 @@ class CheckedPlatform : private CallHook {
   void After(const SeamCall& call, SystemError error) override;
 
   ForwardingPlatform forwarding_;
-  std::set<std::pair<FindingId, std::string>> reported_;  // what is reported once
 };
 
 }  // namespace bxvbwiz

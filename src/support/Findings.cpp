@@ -3,33 +3,74 @@
 #include <algorithm>
 
 namespace bxvbwiz {
+namespace {
 
 std::string TextOf(const StringTable& strings, const Finding& finding) {
-  const std::string text = strings.Text(TextOf(finding.id));
-  std::string filled;
-  std::size_t start = 0;
-  // In one pass, so that nothing in a value is taken for a place.
-  for (std::size_t at = text.find("%%"); at != std::string::npos; at = text.find("%%", start)) {
-    filled.append(text, start, at - start);
-    const std::size_t index = static_cast<std::size_t>(text[at + 2] - '1');
-    if (index < finding.values.size()) filled += finding.values[index];
-    start = std::min(at + 3, text.size());
-  }
-  return filled.append(text, start);
+  return TextOf(strings, {TextOf(finding.id), finding.values});
+}
+
+}  // namespace
+
+std::vector<std::string> LinesOf(const StringTable& strings, const Finding& finding) {
+  std::vector<std::string> lines{std::string(NameOf(SeverityOf(finding.id))) + " [" + CodeOf(finding.id) +
+                                 "]: " + TextOf(strings, finding)};
+  const std::string origin = TextOf(strings, finding.origin);
+  if (!origin.empty()) lines.push_back("  from: " + origin);
+  lines.push_back("  to do: " + TextOf(strings, {AdviceOf(finding.id), finding.values}));
+  return lines;
 }
 
 void Findings::Add(Finding finding) {
-  std::string text = TextOf(strings_, finding);
-  if (std::find(texts_.begin(), texts_.end(), text) != texts_.end()) return;
-  WriteLog(text);
-  all_.push_back(std::move(finding));
-  texts_.push_back(std::move(text));
+  const auto isSame = [&](const Finding& other) {
+    return other.id == finding.id && other.values == finding.values;
+  };
+  if (std::any_of(all_.begin(), all_.end(), isSame)) return;
+  for (const std::string& line : LinesOf(strings_, finding)) WriteLog(line);
+  const auto isWorse = [](const Finding& added, const Finding& other) {
+    return SeverityOf(added.id) < SeverityOf(other.id);
+  };
+  all_.insert(std::upper_bound(all_.begin(), all_.end(), finding, isWorse), std::move(finding));
+}
+
+std::size_t Findings::Count(Severity severity) const {
+  return static_cast<std::size_t>(std::count_if(all_.begin(), all_.end(), [severity](const Finding& finding) {
+    return SeverityOf(finding.id) == severity;
+  }));
+}
+
+std::vector<std::string> Findings::Texts() const {
+  std::vector<std::string> texts;
+  for (const Finding& finding : all_) texts.push_back(TextOf(strings_, finding));
+  return texts;
+}
+
+OriginScope::OriginScope(Origin origin)
+    : origin_(std::move(origin)),
+      session_(CurrentSession()),
+      outer_(session_ == nullptr ? nullptr : session_->origin) {
+  if (session_ != nullptr) session_->origin = &origin_;
+}
+
+OriginScope::~OriginScope() {
+  if (session_ != nullptr) session_->origin = outer_;
+}
+
+Origin LineOrigin(const std::string& file, int line) {
+  return {TextId::OriginLine, {file, std::to_string(line)}};
+}
+
+Origin CurrentOrigin() {
+  const Session* const session = CurrentSession();
+  return session == nullptr || session->origin == nullptr ? Origin() : *session->origin;
 }
 
 void AddFinding(FindingId id, std::vector<std::string> values) {
-  Session* session = CurrentSession();
+  AddFinding(Finding{id, std::move(values), CurrentOrigin()});
+}
+
+void AddFinding(Finding finding) {
+  Session* const session = CurrentSession();
   if (session == nullptr) return;
-  Finding finding{id, std::move(values)};
   if (session->findings != nullptr) return session->findings->Add(std::move(finding));
   WriteLog(TextOf(session->platform().strings, finding));
 }

@@ -159,8 +159,18 @@ bool FolderHoldsFile(FileSystem& files, const std::string& folder, const std::st
   return !name.empty() && EqualsIgnoreCase(Dir(files, folder + name), name);
 }
 
+int CountLineEnds(std::string_view bytes) {
+  int count = 0;
+  for (std::size_t at = 0; (at = bytes.find_first_of("\r\n", at)) != kNone; ++at) {
+    if (StartsWith(bytes.substr(at), "\r\n")) ++at;
+    ++count;
+  }
+  return count;
+}
+
 bool LineReader::Next(std::string_view& line) {
   if (rest_.empty()) return false;
+  ++number_;
   const std::size_t end = rest_.find_first_of("\r\n");
   line = rest_.substr(0, end);
   if (end == kNone) {

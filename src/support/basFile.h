@@ -55,9 +55,15 @@ class LineReader {
  public:
   explicit LineReader(std::string_view bytes) : rest_(bytes) {}
   bool Next(std::string_view& line);
+  // The number of the line that was read last; the first is 1.
+  int Number() const { return number_; }
 
  private:
   std::string_view rest_;
+  int number_ = 0;
 };
+
+// How many lines, as LineReader divides them, end in `bytes`.
+int CountLineEnds(std::string_view bytes);
 
 }  // namespace bxvbwiz

@@ -11,6 +11,7 @@
 namespace bxvbwiz {
 
 class Findings;
+struct Sentence;
 
 // How the program was started (App.StartMode).
 enum class StartMode { StandAlone = 0, Automation = 1 };
@@ -50,6 +51,8 @@ class Session {
   User* user = nullptr;
   // Where findings are collected; null before the form is loaded: then only the log gets them.
   Findings* findings = nullptr;
+  // Where they come from; see OriginScope. Null when that is unknown.
+  const Sentence* origin = nullptr;
 
   Platform& platform() { return platform_; }
   StartMode startMode() const { return startMode_; }

@@ -18,16 +18,32 @@ constexpr unsigned NumberOf(TextId id) {
 
 // A row of Findings.inc, numbered after all of Strings.inc.
 enum class FindingId : unsigned {
-#define FINDING(name, number, code, severity, text) name = number,
+#define FINDING(name, number, code, severity, values, text, advice) name = number,
 #include "text/Findings.inc"
 #undef FINDING
 };
 constexpr unsigned kFirstFinding = 2001;
 
+// How much a finding matters, the worst first.
+enum class Severity {
+  Error,    // the setup lacks something or will not work
+  Warning,  // it is likely wrong
+  Note      // worth knowing
+};
+
 // The text of a finding, with places for its values.
 constexpr TextId TextOf(FindingId id) {
   return static_cast<TextId>(id);
 }
+// What to do by hand, with the same places.
+constexpr TextId AdviceOf(FindingId id) {
+  return static_cast<TextId>(static_cast<unsigned>(id) + 1000);
+}
+// The name that programs know it by, in kebab case.
+const char* CodeOf(FindingId id);
+Severity SeverityOf(FindingId id);
+// "error", "warning" or "note".
+const char* NameOf(Severity severity);
 
 // Empty when no row has that number.
 std::string CompiledText(TextId id);

@@ -97,6 +97,7 @@ void Generation::MakeFileGroups() {
 void Generation::CreateFileGroups() {
   for (const CFile& file : analysis_.Files()) {
     user_.DoEvents();
+    const OriginScope origin(file.FirstAsker());
     if (analysis_.FileGroups().CreateFileGroup(setup_.folder, file)) continue;
     AddFinding(FindingId::FileNotInGroup, {file.FileName});
   }
@@ -108,6 +109,7 @@ void Generation::SaveReport() {
   RetryOrCancel(kRoutine, [this] {
     WriteReport(platform_, setup_.folder, setup_.report, analysis_.ProjectView().Nodes());
   });
+  RetryOrCancel(kRoutine, [this] { WriteLeftToDo(platform_, setup_.folder, analysis_.Found()); });
 }
 
 }  // namespace bxvbwiz

@@ -31,7 +31,7 @@ class Generation {
 
   // Does everything except write the report's file.
   void MakeSetupProject();
-  // Writes Report.txt.
+  // Writes Report.txt, and what was found beside it.
   void SaveReport();
 
  private:

@@ -71,10 +71,15 @@ void PageDriver::Finish() {
   Generation generation(core_.platform(), core_.global(), form_, *analysis_, form_.Answers(),
                         setupProjectName_, setup);
   generation.MakeSetupProject();
-  form_.txtReport.text = LeftToDo(core_.platform().strings, analysis_->Found().Texts()) + setup.report;
+  const auto showReport = [&] {
+    const std::string found = LeftToDo(core_.platform().strings, analysis_->Found());
+    form_.txtReport.text = found.empty() ? setup.report : setup.report + "\r\n\r\n" + found;
+  };
+  showReport();
   form_.ShowPanel(kPanelReport);
   form_.HidePanel(kPanelSummary);
   generation.SaveReport();
+  showReport();  // saving may have failed in part
   form_.generating = false;
 }
 

@@ -61,9 +61,9 @@ cp -R machine before
 export BXVBWIZ_MACHINE=$work/machine
 
 # ---- runs that write nothing
-Expect "an analysis ends with what is left to do" 0 "1 thing is left to do." analyse "$project"
+Expect "an analysis ends with what is left to do" 0 "1 error." analyse "$project"
 Expect "a Windows path and a path of this computer are the same" 0 "Demo File Groups" analyse 'c:\src\DEMO.vbp' --verbose
-Expect "an answer in front of the project does not swallow it" 0 "left to do" analyse --answer 1095=yes "$project"
+Expect "an answer in front of the project does not swallow it" 0 "1 error." analyse --answer 1095=yes "$project"
 Expect "--strict fails when something is missing" 4 "Gone.ocx" analyse "$project" --strict
 Expect "a project outside the machine" 3 "outside" generate "$work/messages"
 Expect "a failed run is one JSON document, too" 3 '"finished": false' generate "$work/messages" --json
@@ -74,7 +74,7 @@ Expect "a capture needs a place" 2 "--to" capture "$project"
 Expect "a capture fills no folder that is in use" 2 "not empty" capture "$project" --to before
 Expect "a capture of nothing says that it is incomplete" 3 "captured0 is incomplete" capture 'C:\none.vbp' --to captured0
 Expect "a capture says how it is used" 0 'generate "C:\Src\Demo.vbp" --machine captured1' capture "$project" --to captured1
-Expect "a captured machine gives the same" 0 "1 thing is left to do." analyse 'C:\Src\Demo.vbp' --machine captured1
+Expect "a captured machine gives the same" 0 "1 error." analyse 'C:\Src\Demo.vbp' --machine captured1
 [ "$("${run[@]}" analyse "$project" --quiet 2>/dev/null | wc -c)" -eq 0 ] || Fail "--quiet leaves standard output empty"
 "${run[@]}" analyse "$project" >/dev/full 2>/dev/null && Fail "output that cannot be written is a failure"
 Unchanged "nothing is written by an analysis or a refused run"

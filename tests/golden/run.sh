@@ -18,7 +18,8 @@
 #   remove           files and folders of the other case that this one lacks, one a line
 #   expected/output  standard output
 #   expected/result  exit code, standard error, and all files that were made, changed or removed, with their content.
-#                    A file that is still as it was copied from the template is only named. GUIDs, the time and the
+#                    A file that is still as it was copied from the template is only named, and so is a list of findings
+#                    that were printed. GUIDs, the time and the
 #                    folder of the run are masked.
 # For a new case, write what differs, run --update on it, and read what it has put into expected/.
 set -Eeuo pipefail
@@ -82,6 +83,14 @@ Print() {  # Print TITLE FILE
   [ -z "$(tail -c 1 "$2")" ] || printf '\n(no end of line)\n'
 }
 
+# Whether a file holds the findings that were printed. In windows they are expected, but not printed.
+SaysTheSame() {  # SaysTheSame FILE
+  local messages=$folder/messages
+  [ "$mode" != --files ] || messages=$(Find expected/result)
+  cmp -s <(tr -d '\r' <"$1" | sed -E '/^(error|warning|note) |^  (from|to do): /!d') \
+    <(sed -En -e 's/^bxvbwiz: ((error|warning|note) )/\1/p' -e '/^  (from|to do): /p' "$messages")
+}
+
 # Prints what a run made of $folder/before: what $folder/machine has, then what it lacks.
 PrintChanges() {
   local path before=$folder/before after=$folder/machine
@@ -93,6 +102,8 @@ PrintChanges() {
       continue
     elif cmp -s "$template/${path#drive_c/*/*/}" "$after/$path"; then
       echo "== $path is the template's"
+    elif [[ $path == */"Left To Do.txt" ]] && SaysTheSame "$after/$path"; then
+      echo "== $path says what the messages say"
     else
       Print "$path" "$after/$path"
     fi

@@ -57,7 +57,9 @@ class ProjectFixture : public TestSession {
     if (!context_) {
       global().LoadSystemFiles();
       builder.files = &platform().files;
-      context_ = std::make_unique<AnalysisContext>(AnalysisContext{platform(), user, global(), builder});
+      executables_ = std::make_unique<Executables>(platform());
+      context_ = std::make_unique<AnalysisContext>(
+          AnalysisContext{platform(), user, global(), builder, *executables_});
     }
     return *context_;
   }
@@ -66,6 +68,7 @@ class ProjectFixture : public TestSession {
 
  private:
   std::unique_ptr<basGlobal> global_;
+  std::unique_ptr<Executables> executables_;
   std::unique_ptr<AnalysisContext> context_;
 };
 

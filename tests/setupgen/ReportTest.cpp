@@ -44,12 +44,18 @@ TEST_F(ReportTest, TheTextAsksForTheDataAccessThatIsNeeded) {
             std::string::npos);
 }
 
-TEST_F(ReportTest, WhatIsLeftToDoIsListedUnformatted) {
+TEST_F(ReportTest, WhatWasFoundIsListedUnformattedAndTheWorstFirst) {
   const StringTable& strings = platform().strings;
-  EXPECT_EQ(LeftToDo(strings, {}), "");
-  const std::string sentence =
-      "The file C:\\" + std::string(70, 'x') + " y/new.dll was not found on this computer.";
-  EXPECT_EQ(LeftToDo(strings, {sentence, "b"}), "*** Left To Do ***\r\n\r\n" + sentence + "\r\nb\r\n\r\n");
+  Findings found(strings);
+  EXPECT_EQ(LeftToDo(strings, found), "");
+  const std::string name = "C:\\" + std::string(70, 'x') + " y/new.dll";
+  found.Add({FindingId::FileTimesNotSet, {"a.bxp"}, {}});
+  found.Add({FindingId::FileMissing, {name}, LineOrigin("C:\\p.vbp", 7)});
+  const std::string text = LeftToDo(strings, found);
+  EXPECT_EQ(text.find("*** Left To Do ***\r\n\r\nerror [file-missing]: The file " + name +
+                      " was not found on this computer.\r\n  from: C:\\p.vbp, line 7\r\n  to do: "),
+            0U);
+  EXPECT_NE(text.find("\r\n\r\nnote [file-times-not-set]: "), std::string::npos);
 }
 
 // What no tree of a whole run has; the head of the report comes from the template.

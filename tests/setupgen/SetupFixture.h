@@ -13,13 +13,15 @@ namespace bxvbwiz {
 class SetupFixture : public TestSession {
  protected:
   struct Output {
-    explicit Output(Platform& platform, User& user) : global(platform), lists(platform.profiles) {
+    explicit Output(Platform& platform, User& user)
+        : global(platform), lists(platform.profiles), executables(platform) {
       global.user = &user;
       groups = std::make_unique<CFileGroups>(
-          platform, global, [] { return "C:\\App\\App.vbp"; }, lists);
+          platform, global, [] { return "C:\\App\\App.vbp"; }, lists, executables);
     }
     basGlobal global;
     NumberedKeys lists;
+    Executables executables;
     std::unique_ptr<CFileGroups> groups;
   };
 

@@ -25,7 +25,7 @@ TEST_F(AnalysisTest, AMissingProductKeyEndsTheWizardAndIsShownOnce) {
   EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::RegistryKeyMissing});
 }
 
-TEST_F(AnalysisTest, ANeededFileOfOneNameIsTakenWhereItIsFoundAndTheOtherIsNamed) {
+TEST_F(AnalysisTest, TheFirstFileOfANameStaysAndTheOthersAreNamed) {
   for (const char* file : {"a.ocx", "b.ocx", "windows/system32/both.dll", "Src/Release/Final/both.dll",
                            "Src/Release/Final/late.dll"})
     machine_.Write(std::string("drive_c/") + file, "x");
@@ -41,13 +41,16 @@ TEST_F(AnalysisTest, ANeededFileOfOneNameIsTakenWhereItIsFoundAndTheOtherIsNamed
                  "Object = {a.ocx}#1.0#0; a.ocx\r\nObject = {b.ocx}#1.0#0; b.ocx\r\n");
   Start();
   LeaveWelcome();
-  EXPECT_EQ(Form().Shown()->Found().Texts(),
-            std::vector<std::string>{"The file C:\\Src\\Release\\Final\\both.dll was left out, because "
-                                     "C:\\windows\\system32\\both.dll has the same key."});
-  EXPECT_EQ(Form().Shown()->Files().FindItem("Klatedll")->FileLinkPath, "C:\\Src\\Release\\Final\\");
+  EXPECT_EQ(
+      Form().Shown()->Found().Texts(),
+      (std::vector<std::string>{"The file C:\\Src\\Release\\Final\\late.dll was found, but left out, because "
+                                "C:\\windows\\late.dll, which was not found, has the same key.",
+                                "The file late.dll was not found on this computer.",
+                                "The file C:\\Src\\Release\\Final\\both.dll was left out, because "
+                                "C:\\windows\\system32\\both.dll has the same key."}));
 }
 
-TEST_F(AnalysisTest, AFileIsInstalledOnceWhateverTheSpellingsOfItsName) {
+TEST_F(AnalysisTest, NamesOfOneFileThatDifferInCaseAreKeptAndNoted) {
   // "AB-C.dll" takes the key of "ABC.dll", but not that of "abc.dll".
   for (const char* file : {"a.ocx", "windows/system32/AB-C.dll", "windows/system32/ABC.dll"})
     machine_.Write(std::string("drive_c/") + file, "x");
@@ -59,8 +62,11 @@ TEST_F(AnalysisTest, AFileIsInstalledOnceWhateverTheSpellingsOfItsName) {
   LeaveWelcome();
   std::string names;
   for (const CFile& file : Form().Shown()->Files()) names += GetPathFileName(file.FileName) + " ";
-  EXPECT_EQ(names, "App.exe a.ocx AB-C.dll abc.dll ");
-  EXPECT_TRUE(Form().Shown()->Found().Texts().empty());
+  EXPECT_EQ(names, "App.exe a.ocx AB-C.dll abc.dll Abc.dll ");
+  EXPECT_EQ(
+      Form().Shown()->Found().Texts(),
+      std::vector<std::string>{"The file C:\\windows\\system32\\Abc.dll is in the setup twice, because it "
+                               "is also named abc.dll."});
 }
 
 // Makes a library a remote server, which nothing in the registry can do.
@@ -80,7 +86,8 @@ TEST_F(AnalysisTest, ARemoteServerIsNamedAndTheReadingGoesOn) {
       "Type=Exe\nPath32=Release\\Final\nReference=*\\G{remote.tlb}#1.0#0#remote.tlb#R\nForm=Main.frm");
   Start();
   RemoteServerBuilder builder;
-  CProject project({core_->platform(), Form(), core_->global(), builder});
+  Executables executables(core_->platform());
+  CProject project({core_->platform(), Form(), core_->global(), builder, executables});
   project.SetFileName("C:\\Src\\Remote.vbp");
   EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::RemoteServerUsed});
   EXPECT_EQ(seen_.told.find("This project uses the remote server component C:\\remote.tlb."), 0U)
