@@ -97,8 +97,50 @@ Table AddExports(Bytes& section, std::vector<std::string> exports) {
   return table;
 }
 
+// The tree of resources has three levels: type, number and language.
+Table AddResources(Bytes& section, const std::vector<std::string>& libraries) {
+  if (libraries.empty()) return {};
+  constexpr std::uint32_t kDirectorySize = 16;
+  constexpr std::uint32_t kEntrySize = 8;
+  constexpr std::uint32_t kDataEntrySize = 16;
+  constexpr std::uint32_t kHighBit = 0x80000000U;
+  const auto count = static_cast<std::uint32_t>(libraries.size());
+  section.PadTo(RoundUp(section.text.size(), 4));
+  const Table begin{section.Address(), 0};
+  const std::uint32_t numbers = kDirectorySize + kEntrySize;
+  const std::uint32_t languages = numbers + kDirectorySize + count * kEntrySize;
+  const std::uint32_t entries = languages + count * (kDirectorySize + kEntrySize);
+  const std::uint32_t name = entries + count * kDataEntrySize;
+  Bytes bytes;
+  const auto directory = [&](std::uint32_t named, std::uint32_t numbered) {
+    bytes.Longs({0, 0, 0});
+    bytes.Word(named);
+    bytes.Word(numbered);
+  };
+  directory(1, 0);
+  bytes.Longs({name | kHighBit, numbers | kHighBit});
+  directory(0, count);
+  for (std::uint32_t i = 0; i < count; ++i)
+    bytes.Longs({i + 1, (languages + i * (kDirectorySize + kEntrySize)) | kHighBit});
+  for (std::uint32_t i = 0; i < count; ++i) {
+    directory(0, 1);
+    bytes.Longs({0, entries + i * kDataEntrySize});
+  }
+  const std::string type = "TYPELIB";
+  std::uint32_t data = begin.address + name + 2 + 2 * static_cast<std::uint32_t>(type.size());
+  for (const std::string& library : libraries) {
+    bytes.Longs({data, static_cast<std::uint32_t>(library.size()), 0, 0});
+    data += static_cast<std::uint32_t>(library.size());
+  }
+  bytes.Word(static_cast<std::uint32_t>(type.size()));
+  for (const char letter : type) bytes.Word(static_cast<unsigned char>(letter));
+  for (const std::string& library : libraries) bytes.text += library;
+  section.text += bytes.text;
+  return {begin.address, section.Address() - begin.address};
+}
+
 void AddOptionalHeader(Bytes& file, std::uint32_t rawSize, std::uint32_t imageSize, const Table& exports,
-                       const Table& imports) {
+                       const Table& imports, const Table& resources) {
   constexpr std::uint32_t kImageBase = 0x10000000;
   constexpr std::uint32_t kDirectories = 16;
   const std::size_t end = file.text.size() + kOptionalHeaderSize;
@@ -109,17 +151,49 @@ void AddOptionalHeader(Bytes& file, std::uint32_t rawSize, std::uint32_t imageSi
   file.Longs({imageSize, kHeadersSize, 0});
   file.Long(2);                                      // graphical subsystem
   file.Longs({0x100000, 0x1000, 0x100000, 0x1000});  // stack and heap: reserved, committed
-  file.Longs({0, kDirectories, exports.address, exports.size, imports.address, imports.size});
+  file.Longs({0, kDirectories, exports.address, exports.size, imports.address, imports.size,
+              resources.address, resources.size});
   file.PadTo(end);
 }
 
 }  // namespace
 
-std::string MakePe(const std::vector<std::string>& imports, const std::vector<std::string>& exports) {
+std::string MakeTypeLibrary(const LibraryHead& head) {
+  constexpr std::uint32_t kHeaderSize = 0x54;
+  constexpr std::uint32_t kSegments = 15;
+  constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+  constexpr std::uint32_t kGuidSize = 16;
+  const std::uint32_t data = kHeaderSize + kSegments * 16;
+  Bytes file;
+  file.Longs({0x5446534D, 0x10002, 0, head.language, head.language, 0x41});
+  file.Word(head.major);
+  file.Word(head.minor);
+  // Library flags, type infos, description.
+  file.Longs({0, 0, head.description.empty() ? kNone : 0});
+  file.PadTo(0x38);
+  file.Longs({kNone, kNone, kNone});
+  file.PadTo(kHeaderSize);
+  for (std::uint32_t segment = 0; segment < kSegments; ++segment) {
+    std::uint32_t size = 0;
+    if (segment == 5) size = kGuidSize;
+    if (segment == 8) size = 2 + static_cast<std::uint32_t>(head.description.size());
+    file.Longs({segment == 8 ? data + kGuidSize : data, size, kNone, 15});
+  }
+  constexpr std::size_t kOrder[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
+  for (const std::size_t index : kOrder)
+    file.text += static_cast<char>(std::stoul(head.guid.substr(2 * index, 2), nullptr, 16));
+  file.Word(static_cast<std::uint32_t>(head.description.size()));
+  file.text += head.description;
+  return file.text;
+}
+
+std::string MakePe(const std::vector<std::string>& imports, const std::vector<std::string>& exports,
+                   const std::vector<std::string>& libraries) {
   Bytes section;
   section.text = std::string("\x33\xC0\xC3\x90", 4);  // xor eax, eax; ret; nop
   const Table importTable = AddImports(section, imports);
   const Table exportTable = AddExports(section, exports);
+  const Table resourceTable = AddResources(section, libraries);
   const std::uint32_t virtualSize = section.Address() - kSectionAddress;
   const std::uint32_t rawSize = RoundUp(virtualSize, kFileAlignment);
   section.PadTo(rawSize);
@@ -137,7 +211,7 @@ std::string MakePe(const std::vector<std::string>& imports, const std::vector<st
   file.Word(kOptionalHeaderSize);
   file.Word(0x2102);  // executable, 32-bit, DLL
   AddOptionalHeader(file, rawSize, kSectionAddress + RoundUp(virtualSize, kSectionAlignment), exportTable,
-                    importTable);
+                    importTable, resourceTable);
   file.text += std::string(".text\0\0\0", 8);
   file.Longs({virtualSize, kSectionAddress, rawSize, kHeadersSize});
   // No relocations or line numbers; code, executable, readable, writable.

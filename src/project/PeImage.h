@@ -45,7 +45,7 @@ class BytesInMemory : public BytesSource {
 // time than the logarithm of the number of sections.
 class PeImage {
  public:
-  enum class Directory { Exports = 0, Imports = 1 };  // IMAGE_DIRECTORY_ENTRY_... in winnt.h
+  enum class Directory { Exports = 0, Imports = 1, Resources = 2 };  // IMAGE_DIRECTORY_ENTRY_... in winnt.h
 
   // `newHeader` is the offset of the signature "PE". The file must outlive the image.
   PeImage(const BytesSource& file, std::uint32_t newHeader);

@@ -9,5 +9,7 @@ namespace bxvbwiz {
 // A new GUID in registry form (StringFromGUID2): 38 characters with braces, 36 without; empty when none can
 // be made.
 std::string CreateGUID(Guids& guids, bool stripBraces);
+// The same form of a GUID that is known.
+std::string GuidText(const GuidBytes& guid, bool stripBraces);
 
 }  // namespace bxvbwiz
