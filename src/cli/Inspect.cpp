@@ -4,11 +4,11 @@
 #include <iostream>
 #include <utility>
 
+#include "cli/FileSource.h"
 #include "cli/Inspection.h"
 #include "cli/JsonOutput.h"
 #include "cli/TextOutput.h"
 #include "machine/CodePages.h"
-#include "machine/PartlyReadFile.h"
 #include "project/EXEFile.h"
 #include "text/Text.h"
 
@@ -17,19 +17,6 @@ namespace {
 
 // Names in executables are ASCII, except those of a few odd tools; the Western code page decodes every byte.
 constexpr int kCodePage = 1252;
-
-// A file as the reader of executables takes it.
-class FileSource : public BytesSource {
- public:
-  explicit FileSource(PartlyReadFile& file) : file_(file) {}
-  std::uint64_t Size() const override { return file_.Size(); }
-  std::string_view Part(std::uint64_t offset, std::size_t size) const override {
-    return file_.Part(offset, size);
-  }
-
- private:
-  PartlyReadFile& file_;
-};
 
 // Prints a message and gives false when the file cannot be opened. Only regular files are opened, so that
 // nothing waits for a pipe.
@@ -64,6 +51,7 @@ Inspection InspectFile(const std::string& path, const FileSource& bytes, const C
   inspection.errorType = file.ErrorType;
   for (const Dependency& import : file.Dependencies) inspection.imports.push_back(import.ShortName);
   for (const std::string& name : file.Exports) inspection.exports.push_back(name);
+  inspection.typeLibraries = ReadTypeLibraries(bytes, codePage);
   const std::string upper = UpperCase(path);
   if (EndsWith(upper, ".TLB") || EndsWith(upper, ".OLB")) {
     inspection.selfRegister = kRegisterTypeLibrary;

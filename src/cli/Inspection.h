@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "project/TypeLibraryFile.h"
+
 namespace bxvbwiz {
 
 // What is known about one executable.
@@ -15,6 +17,7 @@ struct Inspection {
   std::vector<std::string> imports;
   std::vector<std::string> exports;
   std::int32_t selfRegister = 0;
+  TypeLibraryFile typeLibraries;
   std::string reason;  // why it is not valid
 };
 

@@ -98,6 +98,11 @@ void PrintText(const Inspection& inspection) {
   std::cout << inspection.file << ": " << FormatName(inspection.exeType);
   if (!inspection.reason.empty()) std::cout << " (" << inspection.reason << ")";
   std::cout << ", register code " << inspection.selfRegister << '\n';
+  std::vector<std::string> libraries = inspection.typeLibraries.faults;
+  for (const TypeLibraryFacts& library : inspection.typeLibraries.libraries)
+    libraries.push_back(library.identifier + " version " + library.version + ", language " +
+                        library.language + ", \"" + library.description + "\"");
+  PrintList("type libraries", libraries);
   PrintList("imports", inspection.imports);
   PrintList("exports", inspection.exports);
 }
