@@ -123,6 +123,13 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   machine->add_subcommand("new", "Make a machine folder with default contents")
       ->add_option("DIR", options.newMachine, "The folder to create; it must be new or empty")
       ->required();
+  CLI::App* enter = machine->add_subcommand(
+      "register", "Enter the type libraries of files into the registry of a machine folder");
+  enter->add_option("DIR", options.machine, "The machine folder")->required();
+  enter
+      ->add_option("PATH", options.components,
+                   "Files, and folders with all below, in the machine folder's drives")
+      ->required();
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
   try {
     RefuseEmptyTexts(arguments);
@@ -139,6 +146,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
                     : generate->parsed() ? Command::Generate
                     : capture->parsed()  ? Command::Capture
                     : inspect->parsed()  ? Command::Inspect
+                    : enter->parsed()    ? Command::MachineRegister
                                          : Command::MachineNew;
   return std::nullopt;
 }

@@ -16,7 +16,7 @@ constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine fol
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
 constexpr int kExitIncomplete = 4;   // --strict: there is an error or a warning
 
-enum class Command { Analyse, Generate, Capture, Inspect, MachineNew };
+enum class Command { Analyse, Generate, Capture, Inspect, MachineNew, MachineRegister };
 
 // The command line as the user gave it.
 struct Options {
@@ -37,7 +37,8 @@ struct Options {
   bool verbose = false;
   std::vector<std::string> files;  // of inspect
   std::string newMachine;
-  std::string captureTo;  // the machine folder that capture makes
+  std::vector<std::string> components;  // files and folders of machine register
+  std::string captureTo;                // the machine folder that capture makes
 };
 
 // Reads the command line. When there is nothing to run (help, version, wrong usage), prints the text and

@@ -3,6 +3,7 @@
 
 #include "cli/Inspect.h"
 #include "cli/MachineNew.h"
+#include "cli/MachineRegister.h"
 #include "cli/Options.h"
 #include "cli/RunWizard.h"
 #include "cli/Terminal.h"
@@ -17,6 +18,8 @@ int Run(std::vector<std::string> arguments) {
       return bxvbwiz::InspectFiles(options);
     case bxvbwiz::Command::MachineNew:
       return bxvbwiz::MakeMachine(options.newMachine);
+    case bxvbwiz::Command::MachineRegister:
+      return bxvbwiz::RegisterComponents(options);
     default:
       return bxvbwiz::RunWizard(options);
   }
