@@ -41,8 +41,9 @@ void AddFiles(Platform& platform, const std::string& setup) {
   basGlobal global(platform);
   session.user = global.user = &user;
   NumberedKeys lists(platform.profiles);
+  Executables executables(platform);
   CFileGroups groups(
-      platform, global, [] { return "C:\\App\\App.vbp"; }, lists);
+      platform, global, [] { return "C:\\App\\App.vbp"; }, lists, executables);
   for (int number = 0; number < kFiles; ++number) {
     CFile file;
     file.FileName = "File" + std::to_string(number) + ".dat";
