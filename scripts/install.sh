@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing for: build, tests, tidy, windows, bench (any of them as arguments; default build).
+# Installs what is missing for: build, tests, tidy, windows, bench, packages (any of them as arguments; default build).
 # What is there is left alone: each need is looked for as a program or file, not as a package, and nothing is upgraded.
 set -euo pipefail
 
@@ -55,8 +55,12 @@ for purpose in "${@:-build}"; do
       Need llvm HasProgram llvm-readobj
       Need crudini HasProgram crudini
       ;;
+    packages)
+      Need git HasProgram git
+      Need dpkg-dev HasProgram dpkg-shlibdeps
+      ;;
     *)
-      echo "install.sh: unknown purpose '$purpose'; the purposes are build, tests, tidy, windows and bench" >&2
+      echo "install.sh: unknown purpose '$purpose'; the purposes are build, tests, tidy, windows, bench and packages" >&2
       exit 2
       ;;
   esac

@@ -4,13 +4,16 @@
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 
+#include "Revision.h"
 #include "text/Strings.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr const char* kVersion = "bxvbwiz " BXVBWIZ_VERSION;
+// The revision is empty in sources without their history.
+constexpr const char* kVersion =
+    sizeof(BXVBWIZ_REVISION) > 1 ? "bxvbwiz " BXVBWIZ_VERSION " (" BXVBWIZ_REVISION ")" : "bxvbwiz " BXVBWIZ_VERSION;
 
 const std::map<std::string, Button> kButtons = {{"ok", Button::Ok},
                                                 {"cancel", Button::Cancel},
