@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <CLI/CLI.hpp>
 #include <cstdlib>
+#include <iostream>
+#include <iterator>
 
+#include "cli/Descriptions.h"
 #include "Revision.h"
 #include "text/Strings.h"
 #include "text/Text.h"
@@ -12,8 +15,14 @@ namespace bxvbwiz {
 namespace {
 
 // The revision is empty in sources without their history.
-constexpr const char* kVersion =
-    sizeof(BXVBWIZ_REVISION) > 1 ? "bxvbwiz " BXVBWIZ_VERSION " (" BXVBWIZ_REVISION ")" : "bxvbwiz " BXVBWIZ_VERSION;
+constexpr const char* kVersion = sizeof(BXVBWIZ_REVISION) > 1 ? "bxvbwiz " BXVBWIZ_VERSION
+                                                                " (" BXVBWIZ_REVISION ")"
+                                                              : "bxvbwiz " BXVBWIZ_VERSION;
+
+constexpr const char* kFooter =
+    "Exit codes: 0 finished; 1 ended without finishing; 2 wrong usage or an unreadable machine folder;\n"
+    "3 the project cannot be read or cannot be packaged; 4 finished with errors or warnings (--strict).\n"
+    "Variables: BXVBWIZ_MACHINE names the machine folder; SOURCE_DATE_EPOCH is the present time there.";
 
 const std::map<std::string, Button> kButtons = {{"ok", Button::Ok},
                                                 {"cancel", Button::Cancel},
@@ -104,6 +113,16 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   app.set_version_flag("--version", kVersion);
   app.allow_windows_style_options(false);  // a path of another system may begin with a slash
   app.require_subcommand(1);
+  app.footer(kFooter);
+  const auto describe = [&app](const std::string& kind) {
+    std::cout << Describe(app, kind);
+    throw CLI::Success();
+  };
+  app.add_option_function<std::string>("--generate", describe,
+                                       "Print the manual page, or completions for a shell")
+      ->type_name("WHAT")
+      ->check(CLI::IsMember(std::vector<std::string>(std::begin(kDescriptions), std::end(kDescriptions))))
+      ->trigger_on_parse();
   WizardOptions more;
   CLI::App* analyse = app.add_subcommand(
       "analyse",
