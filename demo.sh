@@ -7,6 +7,10 @@ set -euo pipefail
 cd "$(dirname "$0")"
 started=$SECONDS
 mode=${1:-}
+if [ "$mode" = --help ]; then
+  sed -n '/^# /s/^# //p' "$0"
+  exit 0
+fi
 if [ $# -gt 1 ] || [[ -n $mode && $mode != --window ]]; then
   echo "usage: demo.sh [--window]" >&2
   exit 2
@@ -17,14 +21,17 @@ Title() { printf '\n== %s\n\n' "$*"; }
 Build() {  # Build PRESET TARGET...
   local preset=$1
   shift
-  { cmake --preset "$preset" && cmake --build --preset "$preset" --parallel 2 --target "$@"; } >build/demo.log 2>&1 && return
+  echo "Building $preset (build/$preset) ..."
+  { cmake --preset "$preset" && cmake --build --preset "$preset" --parallel "$(nproc)" --target "$@"; } >build/demo.log 2>&1 && return
   tail -n 40 build/demo.log
   echo "The build failed; its whole output is in build/demo.log." >&2
   exit 1
 }
 
 scripts/install.sh build
-mkdir -p build
+mkdir -p build demo/out
+exec 9>demo/out/lock
+flock --nonblock 9 || { echo "Waiting for another demo.sh in this folder ..."; flock 9; }
 Build native bxvbwiz makepe
 bin=build/native/bin
 machine=demo/out/machine
@@ -36,10 +43,10 @@ if [ "$mode" = --window ]; then
   Build win32 showwizard
   if [ -z "${DISPLAY:-}" ]; then
     echo "There is no display: taking pictures instead."
-    exec scripts/screenshots.sh demo/out/screenshots
+    exec scripts/screenshots.sh demo/out/screenshots 9>&-
   fi
   echo "The wizard works on $machine and opens $project."
-  BXVBWIZ_DISPLAY=$DISPLAY exec scripts/wine.sh build/win32/bin/showwizard.exe generate --machine $machine "$project"
+  BXVBWIZ_DISPLAY=$DISPLAY exec scripts/wine.sh build/win32/bin/showwizard.exe generate --machine $machine "$project" 9>&-
 fi
 
 Title "The project: $project"

@@ -1,10 +1,25 @@
 #!/usr/bin/env bash
 # Installs what is missing, checks the sources, builds with the sanitizers and for 32-bit and 64-bit Windows, and runs
 # every test. The Windows tests run under Wine, in prefixes inside the build tree.
+# usage: test.sh [PART]...   without a part: all of them
+#   checks   the floors, the format, clang-tidy
+#   asan     this computer, with the sanitizers
+#   win32    32-bit Windows; some golden cases need the build of asan
+#   win64    64-bit Windows, likewise
 # The last line is "N passed, N failed"; the exit code is 0 when none failed. The whole output is in build/test.log.
 set -uo pipefail
 cd "$(dirname "$0")" || exit 1
+for part; do
+  case $part in
+    checks | asan | win32 | win64) ;;
+    --help) sed -n '/^# /s/^# //p' "$0" | sed '/^The last line/q'; exit 0 ;;
+    *) echo "test.sh: no part $part; test.sh --help lists them" >&2; exit 2 ;;
+  esac
+done
+[ $# -gt 0 ] || set -- checks asan win32 win64
 mkdir -p build
+exec 9>build/test.lock
+flock --nonblock 9 || { echo "Waiting for another test.sh in this folder ..."; flock 9; }
 log=build/test.log
 : >"$log"
 passed=0
@@ -29,7 +44,7 @@ Check() {  # Check NAME COMMAND...: a check beside the tests
 }
 Build() {  # Build PRESET
   echo "Building $1 (build/$1) ..."
-  if ! { cmake --preset "$1" -D BXVBWIZ_TESTS=ON && cmake --build --preset "$1" --parallel 2; } >build/build.log 2>&1; then
+  if ! { cmake --preset "$1" -D BXVBWIZ_TESTS=ON && cmake --build --preset "$1" --parallel "$(nproc)"; } >build/build.log 2>&1; then
     grep -E -B 1 -A 6 '^FAILED|error:|Error' build/build.log | head -n 80
     echo "The build failed; its whole output is in build/build.log."
     failed=$((failed + 1))
@@ -39,7 +54,7 @@ Build() {  # Build PRESET
 Test() {  # Test PRESET
   local summary
   # Passed tests are only counted; failed ones are shown as they end.
-  ctest --test-dir "build/$1" --parallel 2 --output-on-failure --timeout 600 --no-tests=error 2>&1 </dev/null | tee "build/ctest.log" |
+  ctest --test-dir "build/$1" --parallel "$(nproc)" --output-on-failure --timeout 600 --no-tests=error 2>&1 </dev/null 9>&- | tee "build/ctest.log" |
     grep --line-buffered -vE '^ *Start +[0-9]+: |^ *[0-9]+/[0-9]+ Test .* Passed |^Internal ctest|^Test project |^$|tests passed, '
   cat build/ctest.log >>"$log"
   summary=$(grep -E '^[0-9]+% tests passed, ' build/ctest.log | tail -n 1)
@@ -60,19 +75,20 @@ StopWine() {
 }
 trap StopWine EXIT
 
-scripts/install.sh build tests windows tidy || { failed=1; Finish; }
-Check "The check of the floors" scripts/check_floors.sh
-Check "The check of the format" scripts/format.sh --check
-Check "clang-tidy" scripts/tidy.sh
-
-Build asan
-Test asan
-Build win32
-if [ -x /usr/lib/wine/wine ]; then
-  Test win32
-else
-  echo "32-bit Wine is not installed: the 32-bit programs were built but not tested."
-fi
-Build win64
-Test win64
+scripts/install.sh build tests windows tidy packages || { failed=1; Finish; }
+for part; do
+  if [ "$part" = checks ]; then
+    echo "Checking the sources ..."
+    Check "The check of the floors" scripts/check_floors.sh
+    Check "The check of the format" scripts/format.sh --check
+    Check "clang-tidy" scripts/tidy.sh
+    continue
+  fi
+  Build "$part"
+  if [ "$part" != win32 ] || [ -x /usr/lib/wine/wine ]; then
+    Test "$part"
+  else
+    echo "32-bit Wine is not installed: the 32-bit programs were built but not tested."
+  fi
+done
 Finish

@@ -5,6 +5,8 @@ set -euo pipefail
 
 HasProgram() { command -v "$1" >/dev/null 2>&1; }
 # The compiler finds the header.
+# The newest version of Debian's stable release is enough; older ones do not know the presets.
+HasCMake() { HasProgram cmake && printf '%s\n' 3.25 "$(cmake --version | sed -n '1s/[^0-9]*//p')" | sort -CV; }
 HasHeader() { HasProgram g++ && echo "#include <$1>" | g++ -std=c++17 -E -x c++ - >/dev/null 2>&1; }
 
 wantsWine32=no
@@ -21,7 +23,7 @@ for purpose in "${@:-build}"; do
   case $purpose in
     build)
       Need g++ HasProgram g++
-      Need cmake HasProgram cmake
+      Need cmake HasCMake
       Need ninja-build HasProgram ninja
       Need nlohmann-json3-dev HasHeader nlohmann/json.hpp
       Need libcli11-dev HasHeader CLI/CLI.hpp
@@ -68,35 +70,39 @@ done
 HasWine32 && wantsWine32=no
 [ ${#missing[@]} -gt 0 ] || [ "$wantsWine32" = yes ] || exit 0
 
-if ! HasProgram apt-get; then
-  echo "install.sh: this system has no apt-get; install the contents of these Debian packages yourself: ${missing[*]}" >&2
+# What is optional is never a reason to fail.
+GiveUp() {  # GiveUp REASON
+  if [ ${#missing[@]} -eq 0 ]; then
+    echo "The 32-bit Wine is not installed ($1): only the 64-bit programs will be tested."
+    exit 0
+  fi
+  echo "install.sh: $1; these Debian packages are missing: ${missing[*]}" >&2
   exit 1
-fi
+}
+HasProgram apt-get || GiveUp "this system has no apt-get"
 asRoot=()
 if [ "$(id -u)" -ne 0 ]; then
-  if ! HasProgram sudo; then
-    echo "install.sh: needs root or sudo to install these packages: ${missing[*]}" >&2
-    exit 1
-  fi
+  HasProgram sudo || GiveUp "installing needs root or sudo"
   asRoot=(sudo)
 fi
-export DEBIAN_FRONTEND=noninteractive
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
-Quietly() { "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive "$@" >"$log" 2>&1 </dev/null || { cat "$log" >&2; exit 1; }; }
-Install() { "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get "$@" >"$log" 2>&1 </dev/null; }
+# Another program that installs something is waited for.
+Apt() {
+  "${asRoot[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -o DPkg::Lock::Timeout=600 "$@" >"$log" 2>&1 </dev/null
+}
 
 # The 32-bit Wine comes from the other architecture's archive. If that is out of step with this one's (or cannot be
-# fetched completely), the release's own archive has matching versions of both.
+# fetched completely), the release's own archive has matching versions of both. Nothing is ever removed for it.
 InstallWine32() {
   "${asRoot[@]}" dpkg --add-architecture i386 || return
-  Install update || true
-  Install install --yes --no-remove --no-install-recommends wine32:i386 && return
+  Apt update || true
+  Apt install --yes --no-remove --no-install-recommends wine32:i386 && return
   local pin
   pin=$(mktemp)
   printf 'Package: *\nPin: release n=%s\nPin-Priority: 1001\n' "$(. /etc/os-release && echo "$VERSION_CODENAME")" >"$pin"
   chmod a+r "$pin"
-  Install install -o "Dir::Etc::Preferences=$pin" --yes --allow-downgrades --no-remove --no-install-recommends \
+  Apt install -o "Dir::Etc::Preferences=$pin" --yes --allow-downgrades --no-remove --no-install-recommends \
     wine wine64 wine32:i386
   local code=$?
   rm -f "$pin"
@@ -105,8 +111,11 @@ InstallWine32() {
 
 if [ ${#missing[@]} -gt 0 ]; then
   echo "Installing: ${missing[*]}"
-  Install update || true  # one index that cannot be fetched need not be one that is needed
-  Quietly apt-get install --yes --no-upgrade --no-install-recommends "${missing[@]}"
+  Apt update || true  # one index that cannot be fetched need not be one that is needed
+  Apt install --yes --no-upgrade --no-remove --no-install-recommends "${missing[@]}" || {
+    cat "$log" >&2
+    GiveUp "apt-get cannot install them"
+  }
 fi
 if [ "$wantsWine32" = yes ]; then
   echo "Installing: wine32:i386"

@@ -35,7 +35,7 @@ TestDebianPackage() {
   bash -n "$work/share/bash-completion/completions/bxvbwiz"
   "$work/bin/bxvbwiz" --version | grep -q '^bxvbwiz '
   Dpkg --remove bxvbwiz
-  [ -z "$(find "$root/usr" ! -type d)" ]
+  [ ! -e "$root/usr" ]
 }
 
 # The names of the registered classes and libraries of this product.

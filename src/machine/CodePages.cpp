@@ -137,7 +137,7 @@ class DoubleByteCodePage : public TableCodePage {
 
  protected:
   char32_t TakeCharacter(std::string_view& bytes) const override {
-    const auto lead = static_cast<unsigned char>(bytes.front());
+    const std::size_t lead = static_cast<unsigned char>(bytes.front());
     if (bytes.size() > 1) {
       const char16_t pair = characters_[lead << 8u | static_cast<unsigned char>(bytes[1])];
       if (pair != 0) {

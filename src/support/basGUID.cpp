@@ -26,7 +26,8 @@ std::string GuidText(const GuidBytes& guid, bool stripBraces) {
     text += kDigits[guid[index] >> 4];
     text += kDigits[guid[index] & 15];
   }
-  for (const std::size_t hyphen : {20, 16, 12, 8}) text.insert(static_cast<std::size_t>(hyphen), 1, '-');
+  constexpr std::size_t kHyphens[] = {20, 16, 12, 8};
+  for (const std::size_t hyphen : kHyphens) text.insert(hyphen, 1, '-');
   return stripBraces ? text : "{" + text + "}";
 }
 
