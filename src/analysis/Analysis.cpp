@@ -1,5 +1,6 @@
 #include "analysis/Analysis.h"
 
+#include "analysis/Audit.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
@@ -50,6 +51,11 @@ std::string LocationOf(const std::string& name, const FileRecord& facts) {
   return FixPath(facts.FileLinkPath) + GetPathFileName(name);
 }
 
+bool InstallAlike(const InstallationFacts& left, const InstallationFacts& right) {
+  return left.SharedFile == right.SharedFile && left.SelfRegister == right.SelfRegister &&
+         EqualsIgnoreCase(left.Destination, right.Destination);
+}
+
 }  // namespace
 
 Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
@@ -86,7 +92,17 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
   user_.CheckCancelled();
   if (!RebuildIfNeeded(rebuild)) return Result::Unreadable;
   FillTrees();
+  subject_ = std::make_unique<AuditSubject>(context_, *project_, files_, fileGroups_);
+  AuditAnalysis(*subject_);
   return Result::Done;
+}
+
+void Analysis::Audit(const std::string& folder) {
+  // What could not be written is told, and what follows from it need not be.
+  for (const Finding& finding : findings_.All()) {
+    if (finding.id == FindingId::FileNotWritten) return;
+  }
+  if (subject_ != nullptr) AuditSetup(*subject_, ReadSetup(platform_, folder));
 }
 
 // A step may have taken long.
@@ -242,12 +258,14 @@ void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
     const std::string taken = LocationOf(file->FileName, *file);
     const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
     // A copy that was not found is not a different file.
-    if (!EqualsIgnoreCase(location, taken) && !(isSameName && !facts.LinkResolves)) {
+    const bool isOther = !EqualsIgnoreCase(location, taken) && !(isSameName && !facts.LinkResolves);
+    if (isOther) {
       const bool isBetter = facts.LinkResolves && !file->LinkResolves;
       const FindingId id = isBetter ? FindingId::FoundFileLeftOut : FindingId::FileLeftOut;
       leftOut_.emplace_back(place, Finding{id, {location, taken}, facts.FirstAsker()});
       return;
     }
+    if (!InstallAlike(facts, *file)) file->rivals.push_back(facts);
   }
   for (const Origin& asker : facts.askers) file->AddAsker(asker);
 }
@@ -258,10 +276,7 @@ void Analysis::FillFileGroupView() {
   for (const auto& [place, finding] : leftOut_) {
     if (locations_.count(place) == 0) AddFinding(finding);
   }
-  for (const CFile& file : files_) {
-    if (!file.LinkResolves) AddFinding({FindingId::FileMissing, {file.FileName}, file.FirstAsker()});
-    TreeAdd(file);
-  }
+  for (const CFile& file : files_) TreeAdd(file);
 }
 
 void Analysis::TreeAdd(const CFile& file) {

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "analysis/AuditSubject.h"
 #include "analysis/Tree.h"
 #include "project/AnalysisContext.h"
 #include "project/CFiles.h"
@@ -51,6 +52,8 @@ class Analysis {
   const Findings& Found() const { return findings_; }
   // What is known of the executables that were read. It reads others when it is asked for them.
   Executables& Programs() { return executables_; }
+  // Checks the setup project in `folder` that was made from this analysis.
+  void Audit(const std::string& folder);
   // The builder that decided the files' facts, and the numbered lists that it keeps of a setup project.
   CFileGroups& FileGroups() { return fileGroups_; }
   NumberedKeys& Lists() { return lists_; }
@@ -84,6 +87,7 @@ class Analysis {
   AnalysisContext context_;
   Session* const session_;  // whose findings are collected here; null for none
   std::unique_ptr<CProject> project_;
+  std::unique_ptr<AuditSubject> subject_;
   Tree projectView_;
   Tree fileGroupView_;
 };

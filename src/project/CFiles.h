@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/Platform.h"
 #include "project/FileRecord.h"
@@ -15,6 +16,8 @@ struct CFile : FileRecord {
 
   std::string FileName;  // as given when it was added: a name or a path
   std::string Key;
+  // Other records of the same file that give other facts: the first record decides.
+  std::vector<FileRecord> rivals;
 };
 
 // Files keyed by their name without the folder: two of the same name cannot both be in it.

@@ -42,8 +42,9 @@ ExecutableFacts Executables::Read(const std::string& path) {
   facts.isDll = file.IsDll;
   facts.size = file.FileSize;
   facts.linkTime = file.LinkTime;
-  facts.registersItself = facts.isOpened && file.IsExported(kRegisterFunction);
-  facts.registersUnderOtherName = !file.IsExported(kRegisterFunction) && ExportsDecorated(file);
+  facts.exportsRegistration = file.IsExported(kRegisterFunction);
+  facts.registersItself = facts.isOpened && facts.exportsRegistration;
+  facts.registersUnderOtherName = !facts.exportsRegistration && ExportsDecorated(file);
   if (facts.isOpened) {
     for (const Dependency& import : file.Dependencies) facts.imports.push_back(import.ShortName);
   }

@@ -18,6 +18,7 @@ struct ExecutableFacts {
   std::uint16_t machine = 0;             // IMAGE_FILE_HEADER::Machine; 0 when it is no PE file
   bool isDll = false;                    // IMAGE_FILE_DLL is set
   bool registersItself = false;          // opened, and exports DllRegisterServer
+  bool exportsRegistration = false;      // exports DllRegisterServer, opened or not
   bool registersUnderOtherName = false;  // exports that name only with decoration ("_DllRegisterServer@0")
   std::vector<std::string> imports;      // names of the import table, in its order
   // What tells two files of one name apart.

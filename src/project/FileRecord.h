@@ -31,6 +31,7 @@ struct InstallationFacts {
   std::string FileGroup;          // name of the file group that receives the file
   std::int32_t SelfRegister = 0;  // a kRegister... code
   std::vector<Sentence> reasons;  // the rules that decided all this, in their order
+  std::vector<Finding> doubts;    // what is wrong with a file that is installed so
 };
 
 // A file that the setup needs.

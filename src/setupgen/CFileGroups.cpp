@@ -18,10 +18,6 @@ namespace {
 
 constexpr std::size_t kBuffer = 255;
 constexpr std::size_t kListBuffer = 254;  // of the lists of files and groups
-// A destination symbol as the tables of groups and components know it.
-std::string FolderSymbol(DestinationSymbols& symbols, const FileRecord& file) {
-  return StripTrailingBackslash(symbols.ConvertDestMacroToBXDestSymbol(file.Destination));
-}
 
 const char* YesOrNo(bool isSo) {
   return isSo ? "Yes" : "No";
@@ -42,7 +38,8 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
     const std::string name = GetPathFileName(filePath);
     const std::string found = FindDepSection(platform_, depFile, name);
     const std::string& section = found.empty() ? name : found;
-    target.Destination = DestinationMacro(destination, filePath, depFile, section);
+    target.doubts.clear();
+    DecideDestination(destination, filePath, depFile, section, target);
     target.SharedFile = IsSharedFile(target, filePath);
 
     std::string folder = GetPathFolder(filePath);
@@ -50,7 +47,7 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
       folder = ConvertBXDestSymbolToPath(ConvertDestMacroToBXDestSymbol(target.Destination));
     target.FileLinkPath = ResolveLinkPath(folder, name, target.LinkResolves);
     if (!depFile.empty()) {
-      target.SelfRegister = RegisterCode(filePath, depFile, section);
+      DecideRegistration(filePath, depFile, section, target);
     } else {
       // The copy that will be shipped may lie elsewhere than its source was expected.
       const bool isInFolder = FolderHoldsFile(platform_.files, FixPath(folder), name);
@@ -60,29 +57,34 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
   });
 }
 
-std::string CFileGroups::DestinationMacro(const std::string& destination, const std::string& filePath,
-                                          const std::string& depFile, const std::string& section) {
+void CFileGroups::DecideDestination(const std::string& destination, const std::string& filePath,
+                                    const std::string& depFile, const std::string& section,
+                                    FileRecord& target) {
   std::string macro = destination;
   if (macro.empty() && !depFile.empty())
     macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
   const bool isOfDepFile = destination.empty() && !macro.empty();
   if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
   if (macro.empty() && !depFile.empty()) macro = kApplicationMacro;
-  if (ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos) return macro;
-  if (isOfDepFile) {
-    AddFinding(FindingId::DestinationUnknown, {filePath, macro, depFile});
+  const bool isKnown = ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos;
+  if (!isKnown && isOfDepFile) {
+    target.doubts.push_back({FindingId::DestinationUnknown, {filePath, macro, depFile}, CurrentOrigin()});
   }
-  return kApplicationMacro;
+  target.Destination = isKnown ? macro : kApplicationMacro;
 }
 
-std::int16_t CFileGroups::RegisterCode(const std::string& filePath, const std::string& depFile,
-                                       const std::string& section) {
+void CFileGroups::DecideRegistration(const std::string& filePath, const std::string& depFile,
+                                     const std::string& section, FileRecord& target) {
   const std::string macro = platform_.profiles.GetString(section, "Register", "", kBuffer, depFile);
   const std::int16_t code = ConvertRegisterMacro(macro);
   if (code != kRegisterNone && code != kRegisterDll && code != kRegisterTypeLibrary) {
-    AddFinding(FindingId::NotRegistered, {filePath, depFile, macro});
+    target.doubts.push_back({FindingId::NotRegistered, {filePath, depFile, macro}, CurrentOrigin()});
   }
-  return code;
+  target.SelfRegister = code;
+}
+
+std::string CFileGroups::FolderSymbol(const FileRecord& file) {
+  return StripTrailingBackslash(ConvertDestMacroToBXDestSymbol(file.Destination));
 }
 
 std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, const FileRecord& file) {
@@ -90,7 +92,7 @@ std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, co
   const CallStackEntry entry(kRoutine);
   std::string groupName;
   LogAndGoOn(kRoutine, [&] {
-    const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
+    const Destination* place = DestinationOfSymbol(FolderSymbol(file));
     std::string base = place != nullptr ? place->groupBase : ProperCaseFolderName(file.FileLinkPath);
     if (base.empty()) {
       groupName = "Program Files";
@@ -132,19 +134,22 @@ bool CFileGroups::IsBelowSharedFolder(const std::string& destination) {
   }
 }
 
-std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
-  constexpr char kRoutine[] = "CFileGroups:CheckCoreCompIni";
+std::string CFileGroups::CoreCompIni() {
   constexpr const char* kIndex =
       "Redistributable\\Compressed Files\\Language Independent\\OS Independent\\corecomp.ini";
+  const auto root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
+  const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
+  if (key == nullptr)
+    EndWithMissingKey(*global_.user, platform_.strings, root->Name() + "\\" + kBorvexMainKey);
+  return FixPath(key->RequiredText("Path")) + kIndex;
+}
+
+std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
+  constexpr char kRoutine[] = "CFileGroups:CheckCoreCompIni";
   const CallStackEntry entry(kRoutine);
   std::string found;
   LogAndGoOn(kRoutine, [&] {
-    const auto root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
-    const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
-    if (key == nullptr)
-      EndWithMissingKey(*global_.user, platform_.strings, root->Name() + "\\" + kBorvexMainKey);
-    found = platform_.profiles.GetString("Win32", GetPathFileName(filePath), "", kBuffer,
-                                         FixPath(key->RequiredText("Path")) + kIndex);
+    found = platform_.profiles.GetString("Win32", GetPathFileName(filePath), "", kBuffer, CoreCompIni());
   });
   return found;
 }
@@ -176,7 +181,6 @@ bool CFileGroups::CreateFileGroup(const std::string& projectDir, const CFile& fi
     // A list with entries exists. Looking it up for each of its files would store it as often.
     if (!lists_.Entries(list).empty() || FolderHoldsFile(platform_.files, folder, listName)) {
       lists_.AppendIfMissing(list, source);
-      TellOtherTarget(source, file);
     } else if (AddFileGroupToProject(projectDir, file)) {
       lists_.Append(list, source);
     } else {
@@ -205,14 +209,6 @@ bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const Fil
   return added;
 }
 
-// A group has one folder; folders that only differ below one symbol share a group.
-void CFileGroups::TellOtherTarget(const std::string& source, const FileRecord& file) {
-  const auto group = targets_.find(file.FileGroup);
-  const std::string wanted = FolderSymbol(*this, file);
-  if (group == targets_.end() || group->second == wanted) return;
-  AddFinding(FindingId::FolderOfGroupDiffers, {source, wanted, file.FileGroup, group->second});
-}
-
 // Rewrites the group's section. The setup builder reads these keys; most are the defaults of a new group.
 void CFileGroups::WriteGroupProperties(const std::string& definitions, const FileRecord& file) {
   const auto write = [&](const char* key, const std::string& value) {
@@ -228,9 +224,7 @@ void CFileGroups::WriteGroupProperties(const std::string& definitions, const Fil
   for (const char* key : {"FTPLOCATION", "HTTPLOCATION", "MISC", "COMMENT"}) write(key, "");
   write("INFOTYPE", "Standard");
   write("COMPRESSDLL", "");
-  const std::string target = FolderSymbol(*this, file);
-  write("TARGET", target);
-  targets_[file.FileGroup] = target;
+  write("TARGET", FolderSymbol(file));
   write("INSTALLATION", "NEWERVERSION\\NEWERDATE");
 }
 
@@ -239,7 +233,7 @@ bool CFileGroups::AddFileGroupToComponent(const std::string& projectDir, const F
   const CallStackEntry entry(kRoutine);
   bool added = false;
   LogAndGoOn(kRoutine, [&] {
-    const Destination* place = DestinationOfSymbol(FolderSymbol(*this, file));
+    const Destination* place = DestinationOfSymbol(FolderSymbol(file));
     const bool isWindows =
         place != nullptr && BeginsWithOneOf(file.FileGroup, {place->windowsGroup, place->otherWindowsGroup});
     const std::string component = isWindows ? kWindowsFilesComponent : kProgramFilesComponent;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
 
 #include "project/CFiles.h"
@@ -31,10 +30,14 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   // The group's name by destination, registration and sharing; `fileName` does not matter.
   std::string CreateFileGroupName(const std::string& fileName, const FileRecord& file);
   bool IsSharedFile(const FileRecord& file, const std::string& filePath);
-  // The file's entry in the installation's index of redistributable files; "" when it has none.
+  // The installation's index of redistributable files. A missing product key ends the wizard.
+  std::string CoreCompIni();
+  // The file's entry in that index; "" when it has none.
   std::string CheckCoreCompIni(const std::string& filePath);
   // The kRegister... code by extension or exports.
   std::int16_t CheckSelfRegister(const std::string& filePath);
+  // The symbol of the file's folder, as the tables of groups and components know it.
+  std::string FolderSymbol(const FileRecord& file);
 
   // Enters one file into its group's list and the group into its component. `projectDir` is the setup
   // project's folder with a trailing backslash.
@@ -43,20 +46,18 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   bool AddFileGroupToComponent(const std::string& projectDir, const FileRecord& file);
 
  private:
-  // The Destination that GetFileGroupInfo fills; `section` describes the file in `depFile`. One that no
-  // symbol covers is the application's folder, and a finding when the .dep file names it.
-  std::string DestinationMacro(const std::string& destination, const std::string& filePath,
-                               const std::string& depFile, const std::string& section);
-  // The code of the registration that `section` of `depFile` names. One that no setup does is a finding.
-  std::int16_t RegisterCode(const std::string& filePath, const std::string& depFile,
-                            const std::string& section);
+  // Sets the Destination; `section` describes the file in `depFile`. One that no symbol covers is the
+  // application's folder, and a doubt when the .dep file names it.
+  void DecideDestination(const std::string& destination, const std::string& filePath,
+                         const std::string& depFile, const std::string& section, FileRecord& target);
+  // Sets the code of the registration that `section` of `depFile` names. One that no setup does is a doubt.
+  void DecideRegistration(const std::string& filePath, const std::string& depFile, const std::string& section,
+                          FileRecord& target);
   bool IsBelowSharedFolder(const std::string& destination);
-  void TellOtherTarget(const std::string& source, const FileRecord& file);
   void WriteGroupProperties(const std::string& definitions, const FileRecord& file);
 
   NumberedKeys& lists_;
   Executables& executables_;
-  std::map<std::string, std::string> targets_;  // folder symbols of the groups made, by name
 };
 
 }  // namespace bxvbwiz

@@ -47,6 +47,7 @@ void Generation::MakeSetupProject() {
   user_.ShowProgress(platform_.strings.Text(TextId::UpdatingFiles));
   RenameAndPatchProjectFile();
   MakeFileGroups();
+  analysis_.Audit(setup_.folder);
   setup_.report = AssembleReport(platform_.strings, answers_.dataAccess, setup_.scriptDefinedVariables);
 }
 

@@ -128,14 +128,5 @@ TEST_F(FileGroupTest, TheRuntimeComponentIsAddedOnceAndNeverWithoutAnIdentifier)
   EXPECT_TRUE(AddVBRuntimeObject(global, kSetup));
 }
 
-TEST_F(FileGroupTest, AFileWhoseFolderIsNotThatOfItsGroupIsTold) {
-  CFile first = File("a"), same = File("b"), other = File("c");
-  first.Destination = same.Destination = "$(APPPATH)\\Data";
-  other.Destination = "$(APPPATH)\\Data\\Sub";
-  for (const CFile* file : {&first, &same, &other}) groups().CreateFileGroup(kSetup, *file);
-  ASSERT_EQ(findings().All().size(), 1U);
-  EXPECT_EQ(findings().All()[0].values[1], "<TARGETDIR>\\Data\\Sub");
-}
-
 }  // namespace
 }  // namespace bxvbwiz
