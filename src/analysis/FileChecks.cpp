@@ -1,5 +1,6 @@
 #include "analysis/FileChecks.h"
 
+#include <algorithm>
 #include <charconv>
 #include <set>
 
@@ -72,6 +73,7 @@ class UsesCheck {
     const std::string section = FindDepSection(subject_.platform, depFile, name);
     if (section.empty()) return;
     const std::set<int> numbers = UsesNumbers(subject_.platform.profiles, depFile, section);
+    if (numbers.empty() || IsTaken(depFile, section, *numbers.rbegin())) return;
     int end = 1;
     while (numbers.count(end) != 0 && !Value(depFile, section, end).empty()) ++end;
     for (auto number = numbers.upper_bound(end); number != numbers.end(); ++number) {
@@ -85,6 +87,14 @@ class UsesCheck {
   }
 
  private:
+  // Whether the list was read as far as this number, for a file that the setup installs.
+  bool IsTaken(const std::string& depFile, const std::string& section, int number) {
+    const CFile* const file = subject_.Installed(Value(depFile, section, number));
+    const std::vector<std::string> origin{depFile, section, "Uses" + std::to_string(number)};
+    return file != nullptr && std::any_of(file->askers.begin(), file->askers.end(),
+                                          [&](const Origin& asker) { return asker.values == origin; });
+  }
+
   // Empty when the list ends there.
   std::string Value(const std::string& depFile, const std::string& section, int number) {
     const std::string value = subject_.platform.profiles.GetString(section, "Uses" + std::to_string(number),

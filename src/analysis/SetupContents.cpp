@@ -1,6 +1,7 @@
 #include "analysis/SetupContents.h"
 
 #include <tuple>
+#include <unordered_map>
 
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
@@ -75,8 +76,32 @@ class SetupReader {
         Group(ParsePath(file.name, PathPart::Title)).hasList = true;
     }
     for (SetupGroup& group : contents_.groups) {
-      group.files = List(groups + group.name + ".fgl", "TopDir", "file");
+      group.files = FilesOf(groups + group.name + ".fgl");
       group.settings = Keys(definitions, group.name);
+    }
+  }
+
+  // The entries of a list of files, which may be thousands. To ask for each by its key would take longer than
+  // to write them.
+  std::vector<std::string> FilesOf(const std::string& list) {
+    std::string bytes;
+    if (platform_.files.Read(list, bytes) != SystemError::Success) return {};
+    std::unordered_map<std::string, std::string_view> values;
+    bool isInList = false;
+    LineReader reader(bytes);
+    for (std::string_view line; reader.Next(line);) {
+      const std::size_t equals = line.find('=');
+      if (StartsWith(line, "["))
+        isInList = EqualsIgnoreCase(TrimBlanks(line), "[TopDir]");
+      else if (isInList && equals != std::string_view::npos)
+        values.emplace(LowerCase(TrimBlanks(line.substr(0, equals))), TrimBlanks(line.substr(equals + 1)));
+    }
+    std::vector<std::string> files;
+    for (;;) {
+      const std::string key = "file" + std::to_string(files.size());
+      const auto value = values.find(key);
+      if (value == values.end() || value->second.empty()) return files;
+      files.push_back(platform_.codePage.Decode(value->second));
     }
   }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "text/Text.h"
@@ -105,8 +106,9 @@ constexpr WindowsFile kWindowsFiles[] = {
 
 // The row of a file name; null for an unknown one.
 inline const WindowsFile* FindWindowsFile(std::string_view name) {
+  const std::string upper = UpperCase(name);
   for (const WindowsFile& file : kWindowsFiles) {
-    if (EqualsIgnoreCase(file.name, name)) return &file;
+    if (file.name == upper) return &file;
   }
   return nullptr;
 }
