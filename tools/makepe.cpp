@@ -1,6 +1,6 @@
 // makepe OUT [--import A.DLL]... [--export NAME]... [--typelib "GUID VERSION LANGUAGE DESCRIPTION"]...
-// [--machine HEX]: writes a small DLL, and the folders that lead to it. Version and language are hexadecimal. An
-// OUT that ends in ".tlb" becomes the type library alone; --machine makes it one for another processor.
+// [--machine HEX]: writes a small DLL, and the folders that lead to it. Version and language are hexadecimal.
+// An OUT that ends in ".tlb" becomes the type library alone; --machine makes it one for another processor.
 
 #include <algorithm>
 #include <exception>
@@ -55,7 +55,8 @@ int main(int argc, char** argv) try {
       wellFormed = false;
   }
   if (!wellFormed) {
-    std::cerr << "usage: makepe OUT [--import A.DLL]... [--export NAME]... [--typelib TEXT]... [--machine HEX]\n";
+    std::cerr
+        << "usage: makepe OUT [--import A.DLL]... [--export NAME]... [--typelib TEXT]... [--machine HEX]\n";
     return 2;
   }
   const std::filesystem::path out = arguments.front();

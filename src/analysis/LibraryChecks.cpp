@@ -65,13 +65,17 @@ const DataAccessLibrary* FindDataAccess(const LibraryLine& line, const std::stri
 // The version that is taken in place of `requested` without a question; empty when it is that version, or
 // when the user was asked.
 std::string VersionTakenSilently(Key& library, const std::string& requested) {
+  // With letters it can only be hexadecimal.
+  std::string comparable = requested;
+  const bool hasLetters = requested.find_first_of("abcdefABCDEF") != std::string::npos;
+  if (hasLetters && !ConvertHexVersion(requested, comparable)) comparable = requested;
   std::string taken;
   for (std::size_t position = 1; position <= library.SubKeys().Count(); ++position) {
     const std::string name = library.SubKeys().Item(position)->Name();
     std::string version;
     if (EqualsIgnoreCase(name, requested) || !ConvertHexVersion(name, version)) return "";
     if (version == requested) return name;
-    if (IsHigherVersion(version, requested)) return "";
+    if (IsHigherVersion(version, comparable)) return "";
     taken = name;
   }
   return taken;
