@@ -81,7 +81,10 @@ void TellUnregisteredServers(const AuditSubject& subject) {
   };
   if (subject.project.ProjectType == CProject::PTActiveXExe) tell(subject.Output());
   for (const AuditedLibrary& library : subject.libraries) {
-    if (!library.isControl && EndsInOneOf(library.name, {".EXE"})) tell(subject.Installed(library));
+    const CFile* const file = subject.Installed(library);
+    if (file == nullptr || library.isControl || !EndsInOneOf(library.name, {".EXE"})) continue;
+    // A program among the installed ones belongs to a product, which registers it.
+    if (!StartsWith(subject.groups.FolderSymbol(*file), "<PROGRAMFILES>")) tell(file);
   }
 }
 

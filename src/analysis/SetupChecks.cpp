@@ -159,6 +159,8 @@ void TellUnregisteredTypeLibraries(const AuditSubject& subject, const SetupConte
     // file's extension that does: the compiler needed the library, and the program only where its objects are
     // used by another process.
     const bool isAskedFor = file.FirstAsker().id == TextId::OriginUses || !IsBareTypeLibrary(file.FileName);
+    // An object library belongs to a product, which registers it.
+    if (!isAskedFor && EndsInOneOf(file.FileName, {".OLB"})) return;
     AddFinding({isAskedFor ? FindingId::TypeLibraryNotRegistered : FindingId::TypeLibraryUnregistered,
                 {AuditSubject::SourceOf(file), group.name},
                 file.FirstAsker()});
