@@ -1,11 +1,11 @@
-# The header Revision.h in BXVBWIZ_REVISION_FOLDER, made by the target revision: which commit a program was built from.
+# The header cli/Revision.h in BXVBWIZ_REVISION_FOLDER, made by the target revision: which commit a program was built from.
 # As a script (cmake -DOUTPUT=FILE -DSOURCE=FOLDER -P Revision.cmake) it writes the header when its text has changed.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   set(BXVBWIZ_REVISION_FOLDER ${PROJECT_BINARY_DIR}/revision)
   add_custom_target(revision
-    COMMAND ${CMAKE_COMMAND} -DOUTPUT=${BXVBWIZ_REVISION_FOLDER}/Revision.h -DSOURCE=${PROJECT_SOURCE_DIR}
+    COMMAND ${CMAKE_COMMAND} -DOUTPUT=${BXVBWIZ_REVISION_FOLDER}/cli/Revision.h -DSOURCE=${PROJECT_SOURCE_DIR}
       -P ${CMAKE_CURRENT_LIST_FILE}
-    BYPRODUCTS ${BXVBWIZ_REVISION_FOLDER}/Revision.h)
+    BYPRODUCTS ${BXVBWIZ_REVISION_FOLDER}/cli/Revision.h)
   return()
 endif()
 

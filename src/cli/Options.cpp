@@ -7,7 +7,7 @@
 #include <iterator>
 
 #include "cli/Descriptions.h"
-#include "Revision.h"
+#include "cli/Revision.h"
 #include "text/Strings.h"
 #include "text/Text.h"
 
