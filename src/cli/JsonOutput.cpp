@@ -247,6 +247,15 @@ void PrintJson(const Options& options, const std::string& error) {
 void PrintJson(const std::vector<Inspection>& inspections, const std::string& error, int code) {
   Json array = Json::array();
   for (const Inspection& inspection : inspections) {
+    Json libraries = Json::array();
+    for (const TypeLibraryFacts& library : inspection.typeLibraries.libraries) {
+      libraries.push_back({{"identifier", library.identifier},
+                           {"version", library.version},
+                           {"language", library.language},
+                           {"description", library.description},
+                           {"flags", library.flags},
+                           {"resource", library.resource}});
+    }
     array.push_back({{"file", inspection.file},
                      {"valid", inspection.valid},
                      {"reason", inspection.reason},
@@ -257,7 +266,9 @@ void PrintJson(const std::vector<Inspection>& inspections, const std::string& er
                      {"imports", inspection.imports},
                      {"exports", inspection.exports},
                      {"selfRegister", inspection.selfRegister},
-                     {"selfRegisterName", NameIn(kRegisterCodes, inspection.selfRegister)}});
+                     {"selfRegisterName", NameIn(kRegisterCodes, inspection.selfRegister)},
+                     {"typeLibraries", std::move(libraries)},
+                     {"typeLibraryFaults", inspection.typeLibraries.faults}});
   }
   Json document = Head(Command::Inspect, code, error);
   document["files"] = std::move(array);

@@ -69,14 +69,18 @@ constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"}, {Command::Ge
                                      {Command::Explain, "explain"}, {Command::Capture, "capture"},
                                      {Command::Inspect, "inspect"}, {Command::MachineNew, "machine"}};
 
+Command CommandNamed(const std::string& name) {
+  for (const CommandName& row : kCommands) {
+    if (row.name == name) return row.command;
+  }
+  return Command::None;
+}
+
 // What can be said of a command line that is wrong; its arguments come from the last to the first.
 void KeepError(const std::vector<std::string>& arguments, const std::string& error, Options& options) {
   options.error = error;
   options.json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
-  options.command = Command::None;
-  for (const CommandName& row : kCommands) {
-    if (!arguments.empty() && arguments.back() == row.name) options.command = row.command;
-  }
+  options.command = arguments.empty() ? Command::None : CommandNamed(arguments.back());
 }
 
 // The options that the commands share that analyse a project.
@@ -159,11 +163,17 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
       "analyse",
       "Show the dependency trees of a project; writes nothing, unless it is to compile the project");
   CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
+  CLI::App* explain = app.add_subcommand(
+      "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
   CLI::App* inspect =
       app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
   CLI::App* machine = app.add_subcommand("machine", "Make machine folders");
   AddWizardOptions(*analyse, options, more);
   AddWizardOptions(*generate, options, more);
+  AddWizardOptions(*explain, options, more);
+  explain->add_option("NAME", options.name, "A file name, a path, or a library's description or identifier")
+      ->check(RefuseEmpty)
+      ->required();
   CLI::App* capture = app.add_subcommand(
       "capture", "Record everything that generate reads from this computer in a new machine folder");
   AddWizardOptions(*capture, options, more);
@@ -183,12 +193,6 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
       ->add_option("PATH", options.components,
                    "Files, and folders with all below, in the machine folder's drives")
       ->required();
-  CLI::App* explain = app.add_subcommand(
-      "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
-  AddWizardOptions(*explain, options, more);
-  explain->add_option("NAME", options.name, "A file name, a path, or a library's description or identifier")
-      ->check(RefuseEmpty)
-      ->required();
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
   std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
   try {
@@ -203,13 +207,8 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     KeepError(arguments, error.what(), options);
     return kExitUsage;
   }
-  options.command = analyse->parsed()    ? Command::Analyse
-                    : generate->parsed() ? Command::Generate
-                    : explain->parsed()  ? Command::Explain
-                    : capture->parsed()  ? Command::Capture
-                    : inspect->parsed()  ? Command::Inspect
-                    : enter->parsed()    ? Command::MachineRegister
-                                         : Command::MachineNew;
+  options.command =
+      enter->parsed() ? Command::MachineRegister : CommandNamed(app.get_subcommands().front()->get_name());
   return std::nullopt;
 }
 
