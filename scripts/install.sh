@@ -9,6 +9,8 @@ HasProgram() { command -v "$1" >/dev/null 2>&1; }
 HasCMake() { HasProgram cmake && printf '%s\n' 3.25 "$(cmake --version | sed -n '1s/[^0-9]*//p')" | sort -CV; }
 HasHeader() { HasProgram g++ && echo "#include <$1>" | g++ -std=c++17 -E -x c++ - >/dev/null 2>&1; }
 
+HasModule() { python3 -c "import $1" 2>/dev/null; }
+
 wantsWine32=no
 HasWine32() { [ -x /usr/lib/wine/wine ]; }
 
@@ -31,6 +33,7 @@ for purpose in "${@:-build}"; do
     tests)
       Need libgtest-dev HasHeader gtest/gtest.h
       Need clang-format HasProgram clang-format
+      Need python3-jsonschema HasModule jsonschema
       ;;
     tidy)
       Need clang-tidy HasProgram clang-tidy

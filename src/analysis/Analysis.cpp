@@ -67,7 +67,7 @@ Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
       fileGroups_(
           platform, global, [this] { return projectFile_; }, lists_, executables_),
       files_(platform.codePage),
-      context_{platform, user, global, fileGroups_, executables_},
+      context_{platform, user, global, fileGroups_, executables_, &passedOver_},
       session_(CurrentSession()) {
   if (session_ != nullptr) session_->findings = &findings_;
 }
@@ -86,6 +86,7 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
 
   project_ = RetryOrCancel(kLoadTrees, [this] { return std::make_unique<CProject>(context_); });
   project_->NeedsRebuild = needsRebuild;
+  project_->ReadsUnbuilt = !rebuild;
   user_.CheckCancelled();
   if (!ReadProject()) return Result::Unreadable;
   if (RefuseProjectKind()) return Result::WrongKind;
@@ -165,6 +166,7 @@ bool Analysis::RefuseProjectKind() {
 // False when the project cannot be read again after it was built.
 bool Analysis::RebuildIfNeeded(const Rebuild& rebuild) {
   if (!project_->NeedsRebuild) return true;
+  if (!rebuild) return true;
   const bool rebuilt = rebuild(*project_);
   user_.CheckCancelled();
   if (rebuilt) {

@@ -28,7 +28,7 @@ class Analysis {
     Unreadable,  // the project file; the user has seen a message
     WrongKind,   // the project is of a kind that cannot be packaged; the user has seen a message
   };
-  // Compiles the project; false when that failed.
+  // Compiles the project; false when that failed. Without one a project is read as if it were built.
   using Rebuild = std::function<bool(const CProject&)>;
 
   // All arguments must outlive the analysis. While it lives, the findings of the current session go to it.
@@ -46,6 +46,7 @@ class Analysis {
   const CFiles& Files() const { return files_; }
   const Tree& ProjectView() const { return projectView_; }
   const Tree& FileGroupView() const { return fileGroupView_; }
+  const PassedOver& SystemFiles() const { return passedOver_; }
   // What the project's references need; nothing while there is no project.
   DataAccessNeeds DataAccess() const;
   // What was found wrong or is left to do, by the analysis and by those who worked with its result.
@@ -84,6 +85,7 @@ class Analysis {
   std::unordered_map<std::string, std::string> locations_;
   // Locations of files whose key another file has, and what to report about them.
   std::vector<std::pair<std::string, Finding>> leftOut_;
+  PassedOver passedOver_;
   AnalysisContext context_;
   Session* const session_;  // whose findings are collected here; null for none
   std::unique_ptr<CProject> project_;

@@ -111,6 +111,10 @@ class UsesCheck {
 void TellMissingFiles(const AuditSubject& subject) {
   for (const CFile& file : subject.files) {
     if (file.LinkResolves) continue;
+    if (subject.project.ReadsUnbuilt && &file == subject.Output()) {
+      AddFinding({FindingId::OutputMissing, {file.FileName}, file.FirstAsker()});
+      continue;
+    }
     std::string path = subject.CopyBesideLibrary(file);
     if (path.empty()) path = subject.platform.files.Search(GetPathFileName(file.FileName));
     if (path.empty())

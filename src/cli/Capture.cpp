@@ -4,6 +4,7 @@
 #include <random>
 
 #include "cli/CaptureNotes.h"
+#include "cli/JsonOutput.h"
 #include "cli/ScratchWrites.h"
 
 namespace bxvbwiz {
@@ -52,6 +53,10 @@ class CapturingComputer : public Computer {
     source_.Save();
     captured_.Save();
   }
+  int ExitCode(int code) const override {
+    const bool hasRun = code == kExitFinished || code == kExitIncomplete;
+    return hasRun && !captured_.NotCaptured().empty() ? kExitNotFinished : code;
+  }
   const CapturedMachine& Captured() const { return captured_; }
 
  private:
@@ -84,9 +89,10 @@ int Capture(const Options& options, Computer& computer, const WizardRun& run) {
                 << ". On another computer, run: bxvbwiz generate \"" << computer.ProjectPath(options.project)
                 << "\" --machine " << options.captureTo << '\n';
     }
-    return captured.NotCaptured().empty() ? code : kExitNotFinished;
+    return capturing.ExitCode(code);
   } catch (const MachineError& error) {
     std::cerr << "bxvbwiz: " << error.what() << '\n';
+    if (options.json) PrintJson(options, error.what());
     return kExitUsage;
   }
 }

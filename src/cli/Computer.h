@@ -21,6 +21,8 @@ class Computer {
   virtual std::string HostPath(const std::string& windowsPath) = 0;
   // Stores what a run changed. Throws MachineError.
   virtual void Save() = 0;
+  // The program's exit code after a run that ended with `code`.
+  virtual int ExitCode(int code) const { return code; }
 };
 
 // Opens a machine folder and reports what is odd in it on standard error. Throws MachineError.

@@ -18,22 +18,27 @@ namespace {
 // Names in executables are ASCII, except those of a few odd tools; the Western code page decodes every byte.
 constexpr int kCodePage = 1252;
 
-// Prints a message and gives false when the file cannot be opened. Only regular files are opened, so that
-// nothing waits for a pipe.
-bool Open(const std::string& path, PartlyReadFile& file) {
+void Tell(const std::string& text, std::string& error) {
+  std::cerr << "bxvbwiz: " << text << '\n';
+  if (error.empty()) error = text;
+}
+
+// Prints a message and gives false when the file cannot be opened; the first one stays in `error`. Only
+// regular files are opened, so that nothing waits for a pipe.
+bool Open(const std::string& path, PartlyReadFile& file, std::string& error) {
   const std::filesystem::path place = std::filesystem::u8path(path);
-  std::error_code error;
+  std::error_code failure;
   // Open does not follow a link.
-  const bool isLink = std::filesystem::is_symlink(place, error);
-  const std::filesystem::path target = isLink ? std::filesystem::canonical(place, error) : place;
+  const bool isLink = std::filesystem::is_symlink(place, failure);
+  const std::filesystem::path target = isLink ? std::filesystem::canonical(place, failure) : place;
   if (file.Open(target.generic_u8string()) == SystemError::Success) return true;
-  const char* reason = " cannot be read\n";
-  if (!std::filesystem::exists(place, error)) {
-    reason = " does not exist\n";
-  } else if (!std::filesystem::is_regular_file(place, error)) {
-    reason = " is not a regular file\n";
+  const char* reason = " cannot be read";
+  if (!std::filesystem::exists(place, failure)) {
+    reason = " does not exist";
+  } else if (!std::filesystem::is_regular_file(place, failure)) {
+    reason = " is not a regular file";
   }
-  std::cerr << "bxvbwiz: " << path << reason;
+  Tell(path + reason, error);
   return false;
 }
 
@@ -67,15 +72,16 @@ int InspectFiles(const Options& options) {
   const std::unique_ptr<CodePage> codePage = MakeCodePage(kCodePage);
   std::vector<Inspection> inspections;
   int code = kExitFinished;
+  std::string failure;
   PartlyReadFile file;
   for (const std::string& path : options.files) {
-    if (!Open(path, file)) {
+    if (!Open(path, file, failure)) {
       code = kExitNotFinished;
       continue;
     }
     Inspection inspection = InspectFile(path, FileSource(file), *codePage);
     if (file.Error() != SystemError::Success) {
-      std::cerr << "bxvbwiz: " << path << " cannot be read completely\n";
+      Tell(path + " cannot be read completely", failure);
       code = kExitNotFinished;
     }
     if (options.json) {
@@ -84,7 +90,7 @@ int InspectFiles(const Options& options) {
       PrintText(inspection);
     }
   }
-  if (options.json) PrintJson(inspections);
+  if (options.json) PrintJson(inspections, failure, code);
   return code;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "cli/Inspection.h"
@@ -8,9 +9,11 @@
 
 namespace bxvbwiz {
 
-// Prints the JSON document of a run on standard output.
-void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings);
-// Prints the JSON array of inspect.
-void PrintJson(const std::vector<Inspection>& inspections);
+// Prints the JSON document of a run on standard output; `code` is the exit code.
+void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code);
+// Prints the document of a command that could not begin: wrong usage, or no machine to work on.
+void PrintJson(const Options& options, const std::string& error);
+// Prints the document of inspect; `error` is empty, or says why a file could not be read.
+void PrintJson(const std::vector<Inspection>& inspections, const std::string& error, int code);
 
 }  // namespace bxvbwiz

@@ -56,7 +56,34 @@ std::string CheckLine(const std::string& text) {
   return text.empty() ? "the text is empty" : "";
 }
 
-// The options that analyse and generate share.
+std::string RefuseEmpty(const std::string& text) {
+  return text.empty() ? "the text is empty" : "";
+}
+
+struct CommandName {
+  Command command;
+  const char* name;
+};
+
+constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"}, {Command::Generate, "generate"},
+                                     {Command::Explain, "explain"}, {Command::Capture, "capture"},
+                                     {Command::Inspect, "inspect"}, {Command::MachineNew, "machine"}};
+
+Command CommandNamed(const std::string& name) {
+  for (const CommandName& row : kCommands) {
+    if (row.name == name) return row.command;
+  }
+  return Command::None;
+}
+
+// What can be said of a command line that is wrong; its arguments come from the last to the first.
+void KeepError(const std::vector<std::string>& arguments, const std::string& error, Options& options) {
+  options.error = error;
+  options.json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
+  options.command = arguments.empty() ? Command::None : CommandNamed(arguments.back());
+}
+
+// The options that the commands share that analyse a project.
 struct WizardOptions {
   std::vector<std::string> answers;
   bool yes = false;
@@ -68,6 +95,7 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
       .add_option(
           "PROJECT", options.project,
           "The .vbp file: a Windows path on that machine, or a path of this computer in the machine folder")
+      ->check(RefuseEmpty)
       ->required();
   command.add_option("--machine", options.machine,
                      "The machine folder to work on (default: $BXVBWIZ_MACHINE)");
@@ -108,6 +136,13 @@ void TakeAnswers(const WizardOptions& more, Options& options) {
 
 }  // namespace
 
+const char* NameOf(Command command) {
+  for (const CommandName& row : kCommands) {
+    if (row.command == command) return row.name;
+  }
+  return "";
+}
+
 std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& options) {
   CLI::App app("Turns a Visual Basic 5/6 project into a Borvex setup project.", "bxvbwiz");
   app.set_version_flag("--version", kVersion);
@@ -126,13 +161,19 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   WizardOptions more;
   CLI::App* analyse = app.add_subcommand(
       "analyse",
-      "Show the dependency trees of a project; writes nothing, unless it has to compile the project");
+      "Show the dependency trees of a project; writes nothing, unless it is to compile the project");
   CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
+  CLI::App* explain = app.add_subcommand(
+      "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
   CLI::App* inspect =
       app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
   CLI::App* machine = app.add_subcommand("machine", "Make machine folders");
   AddWizardOptions(*analyse, options, more);
   AddWizardOptions(*generate, options, more);
+  AddWizardOptions(*explain, options, more);
+  explain->add_option("NAME", options.name, "A file name, a path, or a library's description or identifier")
+      ->check(RefuseEmpty)
+      ->required();
   CLI::App* capture = app.add_subcommand(
       "capture", "Record everything that generate reads from this computer in a new machine folder");
   AddWizardOptions(*capture, options, more);
@@ -153,23 +194,21 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
                    "Files, and folders with all below, in the machine folder's drives")
       ->required();
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
+  std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
   try {
     RefuseEmptyTexts(arguments);
-    std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
-    app.parse(std::move(arguments));
+    app.parse(std::vector<std::string>(arguments));
     TakeAnswers(more, options);
     // Not by the parser, which would let the variable overrule one command's option with another's.
     const char* const variable = std::getenv("BXVBWIZ_MACHINE");
     if (options.machine.empty() && variable != nullptr) options.machine = variable;
   } catch (const CLI::ParseError& error) {
-    return app.exit(error) == 0 ? kExitFinished : kExitUsage;
+    if (app.exit(error) == 0) return kExitFinished;
+    KeepError(arguments, error.what(), options);
+    return kExitUsage;
   }
-  options.command = analyse->parsed()    ? Command::Analyse
-                    : generate->parsed() ? Command::Generate
-                    : capture->parsed()  ? Command::Capture
-                    : inspect->parsed()  ? Command::Inspect
-                    : enter->parsed()    ? Command::MachineRegister
-                                         : Command::MachineNew;
+  options.command =
+      enter->parsed() ? Command::MachineRegister : CommandNamed(app.get_subcommands().front()->get_name());
   return std::nullopt;
 }
 

@@ -16,12 +16,16 @@ constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine fol
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
 constexpr int kExitIncomplete = 4;   // --strict: there is an error or a warning
 
-enum class Command { Analyse, Generate, Capture, Inspect, MachineNew, MachineRegister };
+enum class Command { None, Analyse, Generate, Explain, Capture, Inspect, MachineNew, MachineRegister };
+
+// As the user writes it; empty for none.
+const char* NameOf(Command command);
 
 // The command line as the user gave it.
 struct Options {
   Command command = Command::Analyse;
   std::string project;
+  std::string name;     // what explain explains
   std::string machine;  // empty: this computer
   std::optional<std::string> appName;
   std::optional<std::string> company;
@@ -39,6 +43,7 @@ struct Options {
   std::string newMachine;
   std::vector<std::string> components;  // files and folders of machine register
   std::string captureTo;                // the machine folder that capture makes
+  std::string error;  // what is wrong with the command line; the rest is then what could be read of it
 };
 
 // Reads the command line. When there is nothing to run (help, version, wrong usage), prints the text and

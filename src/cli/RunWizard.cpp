@@ -5,10 +5,12 @@
 #include "cli/Capture.h"
 #include "cli/Computer.h"
 #include "cli/ConsoleUser.h"
+#include "cli/Explain.h"
 #include "cli/JsonOutput.h"
 #include "cli/Outcome.h"
 #include "cli/TextOutput.h"
 #include "machine/Machine.h"
+#include "setupgen/Destinations.h"
 #include "support/basFile.h"
 #include "text/Text.h"
 #include "wizard/Rebuild.h"
@@ -17,6 +19,12 @@ namespace bxvbwiz {
 namespace {
 
 constexpr std::int16_t kReturnFinished = -1;  // unless SetReturnCode sets another
+
+// Prints why the program cannot go on, and keeps it for the document.
+void Tell(Outcome& outcome, const std::string& error) {
+  std::cerr << "bxvbwiz: " << error << '\n';
+  outcome.error = error;
+}
 
 // Adds the files below a folder, folders after their files.
 void ListFiles(FileSystem& files, const std::string& folder, const std::string& prefix, Outcome& outcome) {
@@ -61,6 +69,7 @@ class Run {
     user_.ClearBar();
     if (Try([this] { return TakeResults(); }) != kExitFinished) code = kExitNotFinished;
     outcome_.finished = code == kExitFinished;
+    if (outcome_.finished && options_.command == Command::Explain) code = ExplainName();
     return code;
   }
   Outcome& Result() { return outcome_; }
@@ -74,9 +83,16 @@ class Run {
     } catch (const WizardEnded&) {
       return kExitNotFinished;  // the message that ended the wizard was shown
     } catch (const std::exception& error) {
-      std::cerr << "bxvbwiz: " << error.what() << '\n';
+      Tell(outcome_, error.what());
       return kExitNotFinished;
     }
+  }
+
+  // A name that the project does not ask for is answered, too, but not with success.
+  int ExplainName() {
+    outcome_.explanation =
+        std::make_unique<Explanation>(Explain(outcome_, options_.name, core_.global().gDepFilePath()));
+    return outcome_.explanation->isKnown ? kExitFinished : kExitNotFinished;
   }
 
   int Steps(const std::string& project) {
@@ -84,6 +100,7 @@ class Run {
     // Wrong usage is reported before the project is read or compiled.
     if (Refuses(Given(InitialAnswers(core_.platform().strings)), {})) return kExitUsage;
     if (!RunStep([&] { return Analyse(project); })) return kExitProject;
+    if (options_.command == Command::Explain) return kExitFinished;
     int code = kExitNotFinished;
     RunStep([&] {
       code = LeaveInformation();
@@ -110,7 +127,11 @@ class Run {
 
   bool Analyse(const std::string& project) {
     outcome_.analysis = std::make_unique<Analysis>(core_.platform(), user_, core_.global());
-    const auto rebuild = [this](const CProject& built) { return RebuildProject(core_, user_, built); };
+    Analysis::Rebuild rebuild;
+    // Looking at a project starts no program unless it is asked for.
+    const bool isLook = options_.command == Command::Analyse || options_.command == Command::Explain;
+    if (options_.rebuild || !isLook)
+      rebuild = [this](const CProject& built) { return RebuildProject(core_, user_, built); };
     return outcome_.analysis->LoadTrees(project, options_.rebuild, rebuild) == Analysis::Result::Done;
   }
 
@@ -123,7 +144,7 @@ class Run {
     if (const auto refusal = Refuses(answers_, proposed)) {
       const bool isCompany = *refusal == TextId::IllegalCompanyName;
       if ((isCompany ? options_.company : options_.appName).has_value()) return kExitUsage;
-      std::cerr << "bxvbwiz: give another name with " << (isCompany ? "--company" : "--app-name") << '\n';
+      Tell(outcome_, std::string("give another name with ") + (isCompany ? "--company" : "--app-name"));
       return kExitNotFinished;
     }
     // A page that is skipped leaves the choice to the next step.
@@ -162,10 +183,10 @@ class Run {
 
   // A file whose symbol could not be found out has an empty one.
   void TakeSymbols(Analysis& analysis) {
-    outcome_.symbols.resize(analysis.Files().Count());
-    std::size_t index = 0;
-    for (const CFile& file : analysis.Files())
-      outcome_.symbols[index++] = analysis.FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination);
+    for (const CFile& file : analysis.Files()) {
+      outcome_.symbols.push_back(analysis.FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination));
+      outcome_.components.push_back(ComponentOf(outcome_.symbols.back(), file.FileGroup));
+    }
   }
 
   // What is printed and was not made on the way.
@@ -207,10 +228,15 @@ std::string Counts(const Findings& found) {
 void PrintRest(const Options& options, const Outcome& outcome, const StringTable& strings) {
   const Findings none(strings);
   const Findings& found = outcome.Found() == nullptr ? none : *outcome.Found();
-  for (const Finding& finding : found.All()) {
-    if (options.quiet && SeverityOf(finding.id) == Severity::Note) continue;
+  // An explanation holds those that matter to it.
+  const bool isExplained = outcome.explanation != nullptr;
+  for (const Finding& finding : isExplained ? none.All() : found.All()) {
+    const bool isNote = SeverityOf(finding.id) == Severity::Note;
+    if (isNote && options.quiet) continue;
+    std::vector<std::string> lines = LinesOf(strings, finding);
+    if (isNote && !options.verbose) lines.resize(1);
     const char* prefix = "bxvbwiz: ";
-    for (const std::string& line : LinesOf(strings, finding)) {
+    for (const std::string& line : lines) {
       std::cerr << prefix << line << '\n';
       prefix = "";
     }
@@ -230,63 +256,76 @@ void PrintRest(const Options& options, const Outcome& outcome, const StringTable
   }
 }
 
-// Prints the outcome. Gives the exit code: `code`, unless --strict turns it into another.
-int Show(const Options& options, const Outcome& outcome, const StringTable& strings, int code) {
-  if (options.json) {
-    PrintJson(options, outcome, strings);
-  } else if (!options.quiet && options.command != Command::Capture) {
-    PrintText(options, outcome);
-  }
-  std::cout.flush();
-  PrintRest(options, outcome, strings);
+// The exit code of a run that ended with `code`: --strict may turn it into another.
+int StrictCode(const Options& options, const Outcome& outcome, int code) {
   const bool isIncomplete = outcome.Found() != nullptr && outcome.Found()->HoldsWork();
   return code == kExitFinished && options.strict && isIncomplete ? kExitIncomplete : code;
 }
 
-// Prints a message and gives null when there is no machine to work on.
-std::unique_ptr<Computer> OpenComputer(const Options& options) {
+// Prints the outcome of a run with that exit code.
+void Show(const Options& options, const Outcome& outcome, const StringTable& strings, int code) {
+  if (options.json) {
+    PrintJson(options, outcome, strings, code);
+  } else if (outcome.explanation != nullptr) {
+    PrintText(*outcome.explanation, strings);
+  } else if (!options.quiet &&
+             (options.command == Command::Analyse || options.command == Command::Generate)) {
+    PrintText(options, outcome);
+  }
+  std::cout.flush();
+  PrintRest(options, outcome, strings);
+}
+
+// Null when there is no machine to work on; `outcome` then has the reason.
+std::unique_ptr<Computer> OpenComputer(const Options& options, Outcome& outcome) {
   if (!options.machine.empty()) {
     try {
       return OpenMachineFolder(options.machine);
     } catch (const MachineError& error) {
-      std::cerr << "bxvbwiz: " << error.what() << '\n';
+      Tell(outcome, error.what());
       return nullptr;
     }
   }
   std::unique_ptr<Computer> computer = OpenThisComputer();
-  if (computer == nullptr) {
-    std::cerr
-        << "bxvbwiz: not running on Windows: give a machine folder with --machine DIR or BXVBWIZ_MACHINE\n";
-  }
+  if (computer == nullptr)
+    Tell(outcome, "not running on Windows: give a machine folder with --machine DIR or BXVBWIZ_MACHINE");
   return computer;
 }
 
 }  // namespace
 
 int RunWizard(const Options& options) {
-  const std::unique_ptr<Computer> computer = OpenComputer(options);
-  if (computer == nullptr) return kExitUsage;
+  Outcome outcome;
+  const std::unique_ptr<Computer> computer = OpenComputer(options, outcome);
+  if (computer == nullptr) {
+    if (options.json) PrintJson(options, outcome.error);
+    return kExitUsage;
+  }
   return options.command == Command::Capture ? Capture(options, *computer, RunWizardOn)
                                              : RunWizardOn(options, *computer);
 }
 
 int RunWizardOn(const Options& options, Computer& computer) {
+  const StringTable& strings = computer.platform().strings;
   const std::string project = computer.ProjectPath(options.project);
   if (project.empty()) {
-    std::cerr << "bxvbwiz: " << options.project << " lies outside the drives of the machine folder "
-              << options.machine << '\n';
-    return Show(options, Outcome{}, computer.platform().strings, kExitProject);
+    Outcome outcome;
+    Tell(outcome, options.project + " lies outside the drives of the machine folder " + options.machine);
+    Show(options, outcome, strings, kExitProject);
+    return kExitProject;
   }
   Run run(options, computer);
   int code = run.Go(project);
   try {
     computer.Save();
   } catch (const MachineError& error) {
-    std::cerr << "bxvbwiz: " << error.what() << '\n';
+    Tell(run.Result(), error.what());
     code = kExitNotFinished;
     run.Result().finished = false;
   }
-  return Show(options, run.Result(), computer.platform().strings, code);
+  code = StrictCode(options, run.Result(), code);
+  Show(options, run.Result(), strings, computer.ExitCode(code));
+  return code;
 }
 
 }  // namespace bxvbwiz

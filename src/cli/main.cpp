@@ -2,6 +2,7 @@
 #include <iostream>
 
 #include "cli/Inspect.h"
+#include "cli/JsonOutput.h"
 #include "cli/MachineNew.h"
 #include "cli/MachineRegister.h"
 #include "cli/Options.h"
@@ -12,7 +13,10 @@ namespace {
 
 int Run(std::vector<std::string> arguments) {
   bxvbwiz::Options options;
-  if (const auto code = bxvbwiz::ReadOptions(std::move(arguments), options)) return *code;
+  if (const auto code = bxvbwiz::ReadOptions(std::move(arguments), options)) {
+    if (options.json && !options.error.empty()) bxvbwiz::PrintJson(options, options.error);
+    return *code;
+  }
   switch (options.command) {
     case bxvbwiz::Command::Inspect:
       return bxvbwiz::InspectFiles(options);

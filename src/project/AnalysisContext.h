@@ -6,6 +6,7 @@
 #include "project/basGlobal.h"
 #include "project/Executables.h"
 #include "project/FileGroupBuilder.h"
+#include "project/PassedOver.h"
 #include "support/User.h"
 
 namespace bxvbwiz {
@@ -17,6 +18,7 @@ struct AnalysisContext {
   basGlobal& global;
   FileGroupBuilder& builder;
   Executables& executables;
+  PassedOver* passedOver = nullptr;  // where it is noted which system files are asked for; null for nowhere
 };
 
 }  // namespace bxvbwiz

@@ -10,16 +10,17 @@ void CObject::SetRawName(const std::string& rawName) {
   const CallStackEntry entry("CObject:RawName (Let)");
   rawName_ = rawName;
   Include = true;
-  const LibraryLine line = ReadControlLine(rawName);
-  Name = line.fileName;
+  lookup_ = LibraryLookup(ReadControlLine(rawName));
+  Name = lookup_.fileName;
 
-  const LibrarySearch search = FindLibraryFile(context_, line, Name);
-  if (search == LibrarySearch::FileMissing) ShowMissingLibrary(context_, line.fileName);
+  const LibrarySearch search = FindLibraryFile(context_, lookup_, Name);
+  if (search == LibrarySearch::FileMissing) ShowMissingLibrary(context_, lookup_, lookup_.fileName);
   if (search != LibrarySearch::Found) {
     Include = false;
     return;
   }
   DepFile = DescribeLibrary(context_, Name, *this, dependencies_);
+  if (LinkResolves) lookup_.outcome = LibraryOutcome::Installed;
 }
 
 std::shared_ptr<CObject> CObjects::Add(const std::string& rawLine) {

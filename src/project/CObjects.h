@@ -4,6 +4,7 @@
 #include <string>
 
 #include "project/CDependencies.h"
+#include "project/LibraryLookup.h"
 #include "support/KeyedCollection.h"
 
 namespace bxvbwiz {
@@ -20,6 +21,8 @@ class CObject : public FileRecord {
   bool Include = false;  // whether the file is to be installed
 
   CDependencies& Dependencies() { return dependencies_; }
+  // What the raw line names and what was found of it.
+  const LibraryLookup& Lookup() const { return lookup_; }
   // Resolves the control through the registry: `{guid}#version#locale; file`. What fails is shown in a
   // message and leaves Include false.
   void SetRawName(const std::string& rawName);
@@ -29,6 +32,7 @@ class CObject : public FileRecord {
   AnalysisContext& context_;
   CDependencies dependencies_;
   std::string rawName_;
+  LibraryLookup lookup_;
 };
 
 // Controls keyed by their raw line.

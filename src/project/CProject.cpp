@@ -104,7 +104,7 @@ void CProject::SetFileName(const std::string& fileName) {
     if (ExeName.empty() && !extension.empty()) ExeName = ParsePath(fileName, PathPart::Title) + extension;
     // Without a name the look-up would give any file of the folder.
     if (ExeName.empty() || Dir(context_.platform.files, OutputPath()).empty()) NeedsRebuild = true;
-    if (!NeedsRebuild) ReadMembers(bytes);
+    if (!NeedsRebuild || ReadsUnbuilt) ReadMembers(bytes);
   } catch (...) {
     const RuntimeError error = CurrentError();
     throw RuntimeError(kProjectReadError, error.what(), error.Source());

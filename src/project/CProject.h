@@ -44,16 +44,19 @@ class CProject {
   std::string ExePath;           // the output folder as written: relative, absolute or empty
   std::int64_t Version = 0;      // never filled by the reader
   std::int16_t ProjectType = 0;  // a PT... constant; 0 without a type line
+  bool ReadsUnbuilt = false;     // whether the members are read although the output was not found
   bool NeedsRebuild = false;     // the output was not found; only ever set by the reader, never cleared
 
   CForms& Forms() { return forms_; }
   CObjects& Objects() { return objects_; }
+  // Those of the project and of its forms, each once.
+  const CObjects& AllControls() const { return allControls_; }
   CReferences& References() { return references_; }
   const CReferences& References() const { return references_; }
 
   // Reads the project file: adds to the collections and overwrites the properties whose keys occur. The
-  // forms, controls and references are read only when NeedsRebuild is false. Raises kProjectReadError with
-  // the reason.
+  // forms, controls and references are read only when NeedsRebuild is false or ReadsUnbuilt is set. Raises
+  // kProjectReadError with the reason.
   void SetFileName(const std::string& fileName);
   const std::string& FileName() const { return fileName_; }
 

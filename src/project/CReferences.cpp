@@ -51,26 +51,31 @@ void CReference::SetRawName(const std::string& rawName) {
   const CallStackEntry entry("CReference:RawName");
   rawName_ = rawName;
   Include = true;
-  const LibraryLine line = ReadReferenceLine(rawName);
-  Name = line.fileName;
-  if (context_.global.IsSystemFile(line.fileName)) Include = false;
-  const bool dataAccess = FlagDataAccess(kDataAccessIdentifiers, line.identifier, *this);
+  lookup_ = LibraryLookup(ReadReferenceLine(rawName));
+  Name = lookup_.fileName;
+  if (context_.global.IsSystemFile(lookup_.fileName)) Include = false;
+  const bool dataAccess = FlagDataAccess(kDataAccessIdentifiers, lookup_.identifier, *this);
 
-  const LibrarySearch search = FindLibraryFile(context_, line, Name);
+  const LibrarySearch search = FindLibraryFile(context_, lookup_, Name);
   if (search == LibrarySearch::LeftOut) {
     Include = false;
     return;
   }
-  if (search == LibrarySearch::FileMissing && !ContinueWithoutFile(line, dataAccess)) return;
+  if (search == LibrarySearch::FileMissing && !ContinueWithoutFile(dataAccess)) return;
   FlagDataAccess(kDataAccessFiles, UpperCase(GetPathFileName(Name)), *this);
   DepFile = DescribeLibrary(context_, Name, *this, dependencies_);
+  if (Include) {
+    if (LinkResolves) lookup_.outcome = LibraryOutcome::Installed;
+  } else {
+    TellNotInstalled();
+  }
 }
 
-bool CReference::ContinueWithoutFile(const LibraryLine& line, bool dataAccess) {
+bool CReference::ContinueWithoutFile(bool dataAccess) {
   Include = false;
-  const std::string library = line.description + " (" + line.fileName + ")";
+  const std::string library = DescribedName();
   if (!dataAccess) {
-    ShowMissingLibrary(context_, library);
+    ShowMissingLibrary(context_, lookup_, library);
     return false;
   }
   if (ShowLibraryMessage(context_, TextId::DataAccessVersionUnsupported, kStyleExclamation | kStyleYesNo,
@@ -79,7 +84,22 @@ bool CReference::ContinueWithoutFile(const LibraryLine& line, bool dataAccess) {
   }
   ADO = RDO = DAO = false;
   AddFinding(FindingId::DataAccessRefused, {library});
+  lookup_.outcome = LibraryOutcome::Refused;
   return false;
+}
+
+void CReference::TellNotInstalled() {
+  const bool isDataAccess = ADO || DAO || RDO;
+  lookup_.outcome = isDataAccess ? LibraryOutcome::DataAccess : LibraryOutcome::System;
+  const Sentence reason =
+      isDataAccess ? Sentence{TextId::DataAccessAsWhole, {}}
+                   : Sentence{TextId::ListedAsSystemFile, {GetPathFileName(context_.global.gDepFilePath())}};
+  const std::string name = lookup_.description.empty() ? lookup_.fileName : DescribedName();
+  AddFinding(FindingId::ReferenceNotInstalled, {name, TextOf(context_.platform.strings, reason)});
+}
+
+std::string CReference::DescribedName() const {
+  return lookup_.description + " (" + lookup_.fileName + ")";
 }
 
 void CReference::SetProjectPath(const std::string& folder) {

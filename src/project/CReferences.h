@@ -4,11 +4,10 @@
 #include <string>
 
 #include "project/CDependencies.h"
+#include "project/LibraryLookup.h"
 #include "support/KeyedCollection.h"
 
 namespace bxvbwiz {
-
-struct LibraryLine;
 
 // A type library that the project references.
 class CReference : public FileRecord {
@@ -26,6 +25,8 @@ class CReference : public FileRecord {
   std::string DepFile;        // full path of the library's .dep file, empty when none was found
 
   CDependencies& Dependencies() { return dependencies_; }
+  // What the raw line names and what was found of it.
+  const LibraryLookup& Lookup() const { return lookup_; }
   // Stores the project's folder; a Name without a drive becomes a path in it.
   void SetProjectPath(const std::string& folder);
   const std::string& ProjectPath() const { return projectPath_; }
@@ -36,12 +37,17 @@ class CReference : public FileRecord {
 
  private:
   // Reports a library that is registered but missing. True when the user takes the supported one instead.
-  bool ContinueWithoutFile(const LibraryLine& line, bool dataAccess);
+  bool ContinueWithoutFile(bool dataAccess);
+  // Notes that a library that was found is not installed, and why.
+  void TellNotInstalled();
+  // As the user knows the library: "Description (file)".
+  std::string DescribedName() const;
 
   AnalysisContext& context_;
   CDependencies dependencies_;
   std::string projectPath_;
   std::string rawName_;
+  LibraryLookup lookup_;
 };
 
 // References keyed by their raw line.

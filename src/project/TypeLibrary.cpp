@@ -81,6 +81,46 @@ VersionSearch ChooseVersion(Key& library, const std::string& requested, std::str
   return search;
 }
 
+std::string OrNone(const StringTable& strings, const std::string& text) {
+  return text.empty() ? strings.Text(TextId::NoneThere) : text;
+}
+
+// Of a line that names a project there is none.
+std::string ShownIdentifier(const StringTable& strings, const LibraryLookup& lookup) {
+  return OrNone(strings, StartsWith(lookup.identifier, "{") ? lookup.identifier : "");
+}
+
+// Who asks for which version, and which versions there are.
+std::string AskedFor(const StringTable& strings, const LibraryLookup& lookup) {
+  return TextOf(strings, {TextId::LibraryAsked,
+                          {OrNone(strings, lookup.version), ShownIdentifier(strings, lookup),
+                           OrNone(strings, TextOf(strings, CurrentOrigin())),
+                           OrNone(strings, Joined(lookup.registered))}});
+}
+
+// Chooses the version to use. False when there is none to be had, which the user knows.
+bool TakeVersion(AnalysisContext& context, Key& library, LibraryLookup& lookup) {
+  for (std::size_t position = 1; position <= library.SubKeys().Count(); ++position)
+    lookup.registered.push_back(library.SubKeys().Item(position)->Name());
+  std::string version;
+  const VersionSearch search = ChooseVersion(library, lookup.version, version);
+  if (search == VersionSearch::Unreadable) {
+    AddFinding(FindingId::LibraryVersionUnreadable, {lookup.fileName, version});
+    return false;
+  }
+  const StringTable& strings = context.platform.strings;
+  if (search == VersionSearch::Higher &&
+      ShowLibraryMessage(context, TextId::OtherVersionInstalled, kStyleYesNo, lookup.fileName,
+                         AskedFor(strings, lookup)) != Button::Yes) {
+    AddFinding(FindingId::LibraryVersionRefused,
+               {lookup.fileName, OrNone(strings, lookup.version), Joined(lookup.registered)});
+    lookup.outcome = LibraryOutcome::Refused;
+    return false;
+  }
+  lookup.taken = version;
+  return true;
+}
+
 // The registered path of a library's version; empty when it has none.
 std::string RegisteredPath(Key& library, const std::string& version) {
   // An empty version would make the path of another key.
@@ -130,50 +170,45 @@ bool IsHigherVersion(std::string_view version, std::string_view other) {
   return DecimalNumber(version) > DecimalNumber(other);
 }
 
-Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library) {
+Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library,
+                          const std::string& more) {
   Message message;
   message.number = number;
   message.style = style;
   message.text = TokenReplace(context.platform.strings.Text(number), {library});
+  if (!more.empty()) message.text += "\r\n" + more;
   return context.user.ShowMessage(message);
 }
 
-void ShowMissingLibrary(AnalysisContext& context, const std::string& library) {
-  ShowLibraryMessage(context, TextId::LibraryNotFound, kStyleExclamation, library);
-  AddFinding(FindingId::LibraryMissing, {library});
+void ShowMissingLibrary(AnalysisContext& context, const LibraryLookup& lookup, const std::string& library) {
+  const StringTable& strings = context.platform.strings;
+  ShowLibraryMessage(context, TextId::LibraryNotFound, kStyleExclamation, library, AskedFor(strings, lookup));
+  AddFinding(FindingId::LibraryMissing,
+             {library, ShownIdentifier(strings, lookup), OrNone(strings, lookup.version)});
 }
 
-LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line, std::string& path) {
+LibrarySearch FindLibraryFile(AnalysisContext& context, LibraryLookup& lookup, std::string& path) {
   Platform& platform = context.platform;
   std::shared_ptr<Key> library;
   // Without an identifier the path would be that of the key of all libraries.
-  if (!line.identifier.empty()) {
+  if (!lookup.identifier.empty()) {
     library = Key::Root(platform.registry, RegConstants::HKeyClassesRoot)
-                  ->OpenSubKeyForReading("TypeLib\\" + line.identifier);
+                  ->OpenSubKeyForReading("TypeLib\\" + lookup.identifier);
   }
   if (!library) {
-    ShowMissingLibrary(context, line.fileName);
+    ShowMissingLibrary(context, lookup, lookup.fileName);
     return LibrarySearch::LeftOut;
   }
+  if (!TakeVersion(context, *library, lookup)) return LibrarySearch::LeftOut;
 
-  std::string version;
-  const VersionSearch search = ChooseVersion(*library, line.version, version);
-  if (search == VersionSearch::Unreadable) {
-    AddFinding(FindingId::LibraryVersionUnreadable, {line.fileName, version});
-    return LibrarySearch::LeftOut;
-  }
-  if (search == VersionSearch::Higher &&
-      ShowLibraryMessage(context, TextId::OtherVersionInstalled, kStyleYesNo, line.fileName) != Button::Yes) {
-    AddFinding(FindingId::LibraryVersionRefused, {line.fileName});
-    return LibrarySearch::LeftOut;
-  }
-
-  path = RegisteredPath(*library, version);
-  if (!path.empty()) return LibrarySearch::Found;
+  path = RegisteredPath(*library, lookup.taken);
+  lookup.hasRegisteredPath = !path.empty();
   const std::string systemFolder = SystemFolder(platform);
-  path = systemFolder + line.fileName;
-  return FolderHoldsFile(platform.files, systemFolder, line.fileName) ? LibrarySearch::Found
-                                                                      : LibrarySearch::FileMissing;
+  if (!lookup.hasRegisteredPath) path = systemFolder + lookup.fileName;
+  lookup.path = path;
+  return lookup.hasRegisteredPath || FolderHoldsFile(platform.files, systemFolder, lookup.fileName)
+             ? LibrarySearch::Found
+             : LibrarySearch::FileMissing;
 }
 
 std::string DescribeLibrary(AnalysisContext& context, const std::string& path, FileRecord& record,

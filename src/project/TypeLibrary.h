@@ -6,17 +6,10 @@
 #include "project/AnalysisContext.h"
 #include "project/CDependencies.h"
 #include "project/FileRecord.h"
+#include "project/LibraryLookup.h"
 
 // From a "Reference=" or "Object=" line to the file of the type library that it names.
 namespace bxvbwiz {
-
-// What a line says of its library.
-struct LibraryLine {
-  std::string identifier;   // the type library's GUID with braces
-  std::string version;      // as written, decimal or hexadecimal; may be empty
-  std::string fileName;     // its file as the line names it; the line itself when it names none
-  std::string description;  // references only
-};
 
 // Reads `*\G{guid}#version#lcid#path#description`. The file name is that of the path.
 LibraryLine ReadReferenceLine(std::string_view rawLine);
@@ -32,14 +25,16 @@ enum class LibrarySearch {
 };
 
 // Looks the library up in the registry: takes the version that the line asks for, or else, when the user
-// agrees, the highest one above it. `path` is left alone when the library is left out.
-LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line, std::string& path);
+// agrees, the highest one above it. `path` is left alone when the library is left out. `lookup` holds the
+// line, and receives what was found except the outcome of a library that was found.
+LibrarySearch FindLibraryFile(AnalysisContext& context, LibraryLookup& lookup, std::string& path);
 
 // Shows that the setup will lack the library; `library` is its name as the user knows it.
-void ShowMissingLibrary(AnalysisContext& context, const std::string& library);
+void ShowMissingLibrary(AnalysisContext& context, const LibraryLookup& lookup, const std::string& library);
 
-// Shows a message with its "%%1" filled.
-Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library);
+// Shows a message with its "%%1" filled, and `more` on a line of its own.
+Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library,
+                          const std::string& more = {});
 
 // Fills the facts of the library's file and reads what it needs. Gives its .dep file, empty when there is
 // none.

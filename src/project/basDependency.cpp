@@ -140,7 +140,10 @@ class DependencyWalk {
 
   // False for a file of the system and for one that is known, which is then asked for once more.
   bool IsNew(const std::string& name, const Origin& origin) const {
-    if (context_.global.IsSystemFile(name)) return false;
+    if (context_.global.IsSystemFile(name)) {
+      if (context_.passedOver != nullptr) context_.passedOver->Add(name, origin);
+      return false;
+    }
     CDependency* const known = all_.FindName(name);
     if (known != nullptr) known->AddAsker(origin);
     return known == nullptr;
@@ -183,7 +186,10 @@ class DependencyWalk {
         !context_.platform.profiles.GetString(known.section, "Dest", "", kDestBuffer, known.depFile).empty();
     std::string destination = saysWhere ? "" : file.Destination;
     if (!saysWhere && destination.empty()) destination = kApplicationMacro;
+    const std::vector<Sentence> before = file.reasons;
     context_.builder.GetFileGroupInfo(destination, FoundPath(file), known.depFile, nullptr, file);
+    // The first reason is that of the destination.
+    if (!saysWhere && !before.empty() && !file.reasons.empty()) file.reasons.front() = before.front();
   }
 
   // The folder of a file: its own, that of the redistributables, or else the system folder.

@@ -19,6 +19,23 @@ namespace {
 constexpr std::size_t kBuffer = 255;
 constexpr std::size_t kListBuffer = 254;  // of the lists of files and groups
 
+constexpr const char* kRedistributableIndex = "corecomp.ini";
+
+// Has the reasons of the rules collected while it lives.
+class ReasonScope {
+ public:
+  ReasonScope(std::vector<Sentence>*& place, std::vector<Sentence>& reasons) : place_(place) {
+    reasons.clear();
+    place_ = &reasons;
+  }
+  ~ReasonScope() { place_ = nullptr; }
+  ReasonScope(const ReasonScope&) = delete;
+  ReasonScope& operator=(const ReasonScope&) = delete;
+
+ private:
+  std::vector<Sentence>*& place_;
+};
+
 const char* YesOrNo(bool isSo) {
   return isSo ? "Yes" : "No";
 }
@@ -35,6 +52,7 @@ void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::st
       static_cast<InstallationFacts&>(target) = static_cast<const InstallationFacts&>(*existing);
       return;
     }
+    const ReasonScope reasons(reasons_, target.reasons);
     const std::string name = GetPathFileName(filePath);
     const std::string found = FindDepSection(platform_, depFile, name);
     const std::string& section = found.empty() ? name : found;
@@ -64,19 +82,38 @@ void CFileGroups::DecideDestination(const std::string& destination, const std::s
   if (macro.empty() && !depFile.empty())
     macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
   const bool isOfDepFile = destination.empty() && !macro.empty();
-  if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
-  if (macro.empty() && !depFile.empty()) macro = kApplicationMacro;
-  const bool isKnown = ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos;
-  if (!isKnown && isOfDepFile) {
-    target.doubts.push_back({FindingId::DestinationUnknown, {filePath, macro, depFile}, CurrentOrigin()});
+  const std::string folder = GetPathFolder(filePath);
+  const bool isSearched = macro.empty();
+  if (isSearched) macro = SearchForDestPath(folder, GetPathFileName(filePath));
+  const bool isFound = !macro.empty();
+  if (!isFound && !depFile.empty()) macro = kApplicationMacro;
+  const bool hasSymbol = ConvertDestMacroToBXDestSymbol(macro).find('>') != std::string::npos;
+  if (!hasSymbol) {
+    Because(TextId::DestinationWithoutSymbol, {kApplicationMacro, macro});
+    if (isOfDepFile)
+      target.doubts.push_back({FindingId::DestinationUnknown, {filePath, macro, depFile}, CurrentOrigin()});
+    target.Destination = kApplicationMacro;
+    return;
   }
-  target.Destination = isKnown ? macro : kApplicationMacro;
+  const bool isOfPath = !folder.empty() && EqualsIgnoreCase(FixPath(macro), FixPath(folder));
+  if (isOfDepFile) {
+    Because(TextId::DestinationOfDepFile, {macro, section, depFile});
+  } else if (!isFound) {
+    Because(depFile.empty() ? TextId::DestinationNowhere : TextId::DestinationByDefault, {macro, depFile});
+  } else if (isOfPath) {
+    Because(TextId::DestinationOfPath, {macro});
+  } else {
+    Because(isSearched ? TextId::DestinationOfSearch : TextId::DestinationOfProgram, {macro});
+  }
+  target.Destination = macro;
 }
 
 void CFileGroups::DecideRegistration(const std::string& filePath, const std::string& depFile,
                                      const std::string& section, FileRecord& target) {
   const std::string macro = platform_.profiles.GetString(section, "Register", "", kBuffer, depFile);
   const std::int16_t code = ConvertRegisterMacro(macro);
+  Because(macro.empty() ? TextId::NotRegisteredByDepFile : TextId::RegisteredByDepFile,
+          {std::to_string(code), macro, section, depFile});
   if (code != kRegisterNone && code != kRegisterDll && code != kRegisterTypeLibrary) {
     target.doubts.push_back({FindingId::NotRegistered, {filePath, depFile, macro}, CurrentOrigin()});
   }
@@ -96,11 +133,14 @@ std::string CFileGroups::CreateFileGroupName(const std::string& /*fileName*/, co
     std::string base = place != nullptr ? place->groupBase : ProperCaseFolderName(file.FileLinkPath);
     if (base.empty()) {
       groupName = "Program Files";
+      Because(TextId::GroupByDefault, {groupName});
       return;
     }
     if (file.SelfRegister == kRegisterDll || file.SelfRegister == kRegisterTypeLibrary) base += " Self-reg";
     if (file.SharedFile) base += " Shared";
     groupName = base + " Files";
+    Because(place != nullptr ? TextId::GroupByDestination : TextId::GroupByFolder,
+            {groupName, place != nullptr ? place->symbol : file.FileLinkPath});
   });
   return groupName;
 }
@@ -110,38 +150,45 @@ bool CFileGroups::IsSharedFile(const FileRecord& file, const std::string& filePa
   const CallStackEntry entry(kRoutine);
   bool isShared = false;
   LogAndGoOn(kRoutine, [&] {
-    if (!IsBelowSharedFolder(StripTrailingBackslash(UpperCase(file.Destination)))) return;
-    isShared = file.kind == RecordKind::Control || file.kind == RecordKind::TypeLibrary ||
-               !CheckCoreCompIni(GetPathFileName(filePath)).empty();
+    const std::string place = SharedPlace(StripTrailingBackslash(UpperCase(file.Destination)));
+    if (place.empty()) {
+      Because(TextId::NotSharedByFolder, {});
+    } else if (file.kind == RecordKind::Control || file.kind == RecordKind::TypeLibrary) {
+      isShared = true;
+      Because(TextId::SharedByKind, {place});
+    } else {
+      isShared = !CheckCoreCompIni(GetPathFileName(filePath)).empty();
+      Because(isShared ? TextId::SharedByIndex : TextId::NotSharedByIndex, {kRedistributableIndex, place});
+    }
   });
   return isShared;
 }
 
-// `destination` in upper case. The machine's folders are asked for only when no macro or symbol fits.
-bool CFileGroups::IsBelowSharedFolder(const std::string& destination) {
+// The machine's folders are asked for only when no macro or symbol fits.
+std::string CFileGroups::SharedPlace(const std::string& destination) {
   for (const Destination& place : kDestinations) {
     const std::string symbol = UpperCase(place.symbol);
     const bool isNamed = BeginsWithOneOf(destination, {symbol, place.macro, place.otherMacro});
-    if (place.sharing != 0 && isNamed) return true;
+    if (place.sharing != 0 && isNamed) return place.symbol;
   }
-  if (destination.empty() || StartsWith(destination, "$")) return false;
+  if (destination.empty() || StartsWith(destination, "$")) return {};
   CSystemInfo system(platform_);
   for (int turn = 1;; ++turn) {
     const Destination* place = FindDestination([&](const Destination& it) { return it.sharing == turn; });
-    if (place == nullptr) return false;
+    if (place == nullptr) return {};
     const std::string beginning = StripTrailingBackslash(UpperCase((system.*place->folder)()));
-    if (!beginning.empty() && StartsWith(destination, beginning)) return true;
+    if (!beginning.empty() && StartsWith(destination, beginning)) return place->symbol;
   }
 }
 
 std::string CFileGroups::CoreCompIni() {
-  constexpr const char* kIndex =
-      "Redistributable\\Compressed Files\\Language Independent\\OS Independent\\corecomp.ini";
+  constexpr const char* kIndexFolder =
+      "Redistributable\\Compressed Files\\Language Independent\\OS Independent\\";
   const auto root = Key::Root(platform_.registry, RegConstants::HKeyLocalMachine);
   const auto key = root->OpenSubKeyForReading(kBorvexMainKey);
   if (key == nullptr)
     EndWithMissingKey(*global_.user, platform_.strings, root->Name() + "\\" + kBorvexMainKey);
-  return FixPath(key->RequiredText("Path")) + kIndex;
+  return FixPath(key->RequiredText("Path")) + kIndexFolder + kRedistributableIndex;
 }
 
 std::string CFileGroups::CheckCoreCompIni(const std::string& filePath) {
@@ -162,9 +209,15 @@ std::int16_t CFileGroups::CheckSelfRegister(const std::string& filePath) {
     const std::string upper = UpperCase(filePath);
     if (EndsWith(upper, ".TLB") || EndsWith(upper, ".OLB")) {
       code = kRegisterTypeLibrary;
+      Because(TextId::RegisteredAsTypeLibrary, {});
       return;
     }
-    if (executables_.Of(filePath).registersItself) code = kRegisterDll;
+    const ExecutableFacts& facts = executables_.Of(filePath);
+    if (facts.registersItself) code = kRegisterDll;
+    Because(facts.registersItself ? TextId::RegistersItself
+            : facts.isOpened      ? TextId::RegistersNothing
+                                  : TextId::RegistersUnread,
+            {filePath});
   });
   return static_cast<std::int16_t>(code);
 }
@@ -233,10 +286,7 @@ bool CFileGroups::AddFileGroupToComponent(const std::string& projectDir, const F
   const CallStackEntry entry(kRoutine);
   bool added = false;
   LogAndGoOn(kRoutine, [&] {
-    const Destination* place = DestinationOfSymbol(FolderSymbol(file));
-    const bool isWindows =
-        place != nullptr && BeginsWithOneOf(file.FileGroup, {place->windowsGroup, place->otherWindowsGroup});
-    const std::string component = isWindows ? kWindowsFilesComponent : kProgramFilesComponent;
+    const std::string component = ComponentOf(FolderSymbol(file), file.FileGroup).values.front();
     if (!CComponents(platform_, *this, lists_).CreateComponent(projectDir, component, file)) return;
     lists_.AppendIfMissing(ListOf(ComponentsFile(projectDir), component, "filegroup", kListBuffer),
                            file.FileGroup);

@@ -53,7 +53,8 @@ class CFileGroups : public DestinationSymbols, public FileGroupBuilder {
   // Sets the code of the registration that `section` of `depFile` names. One that no setup does is a doubt.
   void DecideRegistration(const std::string& filePath, const std::string& depFile, const std::string& section,
                           FileRecord& target);
-  bool IsBelowSharedFolder(const std::string& destination);
+  // The place of shared files that `destination`, in upper case, is or lies below; empty when there is none.
+  std::string SharedPlace(const std::string& destination);
   void WriteGroupProperties(const std::string& definitions, const FileRecord& file);
 
   NumberedKeys& lists_;

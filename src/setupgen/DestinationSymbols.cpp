@@ -135,7 +135,10 @@ std::string DestinationSymbols::ResolveLinkPath(const std::string& sourcePath, c
   LogAndGoOn(kRoutine, [&] {
     if (sourcePath.empty() || fileName.empty()) return;
     const std::string found = SearchForSourceFile(sourcePath, fileName);
-    if (found.empty()) return;
+    if (found.empty()) {
+      Because(TextId::SourceNotFound, {sourcePath});
+      return;
+    }
     folder = found;
     resolves = true;
   });
@@ -149,9 +152,17 @@ std::string DestinationSymbols::SearchForSourceFile(const std::string& linkDir, 
   LogAndGoOn(kRoutine, [&] {
     std::string redistributables = global_.FindVBRedistFolder();
     if (!redistributables.empty()) redistributables = FixPath(redistributables);
-    folder = !redistributables.empty() && FolderHoldsFile(platform_.files, redistributables, fileName)
-                 ? redistributables
-                 : FolderOrSystemFolder(linkDir, fileName);
+    if (!redistributables.empty() && FolderHoldsFile(platform_.files, redistributables, fileName)) {
+      folder = redistributables;
+      Because(TextId::SourceRedistributables, {folder});
+      return;
+    }
+    folder = FolderOrSystemFolder(linkDir, fileName);
+    if (EqualsIgnoreCase(folder, FixPath(linkDir))) {
+      Because(TextId::SourceExpected, {folder});
+    } else if (!folder.empty()) {
+      Because(TextId::SourceSystemFolder, {folder, linkDir});
+    }
   });
   return folder;
 }

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "project/basGlobal.h"
 
@@ -43,8 +45,14 @@ class DestinationSymbols {
   std::string GetAppPath(const std::string& projectFile);
 
  protected:
+  // Notes why a rule decided as it did, while someone wants to know it.
+  void Because(TextId text, std::vector<std::string> values) {
+    if (reasons_ != nullptr) reasons_->push_back({text, std::move(values)});
+  }
+
   Platform& platform_;
   basGlobal& global_;
+  std::vector<Sentence>* reasons_ = nullptr;
 
  private:
   // The first of `dir` (unless empty) and the system folder that holds the file, with a trailing backslash.

@@ -80,4 +80,14 @@ inline bool BeginsWithOneOf(std::string_view text, std::initializer_list<std::st
   return false;
 }
 
+// The component that receives a file group, the sentence's value, and why. `symbol` is that of the
+// destination of the group's files.
+inline Sentence ComponentOf(std::string_view symbol, std::string_view group) {
+  if (EndsWith(symbol, "\\")) symbol.remove_suffix(1);
+  const Destination* place = DestinationOfSymbol(symbol);
+  if (place != nullptr && BeginsWithOneOf(group, {place->windowsGroup, place->otherWindowsGroup}))
+    return {TextId::ComponentOfWindows, {kWindowsFilesComponent}};
+  return {TextId::ComponentOfProgram, {kProgramFilesComponent}};
+}
+
 }  // namespace bxvbwiz

@@ -118,4 +118,10 @@ std::string TokenReplace(std::string text, const std::vector<std::string>& value
   return text;
 }
 
+std::string Joined(const std::vector<std::string>& texts) {
+  std::string joined;
+  for (const std::string& text : texts) joined += (joined.empty() ? "" : ", ") + text;
+  return joined;
+}
+
 }  // namespace bxvbwiz

@@ -31,5 +31,7 @@ std::optional<std::string> ReplaceAll(std::optional<std::string> text, std::stri
 std::string StripQuotes(std::string_view text);
 // Fills "%%1", "%%2", ... with the values in their order, the first occurrence of each only.
 std::string TokenReplace(std::string text, const std::vector<std::string>& values);
+// "a, b, c"
+std::string Joined(const std::vector<std::string>& texts);
 
 }  // namespace bxvbwiz

@@ -34,6 +34,9 @@ Expect "the version is printed" 0 "bxvbwiz " --version
 Expect "help names every command" 0 "inspect" --help
 Expect "no command is wrong usage" 2 "required"
 Expect "a project is required" 2 "PROJECT" generate
+Expect "an explanation needs a name" 2 "NAME" explain x.vbp
+Expect "an empty name is wrong usage" 2 "empty" explain x.vbp ''
+Expect "wrong usage is one JSON document, too" 2 '"exitCode": 2' inspect --json
 Expect "an unknown option is wrong usage" 2 "--colour" analyse x.vbp --colour
 Expect "--yes and --no exclude each other" 2 "excludes" analyse x.vbp --yes --no
 Expect "--quiet and --verbose exclude each other" 2 "excludes" analyse x.vbp --quiet --verbose
@@ -57,6 +60,7 @@ mkdir machine/drive_c/Src
 printf 'Type=Exe\r\nObject={11111111-2222-3333-4444-555555555555}#1.0#0; Gone.ocx\r\nName="Demo"\r\nExeName32="Demo.exe"\r\n' >"$project"
 (cd machine/drive_c/Src && "$makepe" Demo.exe --import KERNEL32.DLL && "$makepe" Server.dll --import KERNEL32.DLL --export DllRegisterServer)
 printf 'Type=Exe\r\nName="NUL"\r\nExeName32="Demo.exe"\r\n' >machine/drive_c/Src/Reserved.vbp
+printf 'Type=Exe\r\nName="Unbuilt"\r\nExeName32="None.exe"\r\n' >machine/drive_c/Src/Unbuilt.vbp
 cp -R machine before
 export BXVBWIZ_MACHINE=$work/machine
 
@@ -65,6 +69,10 @@ Expect "an analysis ends with what is left to do" 0 "1 error." analyse "$project
 Expect "a Windows path and a path of this computer are the same" 0 "Demo File Groups" analyse 'c:\src\DEMO.vbp' --verbose
 Expect "an answer in front of the project does not swallow it" 0 "1 error." analyse --answer 1095=yes "$project"
 Expect "--strict fails when something is missing" 4 "Gone.ocx" analyse "$project" --strict
+Expect "a look at a project starts no compiler" 0 "output-missing" analyse 'C:\Src\Unbuilt.vbp'
+Expect "a compiler that is asked for is missed" 1 "_BxVbErr.txt" analyse 'C:\Src\Unbuilt.vbp' --rebuild
+Expect "an unknown name is no success" 1 "does not ask for Gene.ocx" explain "$project" Gene.ocx
+Expect "a library is explained by its identifier" 0 "Not in the setup" explain "$project" 11111111-2222-3333-4444-555555555555
 Expect "a project outside the machine" 3 "outside" generate "$work/messages"
 Expect "a failed run is one JSON document, too" 3 '"finished": false' generate "$work/messages" --json
 Expect "a refused application name without the page" 2 "illegal" generate "$project" --app-name 'Desk: 2' --skip-info

@@ -87,9 +87,11 @@ Print() {  # Print TITLE FILE
 SaysTheSame() {  # SaysTheSame FILE
   local messages=$folder/messages
   [ "$mode" != --files ] || messages=$(Find expected/result)
-  cmp -s <(tr -d '\r' <"$1" | sed -E '/^(error|warning|note) |^  (from|to do): /!d') \
-    <(sed -En -e 's/^bxvbwiz: ((error|warning|note) )/\1/p' -e '/^  (from|to do): /p' "$messages")
+  cmp -s <(tr -d '\r' <"$1" | FindingLines) <(sed -E 's/^bxvbwiz: ((error|warning|note) )/\1/' "$messages" | FindingLines)
 }
+
+# Keeps the lines of findings; of a note the first one, as it is printed.
+FindingLines() { awk '/^[a-z]/ { note = /^note / } /^(error|warning|note) / || (!note && /^  (from|to do): /)'; }
 
 # Prints what a run made of $folder/before: what $folder/machine has, then what it lacks.
 PrintChanges() {
