@@ -52,6 +52,7 @@ class CapturingComputer : public Computer {
     source_.Save();
     captured_.Save();
   }
+  std::vector<Finding> Found() const override { return source_.Found(); }
   const CapturedMachine& Captured() const { return captured_; }
 
  private:

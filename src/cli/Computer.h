@@ -2,8 +2,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "platform/Platform.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -21,6 +22,8 @@ class Computer {
   virtual std::string HostPath(const std::string& windowsPath) = 0;
   // Stores what a run changed. Throws MachineError.
   virtual void Save() = 0;
+  // What was found wrong with it when it was opened.
+  virtual std::vector<Finding> Found() const { return {}; }
 };
 
 // Opens a machine folder and reports what is odd in it on standard error. Throws MachineError.

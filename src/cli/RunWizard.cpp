@@ -110,6 +110,7 @@ class Run {
 
   bool Analyse(const std::string& project) {
     outcome_.analysis = std::make_unique<Analysis>(core_.platform(), user_, core_.global());
+    for (Finding& finding : computer_.Found()) AddFinding(std::move(finding));
     const auto rebuild = [this](const CProject& built) { return RebuildProject(core_, user_, built); };
     return outcome_.analysis->LoadTrees(project, options_.rebuild, rebuild) == Analysis::Result::Done;
   }
