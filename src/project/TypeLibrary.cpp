@@ -82,13 +82,13 @@ VersionSearch ChooseVersion(Key& library, const std::string& requested, std::str
 }
 
 // The registered path of a library's version; empty when it has none.
-std::string RegisteredPath(Key& library, const std::string& version) {
+std::string RegisteredPath(FileSystem& files, Key& library, const std::string& version) {
   // An empty version would make the path of another key.
   if (version.empty()) return "";
   const std::shared_ptr<Key> win32 = library.OpenSubKeyForReading(version + "\\0\\win32");
   if (!win32) return "";
   const std::shared_ptr<Value> value = win32->Values().Default();
-  return value ? WithoutResourceNumber(value->Text()) : "";
+  return value ? NormalPath(files, WithoutResourceNumber(value->Text())) : "";
 }
 
 // The file name after the ";" of a control line, unquoted.
@@ -168,7 +168,7 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, const LibraryLine& line,
     return LibrarySearch::LeftOut;
   }
 
-  path = RegisteredPath(*library, version);
+  path = RegisteredPath(platform.files, *library, version);
   if (!path.empty()) return LibrarySearch::Found;
   const std::string systemFolder = SystemFolder(platform);
   path = systemFolder + line.fileName;

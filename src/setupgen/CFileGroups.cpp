@@ -64,7 +64,7 @@ std::string CFileGroups::DestinationMacro(const std::string& destination, const 
                                           const std::string& depFile, const std::string& section) {
   std::string macro = destination;
   if (macro.empty() && !depFile.empty())
-    macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
+    macro = NormalPath(platform_.files, platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile));
   const bool isOfDepFile = destination.empty() && !macro.empty();
   if (macro.empty()) macro = SearchForDestPath(GetPathFolder(filePath), GetPathFileName(filePath));
   if (macro.empty() && !depFile.empty()) macro = kApplicationMacro;
@@ -209,7 +209,7 @@ bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const Fil
 void CFileGroups::TellOtherTarget(const std::string& source, const FileRecord& file) {
   const auto group = targets_.find(file.FileGroup);
   const std::string wanted = FolderSymbol(*this, file);
-  if (group == targets_.end() || group->second == wanted) return;
+  if (group == targets_.end() || EqualsIgnoreCase(group->second, wanted)) return;
   AddFinding(FindingId::FolderOfGroupDiffers, {source, wanted, file.FileGroup, group->second});
 }
 
