@@ -1,5 +1,6 @@
 #include "analysis/Analysis.h"
 
+#include "analysis/SourceFindings.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
@@ -74,6 +75,7 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
                                      const Rebuild& rebuild) {
   const CallStackEntry entry(kLoadTrees);
   const StatusScope status(user_);
+  TellUnwrittenLog();
   projectFile_ = projectFile;
   platform_.files.FullPath(projectFile, projectFile_);
   const CurrentDirectoryScope folder(platform_.files, GetPathFolder(projectFile_));
@@ -87,6 +89,12 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
   if (!RebuildIfNeeded(rebuild)) return Result::Unreadable;
   FillTrees();
   return Result::Done;
+}
+
+// The log is opened before anything collects findings.
+void Analysis::TellUnwrittenLog() const {
+  if (session_ == nullptr || session_->log.OpenError() == SystemError::Success) return;
+  AddFinding(FindingId::LogNotWritten, {session_->log.Path(), ErrorCode(session_->log.OpenError())});
 }
 
 // A step may have taken long.
@@ -190,6 +198,7 @@ void Analysis::FillTrees() {
     EndStep();
   }
   FillFileGroupView();
+  TellOfSources(context_, *project_, files_);
 }
 
 void Analysis::AddOutputFile() {

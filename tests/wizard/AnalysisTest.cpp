@@ -25,6 +25,10 @@ TEST_F(AnalysisTest, AMissingProductKeyEndsTheWizardAndIsShownOnce) {
   EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::RegistryKeyMissing});
 }
 
+std::string Unlisted(const std::string& control) {
+  return "A source file uses the control " + control + ", version 1.0, which the project does not list.";
+}
+
 TEST_F(AnalysisTest, TheFirstFileOfANameStaysAndTheOthersAreNamed) {
   for (const char* file : {"a.ocx", "b.ocx", "windows/system32/both.dll", "Src/Release/Final/both.dll",
                            "Src/Release/Final/late.dll"})
@@ -47,7 +51,8 @@ TEST_F(AnalysisTest, TheFirstFileOfANameStaysAndTheOthersAreNamed) {
                                 "C:\\windows\\late.dll, which was not found, has the same key.",
                                 "The file late.dll was not found on this computer.",
                                 "The file C:\\Src\\Release\\Final\\both.dll was left out, because "
-                                "C:\\windows\\system32\\both.dll has the same key."}));
+                                "C:\\windows\\system32\\both.dll has the same key.",
+                                Unlisted("a.ocx"), Unlisted("b.ocx")}));
 }
 
 TEST_F(AnalysisTest, NamesOfOneFileThatDifferInCaseAreKeptAndNoted) {
@@ -65,8 +70,9 @@ TEST_F(AnalysisTest, NamesOfOneFileThatDifferInCaseAreKeptAndNoted) {
   EXPECT_EQ(names, "App.exe a.ocx AB-C.dll abc.dll Abc.dll ");
   EXPECT_EQ(
       Form().Shown()->Found().Texts(),
-      std::vector<std::string>{"The file C:\\windows\\system32\\Abc.dll is in the setup twice, because it "
-                               "is also named abc.dll."});
+      (std::vector<std::string>{"The file C:\\windows\\system32\\Abc.dll is in the setup twice, because it "
+                                "is also named abc.dll.",
+                                Unlisted("a.ocx")}));
 }
 
 // Makes a library a remote server, which nothing in the registry can do.
