@@ -26,6 +26,12 @@ bool IsOfSameLibrary(const Control& left, const Control& right) {
   return EqualsIgnoreCase(left.line.identifier, right.line.identifier);
 }
 
+// The file name of a DLL, as the system completes it.
+std::string DllName(const std::string& path) {
+  const std::string name = GetPathFileName(path);
+  return name.find('.') == std::string::npos ? name + ".dll" : name;
+}
+
 // The program of a command line as the registry gives servers: in quotes, or up to its arguments.
 std::string ProgramOf(const std::string& command) {
   if (StartsWith(command, "\"")) return command.substr(1, command.find('"', 1) - 1);
@@ -43,8 +49,11 @@ class SourceCheck {
   void TellAll() {
     for (const Finding& unread : project_.sources().Unread()) AddFinding(unread);
     for (const Control& control : project_.sources().Controls()) TellControl(control);
+    std::unordered_set<std::string> told;
     for (const Sources::Use& use : project_.sources().Uses()) {
-      if (use.kind == CodeUse::Kind::Dll) {
+      const bool isDll = use.kind == CodeUse::Kind::Dll;
+      if (!told.insert(UpperCase(isDll ? DllName(use.name) : use.name)).second) continue;
+      if (isDll) {
         TellDll(use);
       } else {
         TellObject(use);
@@ -101,8 +110,7 @@ class SourceCheck {
   }
 
   void TellDll(const Sources::Use& use) {
-    std::string name = GetPathFileName(use.name);
-    if (name.find('.') == std::string::npos) name += ".dll";  // as the system completes it
+    const std::string name = DllName(use.name);
     if (IsWindowsDll(name) || context_.global.IsSystemFile(name) || IsInstalled(name)) return;
     const std::string projectFolder = FixPath(GetPathFolder(project_.FileName()));
     const std::string ownFolder = FixPath(GetPathFolder(project_.OutputPath()));
@@ -162,8 +170,10 @@ class SourceCheck {
 
   void TellLicence(const CObject& control) const {
     const std::string folder = GetPathFolder(control.Name);
-    const std::string licence = ParsePath(control.Name, PathPart::Title) + ".lic";
-    if (!control.Include || folder.empty() || !FolderHoldsFile(files_, FixPath(folder), licence)) return;
+    if (!control.Include || folder.empty()) return;
+    const std::string licence =
+        Dir(files_, FixPath(folder) + ParsePath(control.Name, PathPart::Title) + ".lic");
+    if (licence.empty()) return;
     const std::string path = FixPath(folder) + licence;
     if (IsInstalled(licence)) return AddFinding({FindingId::LicenceInSetup, {path}, control.FirstAsker()});
     AddFinding({FindingId::LicenceFile, {path, GetPathFileName(control.Name)}, control.FirstAsker()});
