@@ -65,7 +65,8 @@ struct FuzzedMachine : TestMachine {
 
 void ReadForm(AnalysisContext& context, std::string_view bytes) {
   CObjects all(context, nullptr);
-  CForms forms(context, all);
+  Sources sources(context.platform);
+  CForms forms(context, all, sources);
   std::size_t found = 0;
   try {
     found = forms.Add("Main.frm", "C:\\Prj")->Objects().Count();

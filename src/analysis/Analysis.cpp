@@ -1,6 +1,7 @@
 #include "analysis/Analysis.h"
 
 #include "analysis/Audit.h"
+#include "analysis/SourceFindings.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
@@ -80,6 +81,7 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
                                      const Rebuild& rebuild) {
   const CallStackEntry entry(kLoadTrees);
   const StatusScope status(user_);
+  TellUnwrittenLog();
   projectFile_ = projectFile;
   platform_.files.FullPath(projectFile, projectFile_);
   const CurrentDirectoryScope folder(platform_.files, GetPathFolder(projectFile_));
@@ -104,6 +106,12 @@ void Analysis::Audit(const std::string& folder) {
     if (finding.id == FindingId::FileNotWritten) return;
   }
   if (subject_ != nullptr) AuditSetup(*subject_, ReadSetup(platform_, folder));
+}
+
+// The log is opened before anything collects findings.
+void Analysis::TellUnwrittenLog() const {
+  if (session_ == nullptr || session_->log.OpenError() == SystemError::Success) return;
+  AddFinding(FindingId::LogNotWritten, {session_->log.Path(), ErrorCode(session_->log.OpenError())});
 }
 
 // A step may have taken long.
@@ -208,6 +216,7 @@ void Analysis::FillTrees() {
     EndStep();
   }
   FillFileGroupView();
+  TellOfSources(context_, *project_, files_);
 }
 
 void Analysis::AddOutputFile() {

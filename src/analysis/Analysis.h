@@ -60,6 +60,7 @@ class Analysis {
   NumberedKeys& Lists() { return lists_; }
 
  private:
+  void TellUnwrittenLog() const;
   bool ReadProject();
   bool RefuseProjectKind();
   bool RebuildIfNeeded(const Rebuild& rebuild);

@@ -57,6 +57,7 @@ class CapturingComputer : public Computer {
     const bool hasRun = code == kExitFinished || code == kExitIncomplete;
     return hasRun && !captured_.NotCaptured().empty() ? kExitNotFinished : code;
   }
+  std::vector<Finding> Found() const override { return source_.Found(); }
   const CapturedMachine& Captured() const { return captured_; }
 
  private:

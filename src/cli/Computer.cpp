@@ -4,6 +4,7 @@
 #include <iostream>
 
 #include "machine/Machine.h"
+#include "machine/MachineRegistryTree.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -16,6 +17,7 @@ bool IsWindowsPath(const std::string& path) {
 class MachineFolder : public Computer {
  public:
   explicit MachineFolder(const std::string& folder) : machine_(folder) {
+    machine_.RequireSystemFolders();
     if (const std::size_t skipped = machine_.SkippedRegistryValues(); skipped > 0) {
       std::cerr << "bxvbwiz: " << skipped << " values of registry.reg could not be read and were left out.\n";
     }
@@ -31,6 +33,13 @@ class MachineFolder : public Computer {
   }
   std::string HostPath(const std::string& windowsPath) override { return machine_.HostPath(windowsPath); }
   void Save() override { machine_.Save(); }
+  std::vector<Finding> Found() const override {
+    std::vector<Finding> found;
+    for (const SkippedRegValue& value : machine_.SkippedValues()) {
+      found.push_back({FindingId::RegistryValueSkipped, {value.key, std::to_string(value.line)}, {}});
+    }
+    return found;
+  }
 
  private:
   Machine machine_;

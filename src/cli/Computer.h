@@ -2,8 +2,9 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "platform/Platform.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -23,6 +24,8 @@ class Computer {
   virtual void Save() = 0;
   // The program's exit code after a run that ended with `code`.
   virtual int ExitCode(int code) const { return code; }
+  // What was found wrong with it when it was opened.
+  virtual std::vector<Finding> Found() const { return {}; }
 };
 
 // Opens a machine folder and reports what is odd in it on standard error. Throws MachineError.

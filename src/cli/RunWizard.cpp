@@ -127,6 +127,7 @@ class Run {
 
   bool Analyse(const std::string& project) {
     outcome_.analysis = std::make_unique<Analysis>(core_.platform(), user_, core_.global());
+    for (Finding& finding : computer_.Found()) AddFinding(std::move(finding));
     Analysis::Rebuild rebuild;
     // Looking at a project starts no program unless it is asked for.
     const bool isLook = options_.command == Command::Analyse || options_.command == Command::Explain;

@@ -125,8 +125,10 @@ SystemError DriveTree::Locate(const WindowsPath& path, Place& place) {
     folder->listed = false;
     reached = LocateName(*folder, nameKey, RealName(*folder, path.Name(), nameKey), place);
   }
-  if (!reached) return SystemError::AccessDenied;
-  return SystemError::Success;
+  // A name that was not seen, or whose file was not, in a folder that may not be read is not known to be
+  // missing.
+  const bool isDenied = !place.Exists() && (!folder->listed || folder->names.count(nameKey) != 0);
+  return reached && !isDenied ? SystemError::Success : SystemError::AccessDenied;
 }
 
 SystemError DriveTree::CheckWritable(const Place& place) const {

@@ -85,6 +85,17 @@ struct Machine::Parts : public ProcessObserver {
         platform{registry, facts,    files, profiles,      processes,
                  guids,    settings, clock, *ini.codePage, strings} {}
 
+  // Without them no file would be known to lie in the system folder, and all would go elsewhere.
+  void RequireSystemFolders() {
+    const auto isMissing = [this](const std::string& folder) {
+      const std::string path = tree.HostPathOf(folder);
+      return path.empty() || host::StatusOf(path).kind != host::FileKind::Folder;
+    };
+    if (!isMissing(ini.windowsFolder) && !isMissing(ini.systemFolder)) return;
+    throw MachineError(root + ": [Folders] of machine.ini names Windows=" + ini.windowsFolder +
+                       " and System=" + ini.systemFolder + ", but the drives do not have both");
+  }
+
   void BeforeStart() override {
     profiles.StoreAll();
     // A registry that cannot be stored is reported by the end of the run, which tries again.
@@ -127,6 +138,10 @@ Machine::Machine(const std::string& folder) : parts_(std::make_unique<Parts>(fol
 
 Machine::~Machine() = default;
 
+void Machine::RequireSystemFolders() {
+  parts_->RequireSystemFolders();
+}
+
 Platform& Machine::platform() {
   return parts_->platform;
 }
@@ -154,6 +169,10 @@ void Machine::Save() {
 
 std::size_t Machine::SkippedRegistryValues() const {
   return parts_->registry.Skipped();
+}
+
+const std::vector<SkippedRegValue>& Machine::SkippedValues() const {
+  return parts_->registry.SkippedValues();
 }
 
 }  // namespace bxvbwiz

@@ -2,11 +2,14 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "machine/MachineError.h"
 #include "platform/Platform.h"
 
 namespace bxvbwiz {
+
+struct SkippedRegValue;
 
 // A folder that stands for a Windows machine: drives, registry and facts (see docs/machine-folder.md).
 class Machine {
@@ -16,6 +19,10 @@ class Machine {
   ~Machine();
   Machine(const Machine&) = delete;
   Machine& operator=(const Machine&) = delete;
+
+  // Throws MachineError when the drives lack the Windows folder or the system folder. Nothing can be analysed
+  // then.
+  void RequireSystemFolders();
 
   // The seam, answered from the folder. It lives as long as this object.
   Platform& platform();
@@ -31,6 +38,8 @@ class Machine {
 
   // Registry values of registry.reg that could not be read and were left out.
   std::size_t SkippedRegistryValues() const;
+  // The first of them.
+  const std::vector<SkippedRegValue>& SkippedValues() const;
 
  private:
   struct Parts;

@@ -48,6 +48,8 @@ class MachineRegistry : public Registry {
   std::string Text() const;
   // The number of values that were left out, because they cannot be read or belong to no known key.
   std::size_t Skipped() const { return loaded_.skipped; }
+  // The first of them.
+  const std::vector<SkippedRegValue>& SkippedValues() const { return loaded_.skippedValues; }
 
  private:
   using Node = RegistryTree::Node;

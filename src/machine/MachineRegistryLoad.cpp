@@ -89,7 +89,11 @@ std::string_view HeadingPath(std::string_view line) {
 class Loader {
  public:
   Loader(std::string_view text, RegistryTree& tree)
-      : start_(text.data()), end_(text.data() + text.size()), tree_(tree), headings_(tree) {}
+      : start_(text.data()),
+        end_(text.data() + text.size()),
+        tree_(tree),
+        headings_(tree),
+        counted_(text.data()) {}
 
   RegLoadResult Load(const char* position) {
     while (position != end_) {
@@ -111,7 +115,7 @@ class Loader {
           position = NextRegLine(position, end_);
           break;
         default:
-          ++result_.skipped;
+          Skip(position);
           position = NextRegLine(position, end_);
       }
     }
@@ -122,9 +126,10 @@ class Loader {
  private:
   const char* Value(const char* position) {
     ScannedValue value;
+    const char* const begin = position;
     position = ScanRegValue(position, end_, value);
     const bool kept = block_.node != RegistryTree::kNone && value.form != ScannedValue::Form::Unreadable;
-    if (!kept) ++result_.skipped;
+    if (!kept) Skip(begin);
     if (kept && value.continues) result_.openEnd = block_.node;
     return position;
   }
@@ -133,6 +138,7 @@ class Loader {
     CloseBlock(line);
     const char* const next = NextRegLine(bracket, end_);
     const std::string_view path = HeadingPath({bracket, static_cast<std::size_t>(next - bracket)});
+    heading_ = path;
     if (path.empty()) return next;
     if (path.front() == '-') {
       headings_.Delete(path.substr(1));
@@ -141,6 +147,14 @@ class Loader {
       block_ = {Position(line), Position(next), 0, headings_.Enter(path), RegistryTree::kNone};
     }
     return next;
+  }
+
+  void Skip(const char* position) {
+    constexpr std::size_t kMostNamed = 20;  // of a spoiled file each line may be one
+    if (++result_.skipped > kMostNamed) return;
+    line_ += static_cast<std::size_t>(std::count(counted_, position, '\n'));
+    counted_ = position;
+    result_.skippedValues.push_back({std::string(heading_), line_});
   }
 
   void CloseBlock(const char* position) {
@@ -156,6 +170,9 @@ class Loader {
   const char* end_;
   RegistryTree& tree_;
   HeadingReader headings_;
+  std::string_view heading_;  // the path of the last one
+  const char* counted_;       // its line is `line_`
+  std::size_t line_ = 1;
   RegistryTree::Block block_{0, 0, 0, RegistryTree::kNone, RegistryTree::kNone};
   RegLoadResult result_;
 };

@@ -86,9 +86,16 @@ class RegistryTree {
   Node classes_ = 0;  // HKEY_LOCAL_MACHINE\SOFTWARE\Classes
 };
 
+// Where a value stands that cannot be read.
+struct SkippedRegValue {
+  std::string key;       // as the last heading names it; empty when it names none
+  std::size_t line = 0;  // of the file, from 1
+};
+
 struct RegLoadResult {
-  std::size_t skipped = 0;    // values that cannot be read or belong to no key
-  bool hasDeletions = false;  // a heading deletes a key
+  std::size_t skipped = 0;                     // values that cannot be read or belong to no key
+  std::vector<SkippedRegValue> skippedValues;  // the first of them
+  bool hasDeletions = false;                   // a heading deletes a key
   // The last key, if its last value announces another line and the text ends.
   RegistryTree::Node openEnd = RegistryTree::kNone;
 };

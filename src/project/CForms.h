@@ -4,6 +4,7 @@
 #include <string>
 
 #include "project/CObjects.h"
+#include "project/Sources.h"
 #include "support/KeyedCollection.h"
 
 namespace bxvbwiz {
@@ -12,14 +13,16 @@ namespace bxvbwiz {
 class CForm {
  public:
   // `readBuffer` holds the file while it is read; forms share one and outlive neither it nor the rest.
-  CForm(AnalysisContext& context, CObjects& allControls, const std::string& projectFolder,
+  CForm(AnalysisContext& context, CObjects& allControls, Sources& sources, const std::string& projectFolder,
         std::string& readBuffer)
       : context_(context),
+        sources_(sources),
         projectFolder_(projectFolder),
         readBuffer_(readBuffer),
         objects_(context, &allControls) {}
 
   std::string Key;
+  Origin asker;  // the line that names the form
 
   CObjects& Objects() { return objects_; }
   // Stores the name and reads the form file, a relative one in the project's folder. Raises what reading
@@ -29,6 +32,7 @@ class CForm {
 
  private:
   AnalysisContext& context_;
+  Sources& sources_;
   std::string projectFolder_;
   std::string& readBuffer_;
   CObjects objects_;
@@ -38,14 +42,17 @@ class CForm {
 // Forms keyed by their file name.
 class CForms : public KeyedCollection<CForm> {
  public:
-  CForms(AnalysisContext& context, CObjects& allControls) : context_(context), allControls_(allControls) {}
+  // `sources` is told what the forms' files say.
+  CForms(AnalysisContext& context, CObjects& allControls, Sources& sources)
+      : context_(context), allControls_(allControls), sources_(sources) {}
   // Adds and reads the form of a "Form=" line. Raises what reading raises, and 457 for a second form of that
-  // key.
+  // key, naming both lines.
   std::shared_ptr<CForm> Add(const std::string& fileName, const std::string& projectFolder);
 
  private:
   AnalysisContext& context_;
   CObjects& allControls_;
+  Sources& sources_;
   std::string readBuffer_;
 };
 

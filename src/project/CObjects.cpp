@@ -33,7 +33,11 @@ std::shared_ptr<CObject> CObjects::Add(const std::string& rawLine) {
     object->SetRawName(rawLine);
     if (allControls_) allControls_->Insert(object, key);
   }
-  object->AddAsker(CurrentOrigin());
+  const Origin asker = CurrentOrigin();
+  if (FindItem(key)) {
+    RaiseKeyTaken(context_.platform.strings, TextId::LibraryNamedTwice, object->FirstAskerBeside(asker));
+  }
+  object->AddAsker(asker);
   Insert(object, key);
   return object;
 }

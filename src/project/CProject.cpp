@@ -29,6 +29,17 @@ constexpr std::array<TextKey, 7> kTextKeys{{
     {"VersionCompanyName=", &CProject::VersionCompanyName, true},
 }};
 
+// How the lines of source files that are no forms begin, and whether a name and a ";" stand before the file.
+struct SourceKey {
+  std::string_view key;
+  bool isNamed;
+};
+
+constexpr SourceKey kSourceKeys[] = {
+    {"Module=", true},        {"Class=", true},         {"UserControl=", false},
+    {"PropertyPage=", false}, {"UserDocument=", false}, {"Designer=", false},
+};
+
 // What follows `key` in `line`. False when the line begins otherwise.
 bool Follows(std::string_view line, std::string_view key, std::string_view& value) {
   if (!StartsWith(line, key)) return false;
@@ -62,6 +73,11 @@ std::string ProjectFolder(FileSystem& files, const std::string& projectFile) {
   return GetPathFolder(full);
 }
 
+std::string WhyUnreadable(const StringTable& strings, SystemError error, const std::string& path) {
+  if (MeansMissing(error)) return TextOf(strings, {TextId::FileDoesNotExist, {path}});
+  return TextOf(strings, {TextId::FileMayNotBeRead, {path, ErrorCode(error)}});
+}
+
 }  // namespace
 
 std::string OutputFolder(FileSystem& files, const std::string& projectFile, const std::string& exePath) {
@@ -84,8 +100,9 @@ enum class CProject::ServerKind { None, Dll, Exe };
 
 CProject::CProject(const AnalysisContext& context)
     : context_(context),
+      sources_(context_.platform),
       allControls_(context_, nullptr),
-      forms_(context_, allControls_),
+      forms_(context_, allControls_, sources_),
       objects_(context_, &allControls_),
       references_(context_) {
   const CallStackEntry entry("CProject:Class_Initialize");
@@ -96,9 +113,13 @@ CProject::CProject(const AnalysisContext& context)
 void CProject::SetFileName(const std::string& fileName) {
   const CallStackEntry entry("CProject:FileName (Let)");
   fileName_ = fileName;
+  std::string bytes;
   try {
-    std::string bytes;
-    CheckSystem(context_.platform.files.Read(fileName, bytes), fileName);
+    const SystemError found = context_.platform.files.Read(fileName, bytes);
+    if (found != SystemError::Success && !MeansMissing(found)) {
+      throw RuntimeError(kErrorPathFileAccess, WhyUnreadable(context_.platform.strings, found, fileName));
+    }
+    CheckSystem(found, fileName);
     ReadFacts(bytes);
     const std::string extension = OutputExtension(ProjectType);
     if (ExeName.empty() && !extension.empty()) ExeName = ParsePath(fileName, PathPart::Title) + extension;
@@ -107,7 +128,8 @@ void CProject::SetFileName(const std::string& fileName) {
     if (!NeedsRebuild || ReadsUnbuilt) ReadMembers(bytes);
   } catch (...) {
     const RuntimeError error = CurrentError();
-    throw RuntimeError(kProjectReadError, error.what(), error.Source());
+    const std::string forms = error.Number() == kErrorDuplicateKey ? "" : UnreadableForms(bytes);
+    throw RuntimeError(kProjectReadError, forms.empty() ? error.what() : forms, error.Source());
   }
 }
 
@@ -166,14 +188,48 @@ void CProject::ReadMembers(std::string_view bytes) {
     if (Follows(line, "Form=", value)) {
       forms_.Add(codePage.Decode(value), Folder());
     } else if (Follows(line, "Object=", value)) {
-      objects_.Add(codePage.Decode(value));
+      const std::string rawLine = codePage.Decode(value);
+      sources_.AddControl(Sources::Lister::Project, rawLine);
+      objects_.Add(rawLine);
     } else if (Follows(line, "Reference=", value)) {
       AddReference(codePage.Decode(value));
     } else {
+      ReadSource(line);
       continue;
     }
     context_.user.DoEvents();  // each may have taken long
   }
+}
+
+void CProject::ReadSource(std::string_view line) {
+  for (const SourceKey& known : kSourceKeys) {
+    std::string_view value;
+    if (!Follows(line, known.key, value)) continue;
+    if (known.isNamed) value.remove_prefix(value.find(';') + 1);  // all of it without one
+    const std::string name = StripQuotes(TrimBlanks(context_.platform.codePage.Decode(value)));
+    if (!name.empty()) sources_.Read(NormalPath(context_.platform.files, SourcePath(Folder(), name)));
+    return context_.user.DoEvents();
+  }
+}
+
+// What is wrong with the forms of a project that could not be read; empty when that is something else.
+std::string CProject::UnreadableForms(std::string_view bytes) {
+  const StringTable& strings = context_.platform.strings;
+  std::string reasons;
+  std::string content;
+  LineReader reader(bytes);
+  std::string_view line;
+  std::string_view value;
+  while (reader.Next(line)) {
+    if (!Follows(line, "Form=", value)) continue;
+    const std::string path = SourcePath(Folder(), context_.platform.codePage.Decode(value));
+    const SystemError error = context_.platform.files.Read(path, content);
+    if (error == SystemError::Success) continue;
+    const std::string origin = TextOf(strings, LineOrigin(fileName_, reader.Number()));
+    const std::string reason = WhyUnreadable(strings, error, path);
+    reasons += (reasons.empty() ? "" : "; ") + TextOf(strings, {TextId::NamedBy, {origin, reason}});
+  }
+  return reasons;
 }
 
 void CProject::AddReference(const std::string& rawLine) {

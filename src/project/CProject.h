@@ -8,6 +8,7 @@
 #include "project/CForms.h"
 #include "project/CObjects.h"
 #include "project/CReferences.h"
+#include "project/Sources.h"
 
 namespace bxvbwiz {
 
@@ -54,9 +55,12 @@ class CProject {
   CReferences& References() { return references_; }
   const CReferences& References() const { return references_; }
 
+  // What the source files ask for.
+  const Sources& sources() const { return sources_; }
+
   // Reads the project file: adds to the collections and overwrites the properties whose keys occur. The
   // forms, controls and references are read only when NeedsRebuild is false or ReadsUnbuilt is set. Raises
-  // kProjectReadError with the reason.
+  // kProjectReadError with the reason, which names every form that cannot be read.
   void SetFileName(const std::string& fileName);
   const std::string& FileName() const { return fileName_; }
 
@@ -69,11 +73,14 @@ class CProject {
   void ReadFacts(std::string_view bytes);
   void ReadType(std::string_view line, ServerKind& server);
   void ReadMembers(std::string_view bytes);
+  void ReadSource(std::string_view line);
   void AddReference(const std::string& rawLine);
+  std::string UnreadableForms(std::string_view bytes);
   // Of the project file.
   std::string Folder();
 
   AnalysisContext context_;
+  Sources sources_;
   CObjects allControls_;
   CForms forms_;
   CObjects objects_;

@@ -115,6 +115,9 @@ std::shared_ptr<CReference> CReferences::Add(const std::string& rawLine) {
   reference->Key = MakeCollectionKey(context_.platform.codePage, rawLine);
   reference->AddAsker(CurrentOrigin());
   reference->SetRawName(rawLine);
+  if (const auto first = FindItem(reference->Key)) {
+    RaiseKeyTaken(context_.platform.strings, TextId::LibraryNamedTwice, first->FirstAsker());
+  }
   Insert(reference, reference->Key);
   return reference;
 }

@@ -11,4 +11,16 @@ void FileRecord::AddAsker(const Origin& asker) {
   if (asker.id != TextId{} && !isKnown) askers.push_back(asker);
 }
 
+Origin FileRecord::FirstAskerBeside(const Origin& other) const {
+  const auto asker = std::find_if(askers.begin(), askers.end(), [&](const Origin& known) {
+    return !other.values.empty() && known.values.front() == other.values.front();
+  });
+  return asker == askers.end() ? Origin() : *asker;
+}
+
+void RaiseKeyTaken(const StringTable& strings, TextId text, const Origin& first) {
+  throw RuntimeError(kErrorDuplicateKey,
+                     TextOf(strings, {text, {TextOf(strings, first), TextOf(strings, CurrentOrigin())}}));
+}
+
 }  // namespace bxvbwiz

@@ -42,9 +42,15 @@ struct FileRecord : InstallationFacts {
   void AddAsker(const Origin& asker);
   // What brought the file here; unknown when nothing is known to ask for it.
   Origin FirstAsker() const { return askers.empty() ? Origin() : askers.front(); }
+  // The first one that stands in the same file as `other`; unknown when none does.
+  Origin FirstAskerBeside(const Origin& other) const;
 
   RecordKind kind;
   std::vector<Origin> askers;  // in the order in which they were found
 };
+
+// Raises error 457 for a key that two lines have: the current origin and `first`. `text` says what they have
+// in common.
+[[noreturn]] void RaiseKeyTaken(const StringTable& strings, TextId text, const Origin& first);
 
 }  // namespace bxvbwiz

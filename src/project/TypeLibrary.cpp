@@ -122,13 +122,13 @@ bool TakeVersion(AnalysisContext& context, Key& library, LibraryLookup& lookup) 
 }
 
 // The registered path of a library's version; empty when it has none.
-std::string RegisteredPath(Key& library, const std::string& version) {
+std::string RegisteredPath(FileSystem& files, Key& library, const std::string& version) {
   // An empty version would make the path of another key.
   if (version.empty()) return "";
   const std::shared_ptr<Key> win32 = library.OpenSubKeyForReading(version + "\\0\\win32");
   if (!win32) return "";
   const std::shared_ptr<Value> value = win32->Values().Default();
-  return value ? WithoutResourceNumber(value->Text()) : "";
+  return value ? NormalPath(files, WithoutResourceNumber(value->Text())) : "";
 }
 
 // The file name after the ";" of a control line, unquoted.
@@ -201,7 +201,7 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, LibraryLookup& lookup, s
   }
   if (!TakeVersion(context, *library, lookup)) return LibrarySearch::LeftOut;
 
-  path = RegisteredPath(*library, lookup.taken);
+  path = RegisteredPath(platform.files, *library, lookup.taken);
   lookup.hasRegisteredPath = !path.empty();
   const std::string systemFolder = SystemFolder(platform);
   if (!lookup.hasRegisteredPath) path = systemFolder + lookup.fileName;

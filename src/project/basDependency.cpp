@@ -117,9 +117,10 @@ class DependencyWalk {
                                                   step.uses.depFile);
       if (name == kListEnd || TrimBlanks(name).empty()) {
         step.uses = {};
-      } else if (IsNew(name, UsesOrigin(step))) {
-        return true;
+        return false;
       }
+      name = NormalPath(context_.platform.files, name);
+      if (IsNew(name, UsesOrigin(step))) return true;
     }
     return false;
   }

@@ -15,14 +15,6 @@ namespace {
 
 constexpr const char* kSystemFileList = "VBWizDep.ini";
 
-// The default value of a key below HKEY_CLASSES_ROOT; empty when there is none.
-std::string ClassDefault(Registry& registry, const std::string& path) {
-  const std::shared_ptr<Key> root = Key::Root(registry, RegConstants::HKeyClassesRoot);
-  const std::shared_ptr<Key> key = root->OpenSubKeyForReading(path);
-  const std::shared_ptr<Value> value = key ? key->Values().Default() : nullptr;
-  return value ? value->Text() : std::string();
-}
-
 bool HoldsProgram(FileSystem& files, std::string_view routine, const std::string& folder,
                   const std::string& name) {
   return RetryOrCancel(routine, [&] { return EqualsIgnoreCase(Dir(files, folder + name), name); });
@@ -34,6 +26,13 @@ bool IsHexDigit(char character) {
 }
 
 }  // namespace
+
+std::string ClassDefault(Registry& registry, const std::string& path) {
+  const std::shared_ptr<Key> root = Key::Root(registry, RegConstants::HKeyClassesRoot);
+  const std::shared_ptr<Key> key = root->OpenSubKeyForReading(path);
+  const std::shared_ptr<Value> value = key ? key->Values().Default() : nullptr;
+  return value ? value->Text() : std::string();
+}
 
 void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath) {
   const std::string text = TokenReplace(strings.Text(TextId::RegistryKeyMissing), {fullKeyPath});

@@ -20,6 +20,9 @@ constexpr const char* kBorvexWizardKey = "SOFTWARE\\Borvex\\Borvex Professional\
 constexpr const char* kVersion5 = "5";
 constexpr const char* kVersion6 = "6";
 
+// The default value of a key below HKEY_CLASSES_ROOT; empty when there is none.
+std::string ClassDefault(Registry& registry, const std::string& path);
+
 // Shows that a registry key is missing ("HKEY_...\" and its path), as a critical message, and ends the
 // wizard.
 [[noreturn]] void EndWithMissingKey(User& user, const StringTable& strings, const std::string& fullKeyPath);

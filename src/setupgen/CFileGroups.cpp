@@ -80,7 +80,7 @@ void CFileGroups::DecideDestination(const std::string& destination, const std::s
                                     FileRecord& target) {
   std::string macro = destination;
   if (macro.empty() && !depFile.empty())
-    macro = platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile);
+    macro = NormalPath(platform_.files, platform_.profiles.GetString(section, "Dest", "", kBuffer, depFile));
   const bool isOfDepFile = destination.empty() && !macro.empty();
   const std::string folder = GetPathFolder(filePath);
   const bool isSearched = macro.empty();

@@ -39,6 +39,8 @@ struct Destination {
 constexpr Destination kDestinations[] = {
     {"<WINSYSDIR>", &CSystemInfo::WinSysDir, "Windows System", "Windows System Files", "$(WINSYSPATH)",
      "$(WINSYSPATHSYSFILE)", 1, false, "Windows System", "Automation"},
+    // On a 64-bit Windows the system folder of 32-bit programs.
+    {"<WINSYSDIR>", &CSystemInfo::SysWow64Dir, "Windows System", "Windows System Files", "", "", 5},
     {"<WINDIR>", &CSystemInfo::WinDir, "Windows", kWindowsFilesComponent, "$(WINPATH)", "", 0, false,
      "Windows"},
     {"<COMMONFILES>\\System", &CSystemInfo::CommonFilesSysPath, "Commonfiles System",

@@ -20,11 +20,14 @@ std::vector<std::string> LinesOf(const StringTable& strings, const Finding& find
   return lines;
 }
 
-void Findings::Add(Finding finding) {
-  const auto isSame = [&](const Finding& other) {
+bool Findings::Has(const Finding& finding) const {
+  return std::any_of(all_.begin(), all_.end(), [&](const Finding& other) {
     return other.id == finding.id && other.values == finding.values;
-  };
-  if (std::any_of(all_.begin(), all_.end(), isSame)) return;
+  });
+}
+
+void Findings::Add(Finding finding) {
+  if (Has(finding)) return;
   for (const std::string& line : LinesOf(strings_, finding)) WriteLog(line);
   const auto isWorse = [](const Finding& added, const Finding& other) {
     return SeverityOf(added.id) < SeverityOf(other.id);
@@ -73,6 +76,11 @@ void AddFinding(Finding finding) {
   if (session == nullptr) return;
   if (session->findings != nullptr) return session->findings->Add(std::move(finding));
   WriteLog(TextOf(session->platform().strings, finding));
+}
+
+bool IsFound(const Finding& finding) {
+  Session* const session = CurrentSession();
+  return session != nullptr && session->findings != nullptr && session->findings->Has(finding);
 }
 
 std::string ErrorCode(SystemError error) {

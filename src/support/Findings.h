@@ -33,6 +33,8 @@ class Findings {
   explicit Findings(const StringTable& strings) : strings_(strings) {}
   // Writes what is new to the log.
   void Add(Finding finding);
+  // Whether there is one of the same text.
+  bool Has(const Finding& finding) const;
   const std::vector<Finding>& All() const { return all_; }
   std::size_t Count(Severity severity) const;
   // Whether something is left to do: whether there is an error or a warning.
@@ -69,6 +71,8 @@ Origin CurrentOrigin();
 void AddFinding(FindingId id, std::vector<std::string> values = {});
 // The same with another origin.
 void AddFinding(Finding finding);
+// Whether the current session's findings hold one of the same text.
+bool IsFound(const Finding& finding);
 // The code of a system error, as a value of a finding.
 std::string ErrorCode(SystemError error);
 

@@ -48,6 +48,24 @@ std::string RootBeforeRest(std::string_view root) {
   return text;
 }
 
+// Without the prefix that switches the system's own normalising off.
+std::string WithoutLongPathPrefix(const std::string& path) {
+  constexpr std::string_view kPrefix = "\\\\?\\";
+  constexpr std::string_view kNetworkPrefix = "\\\\?\\UNC\\";
+  if (EqualsIgnoreCase(std::string_view(path).substr(0, kNetworkPrefix.size()), kNetworkPrefix)) {
+    return "\\\\" + path.substr(kNetworkPrefix.size());
+  }
+  return StartsWith(path, kPrefix) ? path.substr(kPrefix.size()) : path;
+}
+
+// The name by which a listing shows `path`, which may end in a short name; its own when there is none.
+std::string ListedName(FileSystem& files, const std::string& path, const std::string& name) {
+  std::vector<FoundFile> found;
+  const bool isShort = name.find('~') != kNone;
+  return isShort && files.Find(path, found) == SystemError::Success && !found.empty() ? found.front().name
+                                                                                      : name;
+}
+
 }  // namespace
 
 std::string FixPath(std::string_view path) {
@@ -120,6 +138,22 @@ bool IsAbsolutePath(std::string_view path) {
       !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
   if (beginsWithLetter && path.find(':') == 1) return true;
   return StartsWith(path, "\\\\") && path.find("\\\\\\") == std::string_view::npos;
+}
+
+std::string NormalPath(FileSystem& files, const std::string& path) {
+  const std::string plain = WithoutLongPathPrefix(path);
+  std::string full;
+  if (!IsAbsolutePath(plain) || files.FullPath(plain, full) != SystemError::Success) return path;
+  if (full.find('~') == kNone) return full;
+  const RootSplit split = SplitRoot(full);
+  std::string normal = RootBeforeRest(std::string_view(full).substr(0, split.size));
+  const char* separator = "";
+  for (const std::string& name : SplitPathComponents(std::string_view(full).substr(split.rest))) {
+    normal += separator;
+    normal += ListedName(files, normal + name, name);
+    separator = "\\";
+  }
+  return normal;
 }
 
 std::string CompactPathForLabel(const LabelMetrics& label, const std::string& path) {

@@ -32,6 +32,12 @@ std::string StripTrailingBackslash(std::string_view path);
 // True for a path that starts at a drive or a network share.
 bool IsAbsolutePath(std::string_view path);
 
+// A path that the registry or a .dep file gives, in the one spelling in which paths are compared: without
+// "\\?\",
+// "." and ".." and doubled separators, and with the long names of short ones ("PROGRA~1") where the file
+// system tells them. Another than a full path stays as it is.
+std::string NormalPath(FileSystem& files, const std::string& path);
+
 // The label on which a shortened path is shown: its width and its form's measurement, in the same unit.
 class LabelMetrics {
  public:

@@ -47,7 +47,7 @@ void Log::Init() {
 void Log::Open(const std::string& path, bool append) {
   if (!enabled_) return;
   path_ = path;
-  platform_.files.Write(path_, {}, append ? WriteMode::Append : WriteMode::Create);
+  openError_ = platform_.files.Write(path_, {}, append ? WriteMode::Append : WriteMode::Create);
 }
 
 void Log::Write(const std::string& text) {

@@ -24,16 +24,19 @@ class Log {
   // Windows folder.
   void Init();
   // OpenLog: opens `path` to append to it, or empties it first. Does nothing while logging is disabled.
+  // OpenError says how that went.
   void Open(const std::string& path, bool append = true);
   // WriteLog: one line. Failures are ignored: a log must not stop the wizard.
   void Write(const std::string& text);
   bool Enabled() const { return enabled_; }
+  SystemError OpenError() const { return openError_; }
   const std::string& Path() const { return path_; }
 
  private:
   Platform& platform_;
   bool enabled_ = false;
   std::string path_;
+  SystemError openError_ = SystemError::Success;
 };
 
 // What lives as long as the program or the loaded library. The entry point makes it; a test makes a fresh

@@ -23,7 +23,7 @@ constexpr char kCurrentVersion[] = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion
 constexpr char kSharedDao[] = "SOFTWARE\\Microsoft\\Shared Tools\\DAO";
 
 // Runs a routine of the class under its call-stack name. An error is reported and, whatever was pressed but
-// Cancel, the routine then ends without a result: it is not run again.
+// Cancel, the routine then ends without a result: it is not run again. The answer holds for the whole run.
 template <class Routine>
 auto Reported(std::string_view name, Routine&& routine) -> decltype(routine()) {
   const CallStackEntry entry(name);
@@ -33,14 +33,23 @@ auto Reported(std::string_view name, Routine&& routine) -> decltype(routine()) {
     throw;
   } catch (...) {
     const RuntimeError error = CurrentError();
+    Finding finding{FindingId::SystemInformationMissing, {std::string(name), error.what()}, CurrentOrigin()};
+    if (IsFound(finding)) return {};
     ReportError(name, error);
-    AddFinding(FindingId::SystemInformationMissing, {std::string(name), error.what()});
+    AddFinding(std::move(finding));
   }
   return {};
 }
 
 [[noreturn]] void RaiseMissing(const std::string& registryPath) {
   throw RuntimeError(kErrorObjectNotSet, "Object variable or With block variable not set: " + registryPath);
+}
+
+// The folder that a registry value gives. Without a full path all files would seem to lie outside it.
+std::string FolderOfValue(FileSystem& files, Value& value, const std::string& folder) {
+  if (!IsAbsolutePath(folder))
+    AddFinding(FindingId::SystemFolderUnusable, {value.Parent().FullPath() + "\\" + value.Name(), folder});
+  return FixPath(NormalPath(files, folder));
 }
 
 }  // namespace
@@ -77,6 +86,11 @@ const std::string& CSystemInfo::WinDir() {
 const std::string& CSystemInfo::WinSysDir() {
   if (winSysDir_.empty()) winSysDir_ = GetWinSysDir();
   return winSysDir_;
+}
+
+const std::string& CSystemInfo::SysWow64Dir() {
+  if (sysWow64Dir_.empty() && !WinDir().empty()) sysWow64Dir_ = WinDir() + "SysWOW64\\";
+  return sysWow64Dir_;
 }
 
 std::int32_t CSystemInfo::WinCSDVersion() const {
@@ -140,7 +154,8 @@ std::string CSystemInfo::GetMSDAOPath() {
     // "Path" names the engine's file, not its folder. The spelling counts here, other than in Item.
     for (std::size_t position = 1; key && position <= key->Values().Count(); ++position) {
       const auto value = key->Values().Item(position);
-      if (value->Name() == "Path") folder = FixPath(GetPathFolder(value->Text()));
+      if (value->Name() == "Path")
+        folder = FolderOfValue(platform_.files, *value, GetPathFolder(value->Text()));
     }
     if (!folder.empty()) return folder;
     return isWindowsNT351_ ? GetWinDir() + "MSAPPS\\DAO\\" : GetCommonFilesPath() + "Microsoft Shared\\DAO\\";
@@ -154,7 +169,7 @@ std::string CSystemInfo::CurrentVersionFolder(const char* valueName) {
   if (!key) RaiseMissing(root->FullPath() + "\\" + kCurrentVersion);
   const auto value = key->Values().Item(valueName);
   if (!value) RaiseMissing(key->FullPath() + "\\" + valueName);
-  return FixPath(value->Text());
+  return FolderOfValue(platform_.files, *value, value->Text());
 }
 
 }  // namespace bxvbwiz

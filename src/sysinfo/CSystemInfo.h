@@ -20,6 +20,8 @@ class CSystemInfo {
   const std::string& ProgramFilesPath();
   const std::string& WinDir();
   const std::string& WinSysDir();
+  // The folder below the Windows folder, whether it is there or not.
+  const std::string& SysWow64Dir();
   // The major version does not count on the Windows 95 family, the minor one not on the NT family: 5.1 is NT
   // 5, and Me is not among them.
   bool IsWindows95() const { return isWindows95_; }
@@ -58,6 +60,7 @@ class CSystemInfo {
   std::string programFilesPath_;
   std::string winDir_;
   std::string winSysDir_;
+  std::string sysWow64Dir_;
 };
 
 }  // namespace bxvbwiz

@@ -5,8 +5,8 @@
 #include "platform/Platform.h"
 #include "support/User.h"
 
-// What the product's registry keys say. A missing key is shown and ends the wizard; a missing value
-// raises error 91, one that cannot be read as text error 75.
+// What the product's registry keys say. A missing key is shown and ends the wizard; a value that is missing
+// or no full path raises error 91, one that cannot be read as text error 75.
 namespace bxvbwiz {
 
 // The folder under which Borvex keeps its setup projects, with a trailing backslash.

@@ -2,6 +2,7 @@
 
 #include "support/basFile.h"
 #include "support/basShell.h"
+#include "support/Findings.h"
 
 namespace bxvbwiz {
 
@@ -35,6 +36,14 @@ std::string SecondLine(Platform& platform, const std::string& path) {
   return platform.codePage.Decode(line);
 }
 
+// A log that stays tells of an earlier build, unless the compiler can replace it. One that this component
+// read before stays open, so that it is always kept.
+void DeleteOldLog(FileSystem& files, const std::string& log) {
+  const SystemError error = files.Delete(log);
+  if (error == SystemError::Success || MeansMissing(error)) return;
+  AddFinding(FindingId::BuildLogKept, {log, ErrorCode(error)});
+}
+
 }  // namespace
 
 bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
@@ -50,7 +59,7 @@ bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
   bool succeeded = version == "5" || version == "6";
   if (succeeded) {
     log = FixPath(platform.facts.WindowsDirectory(kFolderBuffer)) + kBuildLog;
-    platform.files.Delete(log);  // an old log, or none
+    DeleteOldLog(platform.files, log);
     const std::string commandLine = folder + (version == "5" ? "vb5.exe" : "vb6.exe") +
                                     MakeSwitch(project.ProjectType) + "\"" + project.FileName() + "\" /out " +
                                     log;

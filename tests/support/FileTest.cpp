@@ -104,6 +104,18 @@ class HiddenAndFaulty : public ForwardingFileSystem {
   }
 };
 
+// Knows "C:\LONGNA~1" and "SHORT~1.OCX", as a file system with short names does.
+class ShortNames : public ForwardingFileSystem {
+ public:
+  using ForwardingFileSystem::ForwardingFileSystem;
+  SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
+    found.clear();
+    if (pattern == "C:\\LONGNA~1") found.push_back({"Long Name", kAttributeDirectory});
+    if (pattern == "C:\\Long Name\\SHORT~1.OCX") found.push_back({"Shortened.ocx", 0});
+    return found.empty() ? SystemError::FileNotFound : SystemError::Success;
+  }
+};
+
 // A machine with the folders C:\S and C:\T.
 class Files : public TestSession {
  protected:
@@ -170,6 +182,23 @@ TEST_F(Files, SettingTheTimesClosesTheFile) {
   SetFileTimesToNow(files, clock, "C:\\S\\a.txt");
   EXPECT_EQ(host::StatusOf(disk.Folder() + "/drive_c/S/a.txt").modifiedNanoseconds, 86'400'000'000'000);
   EXPECT_EQ(files.Delete("C:\\S\\a.txt"), SystemError::Success);
+}
+
+TEST_F(Files, APathHasOneNormalSpelling) {
+  ShortNames shortNames(files);
+  const std::pair<const char*, const char*> cases[] = {
+      {"C:\\a\\b.ocx", "C:\\a\\b.ocx"},
+      {"C:/a\\.\\x\\..\\\\b.ocx", "C:\\a\\b.ocx"},
+      {"\\\\?\\C:\\a\\b.ocx", "C:\\a\\b.ocx"},
+      {"\\\\?\\unc\\server\\share\\b.ocx", "\\\\server\\share\\b.ocx"},
+      {"C:\\LONGNA~1\\SHORT~1.OCX", "C:\\Long Name\\Shortened.ocx"},
+      {"C:\\OTHER~1\\SHORT~1.OCX\\", "C:\\OTHER~1\\SHORT~1.OCX\\"},
+      {"\\\\server\\share\\a~1", "\\\\server\\share\\a~1"},
+      {"b.ocx", "b.ocx"},
+      {"..\\b.ocx", "..\\b.ocx"},
+      {"", ""},
+  };
+  for (const auto& [path, normal] : cases) EXPECT_EQ(NormalPath(shortNames, path), normal) << path;
 }
 
 TEST_F(Files, DirSeesNormalFilesAndFoldersOnRequest) {

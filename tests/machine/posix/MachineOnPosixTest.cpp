@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -47,6 +48,23 @@ TEST(Machine, NoLinkLeadsOutOfTheFolderAndOnlyRegularFilesAreOpened) {
   EXPECT_EQ(bytes, "inside");
   EXPECT_EQ(machine.machine().HostPath("C:\\folder\\x"), "");
   fs::remove_all(outside);
+}
+
+TEST(Machine, AFolderWithoutPermissionToReadIsNotTakenForEmpty) {
+  TestMachine machine;
+  machine.Write("drive_c/closed/file", "x");
+  FileSystem& files = machine.platform().files;
+  ASSERT_EQ(chmod((machine.Folder() + "/drive_c/closed").c_str(), 0), 0);
+  const bool isRoot = geteuid() == 0;  // who may read everything
+  ASSERT_TRUE(!isRoot || seteuid(65534) == 0);
+  std::vector<FoundFile> found;
+  std::string bytes;
+  for (const char* path : {"C:\\closed\\file", "C:\\closed\\other", "C:\\closed\\*.*"})
+    EXPECT_EQ(files.Find(path, found), SystemError::AccessDenied) << path;
+  EXPECT_EQ(files.Read("C:\\closed\\file", bytes), SystemError::AccessDenied);
+  EXPECT_EQ(files.Find("C:\\open", found), SystemError::FileNotFound);
+  ASSERT_TRUE(!isRoot || seteuid(0) == 0);
+  ASSERT_EQ(chmod((machine.Folder() + "/drive_c/closed").c_str(), 0755), 0);
 }
 
 TEST(Machine, AFolderWithoutPermissionToWriteStaysAsItIs) {

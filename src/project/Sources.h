@@ -1,0 +1,56 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "project/SourceCode.h"
+#include "project/TypeLibrary.h"
+#include "support/Findings.h"
+
+namespace bxvbwiz {
+
+// What the source files of a project ask for, each with the line that asks: controls, and what their code
+// needs while it runs. The project file need not say the same.
+class Sources {
+ public:
+  enum class Lister { Project, Form, Other };
+  // A control that a line asks for.
+  struct Control {
+    Lister lister;
+    LibraryLine line;
+    Origin origin;
+  };
+  struct Use {
+    CodeUse::Kind kind;
+    std::string name;
+    Origin origin;
+  };
+
+  explicit Sources(Platform& platform) : platform_(platform) {}
+
+  // Reads a source file that is no form.
+  void Read(const std::string& path);
+  // Takes the code of a file that was read.
+  void AddCode(const std::string& path, std::string_view bytes);
+  // Takes a control line; the current origin is where it stands.
+  void AddControl(Lister lister, const std::string& rawLine);
+
+  const std::vector<Control>& Controls() const { return controls_; }
+  const std::vector<Use>& Uses() const { return uses_; }
+  // A finding for each file that could not be read.
+  const std::vector<Finding>& Unread() const { return unread_; }
+
+ private:
+  Platform& platform_;
+  std::string readBuffer_;
+  std::vector<Control> controls_;
+  std::vector<Use> uses_;
+  std::vector<Finding> unread_;
+};
+
+// The path of a source file that a line of the project names, a relative one in the project's folder.
+std::string SourcePath(const std::string& projectFolder, const std::string& name);
+
+}  // namespace bxvbwiz

@@ -1,0 +1,6 @@
+VERSION 5.00
+Object = "{AAAAAAAA-0000-4000-8000-000000000003}#1.0#0"; "LISTS.OCX"
+Object = "{AAAAAAAA-0000-4000-8000-000000000002}#1.0#0"; "DIALS.OCX"
+Begin VB.UserControl ctlBox
+End
+Attribute VB_Name = "ctlBox"
