@@ -114,13 +114,14 @@ class Run {
   // the page would stay.
   template <class Handler>
   bool RunStep(const Handler& handler) {
+    constexpr const char* kRoutine = "cmdNext_Click";
+    const CallStackEntry entry(kRoutine);
     try {
-      const CallStackEntry entry("cmdNext_Click");
       return handler();
     } catch (const WizardEnded&) {
       throw;
     } catch (...) {
-      ReportError("frmMain", CurrentError());
+      ReportError(kRoutine, CurrentError());
       return false;
     }
   }

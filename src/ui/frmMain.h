@@ -186,8 +186,8 @@ class frmMain : public User, public Container {
   void WizardHasEnded() override;
 
  private:
-  void Handle(const std::function<void()>& handler);
-  void Attempt(const std::function<void()>& handler);
+  void Handle(std::string_view routine, const std::function<void()>& handler);
+  void Attempt(std::string_view routine, const std::function<void()>& handler);
   void Cancel();
   void RefuseCharacter(char32_t& character, TextId message, TextBox& box);
   void UpdateInformationNext();

@@ -6,15 +6,7 @@
 
 namespace bxvbwiz {
 
-namespace {
-
-constexpr const char* kNext = "cmdNext_Click";
-constexpr const char* kBack = "cmdBack_Click";
-
-}  // namespace
-
 void PageDriver::LeavePage(std::int16_t panel) {
-  const CallStackEntry entry(kNext);
   switch (panel) {
     case kPanelWelcome:
       return LeaveWelcome();
@@ -84,7 +76,6 @@ void PageDriver::Finish() {
 }
 
 void PageDriver::GoBack(std::int16_t panel) {
-  const CallStackEntry entry(kBack);
   std::int16_t previous = 0;
   switch (panel) {
     case kPanelInformation:
