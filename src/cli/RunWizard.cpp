@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "cli/Capture.h"
+#include "cli/Check.h"
 #include "cli/Computer.h"
 #include "cli/ConsoleUser.h"
 #include "cli/Explain.h"
@@ -96,7 +97,11 @@ class Run {
   }
 
   int Steps(const std::string& project) {
-    core_.session().log.Init();
+    if (options_.command != Command::Check) {
+      core_.session().log.Init();
+    } else if (!FindSetup()) {
+      return kExitUsage;
+    }
     // Wrong usage is reported before the project is read or compiled.
     if (Refuses(Given(InitialAnswers(core_.platform().strings)), {})) return kExitUsage;
     if (!RunStep([&] { return Analyse(project); })) return kExitProject;
@@ -108,6 +113,14 @@ class Run {
     });
     if (code != kExitFinished || options_.command == Command::Analyse) return code;
     return RunStep([this] { return Generate(); }) ? kExitFinished : kExitNotFinished;
+  }
+
+  // False when there is no setup project to compare with; the user has seen a message.
+  bool FindSetup() {
+    outcome_.comparison.setupFolder = SetupFolderOf(computer_, options_.setup);
+    if (!outcome_.comparison.setupFolder.empty()) return true;
+    Tell(outcome_, TextOf(core_.platform().strings, {TextId::NoSetupProject, {options_.setup}}));
+    return false;
   }
 
   // Runs what a page's Next starts. False when it failed and the error was answered with Retry: in a window
@@ -131,7 +144,7 @@ class Run {
     for (Finding& finding : computer_.Found()) AddFinding(std::move(finding));
     Analysis::Rebuild rebuild;
     // Looking at a project starts no program unless it is asked for.
-    const bool isLook = options_.command == Command::Analyse || options_.command == Command::Explain;
+    const bool isLook = options_.command != Command::Generate && options_.command != Command::Capture;
     if (options_.rebuild || !isLook)
       rebuild = [this](const CProject& built) { return RebuildProject(core_, user_, built); };
     return outcome_.analysis->LoadTrees(project, options_.rebuild, rebuild) == Analysis::Result::Done;
@@ -193,10 +206,21 @@ class Run {
 
   // What is printed and was not made on the way.
   int TakeResults() {
+    if (options_.command == Command::Check) return Compare();
     if (outcome_.analysis != nullptr) TakeSymbols(*outcome_.analysis);
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
     const std::string& folder = outcome_.setup.folder;
     if (!folder.empty()) ListFiles(computer_.platform().files, folder, "", outcome_);
+    return kExitFinished;
+  }
+
+  int Compare() {
+    Comparison& comparison = outcome_.comparison;
+    Platform& platform = computer_.platform();
+    if (outcome_.analysis != nullptr) TakeSymbols(*outcome_.analysis);
+    if (comparison.setupFolder.empty() || outcome_.setup.report.empty()) return kExitFinished;
+    comparison.differences = DifferencesOf(ReadSetup(platform, comparison.setupFolder),
+                                           ReadSetup(platform, outcome_.setup.folder));
     return kExitFinished;
   }
 
@@ -226,6 +250,11 @@ std::string Counts(const Findings& found) {
   return text;
 }
 
+// Whether the command leaves the setup project that it makes.
+bool IsKept(Command command) {
+  return command != Command::Capture && command != Command::Check;
+}
+
 // Prints the last lines of standard error: everything that was found, and how many things that is.
 void PrintRest(const Options& options, const Outcome& outcome, const StringTable& strings) {
   const Findings none(strings);
@@ -243,7 +272,7 @@ void PrintRest(const Options& options, const Outcome& outcome, const StringTable
       prefix = "";
     }
   }
-  if (!outcome.finished && !outcome.setup.folder.empty() && options.command != Command::Capture) {
+  if (!outcome.finished && !outcome.setup.folder.empty() && IsKept(options.command)) {
     std::cerr << "bxvbwiz: The setup folder " << outcome.setup.folder << " was created and is incomplete.\n";
   }
   if (options.quiet && outcome.finished && !found.HoldsWork()) return;
@@ -261,7 +290,8 @@ void PrintRest(const Options& options, const Outcome& outcome, const StringTable
 // The exit code of a run that ended with `code`: --strict may turn it into another.
 int StrictCode(const Options& options, const Outcome& outcome, int code) {
   const bool isIncomplete = outcome.Found() != nullptr && outcome.Found()->HoldsWork();
-  return code == kExitFinished && options.strict && isIncomplete ? kExitIncomplete : code;
+  const bool isLess = (options.strict && isIncomplete) || !outcome.comparison.IsEqual();
+  return code == kExitFinished && isLess ? kExitIncomplete : code;
 }
 
 // Prints the outcome of a run with that exit code.
@@ -270,9 +300,9 @@ void Show(const Options& options, const Outcome& outcome, const StringTable& str
     PrintJson(options, outcome, strings, code);
   } else if (outcome.explanation != nullptr) {
     PrintText(*outcome.explanation, strings);
-  } else if (!options.quiet &&
-             (options.command == Command::Analyse || options.command == Command::Generate)) {
-    PrintText(options, outcome);
+  } else if (options.command != Command::Capture && options.command != Command::Explain &&
+             !(options.quiet && outcome.comparison.IsEqual())) {
+    PrintText(options, outcome, strings);
   }
   std::cout.flush();
   PrintRest(options, outcome, strings);
@@ -303,8 +333,14 @@ int RunWizard(const Options& options) {
     if (options.json) PrintJson(options, outcome.error);
     return kExitUsage;
   }
-  return options.command == Command::Capture ? Capture(options, *computer, RunWizardOn)
-                                             : RunWizardOn(options, *computer);
+  switch (options.command) {
+    case Command::Capture:
+      return Capture(options, *computer, RunWizardOn);
+    case Command::Check:
+      return CheckSetup(options, *computer, RunWizardOn);
+    default:
+      return RunWizardOn(options, *computer);
+  }
 }
 
 int RunWizardOn(const Options& options, Computer& computer) {
