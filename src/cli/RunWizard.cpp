@@ -15,6 +15,7 @@
 #include "support/basFile.h"
 #include "text/Text.h"
 #include "wizard/Rebuild.h"
+#include "wizard/SetupPaths.h"
 
 namespace bxvbwiz {
 namespace {
@@ -103,7 +104,9 @@ class Run {
       return kExitUsage;
     }
     // Wrong usage is reported before the project is read or compiled.
-    if (Refuses(Given(InitialAnswers(core_.platform().strings)), {})) return kExitUsage;
+    SetupAnswers own;
+    own.companyName = CompanyOfProject(core_.platform(), project);
+    if (Refuses(Given(InitialAnswers(core_.platform().strings)), own)) return kExitUsage;
     if (!RunStep([&] { return Analyse(project); })) return kExitProject;
     if (options_.command == Command::Explain) return kExitFinished;
     int code = kExitNotFinished;
@@ -157,20 +160,25 @@ class Run {
                                                   options_.skipInfo ? options_.appName.value_or("") : "");
     answers_ = Given(proposed);
     if (const auto refusal = Refuses(answers_, proposed)) {
-      const bool isCompany = *refusal == TextId::IllegalCompanyName;
+      const bool isCompany = refusal->message == TextId::IllegalCompanyName;
       if ((isCompany ? options_.company : options_.appName).has_value()) return kExitUsage;
       Tell(outcome_, std::string("give another name with ") + (isCompany ? "--company" : "--app-name"));
       return kExitNotFinished;
     }
-    // A page that is skipped leaves the choice to the next step.
-    if (!options_.skipInfo) ChooseName();
-    return kExitFinished;
+    // The page chooses the name; when it is skipped, the generation does.
+    return options_.skipInfo && options_.command == Command::Analyse ? kExitFinished : ChooseName();
   }
 
-  void ChooseName() { name_ = ChooseSetupProjectName(core_.platform(), user_, answers_.applicationName); }
+  // A name that is too long is wrong usage, for another one can be given.
+  int ChooseName() {
+    Platform& platform = core_.platform();
+    name_ = ChooseSetupProjectName(platform, user_, answers_.applicationName);
+    const auto refusal = RefusalOfLength(platform, *outcome_.analysis, name_);
+    if (refusal) user_.ShowMessage(MessageOf(platform.strings, *refusal));
+    return refusal ? kExitUsage : kExitFinished;
+  }
 
   bool Generate() {
-    if (name_.empty()) ChooseName();
     answers_.dataAccess = outcome_.analysis->DataAccess();
     Generation generation(core_.platform(), core_.global(), user_, *outcome_.analysis, answers_, name_,
                           outcome_.setup);
@@ -188,11 +196,10 @@ class Run {
     return answers;
   }
 
-  // Shows the message that refuses a name and gives its number.
-  std::optional<TextId> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
+  // Shows the message that refuses a name.
+  std::optional<NameRefusal> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
     const auto refusal = RefusalOfNames(core_.platform().codePage, answers, proposed);
-    if (refusal.has_value())
-      user_.ShowMessage({*refusal, kStyleExclamation, core_.platform().strings.Text(*refusal), ""});
+    if (refusal) user_.ShowMessage(MessageOf(core_.platform().strings, *refusal));
     return refusal;
   }
 

@@ -90,14 +90,14 @@ void frmMain::txtCompanyName_KeyPress(char32_t& character) {
          [&] { RefuseCharacter(character, TextId::IllegalCompanyName, txtCompanyName); });
 }
 
-// A pasted or given text has not passed the check of the keys.
-bool frmMain::NamesAreLegal() {
-  const std::optional<TextId> refusal = RefusalOfNames(platform_.codePage, Answers(), proposed_);
-  if (!refusal.has_value()) return true;
-  ShowMessage({*refusal, kStyleExclamation, platform_.strings.Text(*refusal), ""});
-  focus = *refusal == TextId::IllegalCompanyName ? &txtCompanyName : &txtApplicationName;
+std::optional<NameRefusal> frmMain::Refusal() const {
+  return RefusalOfNames(platform_.codePage, Answers(), proposed_);
+}
+
+void frmMain::Refuse(const NameRefusal& refusal) {
+  ShowMessage(MessageOf(platform_.strings, refusal));
+  focus = refusal.message == TextId::IllegalCompanyName ? &txtCompanyName : &txtApplicationName;
   view_->Refresh();
-  return false;
 }
 
 }  // namespace bxvbwiz

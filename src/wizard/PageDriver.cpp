@@ -3,6 +3,7 @@
 #include "setupgen/Report.h"
 #include "wizard/Generation.h"
 #include "wizard/Rebuild.h"
+#include "wizard/SetupPaths.h"
 
 namespace bxvbwiz {
 
@@ -40,23 +41,31 @@ void PageDriver::LeaveWelcome() {
 }
 
 void PageDriver::LeaveInformation() {
-  if (!form_.NamesAreLegal()) return;
+  if (const auto refusal = form_.Refusal()) return form_.Refuse(*refusal);
   form_.ShowPanel(kPanelSummary);
   form_.HidePanel(kPanelInformation);
   ChooseName();
 }
 
-void PageDriver::ChooseName() {
-  setupProjectName_ = ChooseSetupProjectName(core_.platform(), form_, form_.txtApplicationName.text);
+// False when the name cannot be used; the user is on the project-information page then.
+bool PageDriver::ChooseName() {
+  std::optional<NameRefusal> refusal = form_.Refusal();
+  if (!refusal) {
+    setupProjectName_ = ChooseSetupProjectName(core_.platform(), form_, form_.txtApplicationName.text);
+    refusal = RefusalOfLength(core_.platform(), *analysis_, setupProjectName_);
+  }
+  if (!refusal) return true;
+  setupProjectName_.clear();
+  form_.ShowPanel(kPanelInformation);
+  form_.HidePanel(kPanelSummary);
+  form_.Refuse(*refusal);
+  return false;
 }
 
 void PageDriver::Finish() {
   if (analysis_ == nullptr) return;
   // Without the project-information page the name has been neither checked nor chosen.
-  if (setupProjectName_.empty()) {
-    if (!form_.NamesAreLegal()) return;
-    ChooseName();
-  }
+  if (setupProjectName_.empty() && !ChooseName()) return;
   form_.generating = true;
   form_.CheckDataAccess(analysis_->DataAccess());
   GeneratedSetup setup;

@@ -74,8 +74,32 @@ TEST_F(WizardTest, NamesThatCannotBeFoldersOrWrittenAreRefused) {
   }
   EXPECT_EQ(messagesFor("Console", "Other Inc."), std::vector<TextId>{TextId::IllegalCompanyName})
       << "only the proposal may keep its full stop";
+  EXPECT_EQ(messagesFor(std::string(230, 'x').c_str(), "Acme Inc."),
+            std::vector<TextId>{TextId::IllegalApplicationName});
+  EXPECT_TRUE(Form().fraPanel2.visible) << "the path of a file would be too long";
+  for (const char* reason :
+       {"\"a\\b\" has the character \"\\\".", "has the character \"U+0009\"", "reserves the name \"Lpt1\"",
+        "\"blank \" ends in a blank", "no character \"\u65E5\"", "has the character \".\".",
+        "x.bxp would be longer"}) {
+    EXPECT_NE(seen_.told.find(reason), std::string::npos) << reason << " in " << seen_.told;
+  }
   EXPECT_TRUE(messagesFor("Console", "Acme Inc.").empty());
   EXPECT_TRUE(Form().fraPanel3.visible);
+}
+
+TEST_F(WizardTest, ARefusedNameCanBeMendedWhenThePageWasSkipped) {
+  machine_.Write("drive_c/Src/App.vbp", "Type=Exe\nName=\"Nul\"\nExeName32=App.exe\nPath32=Release\\Final\n");
+  Start();
+  app_->ShowPage2 = false;
+  LeaveWelcome();
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::IllegalApplicationName});
+  EXPECT_TRUE(Form().fraPanel2.visible);
+  EXPECT_FALSE(Form().fraPanel3.visible);
+  Form().txtApplicationName.text = "App";
+  Form().cmdNext_Click(kPanelInformation);
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_EQ(app_->ProjectFile(), "C:\\Setups\\App\\App.bxp");
 }
 
 TEST_F(WizardTest, AnIllegalKeyIsRefusedAndAnEmptyTextDisablesNext) {
