@@ -14,6 +14,7 @@
 #include "setupgen/Destinations.h"
 #include "support/basFile.h"
 #include "text/Text.h"
+#include "wizard/Demands.h"
 #include "wizard/Rebuild.h"
 #include "wizard/SetupPaths.h"
 
@@ -179,6 +180,7 @@ class Run {
   }
 
   bool Generate() {
+    NoteInitialTexts(core_.platform().strings, *outcome_.analysis, Ungiven(answers_));
     answers_.dataAccess = outcome_.analysis->DataAccess();
     Generation generation(core_.platform(), core_.global(), user_, *outcome_.analysis, answers_, name_,
                           outcome_.setup);
@@ -193,6 +195,14 @@ class Run {
     answers.companyName = options_.company.value_or(answers.companyName);
     answers.applicationVersion = options_.appVersion.value_or(answers.applicationVersion);
     answers.applicationType = options_.appType.value_or(answers.applicationType);
+    return answers;
+  }
+
+  // The answers without those that the options give.
+  SetupAnswers Ungiven(SetupAnswers answers) const {
+    if (options_.appName) answers.applicationName.clear();
+    if (options_.company) answers.companyName.clear();
+    if (options_.appVersion) answers.applicationVersion.clear();
     return answers;
   }
 

@@ -1,6 +1,7 @@
 #include "wizard/PageDriver.h"
 
 #include "setupgen/Report.h"
+#include "wizard/Demands.h"
 #include "wizard/Generation.h"
 #include "wizard/Rebuild.h"
 #include "wizard/SetupPaths.h"
@@ -65,7 +66,10 @@ bool PageDriver::ChooseName() {
 void PageDriver::Finish() {
   if (analysis_ == nullptr) return;
   // Without the project-information page the name has been neither checked nor chosen.
-  if (setupProjectName_.empty() && !ChooseName()) return;
+  if (setupProjectName_.empty()) {
+    if (!ChooseName()) return;
+    NoteInitialTexts(core_.platform().strings, *analysis_, form_.Answers());
+  }
   form_.generating = true;
   form_.CheckDataAccess(analysis_->DataAccess());
   GeneratedSetup setup;
