@@ -8,8 +8,26 @@ cd "$repository"
 failures=0
 scripts/findings.sh --check || failures=1
 
-# Code of the finding, its name, and the test that mentions the code, the name or the finding's text.
+# Code of the finding, the test that gives it, and what that test expects.
+faults=tests/faults/SeamFaultTest.cpp
 elsewhere=(
+  "file-search-failed $faults [file-search-failed]"
+  "file-unreadable $faults [file-unreadable]"
+  "registry-key-unreadable $faults [registry-key-unreadable]"
+  "profile-unreadable $faults [profile-unreadable]"
+  "file-not-written $faults [file-not-written]"
+  "system-folder-unknown $faults [system-folder-unknown]"
+  "no-identifier $faults [no-identifier]"
+  "file-times-not-set $faults [file-times-not-set]"
+  "report-without-date $faults [report-without-date]"
+  "system-file-list-empty $faults [system-file-list-empty]"
+  "written-files-not-listed $faults [written-files-not-listed]"
+  "runtime-missing $faults [runtime-missing]"
+  "step-failed tests/support/LoggingTest.cpp A step failed"
+  "windows-folder-unknown tests/wizard/PagesTest.cpp did not name its Windows folder"
+  "file-not-in-group tests/wizard/PagesTest.cpp could not be entered into its file group"
+  "found-file-left-out tests/wizard/AnalysisTest.cpp was found, but left out"
+  "file-named-twice tests/wizard/AnalysisTest.cpp is in the setup twice"
 )
 
 produced=$(cat tests/golden/cases/*/expected/* | grep -aoE '(error|warning|note) \[[a-z-]+\]|"code": "[a-z-]+"' |
@@ -18,8 +36,8 @@ while read -r code; do
   grep -qx -- "$code" <<<"$produced" && continue
   found=
   for entry in "${elsewhere[@]}"; do
-    read -r listed word test <<<"$entry"
-    [ "$listed" != "$code" ] || { grep -qrF -- "$word" "$test" && found=1; }
+    read -r listed test expected <<<"$entry"
+    [ "$listed" != "$code" ] || { grep -qF -- "$expected" "$test" && found=1; }
   done
   [ -n "$found" ] || { echo "no golden case produces the finding $code" >&2 && failures=1; }
 done < <(sed -nE 's/^FINDING\(\w+, [0-9]+, "([a-z-]+)".*/\1/p' src/text/Findings.inc)

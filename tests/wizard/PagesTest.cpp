@@ -1,3 +1,4 @@
+#include "platform/Forwarding.h"
 #include "WizardFixture.h"
 
 namespace bxvbwiz {
@@ -255,6 +256,38 @@ TEST_F(WizardTest, ABadCommandLineIsReportedAndStopsNothing) {
   Start(StartMode::StandAlone, "/IABCD /iEFGH");  // answered with Cancel
   EXPECT_EQ(host_->Form(), nullptr);
   EXPECT_EQ(host_->gApplication, nullptr);
+}
+
+struct NoWindowsFolder : ForwardingFacts {
+  using ForwardingFacts::ForwardingFacts;
+  std::string WindowsDirectory(std::size_t) override { return ""; }
+};
+
+struct NoFileLists : ForwardingProfileStrings {
+  using ForwardingProfileStrings::ForwardingProfileStrings;
+  ProfileStrings& For(const std::string& file) override {
+    if (file.find("Program Files.fgl") != std::string::npos) throw RuntimeError(kErrorOutOfMemory, "");
+    return ForwardingProfileStrings::For(file);
+  }
+};
+
+TEST_F(WizardTest, WhatTheSystemDoesNotGiveIsFound) {
+  constexpr std::size_t kAnySize = 260;
+  Platform& whole = machine_.platform();
+  NoWindowsFolder facts(whole.facts, NoHook());
+  NoFileLists lists(whole.profiles, NoHook());
+  Platform less = WithParts(whole, facts, lists);
+  Start(StartMode::Automation, "", &less);
+  LeaveWelcome();
+  {
+    const SessionScope scope(core_->session());
+    core_->platform().facts.WindowsDirectory(kAnySize);
+  }
+  Form().cmdNext_Click(kPanelInformation);
+  Form().cmdNext_Click(kPanelSummary);
+  for (const char* text :
+       {"The system did not name its Windows folder.", "could not be entered into its file group"})
+    EXPECT_NE(Form().txtReport.text.find(text), std::string::npos) << text;
 }
 
 }  // namespace
