@@ -65,9 +65,10 @@ struct CommandName {
   const char* name;
 };
 
-constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"}, {Command::Generate, "generate"},
-                                     {Command::Explain, "explain"}, {Command::Check, "check"}, {Command::Capture, "capture"},
-                                     {Command::Inspect, "inspect"}, {Command::MachineNew, "machine"}};
+constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"},   {Command::Generate, "generate"},
+                                     {Command::Explain, "explain"},   {Command::Check, "check"},
+                                     {Command::Capture, "capture"},   {Command::Inspect, "inspect"},
+                                     {Command::MachineNew, "machine"}};
 
 Command CommandNamed(const std::string& name) {
   for (const CommandName& row : kCommands) {
