@@ -1,54 +1,29 @@
 #include "cli/Capture.h"
 
 #include <iostream>
-#include <random>
 
 #include "cli/CaptureNotes.h"
 #include "cli/JsonOutput.h"
-#include "cli/ScratchWrites.h"
+#include "cli/ScratchComputer.h"
 
 namespace bxvbwiz {
 namespace {
 
 namespace fs = std::filesystem;
 
-// A folder in a temporary place, removed at the end.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::random_device random;
-    do {
-      path_ = fs::temp_directory_path() / ("bxvbwiz-" + std::to_string(random()));
-    } while (!fs::create_directory(path_));
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  const fs::path& Path() const { return path_; }
-
- private:
-  fs::path path_;
-};
-
 class CapturingComputer : public Computer {
  public:
   CapturingComputer(Computer& source, const std::string& folder)
       : source_(source),
         captured_(fs::u8path(folder), source.platform()),
-        scratch_(scratchFolder_.Path(), source.platform()),
         notes_(source.platform(), captured_),
+        scratch_(source, notes_),
         registry_(source.platform().registry, notes_),
-        files_(source.platform().files, scratch_, notes_),
-        profiles_(source.platform().profiles, files_, scratch_.platform().profiles, notes_),
-        // With the settings of the log, which belong to this machine.
-        platform_(WithParts(source.platform(), registry_, files_, profiles_)) {}
+        platform_(WithParts(scratch_.platform(), registry_)) {}
 
   Platform& platform() override { return platform_; }
   std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
-  std::string HostPath(const std::string&) override { return {}; }  // the setup project is thrown away
+  std::string HostPath(const std::string& path) override { return scratch_.HostPath(path); }
   void Save() override {
     source_.Save();
     captured_.Save();
@@ -62,13 +37,10 @@ class CapturingComputer : public Computer {
 
  private:
   Computer& source_;
-  TemporaryFolder scratchFolder_;
   CapturedMachine captured_;
-  CapturedMachine scratch_;
   CaptureNotes notes_;
+  ScratchComputer scratch_;
   ForwardingRegistry registry_;
-  ScratchFiles files_;
-  ScratchProfileStrings profiles_;
   Platform platform_;
 };
 

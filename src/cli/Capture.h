@@ -1,14 +1,9 @@
 #pragma once
 
-#include <functional>
-
 #include "cli/Computer.h"
 #include "cli/Options.h"
 
 namespace bxvbwiz {
-
-// Runs the wizard on a computer and gives the exit code.
-using WizardRun = std::function<int(const Options&, Computer&)>;
 
 // capture: runs the wizard on `computer` without writing a setup project, and records everything that it
 // reads in a machine folder. On that folder generate makes the same setup project. Gives the exit code,

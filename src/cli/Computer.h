@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -7,6 +8,8 @@
 #include "support/Findings.h"
 
 namespace bxvbwiz {
+
+struct Options;
 
 // The Windows machine that a run works on: a machine folder, or this computer if it runs Windows.
 class Computer {
@@ -27,6 +30,9 @@ class Computer {
   // What was found wrong with it when it was opened.
   virtual std::vector<Finding> Found() const { return {}; }
 };
+
+// Runs the wizard on a computer and gives the exit code.
+using WizardRun = std::function<int(const Options&, Computer&)>;
 
 // Opens a machine folder and reports what is odd in it on standard error. Throws MachineError.
 std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder);

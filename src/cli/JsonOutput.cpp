@@ -166,6 +166,20 @@ Json FindingsJson(const StringTable& strings, const std::vector<Finding>& findin
   return array;
 }
 
+Json DifferencesJson(const std::vector<Difference>& differences) {
+  Json array = Json::array();
+  for (const Difference& difference : differences) {
+    array.push_back({{"sign", std::string(1, static_cast<char>(difference.sign))},
+                     {"byHand", difference.byHand},
+                     {"kind", difference.kind},
+                     {"name", difference.name},
+                     {"owner", difference.owner},
+                     {"present", difference.present},
+                     {"expected", difference.expected}});
+  }
+  return array;
+}
+
 Json WayJson(const StringTable& strings, const std::vector<Asker>& askers) {
   Json array = Json::array();
   for (const Asker& asker : askers) {
@@ -226,6 +240,11 @@ void PrintJson(const Options& options, const Outcome& outcome, const StringTable
        {"findings", FindingsJson(strings, outcome.Found() == nullptr ? nothing : outcome.Found()->All())}});
   if (options.command == Command::Explain)
     document["explanation"] = ExplanationJson(strings, outcome.explanation.get());
+  if (options.command == Command::Check) {
+    document["setup"] = outcome.comparison.setupFolder;
+    document["isEqual"] = outcome.comparison.IsEqual();
+    document["differences"] = DifferencesJson(outcome.comparison.differences);
+  }
   if (options.command == Command::Generate || options.command == Command::Capture) {
     document["setupFolder"] = outcome.setup.folder;
     document["projectFile"] = outcome.projectFile;

@@ -65,9 +65,10 @@ struct CommandName {
   const char* name;
 };
 
-constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"}, {Command::Generate, "generate"},
-                                     {Command::Explain, "explain"}, {Command::Capture, "capture"},
-                                     {Command::Inspect, "inspect"}, {Command::MachineNew, "machine"}};
+constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"},   {Command::Generate, "generate"},
+                                     {Command::Explain, "explain"},   {Command::Check, "check"},
+                                     {Command::Capture, "capture"},   {Command::Inspect, "inspect"},
+                                     {Command::MachineNew, "machine"}};
 
 Command CommandNamed(const std::string& name) {
   for (const CommandName& row : kCommands) {
@@ -179,6 +180,13 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   AddWizardOptions(*capture, options, more);
   capture->add_option("--to", options.captureTo, "The folder to create; it must be new or empty")
       ->type_name("DIR")
+      ->required();
+  CLI::App* check = app.add_subcommand(
+      "check", "Compare a setup project with what generate would make now; writes nothing");
+  AddWizardOptions(*check, options, more);
+  check
+      ->add_option("SETUP", options.setup,
+                   "The folder of the setup project or its .bxp file, as a path of either kind")
       ->required();
   inspect->add_option("FILE", options.files, "The files")->required();
   inspect->add_flag("--json", options.json, "Print one JSON document");

@@ -14,9 +14,9 @@ constexpr int kExitFinished = 0;
 constexpr int kExitNotFinished = 1;  // cancelled, fatal message, unexpected error
 constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine folder
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
-constexpr int kExitIncomplete = 4;   // --strict: there is an error or a warning
+constexpr int kExitIncomplete = 4;   // --strict: there is an error or a warning; check: the setup differs
 
-enum class Command { None, Analyse, Generate, Explain, Capture, Inspect, MachineNew, MachineRegister };
+enum class Command { None, Analyse, Generate, Explain, Check, Capture, Inspect, MachineNew, MachineRegister };
 
 // As the user writes it; empty for none.
 const char* NameOf(Command command);
@@ -42,6 +42,7 @@ struct Options {
   std::vector<std::string> files;  // of inspect
   std::string newMachine;
   std::vector<std::string> components;  // files and folders of machine register
+  std::string setup;                    // the setup project that check checks
   std::string captureTo;                // the machine folder that capture makes
   std::string error;  // what is wrong with the command line; the rest is then what could be read of it
 };

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "analysis/Analysis.h"
+#include "cli/Check.h"
 #include "support/User.h"
 #include "wizard/Generation.h"
 
@@ -47,6 +48,7 @@ struct Outcome {
   std::unique_ptr<Explanation> explanation;  // of explain; null when it has none
   std::string error;                         // why the program could not go on, as it was printed
   GeneratedSetup setup;
+  Comparison comparison;  // of check
   std::vector<ShownMessage> messages;
   std::string projectFile;                // of the setup project, a Windows path
   std::string projectFileHere;            // the same on this computer

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "cli/Capture.h"
+#include "cli/Check.h"
 #include "cli/Computer.h"
 #include "cli/ConsoleUser.h"
 #include "cli/Explain.h"
@@ -13,7 +14,9 @@
 #include "setupgen/Destinations.h"
 #include "support/basFile.h"
 #include "text/Text.h"
+#include "wizard/Demands.h"
 #include "wizard/Rebuild.h"
+#include "wizard/SetupPaths.h"
 
 namespace bxvbwiz {
 namespace {
@@ -96,9 +99,15 @@ class Run {
   }
 
   int Steps(const std::string& project) {
-    core_.session().log.Init();
+    if (options_.command != Command::Check) {
+      core_.session().log.Init();
+    } else if (!FindSetup()) {
+      return kExitUsage;
+    }
     // Wrong usage is reported before the project is read or compiled.
-    if (Refuses(Given(InitialAnswers(core_.platform().strings)), {})) return kExitUsage;
+    SetupAnswers own;
+    own.companyName = CompanyOfProject(core_.platform(), project);
+    if (Refuses(Given(InitialAnswers(core_.platform().strings)), own)) return kExitUsage;
     if (!RunStep([&] { return Analyse(project); })) return kExitProject;
     if (options_.command == Command::Explain) return kExitFinished;
     int code = kExitNotFinished;
@@ -110,17 +119,26 @@ class Run {
     return RunStep([this] { return Generate(); }) ? kExitFinished : kExitNotFinished;
   }
 
+  // False when there is no setup project to compare with; the user has seen a message.
+  bool FindSetup() {
+    outcome_.comparison.setupFolder = SetupFolderOf(computer_, options_.setup);
+    if (!outcome_.comparison.setupFolder.empty()) return true;
+    Tell(outcome_, TextOf(core_.platform().strings, {TextId::NoSetupProject, {options_.setup}}));
+    return false;
+  }
+
   // Runs what a page's Next starts. False when it failed and the error was answered with Retry: in a window
   // the page would stay.
   template <class Handler>
   bool RunStep(const Handler& handler) {
+    constexpr const char* kRoutine = "cmdNext_Click";
+    const CallStackEntry entry(kRoutine);
     try {
-      const CallStackEntry entry("cmdNext_Click");
       return handler();
     } catch (const WizardEnded&) {
       throw;
     } catch (...) {
-      ReportError("frmMain", CurrentError());
+      ReportError(kRoutine, CurrentError());
       return false;
     }
   }
@@ -130,7 +148,7 @@ class Run {
     for (Finding& finding : computer_.Found()) AddFinding(std::move(finding));
     Analysis::Rebuild rebuild;
     // Looking at a project starts no program unless it is asked for.
-    const bool isLook = options_.command == Command::Analyse || options_.command == Command::Explain;
+    const bool isLook = options_.command != Command::Generate && options_.command != Command::Capture;
     if (options_.rebuild || !isLook)
       rebuild = [this](const CProject& built) { return RebuildProject(core_, user_, built); };
     return outcome_.analysis->LoadTrees(project, options_.rebuild, rebuild) == Analysis::Result::Done;
@@ -143,20 +161,26 @@ class Run {
                                                   options_.skipInfo ? options_.appName.value_or("") : "");
     answers_ = Given(proposed);
     if (const auto refusal = Refuses(answers_, proposed)) {
-      const bool isCompany = *refusal == TextId::IllegalCompanyName;
+      const bool isCompany = refusal->message == TextId::IllegalCompanyName;
       if ((isCompany ? options_.company : options_.appName).has_value()) return kExitUsage;
       Tell(outcome_, std::string("give another name with ") + (isCompany ? "--company" : "--app-name"));
       return kExitNotFinished;
     }
-    // A page that is skipped leaves the choice to the next step.
-    if (!options_.skipInfo) ChooseName();
-    return kExitFinished;
+    // The page chooses the name; when it is skipped, the generation does.
+    return options_.skipInfo && options_.command == Command::Analyse ? kExitFinished : ChooseName();
   }
 
-  void ChooseName() { name_ = ChooseSetupProjectName(core_.platform(), user_, answers_.applicationName); }
+  // A name that is too long is wrong usage, for another one can be given.
+  int ChooseName() {
+    Platform& platform = core_.platform();
+    name_ = ChooseSetupProjectName(platform, user_, answers_.applicationName);
+    const auto refusal = RefusalOfLength(platform, *outcome_.analysis, name_);
+    if (refusal) user_.ShowMessage(MessageOf(platform.strings, *refusal));
+    return refusal ? kExitUsage : kExitFinished;
+  }
 
   bool Generate() {
-    if (name_.empty()) ChooseName();
+    NoteInitialTexts(core_.platform().strings, *outcome_.analysis, Ungiven(answers_));
     answers_.dataAccess = outcome_.analysis->DataAccess();
     Generation generation(core_.platform(), core_.global(), user_, *outcome_.analysis, answers_, name_,
                           outcome_.setup);
@@ -174,11 +198,18 @@ class Run {
     return answers;
   }
 
-  // Shows the message that refuses a name and gives its number.
-  std::optional<TextId> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
+  // The answers without those that the options give.
+  SetupAnswers Ungiven(SetupAnswers answers) const {
+    if (options_.appName) answers.applicationName.clear();
+    if (options_.company) answers.companyName.clear();
+    if (options_.appVersion) answers.applicationVersion.clear();
+    return answers;
+  }
+
+  // Shows the message that refuses a name.
+  std::optional<NameRefusal> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
     const auto refusal = RefusalOfNames(core_.platform().codePage, answers, proposed);
-    if (refusal.has_value())
-      user_.ShowMessage({*refusal, kStyleExclamation, core_.platform().strings.Text(*refusal), ""});
+    if (refusal) user_.ShowMessage(MessageOf(core_.platform().strings, *refusal));
     return refusal;
   }
 
@@ -192,10 +223,21 @@ class Run {
 
   // What is printed and was not made on the way.
   int TakeResults() {
+    if (options_.command == Command::Check) return Compare();
     if (outcome_.analysis != nullptr) TakeSymbols(*outcome_.analysis);
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
     const std::string& folder = outcome_.setup.folder;
     if (!folder.empty()) ListFiles(computer_.platform().files, folder, "", outcome_);
+    return kExitFinished;
+  }
+
+  int Compare() {
+    Comparison& comparison = outcome_.comparison;
+    Platform& platform = computer_.platform();
+    if (outcome_.analysis != nullptr) TakeSymbols(*outcome_.analysis);
+    if (comparison.setupFolder.empty() || outcome_.setup.report.empty()) return kExitFinished;
+    comparison.differences = DifferencesOf(ReadSetup(platform, comparison.setupFolder),
+                                           ReadSetup(platform, outcome_.setup.folder));
     return kExitFinished;
   }
 
@@ -225,6 +267,11 @@ std::string Counts(const Findings& found) {
   return text;
 }
 
+// Whether the command leaves the setup project that it makes.
+bool IsKept(Command command) {
+  return command != Command::Capture && command != Command::Check;
+}
+
 // Prints the last lines of standard error: everything that was found, and how many things that is.
 void PrintRest(const Options& options, const Outcome& outcome, const StringTable& strings) {
   const Findings none(strings);
@@ -242,7 +289,7 @@ void PrintRest(const Options& options, const Outcome& outcome, const StringTable
       prefix = "";
     }
   }
-  if (!outcome.finished && !outcome.setup.folder.empty() && options.command != Command::Capture) {
+  if (!outcome.finished && !outcome.setup.folder.empty() && IsKept(options.command)) {
     std::cerr << "bxvbwiz: The setup folder " << outcome.setup.folder << " was created and is incomplete.\n";
   }
   if (options.quiet && outcome.finished && !found.HoldsWork()) return;
@@ -260,7 +307,8 @@ void PrintRest(const Options& options, const Outcome& outcome, const StringTable
 // The exit code of a run that ended with `code`: --strict may turn it into another.
 int StrictCode(const Options& options, const Outcome& outcome, int code) {
   const bool isIncomplete = outcome.Found() != nullptr && outcome.Found()->HoldsWork();
-  return code == kExitFinished && options.strict && isIncomplete ? kExitIncomplete : code;
+  const bool isLess = (options.strict && isIncomplete) || !outcome.comparison.IsEqual();
+  return code == kExitFinished && isLess ? kExitIncomplete : code;
 }
 
 // Prints the outcome of a run with that exit code.
@@ -269,9 +317,9 @@ void Show(const Options& options, const Outcome& outcome, const StringTable& str
     PrintJson(options, outcome, strings, code);
   } else if (outcome.explanation != nullptr) {
     PrintText(*outcome.explanation, strings);
-  } else if (!options.quiet &&
-             (options.command == Command::Analyse || options.command == Command::Generate)) {
-    PrintText(options, outcome);
+  } else if (options.command != Command::Capture && options.command != Command::Explain &&
+             !(options.quiet && outcome.comparison.IsEqual())) {
+    PrintText(options, outcome, strings);
   }
   std::cout.flush();
   PrintRest(options, outcome, strings);
@@ -302,8 +350,14 @@ int RunWizard(const Options& options) {
     if (options.json) PrintJson(options, outcome.error);
     return kExitUsage;
   }
-  return options.command == Command::Capture ? Capture(options, *computer, RunWizardOn)
-                                             : RunWizardOn(options, *computer);
+  switch (options.command) {
+    case Command::Capture:
+      return Capture(options, *computer, RunWizardOn);
+    case Command::Check:
+      return CheckSetup(options, *computer, RunWizardOn);
+    default:
+      return RunWizardOn(options, *computer);
+  }
 }
 
 int RunWizardOn(const Options& options, Computer& computer) {

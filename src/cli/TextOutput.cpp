@@ -1,5 +1,6 @@
 #include "cli/TextOutput.h"
 
+#include <algorithm>
 #include <iostream>
 
 #include "setupgen/Report.h"
@@ -62,6 +63,31 @@ void PrintFiles(const Outcome& outcome) {
   for (const CFile& file : outcome.analysis->Files()) PrintFacts(file, outcome.symbols.at(index++));
 }
 
+// One line each: the sign, what it is, where it is, and the values.
+void PrintDifferences(const std::vector<Difference>& differences, bool byHand, const StringTable& strings) {
+  for (const Difference& difference : differences) {
+    if (difference.byHand != byHand) continue;
+    std::cout << static_cast<char>(difference.sign) << ' ' << difference.kind << ' ' << difference.name;
+    if (!difference.owner.empty())
+      std::cout << TextOf(strings, {TextId::DifferenceOwner, {difference.owner}});
+    if (difference.sign == Difference::Sign::Other)
+      std::cout << TextOf(strings, {TextId::DifferenceValues, {difference.present, difference.expected}});
+    std::cout << '\n';
+  }
+}
+
+void PrintDifferences(const Outcome& outcome, const StringTable& strings) {
+  if (!outcome.finished) return;
+  const Comparison& comparison = outcome.comparison;
+  const TextId verdict = comparison.IsEqual() ? TextId::SetupIsEqual : TextId::SetupDiffers;
+  std::cout << TextOf(strings, {verdict, {comparison.setupFolder}}) << '\n';
+  PrintDifferences(comparison.differences, false, strings);
+  const auto isByHand = [](const Difference& difference) { return difference.byHand; };
+  if (std::none_of(comparison.differences.begin(), comparison.differences.end(), isByHand)) return;
+  std::cout << TextOf(strings, {TextId::MadeByHand, {}}) << '\n';
+  PrintDifferences(comparison.differences, true, strings);
+}
+
 void PrintList(const char* title, const std::vector<std::string>& names) {
   if (names.empty()) return;
   std::cout << "  " << title << ":\n";
@@ -78,7 +104,8 @@ const char* FormatName(int exeType) {
 
 }  // namespace
 
-void PrintText(const Options& options, const Outcome& outcome) {
+void PrintText(const Options& options, const Outcome& outcome, const StringTable& strings) {
+  if (options.command == Command::Check) return PrintDifferences(outcome, strings);
   if (outcome.analysis != nullptr) PrintViews(*outcome.analysis);
   if (options.verbose) {
     if (outcome.analysis != nullptr) PrintFiles(outcome);

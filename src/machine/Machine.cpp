@@ -81,6 +81,7 @@ struct Machine::Parts : public ProcessObserver {
         facts(ini, *ini.codePage),
         processes(tree, ini.programs, {ini.systemFolder, ini.windowsFolder}, *this),
         settings(registry),
+        guids(std::getenv("SOURCE_DATE_EPOCH") != nullptr),
         clock(std::getenv("SOURCE_DATE_EPOCH")),
         platform{registry, facts,    files, profiles,      processes,
                  guids,    settings, clock, *ini.codePage, strings} {}
@@ -127,8 +128,8 @@ struct Machine::Parts : public ProcessObserver {
   MachineFiles files;
   MachineFacts facts;
   MachineProcesses processes;
-  MachineGuids guids;
   MachineSettings settings;
+  MachineGuids guids;
   MachineClock clock;
   CompiledStringTable strings;
   Platform platform;

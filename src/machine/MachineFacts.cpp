@@ -7,6 +7,7 @@
 
 #include "machine/host/Host.h"
 #include "machine/MachineError.h"
+#include "machine/NamedGuid.h"
 
 namespace bxvbwiz {
 namespace {
@@ -18,7 +19,11 @@ constexpr std::int64_t kLastSecond = 253402300799;       // the end of the year 
 
 }  // namespace
 
-std::optional<GuidBytes> MachineGuids::Create() {
+std::optional<GuidBytes> MachineGuids::Create(std::string_view place) {
+  // Made once, at random, so that no other program gives the same name the same GUID.
+  constexpr GuidBytes kPlaces = {0x5D, 0x0C, 0x9A, 0x3E, 0x71, 0xB4, 0x42, 0xE8,
+                                 0x9F, 0x26, 0xD3, 0x1B, 0x60, 0xA7, 0x4C, 0x95};
+  if (fromNames_) return NamedGuid(kPlaces, place);
   GuidBytes guid = {};
   if (!host::RandomBytes(guid.data(), guid.size())) return std::nullopt;
   // Version 4 stands in the high byte of Data3, which lies low byte first; the variant in Data4.

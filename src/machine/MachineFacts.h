@@ -26,10 +26,14 @@ class MachineFacts : public SystemFacts {
   const CodePage& codePage_;
 };
 
-// Random GUIDs.
+// Random GUIDs, or those that the places' names give, so that two runs can write the same bytes.
 class MachineGuids : public Guids {
  public:
-  std::optional<GuidBytes> Create() override;
+  explicit MachineGuids(bool fromNames) : fromNames_(fromNames) {}
+  std::optional<GuidBytes> Create(std::string_view place) override;
+
+ private:
+  const bool fromNames_;
 };
 
 // The settings that Visual Basic programs keep in the machine's registry.

@@ -104,8 +104,8 @@ class ForwardingServices : public Processes, public Guids, public Settings, publ
     if (process == nullptr) return process;
     return std::make_unique<ForwardingProcess>(std::move(process), hook_);
   }
-  std::optional<GuidBytes> Create() override {
-    return Ask({"CreateGuid"}, std::optional<GuidBytes>(), [&] { return inner_.guids.Create(); });
+  std::optional<GuidBytes> Create(std::string_view place) override {
+    return Ask({"CreateGuid"}, std::optional<GuidBytes>(), [&] { return inner_.guids.Create(place); });
   }
   std::string Get(const std::string& application, const std::string& section, const std::string& key,
                   const std::string& defaultValue) override {

@@ -21,8 +21,9 @@ using GuidBytes = std::array<std::uint8_t, 16>;
 class Guids {
  public:
   virtual ~Guids() = default;
-  // CoCreateGuid, in the memory order of the GUID structure; nothing when the call fails.
-  virtual std::optional<GuidBytes> Create() = 0;
+  // CoCreateGuid, in the memory order of the GUID structure; nothing when the call fails. `place` is where it
+  // will stand, for a system that is to give the same GUID for the same place again.
+  virtual std::optional<GuidBytes> Create(std::string_view place) = 0;
 };
 
 // The settings that a Visual Basic program keeps per user: HKEY_CURRENT_USER,

@@ -19,6 +19,7 @@ struct TextKey {
   bool quoted;
 };
 
+constexpr std::string_view kCompanyKey = "VersionCompanyName=";
 constexpr std::array<TextKey, 7> kTextKeys{{
     {"ExeName32=", &CProject::ExeName, true},
     {"Path32=", &CProject::ExePath, true},
@@ -26,7 +27,7 @@ constexpr std::array<TextKey, 7> kTextKeys{{
     {"MajorVer=", &CProject::MajorVer, false},
     {"MinorVer=", &CProject::MinorVer, false},
     {"RevisionVer=", &CProject::RevisionVer, false},
-    {"VersionCompanyName=", &CProject::VersionCompanyName, true},
+    {kCompanyKey, &CProject::VersionCompanyName, true},
 }};
 
 // How the lines of source files that are no forms begin, and whether a name and a ";" stand before the file.
@@ -93,6 +94,19 @@ std::string OutputFolder(FileSystem& files, const std::string& projectFile, cons
   std::string full;
   CheckSystem(files.FullPath(path, full), path);
   return FixPath(full);
+}
+
+std::string CompanyOfProject(Platform& platform, const std::string& projectFile) {
+  std::string bytes;
+  std::string company;
+  if (platform.files.Read(projectFile, bytes) != SystemError::Success) return company;
+  LineReader reader(bytes);
+  std::string_view line;
+  std::string_view value;
+  while (reader.Next(line)) {
+    if (Follows(line, kCompanyKey, value)) company = StripQuotes(platform.codePage.Decode(value));
+  }
+  return company;
 }
 
 // The kind of server that a project's type line names. Its members decide the project type.

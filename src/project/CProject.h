@@ -15,6 +15,9 @@ namespace bxvbwiz {
 // The error of every failed reading of a project: the object-error base plus 100.
 constexpr std::int32_t kProjectReadError = -2147221404;
 
+// The company that a project file names; empty when it names none or cannot be read.
+std::string CompanyOfProject(Platform& platform, const std::string& projectFile);
+
 // The folder of a project's output with a trailing backslash: `exePath` as the project file writes it, a
 // relative one against the project's folder, an empty one that folder itself. Raises what resolving a path
 // raises.

@@ -39,7 +39,8 @@ void PatchIpr(Platform& platform, NumberedKeys& lists, const SetupAnswers& answe
   const CallStackEntry entry(kRoutine);
   LogAndGoOn(kRoutine, [&] {
     // A provisional identifier, cut short, which keeps the key's place in front of the others.
-    const std::string guid = CreateGUID(platform.guids, true);
+    const std::string place = PlaceOf(GetPathFolder(projectFile), projectFile, kData, "InstallationGUID");
+    const std::string guid = CreateGUID(platform.guids, place, true);
     Write(platform, projectFile,
           {{kData, "InstallationGUID", guid.size() < 2 ? "" : guid.substr(1, guid.size() - 2)},
            {kData, "InstallRoot", GetPathFolder(projectFile)},
@@ -47,7 +48,7 @@ void PatchIpr(Platform& platform, NumberedKeys& lists, const SetupAnswers& answe
            {kData, "Type", answers.applicationType},
            {kData, "Version", answers.applicationVersion},
            {kData, "ProductName", answers.applicationName},
-           {kData, "InstallationGUID", CreateGUID(platform.guids, true)}});
+           {kData, "InstallationGUID", CreateGUID(platform.guids, place, true)}});
     lists.AppendIfMissing(ListOf(projectFile, "Language", "LanguageSupport", kListBuffer),
                           LanguageCode(platform.strings));
   });

@@ -136,10 +136,14 @@ void WriteReport(Platform& platform, const std::string& setupDir, const std::str
   CheckSystem(platform.files.Write(path, platform.codePage.Encode(text), WriteMode::Append), path);
 }
 
+std::string LeftToDoFile(const std::string& setupDir) {
+  return FixPath(setupDir) + "Script Files\\Left To Do.txt";
+}
+
 void WriteLeftToDo(Platform& platform, const std::string& setupDir, const Findings& findings) {
   const std::string text = LeftToDo(platform.strings, findings);
   if (text.empty()) return;
-  const std::string path = FixPath(setupDir) + "Script Files\\Left To Do.txt";
+  const std::string path = LeftToDoFile(setupDir);
   CheckSystem(platform.files.Write(path, platform.codePage.Encode(text), WriteMode::Create), path);
 }
 

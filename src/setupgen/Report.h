@@ -29,6 +29,8 @@ std::string LeftToDo(const StringTable& strings, const Findings& findings);
 // Raises what opening the file raises.
 void WriteReport(Platform& platform, const std::string& setupDir, const std::string& report,
                  const TreeNodes& projectView);
+// Its path.
+std::string LeftToDoFile(const std::string& setupDir);
 // Writes what was found to "Script Files\Left To Do.txt"; no file when nothing was. Raises what opening the
 // file raises.
 void WriteLeftToDo(Platform& platform, const std::string& setupDir, const Findings& findings);

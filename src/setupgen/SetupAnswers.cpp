@@ -1,7 +1,5 @@
 #include "setupgen/SetupAnswers.h"
 
-#include <algorithm>
-
 #include "support/basStr.h"
 #include "support/Findings.h"
 #include "text/DeviceNames.h"
@@ -10,15 +8,17 @@
 namespace bxvbwiz {
 namespace {
 
-bool HasControlCharacter(const std::string& text) {
-  return std::any_of(text.begin(), text.end(), [](char c) {
+// The first control or illegal character of a text, as a person can read it; empty when it has none.
+std::string IllegalCharacter(const std::string& text) {
+  for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F;
-  });
-}
-
-bool HasIllegalCharacter(const std::string& text) {
-  return ContainsAnyChar(text, kIllegalCharacters) || HasControlCharacter(text);
+    if (byte < 0x20 || byte == 0x7F) {
+      constexpr char kDigits[] = "0123456789ABCDEF";
+      return std::string("U+00") + kDigits[byte >> 4] + kDigits[byte & 15];
+    }
+    if (ContainsAnyChar(std::string(1, c), kIllegalCharacters)) return std::string(1, c);
+  }
+  return "";
 }
 
 // Windows 95 and its kin have one device more.
@@ -31,15 +31,30 @@ bool IsReservedBySystem(const std::string& name) {
 std::string CleanApplicationName(const std::string& name) {
   std::string clean = name;
   for (char& c : clean) {
-    if (HasIllegalCharacter(std::string(1, c))) c = ' ';
+    if (!IllegalCharacter(std::string(1, c)).empty()) c = ' ';
   }
   clean.erase(clean.find_last_not_of(' ') + 1);
   return clean;
 }
 
-// What the code page cannot hold would be written as "?".
-bool FitsCodePage(const CodePage& codePage, const std::string& text) {
-  return codePage.Decode(codePage.Encode(text)) == text;
+// The first character that would be written as "?", because the code page cannot hold it; empty for none.
+std::string UnwritableCharacter(const CodePage& codePage, const std::string& text) {
+  for (std::size_t position = 0; position < text.size();) {
+    const std::size_t start = position;
+    NextCharacter(text, position);
+    std::string character = text.substr(start, position - start);
+    if (codePage.Decode(codePage.Encode(character)) != character) return character;
+  }
+  return "";
+}
+
+// Why a text may not be used; without a text when it may. A proposal needs only be writable.
+Sentence RefusalOf(const CodePage& codePage, const std::string& text, bool isGiven) {
+  const std::string unwritable = UnwritableCharacter(codePage, text);
+  if (!unwritable.empty()) return {TextId::NameNotInCodePage, {text, unwritable}};
+  const std::string illegal = isGiven ? IllegalCharacter(text) : "";
+  if (!illegal.empty()) return {TextId::NameHasCharacter, {text, illegal}};
+  return {};
 }
 
 }  // namespace
@@ -70,24 +85,28 @@ SetupAnswers ProposedAnswers(const StringTable& strings, const CProject& project
   return answers;
 }
 
-std::optional<TextId> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
-                                     const SetupAnswers& proposed) {
+Message MessageOf(const StringTable& strings, const NameRefusal& refusal) {
+  return {refusal.message, kStyleExclamation,
+          strings.Text(refusal.message) + "\r\n" + TextOf(strings, refusal.reason), ""};
+}
+
+std::optional<NameRefusal> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
+                                          const SetupAnswers& proposed) {
   const std::string& name = answers.applicationName;
-  const bool nameGiven = name != proposed.applicationName;
-  if (IsReservedBySystem(name) || !FitsCodePage(codePage, name) ||
-      (nameGiven && (HasIllegalCharacter(name) || EndsWith(name, " ")))) {
-    return TextId::IllegalApplicationName;
-  }
+  const bool isGiven = name != proposed.applicationName;
+  Sentence reason = RefusalOf(codePage, name, isGiven);
+  if (reason.id == TextId{} && IsReservedBySystem(name)) reason = {TextId::NameIsReserved, {name}};
+  if (reason.id == TextId{} && isGiven && EndsWith(name, " ")) reason = {TextId::NameEndsInBlank, {name}};
+  if (reason.id != TextId{}) return NameRefusal{TextId::IllegalApplicationName, reason};
   const std::string& company = answers.companyName;
-  if (!FitsCodePage(codePage, company) || (company != proposed.companyName && HasIllegalCharacter(company))) {
-    return TextId::IllegalCompanyName;
-  }
+  reason = RefusalOf(codePage, company, company != proposed.companyName);
+  if (reason.id != TextId{}) return NameRefusal{TextId::IllegalCompanyName, reason};
   return std::nullopt;
 }
 
 void NoteUnwritableAnswers(const CodePage& codePage, const SetupAnswers& answers) {
   for (const std::string* text : {&answers.applicationType, &answers.applicationVersion}) {
-    if (FitsCodePage(codePage, *text)) continue;
+    if (UnwritableCharacter(codePage, *text).empty()) continue;
     AddFinding(FindingId::TextNotInCodePage, {*text});
   }
 }

@@ -5,6 +5,8 @@
 
 #include "platform/Platform.h"
 #include "project/CProject.h"
+#include "support/Sentence.h"
+#include "support/User.h"
 
 namespace bxvbwiz {
 
@@ -35,11 +37,19 @@ SetupAnswers InitialAnswers(const StringTable& strings);
 // project lacks keeps its initial text.
 SetupAnswers ProposedAnswers(const StringTable& strings, const CProject& project, const std::string& appName);
 
-// The message that refuses one of the names, or nothing when both may be used. A proposal that
+// Why a name may not be used.
+struct NameRefusal {
+  TextId message{};  // which of the two names it is
+  Sentence reason;   // which name, and which character or what else is wrong
+};
+// The message's own text, and the reason on a second line.
+Message MessageOf(const StringTable& strings, const NameRefusal& refusal);
+
+// The refusal of one of the names, or nothing when both may be used. A proposal that
 // was left alone is accepted as it is, since it was cleaned or only names the company ("Acme Inc."), unless
 // the system would not make a folder of that name.
-std::optional<TextId> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
-                                     const SetupAnswers& proposed);
+std::optional<NameRefusal> RefusalOfNames(const CodePage& codePage, const SetupAnswers& answers,
+                                          const SetupAnswers& proposed);
 // Notes which of the other answers the machine's code page cannot hold.
 void NoteUnwritableAnswers(const CodePage& codePage, const SetupAnswers& answers);
 

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/ProfileStrings.h"
+#include "support/basFile.h"
 #include "support/NumberedKeys.h"
 
 // The files of a setup project that the output routines share, and how they are written. `projectDir` ends in
@@ -17,6 +18,14 @@ inline std::string ComponentsFile(const std::string& projectDir) {
 // The folder of the file lists, one a group, and of the groups' definitions.
 inline std::string GroupsFolder(const std::string& projectDir) {
   return projectDir + "File Groups\\";
+}
+
+// Names a value of a setup project, wherever the project's folder lies:
+// "OrderDesk\OrderDesk.bxp [Data] InstallationGUID".
+inline std::string PlaceOf(const std::string& projectDir, const std::string& file, const std::string& section,
+                           const std::string& key) {
+  const std::string parent = FixPath(GetPathFolder(StripTrailingBackslash(projectDir)));
+  return file.substr(parent.size()) + " [" + section + "] " + key;
 }
 
 // A key and its value; the first "%" of the value stands for a name that is known when it is written.

@@ -22,7 +22,10 @@ constexpr const char* kMoniker6 = "@bxmk:4F6A11A0-1D1C-11D3-8B09-00105A9846E9";
 
 bool AddVBRuntimeObject(basGlobal& global, const std::string& templateFolder) {
   const CallStackEntry entry("basGlobal:AddVBRuntimeObject");
-  const std::string guid = CreateGUID(global.platform().guids, true);
+  const std::string setupFolder = FixPath(templateFolder);
+  const std::string file = ComponentsFile(setupFolder);
+  const std::string place = PlaceOf(setupFolder, file, kRuntimeComponent, "GUID");
+  const std::string guid = CreateGUID(global.platform().guids, place, true);
   if (guid.empty()) return false;
   const std::string version = global.GetVBVer();
   if (version.empty()) {
@@ -30,7 +33,6 @@ bool AddVBRuntimeObject(basGlobal& global, const std::string& templateFolder) {
     return false;
   }
 
-  const std::string file = ComponentsFile(FixPath(templateFolder));
   ProfileStrings& profiles = global.platform().profiles;
   // Adds the component to a list unless it is there. True when it was.
   const auto listed = [&](const char* section, const char* keySuffix) {

@@ -14,6 +14,10 @@ CallStack* SetCurrentCallStack(CallStack* stack) {
   return std::exchange(currentStack, stack);
 }
 
+std::vector<std::string_view> RunningRoutines() {
+  return currentStack == nullptr ? std::vector<std::string_view>() : currentStack->Names();
+}
+
 void CSPush(std::string_view name) {
   if (currentStack != nullptr) currentStack->Push(name);
 }

@@ -27,6 +27,9 @@ CallStack* SetCurrentCallStack(CallStack* stack);
 void CSPush(std::string_view name);
 void CSPop(std::string_view name);
 
+// The names on the call stack of this thread, oldest first; none without one.
+std::vector<std::string_view> RunningRoutines();
+
 // A routine's entry on the call stack; the name must be a literal.
 class CallStackEntry {
  public:

@@ -1,5 +1,9 @@
 #include "support/Errors.h"
 
+#include <utility>
+
+#include "support/CallStack.h"
+
 namespace bxvbwiz {
 namespace {
 
@@ -45,6 +49,12 @@ RunTimeError FromSystem(SystemError error) {
 }
 
 }  // namespace
+
+RuntimeError::RuntimeError(std::int32_t number, const std::string& description, std::string source)
+    : std::runtime_error(description),
+      number_(number),
+      source_(std::move(source)),
+      routines_(RunningRoutines()) {}
 
 void RaiseSystemError(SystemError error, const std::string& path) {
   const RunTimeError raised = FromSystem(error);

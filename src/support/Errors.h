@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/SystemError.h"
 
@@ -29,17 +31,20 @@ constexpr std::int32_t kErrorObjectNotSet = 91;
 constexpr std::int32_t kErrorFormShown = 400;
 constexpr std::int32_t kErrorDuplicateKey = 457;
 
-// A run-time error. what() is the description; for a file it names the path.
+// A run-time error. what() is the description; for a file it names the path. It keeps the call stack of where
+// it was made, since the routines that it leaves take themselves off the thread's.
 class RuntimeError : public std::runtime_error {
  public:
-  RuntimeError(std::int32_t number, const std::string& description, std::string source = "Bx6vbwiz")
-      : std::runtime_error(description), number_(number), source_(std::move(source)) {}
+  RuntimeError(std::int32_t number, const std::string& description, std::string source = "Bx6vbwiz");
   std::int32_t Number() const { return number_; }
   const std::string& Source() const { return source_; }
+  // The routines that were running, oldest first: the last one failed.
+  const std::vector<std::string_view>& Routines() const { return routines_; }
 
  private:
   std::int32_t number_;
   std::string source_;
+  std::vector<std::string_view> routines_;
 };
 
 // The run-time error that stands for a failed file call on `path`: number, and "<what failed>: <path>".

@@ -7,9 +7,9 @@
 
 namespace bxvbwiz {
 
-std::string CreateGUID(Guids& guids, bool stripBraces) {
+std::string CreateGUID(Guids& guids, const std::string& place, bool stripBraces) {
   const CallStackEntry entry("CreateGUID");
-  const std::optional<GuidBytes> guid = guids.Create();
+  const std::optional<GuidBytes> guid = guids.Create(place);
   if (!guid) {
     AddFinding(FindingId::NoIdentifier);
     return {};

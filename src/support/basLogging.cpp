@@ -75,9 +75,10 @@ void WriteLog(const std::string& text) {
 
 void LogError(std::string_view routine, const RuntimeError& error) {
   if (currentSession == nullptr || !currentSession->log.Enabled()) return;
+  const std::vector<std::string_view>& names = error.Routines();
+  const std::string_view failed = names.empty() ? routine : names.back();
   WriteLog("Unexpected Error " + std::to_string(error.Number()) + ": " + error.what() + " from " +
-           error.Source() + " in " + std::string(routine));
-  const std::vector<std::string_view>& names = currentSession->callStack.Names();
+           error.Source() + " in " + std::string(failed));
   if (names.empty()) return WriteLog("Call stack is empty");
   WriteLog("Call Stack:");
   for (const std::string_view name : names) WriteLog("    " + std::string(name));

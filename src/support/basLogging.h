@@ -83,7 +83,8 @@ class SessionScope {
 
 // Writes one line to the current session's log.
 void WriteLog(const std::string& text);
-// Writes an error and the call stack to the log.
+// Writes an error to the log, with the routine that failed and those that were running then. `routine`, which
+// handles the error, is named when none is known.
 void LogError(std::string_view routine, const RuntimeError& error);
 // Logs an unexpected error and shows it with Retry and Cancel. Returns after Retry; Cancel ends the wizard
 // with return code 0 (throws WizardEnded).

@@ -61,30 +61,31 @@ void frmMain::HidePanel(std::int16_t panel) {
 // ---------------------------------------------------------------- handlers
 
 // Reports an error that no step of the handler has handled, so that the form does not just ignore its user.
-void frmMain::Attempt(const std::function<void()>& handler) {
+void frmMain::Attempt(std::string_view routine, const std::function<void()>& handler) {
+  const CallStackEntry entry(routine);
   try {
     handler();
   } catch (const WizardEnded&) {
     throw;
   } catch (...) {
     generating = false;
-    ReportError("frmMain", CurrentError());
+    ReportError(routine, CurrentError());
   }
   if (handlerDepth_ == 1) CheckCancelled();
 }
 
 void frmMain::Report(std::string_view routine, const RuntimeError& error) {
-  Handle([&] { ReportError(routine, error); });
+  Handle(routine, [&] { ReportError(routine, error); });
 }
 
-// Runs one handler of the form. The form may be gone when this returns.
-void frmMain::Handle(const std::function<void()>& handler) {
+// Runs one handler of the form under its name. The form may be gone when this returns.
+void frmMain::Handle(std::string_view routine, const std::function<void()>& handler) {
   if (ended_) return;
   ++handlerDepth_;
   {
     const SessionScope scope(session_);
     try {
-      Attempt(handler);
+      Attempt(routine, handler);
     } catch (const WizardEnded&) {
       // The user already knows why the wizard has ended.
     }
@@ -101,13 +102,13 @@ void frmMain::UnloadIfEnded() {
 
 void frmMain::cmdNext_Click(std::int16_t index) {
   if (handlerDepth_ == 0) {
-    Handle([this, index] { flow_->LeavePage(index); });
+    Handle("cmdNext_Click", [this, index] { flow_->LeavePage(index); });
   }
 }
 
 void frmMain::cmdBack_Click(std::int16_t index) {
   if (handlerDepth_ == 0) {
-    Handle([this, index] { flow_->GoBack(index); });
+    Handle("cmdBack_Click", [this, index] { flow_->GoBack(index); });
   }
 }
 
@@ -118,7 +119,7 @@ void frmMain::Cancel() {
     cancelPending_ = true;
     return;
   }
-  Handle([this] { CancelWizard(*this); });
+  Handle("cmdCancel_Click", [this] { CancelWizard(*this); });
 }
 
 void frmMain::CheckCancelled() {
@@ -140,14 +141,13 @@ void frmMain::Form_KeyDown(int keyCode) {
 
 void frmMain::cmdOK_Click() {
   if (handlerDepth_ == 0) {
-    Handle([this] { EndWizard(*this); });
+    Handle("cmdOK_Click", [this] { EndWizard(*this); });
   }
 }
 
 void frmMain::cmdBrowse_Click() {
   if (handlerDepth_ > 0) return;
-  Handle([this] {
-    const CallStackEntry entry("frmMain!cmdBrowse_Click");
+  Handle("frmMain!cmdBrowse_Click", [this] {
     const std::string chosen = RetryOrCancel("frmMain!cmdBrowse_Click", [this] {
       return view_->BrowseForFile(platform_.strings.Text(TextId::VisualBasicProjectFile), "*.vbp");
     });
@@ -158,12 +158,11 @@ void frmMain::cmdBrowse_Click() {
 }
 
 void frmMain::cmdHelp_Click() {
-  Handle([this] { view_->OpenHelp("bxvbwiz.chm"); });
+  Handle("cmdHelp_Click", [this] { view_->OpenHelp("bxvbwiz.chm"); });
 }
 
 void frmMain::txtVBPname_Change() {
-  Handle([this] {
-    const CallStackEntry entry("frmMain.txtVBPName_Change");
+  Handle("frmMain.txtVBPName_Change", [this] {
     cmdNext[kPanelWelcome].enabled = !txtVBPname.text.empty();
     cmdBrowse.enabled = true;
     view_->Refresh();
@@ -171,7 +170,7 @@ void frmMain::txtVBPname_Change() {
 }
 
 void frmMain::optFileView_Click() {
-  Handle([this] {
+  Handle("optFileView_Click", [this] {
     optFileView.checked = tvwFiles.visible = true;
     optProjectView.checked = tvwDependencies.visible = false;
     view_->Refresh();
@@ -179,7 +178,7 @@ void frmMain::optFileView_Click() {
 }
 
 void frmMain::optProjectView_Click() {
-  Handle([this] {
+  Handle("optProjectView_Click", [this] {
     optProjectView.checked = tvwDependencies.visible = true;
     optFileView.checked = tvwFiles.visible = false;
     view_->Refresh();

@@ -161,8 +161,11 @@ class frmMain : public User, public Container {
   void ShowPanel(std::int16_t panel);
   void HidePanel(std::int16_t panel);
   void InitPanel(std::int16_t panel);
-  // Whether the names of the project-information page may be used; if not, the user has seen a message.
-  bool NamesAreLegal();
+  // Why the names of the project-information page may not be used, if so: a pasted or given text has not
+  // passed the check of the keys.
+  std::optional<NameRefusal> Refusal() const;
+  // Shows the message and leads the user to the box. The page must be visible.
+  void Refuse(const NameRefusal& refusal);
   // Shows the trees of an analysis, which must live while it is shown; null for none.
   void Show(const Analysis* analysis);
   // What is shown; null for none.
@@ -186,8 +189,8 @@ class frmMain : public User, public Container {
   void WizardHasEnded() override;
 
  private:
-  void Handle(const std::function<void()>& handler);
-  void Attempt(const std::function<void()>& handler);
+  void Handle(std::string_view routine, const std::function<void()>& handler);
+  void Attempt(std::string_view routine, const std::function<void()>& handler);
   void Cancel();
   void RefuseCharacter(char32_t& character, TextId message, TextBox& box);
   void UpdateInformationNext();

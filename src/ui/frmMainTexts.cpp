@@ -43,7 +43,7 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::Form_Activate() {
-  Handle([this] {
+  Handle("Form_Activate", [this] {
     InitPanel(kPanelWelcome);
     view_->Refresh();
   });

@@ -59,24 +59,15 @@ void frmMain::UpdateInformationNext() {
 }
 
 void frmMain::txtApplicationName_Change() {
-  Handle([this] {
-    const CallStackEntry entry("frmPanel2!txtApplicationName_Change");
-    UpdateInformationNext();
-  });
+  Handle("frmPanel2!txtApplicationName_Change", [this] { UpdateInformationNext(); });
 }
 
 void frmMain::txtCompanyName_Change() {
-  Handle([this] {
-    const CallStackEntry entry("frmPanel2!txtCompanyName_Change");
-    UpdateInformationNext();
-  });
+  Handle("frmPanel2!txtCompanyName_Change", [this] { UpdateInformationNext(); });
 }
 
 void frmMain::txtApplicationVersion_Change() {
-  Handle([this] {
-    const CallStackEntry entry("frmPanel2!txtApplicationVersion_Change");
-    UpdateInformationNext();
-  });
+  Handle("frmPanel2!txtApplicationVersion_Change", [this] { UpdateInformationNext(); });
 }
 
 void frmMain::RefuseCharacter(char32_t& character, TextId message, TextBox& box) {
@@ -90,21 +81,23 @@ void frmMain::RefuseCharacter(char32_t& character, TextId message, TextBox& box)
 }
 
 void frmMain::txtApplicationName_KeyPress(char32_t& character) {
-  Handle([&] { RefuseCharacter(character, TextId::IllegalApplicationName, txtApplicationName); });
+  Handle("frmPanel2!txtApplicationName_KeyPress",
+         [&] { RefuseCharacter(character, TextId::IllegalApplicationName, txtApplicationName); });
 }
 
 void frmMain::txtCompanyName_KeyPress(char32_t& character) {
-  Handle([&] { RefuseCharacter(character, TextId::IllegalCompanyName, txtCompanyName); });
+  Handle("frmPanel2!txtCompanyName_KeyPress",
+         [&] { RefuseCharacter(character, TextId::IllegalCompanyName, txtCompanyName); });
 }
 
-// A pasted or given text has not passed the check of the keys.
-bool frmMain::NamesAreLegal() {
-  const std::optional<TextId> refusal = RefusalOfNames(platform_.codePage, Answers(), proposed_);
-  if (!refusal.has_value()) return true;
-  ShowMessage({*refusal, kStyleExclamation, platform_.strings.Text(*refusal), ""});
-  focus = *refusal == TextId::IllegalCompanyName ? &txtCompanyName : &txtApplicationName;
+std::optional<NameRefusal> frmMain::Refusal() const {
+  return RefusalOfNames(platform_.codePage, Answers(), proposed_);
+}
+
+void frmMain::Refuse(const NameRefusal& refusal) {
+  ShowMessage(MessageOf(platform_.strings, refusal));
+  focus = refusal.message == TextId::IllegalCompanyName ? &txtCompanyName : &txtApplicationName;
   view_->Refresh();
-  return false;
 }
 
 }  // namespace bxvbwiz

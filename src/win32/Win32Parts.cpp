@@ -72,7 +72,7 @@ std::unique_ptr<Process> Win32Processes::Start(const std::string& commandLine) {
   return std::make_unique<Win32Process>(started.hProcess);
 }
 
-std::optional<GuidBytes> Win32Guids::Create() {
+std::optional<GuidBytes> Win32Guids::Create(std::string_view /*place*/) {
   GUID guid;
   if (FAILED(CoCreateGuid(&guid))) return std::nullopt;
   GuidBytes bytes{};

@@ -37,7 +37,7 @@ class Win32Processes : public Processes {
 
 class Win32Guids : public Guids {
  public:
-  std::optional<GuidBytes> Create() override;
+  std::optional<GuidBytes> Create(std::string_view place) override;
 };
 
 class Win32Settings : public Settings {

@@ -8,6 +8,7 @@
 #include "support/basLogging.h"
 #include "support/basMisc.h"
 #include "support/Findings.h"
+#include "wizard/Demands.h"
 #include "wizard/ProductValues.h"
 
 namespace bxvbwiz {
@@ -48,6 +49,7 @@ void Generation::MakeSetupProject() {
   RenameAndPatchProjectFile();
   MakeFileGroups();
   analysis_.Audit(setup_.folder);
+  NoteDataAccess(analysis_, answers_.dataAccess);
   setup_.report = AssembleReport(platform_.strings, answers_.dataAccess, setup_.scriptDefinedVariables);
 }
 

@@ -1,20 +1,14 @@
 #include "wizard/PageDriver.h"
 
 #include "setupgen/Report.h"
+#include "wizard/Demands.h"
 #include "wizard/Generation.h"
 #include "wizard/Rebuild.h"
+#include "wizard/SetupPaths.h"
 
 namespace bxvbwiz {
 
-namespace {
-
-constexpr const char* kNext = "cmdNext_Click";
-constexpr const char* kBack = "cmdBack_Click";
-
-}  // namespace
-
 void PageDriver::LeavePage(std::int16_t panel) {
-  const CallStackEntry entry(kNext);
   switch (panel) {
     case kPanelWelcome:
       return LeaveWelcome();
@@ -48,22 +42,33 @@ void PageDriver::LeaveWelcome() {
 }
 
 void PageDriver::LeaveInformation() {
-  if (!form_.NamesAreLegal()) return;
+  if (const auto refusal = form_.Refusal()) return form_.Refuse(*refusal);
   form_.ShowPanel(kPanelSummary);
   form_.HidePanel(kPanelInformation);
   ChooseName();
 }
 
-void PageDriver::ChooseName() {
-  setupProjectName_ = ChooseSetupProjectName(core_.platform(), form_, form_.txtApplicationName.text);
+// False when the name cannot be used; the user is on the project-information page then.
+bool PageDriver::ChooseName() {
+  std::optional<NameRefusal> refusal = form_.Refusal();
+  if (!refusal) {
+    setupProjectName_ = ChooseSetupProjectName(core_.platform(), form_, form_.txtApplicationName.text);
+    refusal = RefusalOfLength(core_.platform(), *analysis_, setupProjectName_);
+  }
+  if (!refusal) return true;
+  setupProjectName_.clear();
+  form_.ShowPanel(kPanelInformation);
+  form_.HidePanel(kPanelSummary);
+  form_.Refuse(*refusal);
+  return false;
 }
 
 void PageDriver::Finish() {
   if (analysis_ == nullptr) return;
   // Without the project-information page the name has been neither checked nor chosen.
   if (setupProjectName_.empty()) {
-    if (!form_.NamesAreLegal()) return;
-    ChooseName();
+    if (!ChooseName()) return;
+    NoteInitialTexts(core_.platform().strings, *analysis_, form_.Answers());
   }
   form_.generating = true;
   form_.CheckDataAccess(analysis_->DataAccess());
@@ -84,7 +89,6 @@ void PageDriver::Finish() {
 }
 
 void PageDriver::GoBack(std::int16_t panel) {
-  const CallStackEntry entry(kBack);
   std::int16_t previous = 0;
   switch (panel) {
     case kPanelInformation:

@@ -22,7 +22,7 @@ class PageDriver : public WizardFlow {
   void LeaveWelcome();
   void LeaveInformation();
   void Finish();
-  void ChooseName();
+  bool ChooseName();
 
   WizardCore& core_;
   frmMain& form_;

@@ -201,8 +201,8 @@ TEST_F(ContractFiles, TheCurrentDirectoryFollowsTheLastChange) {
 }
 
 TEST_F(ContractFiles, GuidsAreRandom) {
-  const GuidBytes guid = platform_.guids.Create().value();
-  EXPECT_NE(guid, platform_.guids.Create());
+  const GuidBytes guid = platform_.guids.Create("a place").value();
+  EXPECT_NE(guid, platform_.guids.Create("a place"));
   EXPECT_EQ(guid[7] >> 4, 4) << "a random GUID has version 4";
   EXPECT_EQ(guid[8] >> 6, 2);
 }

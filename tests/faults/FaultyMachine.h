@@ -77,7 +77,7 @@ class FaultPlan : public CallHook {
 };
 
 struct CountedGuids : Guids {
-  std::optional<GuidBytes> Create() override { return GuidBytes{++last}; }
+  std::optional<GuidBytes> Create(std::string_view) override { return GuidBytes{++last}; }
   std::uint8_t last = 0;
 };
 

@@ -9,6 +9,14 @@ RunCase() {
   grep -a '^== ' "$result" | tail -n +3 >"$folder/changed" || true
   Expect "An analysis changes nothing" /dev/null "$folder/changed"
 
+  RunInFolder "${run[@]}"
+  mv "$machine" "$folder/once"
+  cp -R "$folder/as-it-was" "$machine"
+  RunInFolder "${run[@]}"
+  Expect "A run on a copy of the machine makes the same bytes" /dev/null <(diff -r "$folder/once" "$machine" 2>&1)
+  rm -r "$machine"
+  cp -R "$folder/as-it-was" "$machine"
+
   sed -i '1!{G;h;$!d}' "$machine"/drive_c/Src/*/*.vbp  # the lines after the first one, the last of them first
   RunInFolder "${run[@]}"
   Expect "The order of the project's lines changes no list of files" \
@@ -42,7 +50,8 @@ ListFiles() {  # ListFiles RESULT
   sed -n -e '/^== exit code/p' -e 's/^file[0-9]*=.*\\//p' "$1" | sort
 }
 
-# Prints a result without the number that sets a setup folder apart from those before it.
+# Prints a result without the number that sets a setup folder apart from those before it, and without the GUIDs, which
+# depend on the name.
 HideNumber() {  # HideNumber RESULT
-  sed -E '/^(== |InstallRoot=)/s#-[0-9]+(/|\.bxp|\r)#\1#g' "$1"
+  sed -E -e '/^(== |InstallRoot=)/s#-[0-9]+(/|\.bxp|\r)#\1#g' -e 's/^((Installation)?GUID=)[^\r]*/\1/' "$1"
 }

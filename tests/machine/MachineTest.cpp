@@ -6,6 +6,7 @@
 
 #include "machine/CommandLine.h"
 #include "machine/MachineFacts.h"
+#include "machine/NamedGuid.h"
 #include "TestMachine.h"
 
 namespace bxvbwiz {
@@ -130,6 +131,17 @@ TEST(MachineClock, AGivenTimeIsThePresentInUtc) {
 TEST(CommandLine, ArgumentsAreSplitAsProgramsOfWindowsSeeThem) {
   EXPECT_EQ(SplitArguments(" a\"b c\"d\t\"d\"\"e\" \"c\\\\\" \"open "),
             (std::vector<std::string>{"ab cd", "d\"e", "c\\", "open "}));
+}
+
+// The standard's own example, and a name that needs a second block.
+TEST(Machine, ANameGivesTheGuidOfTheStandard) {
+  const GuidBytes dns = {0x6B, 0xA7, 0xB8, 0x10, 0x9D, 0xAD, 0x11, 0xD1,
+                         0x80, 0xB4, 0x00, 0xC0, 0x4F, 0xD4, 0x30, 0xC8};
+  EXPECT_EQ(NamedGuid(dns, "www.example.com"), (GuidBytes{0x7D, 0x65, 0xD6, 0x2E, 0x27, 0xE9, 0x8B, 0x56,
+                                                          0x95, 0xE1, 0x26, 0x65, 0xA8, 0xAE, 0xA6, 0xA2}));
+  EXPECT_EQ(NamedGuid(dns, std::string(40, 'x')),
+            (GuidBytes{0x7A, 0xD5, 0x6F, 0xE5, 0x33, 0x76, 0x1D, 0x5E, 0x8F, 0x80, 0x70, 0xE0, 0x5A, 0xC4,
+                       0x13, 0xE5}));
 }
 
 }  // namespace

@@ -115,7 +115,7 @@ TEST_F(FileGroupTest, AnEntryIsFoundByItsExactValueBeforeTheFirstGap) {
 }
 
 struct NoGuids : Guids {
-  std::optional<GuidBytes> Create() override { return std::nullopt; }
+  std::optional<GuidBytes> Create(std::string_view) override { return std::nullopt; }
 };
 
 TEST_F(FileGroupTest, TheRuntimeComponentIsAddedOnceAndNeverWithoutAnIdentifier) {

@@ -53,7 +53,7 @@ TEST_F(LoggingTest, AnErrorIsLoggedWithTheStackRepeatedAfterRetryAndEndsTheWizar
     const CallStackEntry outer("Outer");
     const CallStackEntry entry("CFile:Step");
     RetryOrCancel("CFile:Step", [&] {
-      const CallStackEntry failing("Gone when the error is caught");
+      const CallStackEntry failing("CFile:Read");
       ++runs;
       CheckSystem(SystemError::FileNotFound, "C:\\x");
     });
@@ -67,8 +67,8 @@ TEST_F(LoggingTest, AnErrorIsLoggedWithTheStackRepeatedAfterRetryAndEndsTheWizar
   session().user = nullptr;
   EXPECT_THROW(ReportError("R", RuntimeError(9, "d", "s")), WizardEnded) << "without a user";
   const std::string report =
-      "Unexpected Error 53: File not found: C:\\x from Bx6vbwiz in CFile:Step\r\n"
-      "Call Stack:\r\n    Outer\r\n    CFile:Step\r\n";
+      "Unexpected Error 53: File not found: C:\\x from Bx6vbwiz in CFile:Read\r\n"
+      "Call Stack:\r\n    Outer\r\n    CFile:Step\r\n    CFile:Read\r\n";
   EXPECT_EQ(Stored("C:\\my.log"),
             report + report + "Unexpected Error 9: d from s in R\r\nCall stack is empty\r\n");
 }

@@ -1,3 +1,4 @@
+#include "platform/Forwarding.h"
 #include "WizardFixture.h"
 
 namespace bxvbwiz {
@@ -74,8 +75,32 @@ TEST_F(WizardTest, NamesThatCannotBeFoldersOrWrittenAreRefused) {
   }
   EXPECT_EQ(messagesFor("Console", "Other Inc."), std::vector<TextId>{TextId::IllegalCompanyName})
       << "only the proposal may keep its full stop";
+  EXPECT_EQ(messagesFor(std::string(230, 'x').c_str(), "Acme Inc."),
+            std::vector<TextId>{TextId::IllegalApplicationName});
+  EXPECT_TRUE(Form().fraPanel2.visible) << "the path of a file would be too long";
+  for (const char* reason :
+       {"\"a\\b\" has the character \"\\\".", "has the character \"U+0009\"", "reserves the name \"Lpt1\"",
+        "\"blank \" ends in a blank", "no character \"\u65E5\"", "has the character \".\".",
+        "x.bxp would be longer"}) {
+    EXPECT_NE(seen_.told.find(reason), std::string::npos) << reason << " in " << seen_.told;
+  }
   EXPECT_TRUE(messagesFor("Console", "Acme Inc.").empty());
   EXPECT_TRUE(Form().fraPanel3.visible);
+}
+
+TEST_F(WizardTest, ARefusedNameCanBeMendedWhenThePageWasSkipped) {
+  machine_.Write("drive_c/Src/App.vbp", "Type=Exe\nName=\"Nul\"\nExeName32=App.exe\nPath32=Release\\Final\n");
+  Start();
+  app_->ShowPage2 = false;
+  LeaveWelcome();
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_EQ(seen_.messages, std::vector<TextId>{TextId::IllegalApplicationName});
+  EXPECT_TRUE(Form().fraPanel2.visible);
+  EXPECT_FALSE(Form().fraPanel3.visible);
+  Form().txtApplicationName.text = "App";
+  Form().cmdNext_Click(kPanelInformation);
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_EQ(app_->ProjectFile(), "C:\\Setups\\App\\App.bxp");
 }
 
 TEST_F(WizardTest, AnIllegalKeyIsRefusedAndAnEmptyTextDisablesNext) {
@@ -231,6 +256,38 @@ TEST_F(WizardTest, ABadCommandLineIsReportedAndStopsNothing) {
   Start(StartMode::StandAlone, "/IABCD /iEFGH");  // answered with Cancel
   EXPECT_EQ(host_->Form(), nullptr);
   EXPECT_EQ(host_->gApplication, nullptr);
+}
+
+struct NoWindowsFolder : ForwardingFacts {
+  using ForwardingFacts::ForwardingFacts;
+  std::string WindowsDirectory(std::size_t) override { return ""; }
+};
+
+struct NoFileLists : ForwardingProfileStrings {
+  using ForwardingProfileStrings::ForwardingProfileStrings;
+  ProfileStrings& For(const std::string& file) override {
+    if (file.find("Program Files.fgl") != std::string::npos) throw RuntimeError(kErrorOutOfMemory, "");
+    return ForwardingProfileStrings::For(file);
+  }
+};
+
+TEST_F(WizardTest, WhatTheSystemDoesNotGiveIsFound) {
+  constexpr std::size_t kAnySize = 260;
+  Platform& whole = machine_.platform();
+  NoWindowsFolder facts(whole.facts, NoHook());
+  NoFileLists lists(whole.profiles, NoHook());
+  Platform less = WithParts(whole, facts, lists);
+  Start(StartMode::Automation, "", &less);
+  LeaveWelcome();
+  {
+    const SessionScope scope(core_->session());
+    core_->platform().facts.WindowsDirectory(kAnySize);
+  }
+  Form().cmdNext_Click(kPanelInformation);
+  Form().cmdNext_Click(kPanelSummary);
+  for (const char* text :
+       {"The system did not name its Windows folder.", "could not be entered into its file group"})
+    EXPECT_NE(Form().txtReport.text.find(text), std::string::npos) << text;
 }
 
 }  // namespace

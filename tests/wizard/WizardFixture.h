@@ -70,9 +70,10 @@ class WizardTest : public testing::Test {
     machine_.Write("drive_c/Src/Release/Final/App.exe", "MZ");
   }
 
-  void Start(StartMode mode = StartMode::Automation, const std::string& commandLine = "") {
+  void Start(StartMode mode = StartMode::Automation, const std::string& commandLine = "",
+             Platform* platform = nullptr) {
     host_.reset();
-    core_ = std::make_unique<WizardCore>(machine_.platform(), mode);
+    core_ = std::make_unique<WizardCore>(platform == nullptr ? machine_.platform() : *platform, mode);
     host_ = std::make_unique<FormHost>(*core_, [this](frmMain& form) { return MakeView(form); });
     SubMain(*host_, commandLine);
     if (mode == StartMode::Automation) app_ = std::make_unique<Application>(*host_);
