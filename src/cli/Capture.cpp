@@ -35,7 +35,7 @@ class TemporaryFolder {
 
 class CapturingComputer : public Computer {
  public:
-  CapturingComputer(Computer& source, const std::string& folder)
+  CapturingComputer(Computer& source, const std::string& folder, bool isOfMachineFolder)
       : source_(source),
         captured_(fs::u8path(folder), source.platform()),
         scratch_(scratchFolder_.Path(), source.platform()),
@@ -44,10 +44,14 @@ class CapturingComputer : public Computer {
         files_(source.platform().files, scratch_, notes_),
         profiles_(source.platform().profiles, files_, scratch_.platform().profiles, notes_),
         // With the settings of the log, which belong to this machine.
-        platform_(WithParts(source.platform(), registry_, files_, profiles_)) {}
+        platform_(WithParts(source.platform(), registry_, files_, profiles_)),
+        makesFolders_(isOfMachineFolder) {}
 
   Platform& platform() override { return platform_; }
   std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
+  void MakeFolder(const std::string& path) override {
+    if (makesFolders_) files_.MakeFolder(path);
+  }
   std::string HostPath(const std::string&) override { return {}; }  // the setup project is thrown away
   void Save() override {
     source_.Save();
@@ -69,13 +73,14 @@ class CapturingComputer : public Computer {
   ScratchFiles files_;
   ScratchProfileStrings profiles_;
   Platform platform_;
+  bool makesFolders_;
 };
 
 }  // namespace
 
 int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   try {
-    CapturingComputer capturing(computer, options.captureTo);
+    CapturingComputer capturing(computer, options.captureTo, !options.machine.empty());
     const int code = run(options, capturing);
     const CapturedMachine& captured = capturing.Captured();
     for (const std::string& path : captured.NotCaptured())

@@ -27,6 +27,8 @@ struct Options {
   std::string project;
   std::string name;     // what explain explains
   std::string machine;  // empty: this computer
+  // Folders of this computer that stand for drives of the machine, by letter in upper case.
+  std::map<char, std::string> drives;
   std::optional<std::string> appName;
   std::optional<std::string> company;
   std::optional<std::string> appType;
