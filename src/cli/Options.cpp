@@ -218,6 +218,9 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
                    "Files, and folders with all below, in the machine folder's drives")
       ->check(RefuseEmpty)
       ->required();
+  CLI::App* check = machine->add_subcommand("check", "Say what a run on a machine folder would trip over");
+  check->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
+  AddDriveOption(*check, more);
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
   std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
   try {
@@ -233,8 +236,9 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     KeepError(arguments, error.what(), options);
     return kExitUsage;
   }
-  options.command =
-      enter->parsed() ? Command::MachineRegister : CommandNamed(app.get_subcommands().front()->get_name());
+  options.command = enter->parsed()   ? Command::MachineRegister
+                    : check->parsed() ? Command::MachineCheck
+                                      : CommandNamed(app.get_subcommands().front()->get_name());
   return std::nullopt;
 }
 
