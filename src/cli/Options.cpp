@@ -188,7 +188,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
       "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
   CLI::App* inspect =
       app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
-  CLI::App* machine = app.add_subcommand("machine", "Make machine folders");
+  CLI::App* machine = app.add_subcommand("machine", "Make, fill and check machine folders");
   AddWizardOptions(*analyse, options, more);
   AddWizardOptions(*generate, options, more);
   AddWizardOptions(*explain, options, more);

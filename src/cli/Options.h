@@ -16,7 +16,17 @@ constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine fol
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
 constexpr int kExitIncomplete = 4;   // --strict: there is an error or a warning
 
-enum class Command { None, Analyse, Generate, Explain, Capture, Inspect, MachineNew, MachineRegister, MachineCheck };
+enum class Command {
+  None,
+  Analyse,
+  Generate,
+  Explain,
+  Capture,
+  Inspect,
+  MachineNew,
+  MachineRegister,
+  MachineCheck
+};
 
 // As the user writes it; empty for none.
 const char* NameOf(Command command);
