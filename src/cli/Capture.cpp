@@ -13,16 +13,20 @@ namespace fs = std::filesystem;
 
 class CapturingComputer : public Computer {
  public:
-  CapturingComputer(Computer& source, const std::string& folder)
+  CapturingComputer(Computer& source, const std::string& folder, bool isOfMachineFolder)
       : source_(source),
         captured_(fs::u8path(folder), source.platform()),
         notes_(source.platform(), captured_),
         scratch_(source, notes_),
         registry_(source.platform().registry, notes_),
-        platform_(WithParts(scratch_.platform(), registry_)) {}
+        platform_(WithParts(scratch_.platform(), registry_)),
+        makesFolders_(isOfMachineFolder) {}
 
   Platform& platform() override { return platform_; }
   std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
+  void MakeFolder(const std::string& path) override {
+    if (makesFolders_) scratch_.MakeFolder(path);
+  }
   std::string HostPath(const std::string& path) override { return scratch_.HostPath(path); }
   void Save() override {
     source_.Save();
@@ -42,13 +46,14 @@ class CapturingComputer : public Computer {
   ScratchComputer scratch_;
   ForwardingRegistry registry_;
   Platform platform_;
+  bool makesFolders_;
 };
 
 }  // namespace
 
 int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   try {
-    CapturingComputer capturing(computer, options.captureTo);
+    CapturingComputer capturing(computer, options.captureTo, !options.machine.empty());
     const int code = run(options, capturing);
     const CapturedMachine& captured = capturing.Captured();
     for (const std::string& path : captured.NotCaptured())

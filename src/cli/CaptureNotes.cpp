@@ -2,6 +2,11 @@
 
 #include <algorithm>
 
+#include "project/basGlobal.h"
+#include "support/basFile.h"
+#include "sysinfo/Key.h"
+#include "text/Text.h"
+
 namespace bxvbwiz {
 namespace {
 
@@ -70,6 +75,9 @@ void CaptureNotes::NoteList(const SeamCall& call) {
   const std::string folder = FolderOf(Full(call.subject));
   std::vector<FoundFile> found;
   source_.files.Find(std::string(call.subject), found);
+  // An old setup project only keeps its name from a new one.
+  if (!found.empty() && call.subject.find('*') != std::string_view::npos && IsOldSetupProject(folder))
+    return captured_.AddFolder(folder);
   for (const FoundFile& file : found) {
     const std::string path = folder + "\\" + file.name;
     if (file.name == "." || file.name == "..") {
@@ -81,6 +89,17 @@ void CaptureNotes::NoteList(const SeamCall& call) {
       if ((file.attributes & kAttributeReadOnly) != 0) captured_.AddReadOnly(path);
     }
   }
+}
+
+// Whether a folder lies in the data folder, as the setup projects do.
+bool CaptureNotes::IsOldSetupProject(const std::string& folder) {
+  if (!dataFolder_) {
+    const auto main = Key::Root(source_.registry, RegConstants::HKeyCurrentUser);
+    const auto key = main->OpenSubKeyForReading(kBorvexMainKey);
+    const auto value = key == nullptr ? nullptr : key->Values().Item(std::string("DataFile"));
+    dataFolder_ = value == nullptr ? "" : Full(FixPath(value->Text()));
+  }
+  return EqualsIgnoreCase(FixPath(FolderOf(folder)), *dataFolder_);
 }
 
 void CaptureNotes::NoteContent(const SeamCall& call) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "cli/CapturedMachine.h"
@@ -30,11 +32,13 @@ class CaptureNotes : public CallHook {
   void NoteProfile(const SeamCall& call);
   void NoteFound(const SeamCall& call);
   void NoteFolder(const SeamCall& call);
+  bool IsOldSetupProject(const std::string& folder);
   void TakeContent(const std::string& path);
   std::string Full(std::string_view path);
 
   Platform& source_;
   CapturedMachine& captured_;
+  std::optional<std::string> dataFolder_;  // once it was asked for, with a backslash at its end
 };
 
 }  // namespace bxvbwiz

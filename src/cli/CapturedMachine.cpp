@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <fstream>
 
+#include "support/basFile.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -34,7 +35,8 @@ std::string IniOf(Platform& source) {
 
 }  // namespace
 
-CapturedMachine::CapturedMachine(const fs::path& folder, Platform& source) {
+CapturedMachine::CapturedMachine(const fs::path& folder, Platform& source)
+    : folder_(folder), ini_(IniOf(source)) {
   std::error_code error;
   const std::string name = folder.u8string();
   if (fs::exists(folder, error) && (!fs::is_directory(folder, error) || !fs::is_empty(folder, error))) {
@@ -42,27 +44,28 @@ CapturedMachine::CapturedMachine(const fs::path& folder, Platform& source) {
   }
   fs::create_directories(folder, error);
   if (error) throw MachineError(name + ": cannot be made: " + error.message());
-  WriteText(folder / "machine.ini", IniOf(source));
+  WriteText(folder / "machine.ini", ini_);
   WriteText(folder / "registry.reg", "REGEDIT4\r\n");
-  for (const std::string& path :
-       {source.facts.WindowsDirectory(kPathBuffer), source.facts.SystemDirectory(kPathBuffer)}) {
-    if (!path.empty()) fs::create_directory(folder / ("drive_" + LowerCase(path.substr(0, 1))), error);
-  }
   machine_ = std::make_unique<Machine>(name);
   AddFolder(source.facts.SystemDirectory(kPathBuffer));
   AddFolder(source.facts.WindowsDirectory(kPathBuffer));
 }
 
 void CapturedMachine::AddFolder(const std::string& path) {
-  std::size_t end = path.find('\\');
-  if (end != 2) return;  // no drive
+  if (StartsWith(path, "\\\\")) AddShare(path);
+  if (!path.empty()) machine_->MakeFolder(path);
+}
+
+// A share is a folder of the captured machine that machine.ini names.
+void CapturedMachine::AddShare(const std::string& path) {
+  std::int16_t position = 0;
+  const std::string share = SplitPathRoot(path, position);
+  if (share.find('\\', 2) == std::string::npos || !shares_.insert(UpperCase(share)).second) return;
+  const std::string name = "share_" + std::to_string(shares_.size());
   std::error_code ignored;
-  const std::string drive = machine_->HostPath(path.substr(0, 3));
-  if (!drive.empty()) fs::create_directory(fs::u8path(drive), ignored);
-  while (end != std::string::npos) {
-    end = path.find('\\', end + 1);
-    platform().files.MakeDirectory(path.substr(0, end));
-  }
+  fs::create_directory(folder_ / name, ignored);
+  machine_->AddShare(share, (folder_ / name).u8string());
+  ini_ += (shares_.size() == 1 ? "[Shares]\r\n" : "") + share + "=" + name + "\r\n";
 }
 
 void CapturedMachine::AddName(const std::string& path) {
@@ -90,6 +93,7 @@ void CapturedMachine::Write(const std::string& path, std::string_view bytes, Hel
 void CapturedMachine::Save() {
   for (const std::string& path : readOnly_) platform().files.SetAttributes(path, kAttributeReadOnly);
   machine_->Save();
+  if (!shares_.empty()) WriteText(folder_ / "machine.ini", ini_);
 }
 
 }  // namespace bxvbwiz

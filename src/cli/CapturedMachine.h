@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,7 +25,7 @@ class CapturedMachine {
   CapturedMachine(const std::filesystem::path& folder, Platform& source);
 
   Platform& platform() { return machine_->platform(); }
-  // Adds a folder, with those above it.
+  // Adds a folder, with those above it and its drive or share.
   void AddFolder(const std::string& path);
   // Adds an empty file in place of one whose content was not read.
   void AddName(const std::string& path);
@@ -36,13 +37,17 @@ class CapturedMachine {
   // Stores everything. Throws MachineError.
   void Save();
   std::size_t FileCount() const { return files_.size(); }
-  // Files that could not be captured (on a network path, or because the disk is full), each once.
+  // Files that could not be captured, because their path is none or the disk is full, each once.
   const std::vector<std::string>& NotCaptured() const { return notCaptured_; }
 
  private:
   enum class Held { Name, Content, Nothing };
   void Write(const std::string& path, std::string_view bytes, Held held);
+  void AddShare(const std::string& path);
 
+  std::filesystem::path folder_;
+  std::string ini_;
+  std::set<std::string> shares_;  // in upper case
   std::unique_ptr<Machine> machine_;
   std::map<std::string, Held> files_;  // by path in upper case
   std::vector<std::string> readOnly_;

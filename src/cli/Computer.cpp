@@ -16,7 +16,7 @@ bool IsWindowsPath(const std::string& path) {
 
 class MachineFolder : public Computer {
  public:
-  explicit MachineFolder(const std::string& folder) : machine_(folder) {
+  MachineFolder(const std::string& folder, const Machine::Drives& drives) : machine_(folder, drives) {
     machine_.RequireSystemFolders();
     if (const std::size_t skipped = machine_.SkippedRegistryValues(); skipped > 0) {
       std::cerr << "bxvbwiz: " << skipped << " values of registry.reg could not be read and were left out.\n";
@@ -25,12 +25,13 @@ class MachineFolder : public Computer {
 
   Platform& platform() override { return machine_.platform(); }
   std::string ProjectPath(const std::string& project) override {
-    // On Windows both kinds of path look alike. One inside the folder is a path of this computer.
+    // On Windows both kinds of path look alike. One inside a drive is a path of this computer.
     std::error_code ignored;
     const std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(project), ignored);
     const std::string inside = machine_.WindowsPath(full.lexically_normal().u8string());
     return inside.empty() && IsWindowsPath(project) ? project : inside;
   }
+  void MakeFolder(const std::string& windowsPath) override { machine_.MakeFolder(windowsPath); }
   std::string HostPath(const std::string& windowsPath) override { return machine_.HostPath(windowsPath); }
   void Save() override { machine_.Save(); }
   std::vector<Finding> Found() const override {
@@ -47,8 +48,9 @@ class MachineFolder : public Computer {
 
 }  // namespace
 
-std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder) {
-  return std::make_unique<MachineFolder>(folder);
+std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder,
+                                            const std::map<char, std::string>& drives) {
+  return std::make_unique<MachineFolder>(folder, drives);
 }
 
 }  // namespace bxvbwiz

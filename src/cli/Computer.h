@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ class Computer {
   // The project's path on the machine, from a Windows path there or a path of this computer; empty when it is
   // not on the machine.
   virtual std::string ProjectPath(const std::string& project) = 0;
+  // Makes a folder that a run needs and version control drops when it is empty. A real machine stays as it
+  // is.
+  virtual void MakeFolder(const std::string& windowsPath) = 0;
   // The path on this computer of a Windows path of the machine.
   virtual std::string HostPath(const std::string& windowsPath) = 0;
   // Stores what a run changed. Throws MachineError.
@@ -34,8 +38,10 @@ class Computer {
 // Runs the wizard on a computer and gives the exit code.
 using WizardRun = std::function<int(const Options&, Computer&)>;
 
-// Opens a machine folder and reports what is odd in it on standard error. Throws MachineError.
-std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder);
+// Opens a machine folder and reports what is odd in it on standard error. `drives` are folders of this
+// computer that stand for drives. Throws MachineError.
+std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder,
+                                            const std::map<char, std::string>& drives);
 
 // Null when this computer does not run Windows. Each system has its own implementation.
 std::unique_ptr<Computer> OpenThisComputer();

@@ -4,8 +4,10 @@
 #include <fstream>
 #include <iostream>
 #include <string_view>
+#include <vector>
 
 #include "cli/Options.h"
+#include "sysinfo/WindowsFiles.h"
 
 namespace bxvbwiz {
 namespace {
@@ -36,6 +38,12 @@ System=C:\WINDOWS\system32
 ; A program's path on the machine = a program of this computer that is run in its place,
 ; relative to this folder, for example a compiler for the rebuild:
 ; C:\Program Files\Microsoft Visual Studio\VB98\VB6.EXE=compile.sh
+; A drive = the folder of this computer that stands for it, for example a checkout:
+; [Drives]
+; P=/builds/checkout
+; A network share = likewise:
+; [Shares]
+; \\server\share=/mnt/share
 )";
 
 constexpr std::string_view kRegistry = R"(REGEDIT4
@@ -60,36 +68,12 @@ constexpr std::string_view kRegistry = R"(REGEDIT4
 
 [HKEY_CLASSES_ROOT\VisualBasic.Project\shell\Make\command]
 @="\"C:\\Program Files\\Microsoft Visual Studio\\VB98\\VB6.EXE\" /make \"%1\""
-)";
 
-// Parts of Windows itself, which no setup may install, and of the Visual Basic runtime, which has its own
-// component.
-constexpr std::string_view kSystemFiles = R"([System]
-1File=KERNEL32.DLL
-2File=USER32.DLL
-3File=GDI32.DLL
-4File=ADVAPI32.DLL
-5File=OLE32.DLL
-6File=OLEAUT32.DLL
-7File=SHELL32.DLL
-8File=COMCTL32.DLL
-9File=COMDLG32.DLL
-10File=MSVCRT.DLL
-11File=NTDLL.DLL
-12File=RPCRT4.DLL
-13File=VERSION.DLL
-14File=WINSPOOL.DRV
-15File=WINMM.DLL
-16File=WS2_32.DLL
-17File=WSOCK32.DLL
-18File=MPR.DLL
-19File=SHLWAPI.DLL
-20File=IMM32.DLL
-21File=MSVBVM50.DLL
-22File=MSVBVM60.DLL
-23File=STDOLE2.TLB
-24File=OLEPRO32.DLL
-25File=ASYCFILT.DLL
+[HKEY_CLASSES_ROOT\TypeLib\{00020430-0000-0000-C000-000000000046}\2.0]
+@="OLE Automation"
+
+[HKEY_CLASSES_ROOT\TypeLib\{00020430-0000-0000-C000-000000000046}\2.0\0\win32]
+@="C:\\WINDOWS\\system32\\stdole2.tlb"
 )";
 
 constexpr std::string_view kProject = R"([Data]
@@ -128,7 +112,6 @@ constexpr std::string_view kScript = "The setup script: write what your setup do
 constexpr TemplateFile kFiles[] = {
     {"machine.ini", kMachineIni},
     {"registry.reg", kRegistry},
-    {BXVBWIZ_PRODUCT "VBWiz/VBWizDep.ini", kSystemFiles},
     {BXVBWIZ_PRODUCT "Redistributable/Compressed Files/Language Independent/OS Independent/corecomp.ini",
      "[Win32]\n"},
     {BXVBWIZ_TEMPLATE "Setup.bxp", kProject},
@@ -140,20 +123,33 @@ constexpr TemplateFile kFiles[] = {
     {BXVBWIZ_TEMPLATE "Shell Objects/Default.shl", kData},
     {BXVBWIZ_TEMPLATE "String Tables/0009-English/value.shl", kStringTable},
     {BXVBWIZ_TEMPLATE "Text Substitutions/Setup.tsb", kData},
-    // Only its name is used: it gives the version of Visual Basic.
+    // Only the names of these are used: one gives the version of Visual Basic, every project refers to the
+    // other.
     {"drive_c/Program Files/Microsoft Visual Studio/VB98/VB6.EXE", ""},
+    {"drive_c/WINDOWS/system32/stdole2.tlb", ""},
 };
+
+constexpr const char* kSystemFileList = BXVBWIZ_PRODUCT "VBWiz/VBWizDep.ini";
 
 #undef BXVBWIZ_TEMPLATE
 #undef BXVBWIZ_PRODUCT
 
 constexpr const char* kFolderPaths[] = {
-    "drive_c/WINDOWS/system32",
     "drive_c/Program Files/Common Files/System",
     "drive_c/Program Files/Borvex/Links",
     "drive_c/Program Files/Microsoft Visual Studio/VB98/Wizards/PDWizard/Redist",
     "drive_c/My Setups",
 };
+
+std::string SystemFileList() {
+  std::string text = "[System]\n";
+  int number = 0;
+  for (const WindowsFile& file : kWindowsFiles) {
+    if (file.use == WindowsFileUse::Never)
+      text.append(std::to_string(++number)).append("File=").append(file.name).append("\n");
+  }
+  return text;
+}
 
 // False when the file cannot be written completely.
 bool WriteWithWindowsLines(const fs::path& path, std::string_view text) {
@@ -184,7 +180,10 @@ int MakeMachine(const std::string& folder) {
     if (!fs::create_directories(made, error) && error)
       return Refuse(made.u8string(), error.message(), kExitNotFinished);
   }
-  for (const TemplateFile& file : kFiles) {
+  const std::string systemFiles = SystemFileList();
+  std::vector<TemplateFile> files(std::begin(kFiles), std::end(kFiles));
+  files.push_back({kSystemFileList, systemFiles});
+  for (const TemplateFile& file : files) {
     const fs::path path = root / file.path;
     fs::create_directories(path.parent_path(), error);
     if (!WriteWithWindowsLines(path, file.text))

@@ -10,6 +10,7 @@
 #include "machine/PartlyReadFile.h"
 #include "project/TypeLibraryFile.h"
 #include "support/basFile.h"
+#include "support/basStr.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -65,8 +66,8 @@ class RegistryText {
 
 class Registration {
  public:
-  explicit Registration(const std::string& folder)
-      : machine_(folder), registry_(machine_.platform().registry) {}
+  Registration(const std::string& folder, const Machine::Drives& drives)
+      : machineFolder_(folder), machine_(folder, drives), registry_(machine_.platform().registry) {}
 
   // Throws MachineError when the registry cannot be written.
   int Run(const std::vector<std::string>& paths) {
@@ -108,7 +109,8 @@ class Registration {
     for (std::string& file : found) {
       const std::string windowsPath = machine_.WindowsPath(file);
       if (windowsPath.empty()) {
-        Complain(path, "lies in no drive of the machine folder");
+        std::cerr << "bxvbwiz: "
+                  << TokenReplace(CompiledText(TextId::OutsideTheDrives), {path, machineFolder_}) << '\n';
         return false;
       }
       components.push_back({std::move(file), windowsPath, isNamed});
@@ -148,6 +150,7 @@ class Registration {
       std::cout << "  in the place of " << before << '\n';
   }
 
+  const std::string& machineFolder_;
   Machine machine_;
   RegistryText registry_;
   int libraries_ = 0;
@@ -157,7 +160,7 @@ class Registration {
 
 int RegisterComponents(const Options& options) {
   try {
-    return Registration(options.machine).Run(options.components);
+    return Registration(options.machine, options.drives).Run(options.components);
   } catch (const MachineError& error) {
     Complain(options.machine, error.what());
     return kExitUsage;

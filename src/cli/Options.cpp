@@ -84,22 +84,33 @@ void KeepError(const std::vector<std::string>& arguments, const std::string& err
   options.command = arguments.empty() ? Command::None : CommandNamed(arguments.back());
 }
 
-// The options that the commands share that analyse a project.
+// The options that several commands share, before they are checked.
 struct WizardOptions {
+  std::vector<std::string> drives;
   std::vector<std::string> answers;
   bool yes = false;
   bool no = false;
 };
 
+void AddDriveOption(CLI::App& command, WizardOptions& more) {
+  command
+      .add_option("--drive", more.drives,
+                  "A drive of the machine folder that is a folder of this computer (repeatable)")
+      ->type_name("X=DIR")
+      ->allow_extra_args(false);
+}
+
 void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) {
   command
       .add_option(
           "PROJECT", options.project,
-          "The .vbp file: a Windows path on that machine, or a path of this computer in the machine folder")
+          "The .vbp file: a Windows path on that machine, or a path of this computer in one of its drives")
       ->check(RefuseEmpty)
       ->required();
-  command.add_option("--machine", options.machine,
-                     "The machine folder to work on (default: $BXVBWIZ_MACHINE)");
+  command
+      .add_option("--machine", options.machine, "The machine folder to work on (default: $BXVBWIZ_MACHINE)")
+      ->check(RefuseEmpty);
+  AddDriveOption(command, more);
   command.add_option("--app-name", options.appName, "The application name")->check(CheckLine);
   command.add_option("--company", options.company, "The company name")->check(CheckLine);
   command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
@@ -123,6 +134,16 @@ void RefuseEmptyTexts(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) {
     if (StartsWith(argument, "--") && argument.find('=') == argument.size() - 1)
       throw CLI::ValidationError(argument.substr(0, argument.size() - 1), "the text is empty");
+  }
+}
+
+void TakeDrives(const WizardOptions& more, Options& options) {
+  for (const std::string& text : more.drives) {
+    const char letter = UpperCase(text).substr(0, 1).c_str()[0];
+    if (letter < 'A' || letter > 'Z' || text.substr(1, 1) != "=" || text.size() < 3)
+      throw CLI::ValidationError("--drive", "'" + text + "' is not a drive's letter, '=' and a folder");
+    if (!options.drives.emplace(letter, text.substr(2)).second)
+      throw CLI::ValidationError("--drive", std::string("drive ") + letter + " is given twice");
   }
 }
 
@@ -168,7 +189,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
       "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
   CLI::App* inspect =
       app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
-  CLI::App* machine = app.add_subcommand("machine", "Make machine folders");
+  CLI::App* machine = app.add_subcommand("machine", "Make, fill and check machine folders");
   AddWizardOptions(*analyse, options, more);
   AddWizardOptions(*generate, options, more);
   AddWizardOptions(*explain, options, more);
@@ -180,6 +201,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   AddWizardOptions(*capture, options, more);
   capture->add_option("--to", options.captureTo, "The folder to create; it must be new or empty")
       ->type_name("DIR")
+      ->check(RefuseEmpty)
       ->required();
   CLI::App* check = app.add_subcommand(
       "check", "Compare a setup project with what generate would make now; writes nothing");
@@ -193,20 +215,28 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   machine->require_subcommand(1);
   machine->add_subcommand("new", "Make a machine folder with default contents")
       ->add_option("DIR", options.newMachine, "The folder to create; it must be new or empty")
+      ->check(RefuseEmpty)
       ->required();
   CLI::App* enter = machine->add_subcommand(
       "register", "Enter the type libraries of files into the registry of a machine folder");
-  enter->add_option("DIR", options.machine, "The machine folder")->required();
+  enter->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
+  AddDriveOption(*enter, more);
   enter
       ->add_option("PATH", options.components,
                    "Files, and folders with all below, in the machine folder's drives")
+      ->check(RefuseEmpty)
       ->required();
+  CLI::App* checkMachine =
+      machine->add_subcommand("check", "Say what a run on a machine folder would trip over");
+  checkMachine->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
+  AddDriveOption(*checkMachine, more);
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
   std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
   try {
     RefuseEmptyTexts(arguments);
     app.parse(std::vector<std::string>(arguments));
     TakeAnswers(more, options);
+    TakeDrives(more, options);
     // Not by the parser, which would let the variable overrule one command's option with another's.
     const char* const variable = std::getenv("BXVBWIZ_MACHINE");
     if (options.machine.empty() && variable != nullptr) options.machine = variable;
@@ -215,8 +245,9 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     KeepError(arguments, error.what(), options);
     return kExitUsage;
   }
-  options.command =
-      enter->parsed() ? Command::MachineRegister : CommandNamed(app.get_subcommands().front()->get_name());
+  options.command = enter->parsed()          ? Command::MachineRegister
+                    : checkMachine->parsed() ? Command::MachineCheck
+                                             : CommandNamed(app.get_subcommands().front()->get_name());
   return std::nullopt;
 }
 

@@ -16,7 +16,18 @@ constexpr int kExitUsage = 2;        // wrong usage or an unreadable machine fol
 constexpr int kExitProject = 3;      // the project cannot be read or is of a kind that cannot be packaged
 constexpr int kExitIncomplete = 4;   // --strict: there is an error or a warning; check: the setup differs
 
-enum class Command { None, Analyse, Generate, Explain, Check, Capture, Inspect, MachineNew, MachineRegister };
+enum class Command {
+  None,
+  Analyse,
+  Generate,
+  Explain,
+  Check,
+  Capture,
+  Inspect,
+  MachineNew,
+  MachineRegister,
+  MachineCheck
+};
 
 // As the user writes it; empty for none.
 const char* NameOf(Command command);
@@ -27,6 +38,8 @@ struct Options {
   std::string project;
   std::string name;     // what explain explains
   std::string machine;  // empty: this computer
+  // Folders of this computer that stand for drives of the machine, by letter in upper case.
+  std::map<char, std::string> drives;
   std::optional<std::string> appName;
   std::optional<std::string> company;
   std::optional<std::string> appType;

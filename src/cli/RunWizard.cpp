@@ -13,8 +13,10 @@
 #include "machine/Machine.h"
 #include "setupgen/Destinations.h"
 #include "support/basFile.h"
+#include "support/basStr.h"
 #include "text/Text.h"
 #include "wizard/Demands.h"
+#include "wizard/ProductValues.h"
 #include "wizard/Rebuild.h"
 #include "wizard/SetupPaths.h"
 
@@ -181,6 +183,7 @@ class Run {
 
   bool Generate() {
     NoteInitialTexts(core_.platform().strings, *outcome_.analysis, Ungiven(answers_));
+    computer_.MakeFolder(DataFolder(core_.platform(), user_));
     answers_.dataAccess = outcome_.analysis->DataAccess();
     Generation generation(core_.platform(), core_.global(), user_, *outcome_.analysis, answers_, name_,
                           outcome_.setup);
@@ -329,15 +332,18 @@ void Show(const Options& options, const Outcome& outcome, const StringTable& str
 std::unique_ptr<Computer> OpenComputer(const Options& options, Outcome& outcome) {
   if (!options.machine.empty()) {
     try {
-      return OpenMachineFolder(options.machine);
+      return OpenMachineFolder(options.machine, options.drives);
     } catch (const MachineError& error) {
       Tell(outcome, error.what());
       return nullptr;
     }
   }
-  std::unique_ptr<Computer> computer = OpenThisComputer();
-  if (computer == nullptr)
+  std::unique_ptr<Computer> computer = options.drives.empty() ? OpenThisComputer() : nullptr;
+  if (!options.drives.empty()) {
+    Tell(outcome, CompiledText(TextId::DriveNeedsMachine));
+  } else if (computer == nullptr) {
     Tell(outcome, "not running on Windows: give a machine folder with --machine DIR or BXVBWIZ_MACHINE");
+  }
   return computer;
 }
 
@@ -365,7 +371,7 @@ int RunWizardOn(const Options& options, Computer& computer) {
   const std::string project = computer.ProjectPath(options.project);
   if (project.empty()) {
     Outcome outcome;
-    Tell(outcome, options.project + " lies outside the drives of the machine folder " + options.machine);
+    Tell(outcome, TokenReplace(strings.Text(TextId::OutsideTheDrives), {options.project, options.machine}));
     Show(options, outcome, strings, kExitProject);
     return kExitProject;
   }

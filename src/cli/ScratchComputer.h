@@ -36,6 +36,7 @@ class ScratchComputer : public Computer {
 
   Platform& platform() override { return platform_; }
   std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
+  void MakeFolder(const std::string& path) override { files_.MakeFolder(path); }
   std::string HostPath(const std::string&) override { return {}; }  // the setup project is thrown away
   void Save() override {}
 

@@ -52,6 +52,14 @@ SystemError ScratchFiles::MakeDirectory(const std::string& path) {
   return Scratch().MakeDirectory(full);
 }
 
+void ScratchFiles::MakeFolder(const std::string& path) {
+  const std::string full = Full(path.back() == '\\' ? FolderOf(path) : path);
+  std::vector<FoundFile> found;
+  if (IsMade(full) || Find(full, found) == SystemError::Success) return;
+  scratch_.AddFolder(full);
+  made_.push_back(UpperCase(full));
+}
+
 std::vector<std::string> ScratchProfileStrings::Flush() {
   std::vector<std::string> files = ForwardingProfileStrings::Flush();
   for (std::string& file : scratch_.Flush()) files.push_back(std::move(file));

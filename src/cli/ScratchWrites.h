@@ -21,6 +21,8 @@ class ScratchFiles : public ForwardingFileSystem {
     for (std::size_t i = 0; i < names.size(); ++i) done(i, Copy(source + names[i], target + names[i]));
   }
   SystemError MakeDirectory(const std::string& path) override;
+  // Makes a folder that is missing, with those above it.
+  void MakeFolder(const std::string& path);
 
   // Whether the run made the folder that the path lies in, so that it is on the scratch machine.
   bool IsMade(const std::string& path);

@@ -3,6 +3,7 @@
 
 #include "cli/Inspect.h"
 #include "cli/JsonOutput.h"
+#include "cli/MachineCheck.h"
 #include "cli/MachineNew.h"
 #include "cli/MachineRegister.h"
 #include "cli/Options.h"
@@ -24,6 +25,8 @@ int Run(std::vector<std::string> arguments) {
       return bxvbwiz::MakeMachine(options.newMachine);
     case bxvbwiz::Command::MachineRegister:
       return bxvbwiz::RegisterComponents(options);
+    case bxvbwiz::Command::MachineCheck:
+      return bxvbwiz::CheckMachine(options);
     default:
       return bxvbwiz::RunWizard(options);
   }

@@ -17,13 +17,29 @@ bool IsSameFolder(const host::FileStatus& left, const host::FileStatus& right) {
 
 }  // namespace
 
-std::string DriveTree::DriveFolder(char drive) const {
-  return machineFolder_ + std::string(kDrivePrefix) + LowerCase(std::string_view(&drive, 1));
+// Empty for a share that no folder stands for.
+std::string DriveTree::DriveFolder(std::string_view rootKey) const {
+  const auto mapped = mapped_.find(rootKey);
+  if (mapped != mapped_.end()) return mapped->second.folder;
+  if (StartsWith(rootKey, "\\")) return {};
+  return machineFolder_ + std::string(kDrivePrefix) + LowerCase(rootKey.substr(0, 1));
 }
 
-bool DriveTree::IsInside(const std::string& hostPath) const {
-  return StartsWith(hostPath, machineFolder_) && hostPath.size() > machineFolder_.size() &&
-         (hostPath[machineFolder_.size()] == '/' || machineFolder_ == "/");
+// The folder that no link below may lead out of.
+const std::string& DriveTree::Cage(const std::string& hostPath) const {
+  const std::string* cage = &machineFolder_;
+  bool isFound = host::IsBelow(hostPath, machineFolder_);
+  for (const auto& [key, drive] : mapped_) {
+    if (!host::IsBelow(hostPath, drive.folder)) continue;
+    if (!isFound || drive.folder.size() > cage->size()) cage = &drive.folder;
+    isFound = true;
+  }
+  return *cage;
+}
+
+void DriveTree::MakeDrive(const WindowsPath& root) {
+  const std::string folder = DriveFolder(root.RootKey());
+  if (!folder.empty() && host::StatusOf(folder).kind == host::FileKind::Missing) host::MakeFolder(folder);
 }
 
 DriveTree::Folder& DriveTree::Remember(const std::string& hostPath, const host::FileStatus& status) {
@@ -71,7 +87,7 @@ std::string DriveTree::RealName(Folder& folder, std::string_view name, std::stri
 
 bool DriveTree::FollowLink(Place& place) const {
   place.hostPath = host::RealPath(place.linkPath);
-  if (place.hostPath.empty() || !IsInside(place.hostPath)) return false;
+  if (place.hostPath.empty() || !host::IsBelow(place.hostPath, Cage(place.linkPath))) return false;
   place.status = host::StatusOf(place.hostPath);
   return place.Exists();
 }
@@ -109,7 +125,7 @@ SystemError DriveTree::OpenFolder(const WindowsPath& path, Folder*& folder) {
 SystemError DriveTree::Locate(const WindowsPath& path, Place& place) {
   if (path.IsRoot()) {
     place = Place();
-    place.linkPath = place.hostPath = DriveFolder(path.Drive());
+    place.linkPath = place.hostPath = DriveFolder(path.RootKey());
     place.status = host::StatusOf(place.hostPath);
     if (place.status.kind == host::FileKind::Link && !FollowLink(place)) return SystemError::PathNotFound;
     return place.IsFolder() ? SystemError::Success : SystemError::PathNotFound;
@@ -171,15 +187,25 @@ std::string DriveTree::WindowsPathOf(const std::string& hostPath) const {
   if (error) return {};
   std::string text = full.generic_u8string();
   while (text.size() > 1 && text.back() == '/') text.pop_back();
+  std::string root;
+  std::size_t folder = 0;  // the size of the path of the root's folder
   const std::string prefix = machineFolder_ + std::string(kDrivePrefix);
-  if (!StartsWith(text, prefix) || text.size() == prefix.size()) return {};
-  const char letter = text[prefix.size()];
-  if (letter < 'a' || letter > 'z' || text.find('\\') != std::string::npos) return {};
-  std::string rest = text.substr(prefix.size() + 1);
-  if (!rest.empty() && rest[0] != '/') return {};
+  if (StartsWith(text, prefix) && text.size() > prefix.size() && text[prefix.size()] >= 'a' &&
+      text[prefix.size()] <= 'z') {
+    folder = prefix.size() + 1;
+    if (text.size() == folder || text[folder] == '/') root = UpperCase(text.substr(folder - 1, 1)) + ":";
+  }
+  for (const auto& [key, drive] : mapped_) {
+    if (text != drive.folder && !host::IsBelow(text, drive.folder)) continue;
+    if (!root.empty() && drive.folder.size() <= folder) continue;
+    root = drive.root;
+    folder = drive.folder == "/" ? 0 : drive.folder.size();
+  }
+  std::string rest = text.substr(std::min(folder, text.size()));
+  if (root.empty() || rest.find_first_of("\\:") != std::string::npos) return {};
   if (rest.empty()) rest = "/";
   std::replace(rest.begin(), rest.end(), '/', '\\');
-  return UpperCase(std::string_view(&letter, 1)) + ":" + rest;
+  return root + rest;
 }
 
 std::string DriveTree::HostPathOf(const std::string& windowsPath) {

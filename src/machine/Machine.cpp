@@ -11,12 +11,14 @@
 #include "machine/MachineProcesses.h"
 #include "machine/MachineProfileStore.h"
 #include "machine/MachineRegistry.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
 constexpr const char* kIniName = "/machine.ini";
 constexpr const char* kRegistryName = "/registry.reg";
+constexpr const char* kDriveName = "/drive_";  // and its letter
 constexpr const char* kFirstDriveName = "/drive_c";
 constexpr const char* kEmptyRegistry = "REGEDIT4\r\n\r\n";
 
@@ -59,6 +61,46 @@ std::string ReadFile(const std::string& path) {
   return bytes;
 }
 
+// Where a drive's folder lies. Throws MachineError when it cannot stand for the drive.
+std::string OpenDrive(const std::string& machineFolder, const MappedDrive& drive) {
+  const bool isAbsolute = host::IsAbsolutePath(drive.folder);
+  const std::string real = host::RealPath(isAbsolute ? drive.folder : machineFolder + "/" + drive.folder);
+  if (real.empty() || host::StatusOf(real).kind != host::FileKind::Folder)
+    throw MachineError(drive.origin + ": no such folder");
+  const std::string own = machineFolder + kDriveName;
+  for (char letter = 'a'; letter <= 'z'; ++letter) {
+    const std::string folder = own + letter;
+    if (drive.root == UpperCase(std::string(1, letter)) + ":" && Exists(folder))
+      throw MachineError(drive.origin + ": the machine folder has a drive of this letter, " + folder);
+    if (real == folder || host::IsBelow(real, folder))
+      throw MachineError(drive.origin + ": the folder lies in another drive, " + folder);
+  }
+  return real;
+}
+
+// The drives and shares that folders of this computer stand for.
+DriveTree::Drives OpenDrives(const std::string& machineFolder, DriveTree::Drives drives,
+                             const Machine::Drives& given) {
+  for (const auto& [letter, folder] : given) {
+    const std::string root = std::string(1, letter) + ":";
+    const std::string origin = "--drive " + std::string(1, letter) + "=" + folder;
+    // From here on a relative folder would start at the machine folder.
+    const std::string real = host::RealPath(folder);
+    if (real.empty()) throw MachineError(origin + ": no such folder");
+    drives[root] = {root, real, origin};
+  }
+  for (auto& [root, drive] : drives) drive.folder = OpenDrive(machineFolder, drive);
+  // A file has one path on the drives. A share may be what a drive stands for, as on Windows.
+  for (const auto& [root, drive] : drives) {
+    for (const auto& [otherRoot, other] : drives) {
+      const bool areDrives = root != otherRoot && root[1] == ':' && otherRoot[1] == ':';
+      if (areDrives && (drive.folder == other.folder || host::IsBelow(drive.folder, other.folder)))
+        throw MachineError(drive.origin + ": the folder lies in another drive, " + other.origin);
+    }
+  }
+  return drives;
+}
+
 MachineRegistry OpenRegistry(const std::string& path, const CodePage& codePage) {
   try {
     return MachineRegistry(Exists(path) ? ReadFile(path) : std::string(kEmptyRegistry), codePage);
@@ -70,11 +112,11 @@ MachineRegistry OpenRegistry(const std::string& path, const CodePage& codePage) 
 }  // namespace
 
 struct Machine::Parts : public ProcessObserver {
-  explicit Parts(const std::string& folder)
+  Parts(const std::string& folder, const Drives& drives)
       : root(OpenMachineFolder(folder)),
         ini(ReadMachineIni(ReadFile(root + kIniName), root + kIniName)),
         registry(OpenRegistry(root + kRegistryName, *ini.codePage)),
-        tree(root),
+        tree(root, OpenDrives(root, ini.drives, drives)),
         profileStore(tree),
         profiles(*ini.codePage, profileStore, ini.windowsFolder),
         files(tree, profiles, *ini.codePage, {ini.systemFolder, ini.windowsFolder}),
@@ -135,7 +177,8 @@ struct Machine::Parts : public ProcessObserver {
   Platform platform;
 };
 
-Machine::Machine(const std::string& folder) : parts_(std::make_unique<Parts>(folder)) {}
+Machine::Machine(const std::string& folder, const Drives& drives)
+    : parts_(std::make_unique<Parts>(folder, drives)) {}
 
 Machine::~Machine() = default;
 
@@ -153,6 +196,24 @@ std::string Machine::WindowsPath(const std::string& hostPath) const {
 
 std::string Machine::HostPath(const std::string& windowsPath) const {
   return parts_->tree.HostPathOf(windowsPath);
+}
+
+std::string Machine::HostProgram(const std::string& windowsPath) const {
+  return parts_->processes.HostProgram(windowsPath);
+}
+
+void Machine::MakeFolder(const std::string& windowsPath) {
+  bxvbwiz::WindowsPath path;
+  if (parts_->tree.Parse(windowsPath, path) != SystemError::Success) return;
+  if (path.IsRoot()) return parts_->tree.MakeDrive(path);
+  MakeFolder(path.Parent().Text());
+  parts_->files.MakeDirectory(path.Text());
+}
+
+void Machine::AddShare(const std::string& share, const std::string& folder) {
+  bxvbwiz::WindowsPath path;
+  if (parts_->tree.Parse(share, path) == SystemError::Success && path.IsRoot())
+    parts_->tree.Map(path, {share, host::RealPath(folder), {}});
 }
 
 void Machine::Save() {

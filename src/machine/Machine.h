@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,8 +15,12 @@ struct SkippedRegValue;
 // A folder that stands for a Windows machine: drives, registry and facts (see docs/machine-folder.md).
 class Machine {
  public:
-  // Reads machine.ini and registry.reg of `folder`, a path of this computer. Throws MachineError.
-  explicit Machine(const std::string& folder);
+  // The folders of this computer that stand for drives, by letter in upper case.
+  using Drives = std::map<char, std::string>;
+
+  // Reads machine.ini and registry.reg of `folder`, a path of this computer. `drives` count before those that
+  // machine.ini gives. Throws MachineError.
+  explicit Machine(const std::string& folder, const Drives& drives = {});
   ~Machine();
   Machine(const Machine&) = delete;
   Machine& operator=(const Machine&) = delete;
@@ -31,6 +36,14 @@ class Machine {
   std::string WindowsPath(const std::string& hostPath) const;
   // Where a Windows path lies on this computer; empty when it names no drive of this machine.
   std::string HostPath(const std::string& windowsPath) const;
+
+  // The program of this computer that runs in place of a Windows program; empty when machine.ini names none.
+  std::string HostProgram(const std::string& windowsPath) const;
+
+  // Makes a folder of the machine that is missing, with those above it and its drive.
+  void MakeFolder(const std::string& windowsPath);
+  // Lets a folder of this computer stand for a share, "\\server\share".
+  void AddShare(const std::string& share, const std::string& folder);
 
   // Stores what was changed: profile files, then the registry, each atomically. Nothing is written when
   // nothing was changed. Throws MachineError when something cannot be stored.

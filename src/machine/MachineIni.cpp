@@ -32,6 +32,8 @@ class Reader {
     ReadFolder("Windows", ini.windowsFolder);
     ReadFolder("System", ini.systemFolder);
     ReadPrograms(ini.programs);
+    ReadDrives(ini);
+    ReadShares(ini);
     return ini;
   }
 
@@ -109,6 +111,35 @@ class Reader {
       if (value.empty()) Refuse("Programs", name, value, "the program to run in its place is missing");
       programs.emplace(path->Key(), value);
     }
+  }
+
+  void ReadDrives(MachineIni& ini) const {
+    for (const std::string& name : engine_.Keys("Drives").value_or(std::vector<std::string>())) {
+      const bool isLetter = name.size() == 1 && UpperCase(name) >= "A" && UpperCase(name) <= "Z";
+      AddDrive("Drives", name, isLetter ? UpperCase(name) + ":" : "", "not the letter of a drive", ini);
+    }
+  }
+
+  void ReadShares(MachineIni& ini) const {
+    for (const std::string& name : engine_.Keys("Shares").value_or(std::vector<std::string>())) {
+      WindowsPath path;
+      const bool isShare =
+          StartsWith(name, "\\\\") &&
+          WindowsPath::Parse(name, "C:\\", WindowsPath::Wildcards::Refused, path) == SystemError::Success &&
+          path.IsRoot();
+      const std::string root = isShare ? path.Text().substr(0, path.Text().size() - 1) : "";
+      AddDrive("Shares", name, root, "not a server and its share, \\\\server\\share", ini);
+    }
+  }
+
+  void AddDrive(const std::string& section, const std::string& name, const std::string& root,
+                const std::string& reason, MachineIni& ini) const {
+    const std::string folder = engine_.Value(section, name).value_or("");
+    if (root.empty()) Refuse(section, name, folder, reason);
+    if (folder.empty()) Refuse(section, name, folder, "the folder is missing");
+    const MappedDrive drive{root, folder, path_ + ": [" + section + "] " + name + "=" + folder};
+    if (!ini.drives.emplace(UpperCase(root), drive).second)
+      Refuse(section, name, folder, "it is given twice");
   }
 
   const std::string& path_;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -8,6 +9,13 @@
 #include "platform/Platform.h"
 
 namespace bxvbwiz {
+
+// A drive or a network share that is a folder of this computer.
+struct MappedDrive {
+  std::string root;    // "P:" or "\\server\share"
+  std::string folder;  // as given, or once the machine is open its absolute path without links
+  std::string origin;  // what gives it, for messages
+};
 
 // What machine.ini says about the machine. Every key is optional; the initial values are the defaults.
 struct MachineIni {
@@ -18,6 +26,7 @@ struct MachineIni {
   std::string systemFolder = "C:\\WINDOWS\\system32";
   // The host program that runs in place of a program, by that program's full path in upper case.
   std::map<std::string, std::string> programs;
+  std::map<std::string, MappedDrive, std::less<>> drives;  // by root in upper case
 };
 
 // Reads the bytes of a machine.ini, which are UTF-8. `path` is for messages. Throws MachineError for a value

@@ -31,10 +31,10 @@ class MachineProcesses : public Processes {
   // current directory as its own. The observer must outlive the process object.
   std::unique_ptr<Process> Start(const std::string& commandLine) override;
 
- private:
   // The host program for a program as a command line names it; empty when there is none.
   std::string HostProgram(const std::string& program) const;
 
+ private:
   DriveTree& tree_;
   std::map<std::string, std::string> programs_;
   std::vector<std::string> searchFolders_;

@@ -13,6 +13,7 @@ constexpr std::size_t kMaximumPath = 260;       // MAX_PATH of minwindef.h: a pa
 constexpr std::size_t kMaximumLongPath = 4096;  // after "\\\\?\\"; no host takes a longer one
 constexpr std::size_t kMaximumName = 255;       // of NTFS
 constexpr std::string_view kLongPathPrefix = "\\\\?\\";
+constexpr std::string_view kLongNetworkPrefix = "UNC\\";  // after kLongPathPrefix
 constexpr std::string_view kNetworkPrefix = "\\\\";
 
 bool IsDriveLetter(char character) {
@@ -21,6 +22,25 @@ bool IsDriveLetter(char character) {
 
 bool BeginsWithDrive(std::string_view path) {
   return path.size() >= 2 && IsDriveLetter(path[0]) && path[1] == ':';
+}
+
+// The size of a full path's root with its backslash, "C:\\" or "\\\\server\\share\\"; all of a network path
+// that has no such root.
+std::size_t RootSize(std::string_view full) {
+  constexpr std::size_t kDriveRoot = 3;
+  if (!StartsWith(full, kNetworkPrefix)) return kDriveRoot;
+  const std::size_t share = full.find('\\', kNetworkPrefix.size());
+  const std::size_t rest = share == std::string_view::npos ? share : full.find('\\', share + 1);
+  return rest == std::string_view::npos ? full.size() : rest + 1;
+}
+
+// Gives the root of a network path the backslash at its end. False when the path names no share.
+bool CompleteShare(std::string& path) {
+  const std::size_t share = path.find('\\', kNetworkPrefix.size());
+  const std::string_view server = std::string_view(path).substr(0, share).substr(kNetworkPrefix.size());
+  if (share == std::string::npos || server.empty() || server == "." || server == "?") return false;
+  if (RootSize(path) == path.size() && path.back() != '\\') path += '\\';
+  return RootSize(path) > share + 2;
 }
 
 // Resolves ".", ".." and repeated backslashes after the root, which is the first `root` characters.
@@ -83,11 +103,7 @@ std::string FullWindowsPath(std::string_view path, std::string_view current) {
   }
   std::string text(path);
   std::replace(text.begin(), text.end(), '/', '\\');
-  if (StartsWith(text, kNetworkPrefix)) {
-    const std::size_t share = text.find('\\', kNetworkPrefix.size());
-    const std::size_t rest = share == std::string::npos ? share : text.find('\\', share + 1);
-    return Collapse(text, rest == std::string::npos ? text.size() : rest + 1);
-  }
+  if (StartsWith(text, kNetworkPrefix)) return Collapse(text, RootSize(text));
   if (BeginsWithDrive(text)) {
     if (text.size() > 2 && text[2] == '\\') return Collapse(text, 3);
     // Relative to the drive's own directory: the current one, or the root of another drive.
@@ -95,8 +111,9 @@ std::string FullWindowsPath(std::string_view path, std::string_view current) {
     const std::string base = sameDrive ? std::string(current) : text.substr(0, 2);
     return Collapse(base + "\\" + text.substr(2), 3);
   }
-  if (text[0] == '\\') return Collapse(std::string(current.substr(0, 2)) + text, 3);
-  return Collapse(std::string(current) + "\\" + text, 3);
+  const std::size_t root = RootSize(current);
+  if (text[0] == '\\') return Collapse(std::string(current.substr(0, root)) + text, root);
+  return Collapse(std::string(current) + "\\" + text, root);
 }
 
 std::string JoinPath(std::string_view folder, std::string_view name) {
@@ -173,13 +190,21 @@ SystemError WindowsPath::Parse(std::string_view path, std::string_view current, 
   // After "\\?\" a path is taken as it stands.
   const bool isLong = StartsWith(path, kLongPathPrefix);
   parsed.text_ = isLong ? std::string(path.substr(kLongPathPrefix.size())) : FullWindowsPath(path, current);
-  if (!BeginsWithDrive(parsed.text_)) return SystemError::PathNotFound;
+  if (isLong && EqualsIgnoreCase(std::string_view(parsed.text_).substr(0, kLongNetworkPrefix.size()),
+                                 kLongNetworkPrefix))
+    parsed.text_.replace(0, kLongNetworkPrefix.size(), kNetworkPrefix);
+  const bool isNetwork = StartsWith(parsed.text_, kNetworkPrefix);
+  if (isNetwork ? !CompleteShare(parsed.text_) : !BeginsWithDrive(parsed.text_))
+    return SystemError::PathNotFound;
   if (parsed.text_.size() == 2) parsed.text_ += '\\';
-  if (parsed.text_[2] != '\\') return SystemError::InvalidName;
-  parsed.endsWithBackslash_ = parsed.text_.size() > 3 && parsed.text_.back() == '\\';
+  if (parsed.text_[2] != '\\' && !isNetwork) return SystemError::InvalidName;
+  const std::size_t root = RootSize(parsed.text_);
+  parsed.endsWithBackslash_ = parsed.text_.size() > root && parsed.text_.back() == '\\';
   if (parsed.endsWithBackslash_) parsed.text_.pop_back();
 
-  const std::string_view names = std::string_view(parsed.text_).substr(3);
+  // The names of a server and a share are limited as those of files are.
+  const std::string_view names =
+      std::string_view(parsed.text_).substr(isNetwork ? kNetworkPrefix.size() : root);
   if (names.find('/') != std::string_view::npos) return SystemError::InvalidName;  // only after "\\?\"
   if (isLong && names.find("\\\\") != std::string_view::npos) return SystemError::InvalidName;
   const SystemError error = CheckNames(names, wildcards == Wildcards::InName);
@@ -189,7 +214,8 @@ SystemError WindowsPath::Parse(std::string_view path, std::string_view current, 
     return SystemError::FilenameTooLong;
   }
   parsed.key_ = UpperCase(parsed.text_);
-  if (parsed.key_.size() == 3) parsed.key_.pop_back();
+  parsed.rootSize_ = RootSize(parsed.key_) - 1;
+  if (parsed.key_.size() == parsed.rootSize_ + 1) parsed.key_.pop_back();
   return SystemError::Success;
 }
 
@@ -202,6 +228,7 @@ bool WindowsPath::CanHold(std::string_view name) const {
 
 WindowsPath WindowsPath::Parent() const {
   WindowsPath parent;
+  parent.rootSize_ = rootSize_;
   parent.key_ = key_.substr(0, key_.rfind('\\'));
   parent.text_ = text_.substr(0, text_.rfind('\\') + (parent.IsRoot() ? 1 : 0));
   return parent;

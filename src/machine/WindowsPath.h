@@ -28,22 +28,23 @@ bool IsDeviceName(std::string_view name);
 // without a dot. Both must be in upper case.
 bool MatchesPattern(std::string_view name, std::string_view pattern);
 
-// A full path on a drive, and its parts.
+// A full path on a drive or a network share, and its parts.
 class WindowsPath {
  public:
   enum class Wildcards { Refused, InName };
 
   // InvalidName for characters or names that no path can have, FilenameTooLong, PathNotFound for a network
-  // path or a device.
+  // path without a share and for a device.
   static SystemError Parse(std::string_view path, std::string_view current, Wildcards wildcards,
                            WindowsPath& parsed);
 
-  // "C:\Folder\name"; a drive's root is "C:\".
+  // "C:\Folder\name"; a root is "C:\" or "\\server\share\".
   const std::string& Text() const { return text_; }
-  // The same in upper case, without "\" after a drive's root: equal for all spellings of one path.
+  // The same in upper case, without "\" after a root: equal for all spellings of one path.
   const std::string& Key() const { return key_; }
-  char Drive() const { return key_[0]; }
-  bool IsRoot() const { return key_.size() == 2; }
+  // The key of its drive or share.
+  std::string_view RootKey() const { return std::string_view(key_).substr(0, rootSize_); }
+  bool IsRoot() const { return key_.size() == rootSize_; }
   // The last name as given and in upper case; empty for a root.
   std::string_view Name() const { return IsRoot() ? std::string_view() : AfterBackslash(text_); }
   std::string_view NameKey() const { return IsRoot() ? std::string_view() : AfterBackslash(key_); }
@@ -60,6 +61,7 @@ class WindowsPath {
 
   std::string text_;
   std::string key_;
+  std::size_t rootSize_ = 0;  // of the root in key_
   bool endsWithBackslash_ = false;
 };
 

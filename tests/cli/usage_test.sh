@@ -44,9 +44,18 @@ Expect "an answer names a message that exists" 2 "the number 9" analyse x.vbp --
 Expect "a message has one answer" 2 "already has an answer" analyse x.vbp --answer 1095=yes --answer 1095=no
 Expect "a text is one line" 2 "control character" analyse x.vbp --app-type $'a\nGUID=b'
 Expect "an empty text is wrong usage" 2 "empty" analyse x.vbp --company ''
+for words in "machine new" "machine check" "machine register machine" "analyse" "generate x.vbp --machine" \
+  "capture x.vbp --to"; do
+  Expect "an empty name is wrong usage: $words" 2 "empty" $words ''
+done
+Expect "a drive has a letter" 2 "a drive's letter" analyse x.vbp --drive 1=.
+Expect "a drive has a folder" 2 "a drive's letter" analyse x.vbp --drive P=
+Expect "a drive is given once" 2 "given twice" analyse x.vbp --drive P=. --drive p=.
+Expect "a drive is one of a machine folder" 2 "--machine" analyse x.vbp --drive P=.
 Expect "an empty text does not swallow what follows" 2 "empty" analyse x.vbp --app-name= --json
 
 # ---- machine folders
+[ -z "$(find . -name machine.ini)" ] || Fail "no machine folder is made of an empty name"
 Expect "a machine folder is made" 0 "machine" machine new machine
 Expect "a folder that is not empty is refused" 2 "empty" machine new machine
 Expect "a file is not a machine folder" 2 "empty" machine new machine/registry.reg
@@ -73,7 +82,7 @@ Expect "a look at a project starts no compiler" 0 "output-missing" analyse 'C:\S
 Expect "a compiler that is asked for is missed" 1 "_BxVbErr.txt" analyse 'C:\Src\Unbuilt.vbp' --rebuild
 Expect "an unknown name is no success" 1 "does not ask for Gene.ocx" explain "$project" Gene.ocx
 Expect "a library is explained by its identifier" 0 "Not in the setup" explain "$project" 11111111-2222-3333-4444-555555555555
-Expect "a project outside the machine" 3 "outside" generate "$work/messages"
+Expect "a project outside the machine" 3 "--drive" generate "$work/messages"
 Expect "a failed run is one JSON document, too" 3 '"finished": false' generate "$work/messages" --json
 Expect "a refused application name without the page" 2 "illegal" generate "$project" --app-name 'Desk: 2' --skip-info
 Expect "a refused company" 2 "illegal" generate "$project" --company 'A/B' --skip-info
@@ -86,6 +95,30 @@ Expect "a captured machine gives the same" 0 "1 error." analyse 'C:\Src\Demo.vbp
 [ "$("${run[@]}" analyse "$project" --quiet 2>/dev/null | wc -c)" -eq 0 ] || Fail "--quiet leaves standard output empty"
 "${run[@]}" analyse "$project" >/dev/full 2>/dev/null && Fail "output that cannot be written is a failure"
 Unchanged "nothing is written by an analysis or a refused run"
+
+# ---- a machine folder under version control, and drives
+mkdir -p checkout/Src mounted
+cp -p machine/drive_c/Src/Demo.* checkout/Src
+sed -i 's/^Object=.*/Reference=*\\G{00020430-0000-0000-C000-000000000046}#2.0#0#stdole2.tlb#OLE Automation\r/' checkout/Src/Demo.vbp
+sed -i 's/^Name=/Path32="\\\\server\\share\\out"\r\n&/' checkout/Src/Demo.vbp
+mkdir mounted/out && cp -p checkout/Src/Demo.exe mounted/out
+printf '[Shares]\r\n\\\\server\\share=../mounted\r\n' >>before/machine.ini
+cp -R before clone
+sed -i 's/^\[Programs\]/&\r\nC:\\Program Files\\Microsoft Visual Studio\\VB98\\VB6.EXE=none.sh/' before/machine.ini
+find clone -type d -empty -delete
+Expect "a machine folder that was cloned has all that is needed" 0 "has what every run needs" machine check clone
+for drive in P=none P=messages Q=clone/drive_c C=checkout; do
+  Expect "a drive that cannot be: $drive" 2 "--drive $drive" generate 'P:\Src\Demo.vbp' --machine clone --drive "$drive"
+done
+Expect "no drive lies in another" 2 "in another drive" analyse x.vbp --machine clone --drive P=. --drive Q=checkout
+Expect "what is on a drive is captured" 0 "captured2" capture 'P:\Src\Demo.vbp' --machine clone --drive P=checkout --to captured2
+[ ! -e "clone/drive_c/My Setups" ] || Fail "a capture makes no folder on its machine"
+Expect "the data folder is made" 0 "Nothing is left" generate checkout/Src/Demo.vbp --machine clone --drive P=checkout
+Expect "a captured drive and share give the same" 0 "Nothing is left" generate 'P:\Src\Demo.vbp' --machine captured2
+diff -rI GUID= -x Report.txt {clone,captured2}"/drive_c/My Setups" >difference || Fail "capture equals the run: $(cat difference)"
+rm -r "clone/drive_c/Program Files/Borvex/VBWiz/Template"
+Expect "what nobody can make is named" 1 'VBWiz\Template, which does not exist' machine check clone
+Expect "a compiler that cannot run is named" 1 "none.sh" machine check before
 
 # ---- a run that goes on failing
 mv "machine/drive_c/Program Files/Borvex/VBWiz/Template/Setup.bxp" template.bxp

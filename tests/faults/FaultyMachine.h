@@ -96,11 +96,12 @@ struct PatientProcesses : Processes {
 class FaultyMachine : public Computer {
  public:
   FaultyMachine(const std::string& folder, FaultPlan& plan)
-      : inner_(OpenMachineFolder(folder)),
+      : inner_(OpenMachineFolder(folder, {})),
         processes_(inner_->platform().processes),
         faulty_(WithParts(inner_->platform(), guids_, processes_), plan) {}
   Platform& platform() override { return faulty_.platform(); }
   std::string ProjectPath(const std::string& project) override { return inner_->ProjectPath(project); }
+  void MakeFolder(const std::string& windowsPath) override { inner_->MakeFolder(windowsPath); }
   std::string HostPath(const std::string& windowsPath) override { return inner_->HostPath(windowsPath); }
   void Save() override { inner_->Save(); }
 

@@ -29,6 +29,12 @@ NotePristine() {  # records what the new prefix contains
   }
 }
 
+# Makes drive D: that of the machine folder; none when it has none.
+LayOutDriveD() {  # LayOutDriveD MACHINE
+  rm -rf "$prefix/drive_d" "$prefix/dosdevices/d:"
+  [ ! -d "$1/drive_d" ] || { cp -Rp "$1/drive_d" "$prefix" && ln -s ../drive_d "$prefix/dosdevices/d:"; }
+}
+
 # Removes everything that is not the prefix's own, and puts back what was replaced.
 CleanDrive() {
   (cd "$drive" && find . | sort | comm -13 "$prefix/pristine" - | sort -r | while IFS= read -r path; do
@@ -67,6 +73,7 @@ TakeMachine() {  # TakeMachine MACHINE-BEFORE OUT
     (cd "$1/drive_c" && find . -type f | sed "s#^./windows/system32#./$systemFolder#")
   } | sort -u | tar c -C "$drive" --no-recursion --ignore-failed-read -T - 2>/dev/null |
     tar x -C "$2/drive_c" --transform "s#^./$systemFolder#./windows/system32#"
+  [ ! -d "$2/drive_d" ] || { rm -r "$2/drive_d" && cp -Rp "$prefix/drive_d" "$2"; }
 }
 
 RunCase() {
@@ -106,6 +113,7 @@ PutOnDrive() {
   NotePristine
   CleanDrive
   LayOverDrive "$before"
+  LayOutDriveD "$before"
   [ ! -f "$before/vb6.exe" ] || {
     cp "$before/vb6.exe" "$drive/Program Files/VB98/VB6.EXE"
     cp "$before/vb6.txt" "$drive/Program Files/VB98/vb6.txt"

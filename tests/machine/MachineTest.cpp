@@ -27,6 +27,15 @@ TEST(Machine, WhatCannotBeUsedIsNamedWithItsFile) {
       {"machine.ini", "[Folders]\nSystem=C:\\a|b\n", "System=C:\\a|b"},
       {"machine.ini", "[Programs]\nVB6.EXE=vb6.sh\n", "VB6.EXE=vb6.sh"},
       {"machine.ini", "[Programs]\nC:\\VB6.EXE=\n", "C:\\VB6.EXE="},
+      {"machine.ini", "[Drives]\nPQ=.\n", "PQ=."},
+      {"machine.ini", "[Drives]\nP=\n", "P="},
+      {"machine.ini", "[Drives]\nP=.\np=.\n", "given twice"},
+      {"machine.ini", "[Drives]\nP=none\n", "P=none: no such folder"},
+      {"machine.ini", "[Drives]\nC=.\n", "C=.: the machine folder has a drive"},
+      {"machine.ini", "[Drives]\nP=drive_c\n", "lies in another drive"},
+      {"machine.ini", "[Drives]\nP=.\nQ=.\n", "lies in another drive"},
+      {"machine.ini", "[Shares]\n\\\\server=.\n", "server=."},
+      {"machine.ini", "[Shares]\n\\\\server\\share\\sub=.\n", "sub=."},
       {"registry.reg", "nonsense", "REGEDIT4"},
   };
   for (const auto& test : cases) {
@@ -99,6 +108,45 @@ TEST(Machine, PathsOfTheDrivesAreTranslatedBothWays) {
   EXPECT_EQ(machine.machine().HostPath("d:\\MY APP\\app.vbp"), cases[0].host);
   EXPECT_EQ(machine.machine().HostPath("C:\\new\\File"), root + "/drive_c/new/File");
   EXPECT_EQ(machine.machine().HostPath("Q:\\x"), "");
+}
+
+TEST(Machine, FoldersOfThisComputerAreDrivesAndShares) {
+  TestMachine machine;
+  const std::string root = machine.Folder();
+  machine.Write("machine.ini",
+                "[Drives]\nP=mapped\n[Shares]\n\\\\Server\\share=mapped/shared\n\\\\server\\all=.\n");
+  machine.Write("mapped/shared/A/file", "1");
+  Machine& opened = machine.machine();
+  EXPECT_EQ(opened.WindowsPath(root + "/mapped/x"), "P:\\x");
+  EXPECT_EQ(opened.WindowsPath(root + "/mapped/shared/A/new"), "\\\\Server\\share\\A\\new")
+      << "the longest folder";
+  EXPECT_EQ(opened.WindowsPath(root + "/drive_c/x"), "C:\\x");
+  EXPECT_EQ(opened.WindowsPath(root + "/other"), "\\\\server\\all\\other");
+  EXPECT_EQ(opened.HostPath("\\\\SERVER\\SHARE\\a\\new"), root + "/mapped/shared/A/new");
+  FileSystem& files = machine.platform().files;
+  std::string bytes;
+  for (const char* path : {"p:\\SHARED\\a\\FILE", "\\\\server\\SHARE\\a\\..\\..\\..\\A\\file",
+                           "//server/share/a/file", "\\\\?\\UNC\\server\\share\\a\\file"})
+    EXPECT_EQ(files.Read(path, bytes), SystemError::Success) << path;
+  for (const char* path :
+       {"\\\\server\\none\\a\\file", "\\\\server\\share", "\\\\server", "\\\\", "\\\\.\\a\\file",
+        "\\\\server\\\\a\\file", "\\\\server\\share:\\a\\file", "Q:\\file"})
+    EXPECT_NE(files.Read(path, bytes), SystemError::Success) << path;
+  ASSERT_EQ(files.ChangeDirectory("\\\\server\\share\\A"), SystemError::Success);
+  std::string full;
+  for (const auto& [path, expected] :
+       std::map<std::string, std::string>{{"file", "\\\\server\\share\\A\\file"},
+                                          {"..\\..\\x", "\\\\server\\share\\x"},
+                                          {"\\x", "\\\\server\\share\\x"},
+                                          {"P:x", "P:\\x"}}) {
+    EXPECT_EQ(files.FullPath(path, full), SystemError::Success);
+    EXPECT_EQ(full, expected);
+  }
+  EXPECT_EQ(files.Read("file", bytes), SystemError::Success);
+  EXPECT_EQ(files.Write("\\new", "2", WriteMode::Create), SystemError::Success);
+  EXPECT_EQ(machine.Read("mapped/shared/new"), "2");
+  EXPECT_EQ(files.ChangeDirectory("\\\\server\\share"), SystemError::Success) << "a root";
+  EXPECT_EQ(files.CurrentDirectory(), "\\\\server\\share\\");
 }
 
 TEST(Machine, OnlyWhatChangedIsStored) {

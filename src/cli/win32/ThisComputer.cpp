@@ -11,6 +11,7 @@ class ThisComputer : public Computer {
     std::string full;
     return platform().files.FullPath(project, full) == SystemError::Success ? full : std::string();
   }
+  void MakeFolder(const std::string&) override {}
   std::string HostPath(const std::string& windowsPath) override { return windowsPath; }
   void Save() override {}  // the system stores every write immediately
 

@@ -36,6 +36,12 @@ std::string RealPath(const std::string& path);
 // Whether a path needs neither the current folder nor, on Windows, the current drive.
 bool IsAbsolutePath(const std::string& path);
 
+// Whether `path` lies in `folder` or deeper. Both are absolute, without links and ".." in them.
+inline bool IsBelow(std::string_view path, std::string_view folder) {
+  return path.size() > folder.size() && path.substr(0, folder.size()) == folder &&
+         (folder == "/" || path[folder.size()] == '/');
+}
+
 // The names in a folder without "." and "..", in no order. False when it cannot be read.
 bool ListNames(const std::string& folder, std::vector<std::string>& names);
 

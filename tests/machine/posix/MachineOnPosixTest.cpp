@@ -67,6 +67,27 @@ TEST(Machine, AFolderWithoutPermissionToReadIsNotTakenForEmpty) {
   ASSERT_EQ(chmod((machine.Folder() + "/drive_c/closed").c_str(), 0755), 0);
 }
 
+TEST(Machine, ALinkStaysInTheFolderThatStandsForItsDrive) {
+  TestMachine machine;
+  machine.Write("machine.ini", "[Drives]\nP=p\nQ=q\n");
+  machine.Write("p/inner/file", "inside");
+  machine.Write("q/file", "other");
+  machine.Write("drive_c/file", "other");
+  const std::string drive = machine.Folder() + "/p/";
+  fs::create_symlink("inner", drive + "within");
+  fs::create_symlink("../q", drive + "other");
+  fs::create_symlink("..", drive + "up");
+  fs::create_symlink("../drive_c/file", drive + "file");
+  fs::create_symlink("../p/inner", machine.Folder() + "/drive_c/p");
+  FileSystem& files = machine.platform().files;
+  std::string bytes;
+  EXPECT_EQ(files.Read("P:\\within\\file", bytes), SystemError::Success);
+  EXPECT_EQ(files.Read("C:\\p\\file", bytes), SystemError::Success) << "within the machine folder";
+  for (const char* path : {"P:\\other\\file", "P:\\up\\machine.ini", "P:\\file"})
+    EXPECT_NE(files.Read(path, bytes), SystemError::Success) << path;
+  EXPECT_EQ(machine.machine().WindowsPath(drive + "other/file"), "Q:\\file") << "where it really lies";
+}
+
 TEST(Machine, AFolderWithoutPermissionToWriteStaysAsItIs) {
   TestMachine machine;
   machine.Write("drive_c/kept/file", "x");
