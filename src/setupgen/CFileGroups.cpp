@@ -125,11 +125,10 @@ bool CFileGroups::IsBelowSharedFolder(const std::string& destination) {
     if (place.sharing != 0 && isNamed) return true;
   }
   if (destination.empty() || StartsWith(destination, "$")) return false;
-  CSystemInfo system(platform_);
   for (int turn = 1;; ++turn) {
     const Destination* place = FindDestination([&](const Destination& it) { return it.sharing == turn; });
     if (place == nullptr) return false;
-    const std::string beginning = StripTrailingBackslash(UpperCase((system.*place->folder)()));
+    const std::string beginning = StripTrailingBackslash(UpperCase((System().*place->folder)()));
     if (!beginning.empty() && StartsWith(destination, beginning)) return true;
   }
 }
