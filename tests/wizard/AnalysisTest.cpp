@@ -107,6 +107,27 @@ TEST_F(AnalysisTest, ARemoteServerIsNamedAndTheReadingGoesOn) {
   EXPECT_EQ(project.Forms().Count(), 1U);
 }
 
+TEST_F(AnalysisTest, ACancelIsShownAndTakenBetweenTwoMembers) {
+  machine_.Write("drive_c/Src/App.vbp",
+                 "Type=Exe\nForm=Main.frm\nForm=Gone.frm\nPath32=Release\\Final\nExeName32=App.exe\n");
+  Start();
+  Form().cmdHelp_Click();
+  EXPECT_EQ(seen_.topic, "page_welcome.htm");
+  Form().cmdBrowse_Click();
+  EXPECT_EQ(Form().focus, &Form().cmdNext[kPanelWelcome]);
+  int events = 0;
+  seen_.whileEventsRun = [&](frmMain& form) {
+    // The first time before the first member, the second time after it.
+    if (++events != 2) return;
+    form.Form_QueryUnload();
+    EXPECT_EQ(form.lblStatus.text, "Cancelling...");
+  };
+  Form().cmdNext_Click(kPanelWelcome);
+  EXPECT_EQ(events, 2);
+  EXPECT_EQ(app_->ReturnCode(), 0);
+  EXPECT_TRUE(seen_.messages.empty()) << "about the form that is missing";
+}
+
 class RegistryCalls : public CallHook {
  public:
   int count = 0;

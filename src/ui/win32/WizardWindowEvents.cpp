@@ -60,6 +60,9 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
       // A box that takes no text is grey by default, but the report is for reading.
       const ControlWindow* box = WindowWith(reinterpret_cast<HWND>(lParam));
       if (box == nullptr || &box->Shown() != &form_->txtReport) return FALSE;
+      const auto context = reinterpret_cast<HDC>(wParam);
+      SetTextColor(context, GetSysColor(COLOR_WINDOWTEXT));
+      SetBkColor(context, GetSysColor(COLOR_WINDOW));
       return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW));
     }
     default:
