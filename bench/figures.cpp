@@ -1,6 +1,8 @@
 // Parts of the wizard as a program, to be measured against programs that do the same:
 //   figures set-keys MACHINE FILE SECTION <LINES    sets each "key=value" of the standard input
 //   figures copy-tree MACHINE SOURCE TARGET         copies a folder's tree into an existing folder
+//   figures registry-calls MACHINE PROJECT          prints how often an analysis of the project calls the
+//   registry
 // Files and folders are Windows paths on the machine folder MACHINE. Exits with 1 on a failure.
 
 #include <exception>
@@ -8,10 +10,13 @@
 #include <string>
 #include <vector>
 
+#include "analysis/Analysis.h"
 #include "machine/Machine.h"
+#include "platform/Forwarding.h"
 #include "RecordingUser.h"
 #include "support/basLogging.h"
 #include "support/basMisc.h"
+#include "wizard/WizardCore.h"
 
 namespace {
 
@@ -36,16 +41,41 @@ int CopyTree(bxvbwiz::Machine& machine, std::string source, std::string target) 
   return user.messages.empty() ? 0 : 1;
 }
 
+class RegistryCalls : public bxvbwiz::CallHook {
+ public:
+  int count = 0;
+
+ private:
+  void After(const bxvbwiz::SeamCall& call, bxvbwiz::SystemError) override {
+    if (call.subject.substr(0, 5) == "HKEY_") ++count;
+  }
+};
+
+int CountRegistryCalls(bxvbwiz::Machine& machine, const std::string& project) {
+  RegistryCalls calls;
+  bxvbwiz::ForwardingPlatform watched(machine.platform(), calls);
+  bxvbwiz::WizardCore core(watched.platform(), bxvbwiz::StartMode::Automation);
+  bxvbwiz::RecordingUser user;
+  core.SetUser(&user);
+  bxvbwiz::Analysis analysis(core.platform(), user, core.global());
+  const auto result = analysis.LoadTrees(project, false, {});
+  std::cout << calls.count << '\n';
+  return result == bxvbwiz::Analysis::Result::Done && user.messages.empty() ? 0 : 1;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) try {
   std::ios::sync_with_stdio(false);  // otherwise lines would be read byte by byte
   const std::vector<std::string> arguments(argv, argv + argc);
-  if (arguments.size() != 5) {
-    std::cerr << "usage: figures set-keys MACHINE FILE SECTION | copy-tree MACHINE SOURCE TARGET\n";
+  const bool countsCalls = arguments.size() == 4 && arguments[1] == "registry-calls";
+  if (arguments.size() != 5 && !countsCalls) {
+    std::cerr << "usage: figures set-keys MACHINE FILE SECTION | copy-tree MACHINE SOURCE TARGET |\n"
+                 "               registry-calls MACHINE PROJECT\n";
     return 2;
   }
   bxvbwiz::Machine machine(arguments[2]);
+  if (countsCalls) return CountRegistryCalls(machine, arguments[3]);
   if (arguments[1] == "set-keys") return SetKeys(machine, arguments[3], arguments[4]);
   return CopyTree(machine, arguments[3], arguments[4]);
 } catch (const std::exception& error) {

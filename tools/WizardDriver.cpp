@@ -140,7 +140,7 @@ void WizardDriver::Press(const std::string& buttons) {
   for (const char button : buttons) {
     std::string page;
     WaitUntil("a page", [&] { return !(page = Page()).empty(); });
-    Click(button == 'o' ? "&OK" : button == 'c' ? "Cancel" : page == "Summary" ? "&Finish" : "&Next>");
+    Click(button == 'o' ? "&OK" : button == 'c' ? "Cancel" : page == "Summary" ? "Finish" : "&Next>");
     if (button == 'n') WaitForAnything(page);
   }
 }

@@ -70,6 +70,7 @@ Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
       files_(platform.codePage),
       context_{platform, user, global, fileGroups_, executables_, &passedOver_},
       session_(CurrentSession()) {
+  global.StartAnalysis();
   if (session_ != nullptr) session_->findings = &findings_;
 }
 

@@ -75,6 +75,7 @@ ConsoleUser::ConsoleUser(basGlobal& global, const Options& options, Outcome& out
       options_(options),
       outcome_(outcome),
       showsBar_(!options.quiet && !options.json && IsTerminal(Stream::Error)) {
+  NoteInterrupts();
   global_.ResetProgress(kProgressLimit);
 }
 
@@ -100,6 +101,7 @@ Button ConsoleUser::Answer(const Message& message) {
   }
   if (options_.yesNo.has_value() && buttons.front() == Button::Yes) return *options_.yesNo;
   if (AskOnTerminal(message, answer)) return answer;
+  CheckCancelled();
   std::cerr << "bxvbwiz: this question needs an answer: " << AnswersOf(message, buttons) << '\n';
   outcome_.messages.push_back({message, Button::Cancel});
   CancelWizard(*this);
@@ -111,7 +113,7 @@ bool ConsoleUser::AskOnTerminal(const Message& message, Button& answer) {
   for (;;) {
     std::cerr << "[" << NamesOf(buttons) << "] " << std::flush;
     std::string line;
-    if (!std::getline(std::cin, line)) return false;
+    if (!std::getline(std::cin, line) || WasInterrupted()) return false;
     for (const Button button : buttons) {
       const std::string name = NameOfButton(button);
       if (EqualsIgnoreCase(line, name) || EqualsIgnoreCase(line, name.substr(0, 1))) {
@@ -133,8 +135,16 @@ void ConsoleUser::ShowProgress(const std::string& text) {
 }
 
 void ConsoleUser::AdvanceProgress() {
+  CheckCancelled();
   progress_ = global_.NextProgressValue();
   DrawBar();
+}
+
+void ConsoleUser::CheckCancelled() {
+  if (!WasInterrupted()) return;
+  ClearBar();
+  std::cerr << "bxvbwiz: interrupted\n";
+  CancelWizard(*this);
 }
 
 // Draws the step's name and a bar, when something changed.
@@ -153,11 +163,12 @@ void ConsoleUser::DrawBar() {
   if (step + bar == lastBar_) return;
   lastBar_ = step + bar;
   barShown_ = true;
-  std::cerr << "\r\x1b[K" << lastBar_ << std::flush;
+  ClearLine();
+  std::cerr << lastBar_ << std::flush;
 }
 
 void ConsoleUser::ClearBar() {
-  if (barShown_) std::cerr << "\r\x1b[K" << std::flush;
+  if (barShown_) ClearLine();
   barShown_ = false;
   lastBar_.clear();
 }

@@ -20,6 +20,9 @@ class ConsoleUser : public User {
   void ShowStatus(const std::string& text) override;
   void ShowProgress(const std::string& text) override;
   void AdvanceProgress() override;
+  // Ctrl-C ends the wizard at its next step.
+  void DoEvents() override { CheckCancelled(); }
+  void CheckCancelled() override;
   void SetReturnCode(std::int16_t code) override { outcome_.returnCode = code; }
   void SetProjectFile(const std::string& path) override { outcome_.projectFile = path; }
 

@@ -7,6 +7,7 @@
 #include "cli/FileSource.h"
 #include "cli/Inspection.h"
 #include "cli/JsonOutput.h"
+#include "cli/Terminal.h"
 #include "cli/TextOutput.h"
 #include "machine/CodePages.h"
 #include "project/EXEFile.h"
@@ -74,7 +75,11 @@ int InspectFiles(const Options& options) {
   int code = kExitFinished;
   std::string failure;
   PartlyReadFile file;
-  for (const std::string& path : options.files) {
+  std::vector<std::string> paths;
+  for (const std::string& argument : options.files) {
+    for (std::string& path : FilesOf(argument)) paths.push_back(std::move(path));
+  }
+  for (const std::string& path : paths) {
     if (!Open(path, file, failure)) {
       code = kExitNotFinished;
       continue;

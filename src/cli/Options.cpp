@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <iostream>
 #include <iterator>
 
 #include "cli/Descriptions.h"
 #include "cli/Revision.h"
+#include "cli/Terminal.h"
 #include "text/Strings.h"
 #include "text/Text.h"
 
@@ -238,8 +238,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     TakeAnswers(more, options);
     TakeDrives(more, options);
     // Not by the parser, which would let the variable overrule one command's option with another's.
-    const char* const variable = std::getenv("BXVBWIZ_MACHINE");
-    if (options.machine.empty() && variable != nullptr) options.machine = variable;
+    if (options.machine.empty()) options.machine = EnvironmentText("BXVBWIZ_MACHINE");
   } catch (const CLI::ParseError& error) {
     if (app.exit(error) == 0) return kExitFinished;
     KeepError(arguments, error.what(), options);

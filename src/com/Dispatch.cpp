@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <vector>
 
+#include "com/ComError.h"
 #include "com/ComText.h"
+#include "support/Errors.h"
 
 namespace bxvbwiz {
 namespace {
@@ -109,8 +111,9 @@ class Arguments {
     const HRESULT copied = VariantCopyInd(&value, &given);
     if (FAILED(copied)) return copied;
     const VARTYPE wanted = TypeOf(i).vt;
-    // An object variable that was never set is Nothing.
-    if (wanted == VT_DISPATCH && value.vt == VT_EMPTY) {
+    // An object variable that was never set is Nothing, and so is an argument that is left out.
+    const bool isLeftOut = value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND;
+    if (wanted == VT_DISPATCH && (value.vt == VT_EMPTY || value.vt == VT_NULL || isLeftOut)) {
       value.vt = VT_DISPATCH;
       value.pdispVal = nullptr;
       return S_OK;
@@ -142,6 +145,13 @@ class Arguments {
   std::vector<UINT> source_;  // by parameter, the argument's position in the call
 };
 
+// The code by which every host reads the number of the run-time error. Some script engines translate only
+// some of the dispatch codes.
+HRESULT RunTimeErrorOf(HRESULT conversion) {
+  if (conversion == DISP_E_TYPEMISMATCH) return RunTimeErrorCode(kErrorTypeMismatch);
+  return conversion == DISP_E_OVERFLOW ? RunTimeErrorCode(kErrorOverflow) : conversion;
+}
+
 // Says which argument is wrong. `parameter` counts from 0. `exception` may be null.
 HRESULT RefuseArgument(ITypeInfo& info, DISPID member, UINT parameter, HRESULT code, EXCEPINFO* exception) {
   if (exception == nullptr) return code;
@@ -155,7 +165,7 @@ HRESULT RefuseArgument(ITypeInfo& info, DISPID member, UINT parameter, HRESULT c
   *exception = EXCEPINFO{};
   exception->bstrDescription = ToBstr(method + ": the argument " + name + " has the wrong type");
   exception->bstrSource = SysAllocString(L"BX6VBWiz");
-  exception->scode = code;
+  exception->scode = RunTimeErrorOf(code);
   return DISP_E_EXCEPTION;
 }
 

@@ -61,16 +61,15 @@ class FileGroupsObject : public DualObject<IFileGroups, IID_IFileGroups, CLSID_C
                                 IDispatch* target) override {
     return Call([&] {
       executables_.Forget();  // the host may have changed files since the last call
-      const CFile before = ReadFileRecord(target, "target");
-      CFile after = before;
+      CFile file = ReadFileRecord(target, "target");
       if (existing == nullptr) {
         groups_.GetFileGroupInfo(Text(dest, "dest"), Text(filePath, "filePath"), Text(depFile, "depFile"),
-                                 nullptr, after);
+                                 nullptr, file);
       } else {
         const CFile known = ReadFileRecord(existing, "existing");
-        groups_.GetFileGroupInfo("", "", "", &known, after);
+        groups_.GetFileGroupInfo("", "", "", &known, file);
       }
-      WriteFileRecord(target, "target", before, after);
+      WriteFileRecord(target, "target", file);
     });
   }
   STDMETHODIMP CreateFileGroupName(BSTR* fileName, IDispatch* file, BSTR* groupName) override {

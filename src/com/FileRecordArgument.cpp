@@ -112,32 +112,25 @@ CFile ReadFileRecord(IDispatch* object, const char* argument) {
   return file;
 }
 
-void WriteFileRecord(IDispatch* object, const char* argument, const CFile& before, const CFile& after) {
-  const auto text = [&](const char* name, const std::string& old, const std::string& now) {
-    if (old == now) return;
+void WriteFileRecord(IDispatch* object, const char* argument, const CFile& file) {
+  const auto write = [&](const char* name, VARTYPE type, const auto& set) {
     OwnedVariant value;
-    value.bstrVal = ToBstr(now);
-    value.vt = VT_BSTR;
+    set(value);
+    value.vt = type;
     Property(*object, argument, name).Write(value);
   };
-  const auto truth = [&](const char* name, bool old, bool now) {
-    if (old == now) return;
-    VARIANT value{};
-    value.vt = VT_BOOL;
-    value.boolVal = now ? VARIANT_TRUE : VARIANT_FALSE;
-    Property(*object, argument, name).Write(value);
+  const auto text = [&](const char* name, const std::string& now) {
+    write(name, VT_BSTR, [&](VARIANT& value) { value.bstrVal = ToBstr(now); });
   };
-  text("Destination", before.Destination, after.Destination);
-  truth("SharedFile", before.SharedFile, after.SharedFile);
-  text("FileLinkPath", before.FileLinkPath, after.FileLinkPath);
-  truth("LinkResolves", before.LinkResolves, after.LinkResolves);
-  if (before.SelfRegister != after.SelfRegister) {
-    VARIANT value{};
-    value.vt = VT_I4;
-    value.lVal = after.SelfRegister;
-    Property(*object, argument, "SelfRegister").Write(value);
-  }
-  text("FileGroup", before.FileGroup, after.FileGroup);
+  const auto truth = [&](const char* name, bool now) {
+    write(name, VT_BOOL, [&](VARIANT& value) { value.boolVal = now ? VARIANT_TRUE : VARIANT_FALSE; });
+  };
+  text("Destination", file.Destination);
+  truth("SharedFile", file.SharedFile);
+  text("FileLinkPath", file.FileLinkPath);
+  truth("LinkResolves", file.LinkResolves);
+  write("SelfRegister", VT_I4, [&](VARIANT& value) { value.lVal = file.SelfRegister; });
+  text("FileGroup", file.FileGroup);
 }
 
 }  // namespace bxvbwiz

@@ -14,7 +14,7 @@ namespace bxvbwiz {
 // Reads the seven properties; `argument` names the method's parameter in errors. Throws ComError: Nothing, a
 // property that is missing, cannot be read or has the wrong type.
 CFile ReadFileRecord(IDispatch* object, const char* argument);
-// Writes the installation facts in which `after` differs from `before`. Throws ComError.
-void WriteFileRecord(IDispatch* object, const char* argument, const CFile& before, const CFile& after);
+// Writes all six installation facts: a property of a new object may be Empty. Throws ComError.
+void WriteFileRecord(IDispatch* object, const char* argument, const CFile& file);
 
 }  // namespace bxvbwiz

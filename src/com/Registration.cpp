@@ -20,9 +20,14 @@ namespace {
 constexpr const wchar_t* kClasses = L"Software\\Classes\\";
 #ifdef _WIN64
 constexpr SYSKIND kSystem = SYS_WIN64;
+constexpr const wchar_t* kSystemName = L"win64";
+constexpr REGSAM kOtherView = KEY_WOW64_32KEY;
 #else
 constexpr SYSKIND kSystem = SYS_WIN32;
+constexpr const wchar_t* kSystemName = L"win32";
+constexpr REGSAM kOtherView = KEY_WOW64_64KEY;
 #endif
+constexpr DWORD kLongestPath = 32768;
 // The version in the type library's description.
 constexpr USHORT kMajorVersion = 1;
 constexpr USHORT kMinorVersion = 0;
@@ -39,7 +44,11 @@ std::wstring GuidText(REFGUID id) {
   return text;
 }
 
-// Writes and deletes below one scope's classes, and keeps the first failure.
+std::wstring LibraryVersion() {
+  return std::to_wstring(kMajorVersion) + L"." + std::to_wstring(kMinorVersion);
+}
+
+// Writes, reads and deletes below one scope's classes, and keeps the first failure.
 class ClassesKey {
  public:
   explicit ClassesKey(Scope scope) : root_(RootOf(scope)) {}
@@ -61,6 +70,18 @@ class ClassesKey {
     if (error != ERROR_FILE_NOT_FOUND && error_ == ERROR_SUCCESS) error_ = error;
   }
 
+  // The default text of a key in one view of the registry (0: that of this program); empty when it has none.
+  std::wstring Read(const std::wstring& path, REGSAM view = 0) const {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(root_, (kClasses + path).c_str(), 0, KEY_QUERY_VALUE | view, &key) != ERROR_SUCCESS)
+      return {};
+    DWORD size = kLongestPath * sizeof(wchar_t);
+    std::wstring text(kLongestPath, L'\0');
+    const LONG error = RegGetValueW(key, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &size);
+    RegCloseKey(key);
+    return error == ERROR_SUCCESS ? std::wstring(text.c_str()) : std::wstring();
+  }
+
   HRESULT Result() const { return HRESULT_FROM_WIN32(static_cast<DWORD>(error_)); }
 
  private:
@@ -70,7 +91,7 @@ class ClassesKey {
 
 HRESULT WriteClasses(Scope scope, const std::wstring& modulePath) {
   ClassesKey classes(scope);
-  const std::wstring version = std::to_wstring(kMajorVersion) + L"." + std::to_wstring(kMinorVersion);
+  const std::wstring version = LibraryVersion();
   for (const ServerClass& entry : kServerClasses) {
     const std::wstring id = GuidText(*entry.id);
     const std::wstring key = L"CLSID\\" + id;
@@ -95,24 +116,54 @@ HRESULT RegisterLibrary(Scope scope, std::wstring modulePath) {
                                  : RegisterTypeLibForUser(library.Get(), modulePath.data(), nullptr);
 }
 
-HRESULT Unregister(Scope scope) {
-  ClassesKey classes(scope);
-  for (const ServerClass& entry : kServerClasses) {
-    classes.DeleteTree(L"CLSID\\" + GuidText(*entry.id));
-    classes.DeleteTree(entry.progId);
-  }
+std::wstring LongPath(const std::wstring& path) {
+  std::wstring full(kLongestPath, L'\0');
+  full.resize(GetLongPathNameW(path.c_str(), full.data(), kLongestPath));
+  return full.empty() ? path : full;
+}
+
+// Whether what a registration names is this module, or nothing: then nobody else needs it.
+bool IsOurs(const std::wstring& registered, const std::wstring& modulePath) {
+  return registered.empty() || CompareStringOrdinal(LongPath(registered).c_str(), -1,
+                                                    LongPath(modulePath).c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
+// Whether the other half of a 64-bit system has the class too. Both have one view of the names in common.
+bool IsInOtherView(const ClassesKey& classes, const std::wstring& server) {
+  const std::wstring other = classes.Read(server, kOtherView);
+  return !other.empty() && other != classes.Read(server);
+}
+
+HRESULT UnregisterLibrary(Scope scope) {
   const auto unregister = scope == Scope::Machine ? &UnRegisterTypeLib : &UnRegisterTypeLibForUser;
   const HRESULT library = unregister(LIBID_BX6VBWiz, kMajorVersion, kMinorVersion, LOCALE_NEUTRAL, kSystem);
   // Wine gives the last one.
   const bool wasMissing =
       library == TYPE_E_REGISTRYACCESS || library == TYPE_E_LIBNOTREGISTERED || library == E_INVALIDARG;
-  return FAILED(classes.Result()) ? classes.Result() : (wasMissing ? S_OK : library);
+  return wasMissing ? S_OK : library;
+}
+
+// Removes what names this module. Another copy of it may have been registered since.
+HRESULT Unregister(Scope scope, const std::wstring& modulePath) {
+  ClassesKey classes(scope);
+  for (const ServerClass& entry : kServerClasses) {
+    const std::wstring key = L"CLSID\\" + GuidText(*entry.id);
+    const std::wstring server = key + L"\\InprocServer32";
+    if (!IsOurs(classes.Read(server), modulePath)) continue;
+    if (!IsInOtherView(classes, server)) classes.DeleteTree(entry.progId);
+    classes.DeleteTree(key);
+  }
+  const std::wstring library = L"TypeLib\\" + GuidText(LIBID_BX6VBWiz) + L"\\" + LibraryVersion() + L"\\0\\";
+  const std::wstring registered = classes.Read(library + kSystemName);
+  if (registered.empty() || !IsOurs(registered, modulePath)) return classes.Result();
+  const HRESULT result = UnregisterLibrary(scope);
+  return FAILED(classes.Result()) ? classes.Result() : result;
 }
 
 HRESULT RegisterFor(Scope scope, const std::wstring& modulePath) {
   HRESULT result = WriteClasses(scope, modulePath);
   if (SUCCEEDED(result)) result = RegisterLibrary(scope, modulePath);
-  if (FAILED(result)) Unregister(scope);
+  if (FAILED(result)) Unregister(scope, modulePath);
   return result;
 }
 
@@ -130,8 +181,9 @@ HRESULT RegisterServer() noexcept {
 
 HRESULT UnregisterServer() noexcept {
   try {
-    const HRESULT user = Unregister(Scope::User);
-    const HRESULT machine = Unregister(Scope::Machine);
+    const std::wstring modulePath = ThisModulePath();
+    const HRESULT user = Unregister(Scope::User, modulePath);
+    const HRESULT machine = Unregister(Scope::Machine, modulePath);
     return FAILED(machine) ? machine : user;
   } catch (...) {
     return SELFREG_E_CLASS;

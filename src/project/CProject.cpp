@@ -212,6 +212,7 @@ void CProject::ReadMembers(std::string_view bytes) {
       continue;
     }
     context_.user.DoEvents();  // each may have taken long
+    context_.user.CheckCancelled();
   }
 }
 

@@ -103,7 +103,7 @@ class DependencyWalk {
     if (!NextImport(step, name)) return false;
     // The redistributables have a place of their own, which the facts know; what lies elsewhere beside its
     // importer is found by its path only.
-    const bool besideImporter = !EqualsIgnoreCase(step.folder, RedistFolder()) &&
+    const bool besideImporter = !EqualsIgnoreCase(step.folder, context_.global.RedistributablesFolder()) &&
                                 FolderHoldsFile(context_.platform.files, step.folder, name);
     const OriginScope origin(ImportsOrigin(step));
     Take(*step.own, name, besideImporter ? step.folder + name : name, {});
@@ -200,26 +200,15 @@ class DependencyWalk {
     // A name without a folder is not looked for in the root of the current drive.
     const std::string own = GetPathFolder(path);
     if (!own.empty() && FolderHoldsFile(files, FixPath(own), name)) return FixPath(own);
-    if (!RedistFolder().empty() && FolderHoldsFile(files, RedistFolder(), name)) return RedistFolder();
+    const std::string& redistributables = context_.global.RedistributablesFolder();
+    if (!redistributables.empty() && FolderHoldsFile(files, redistributables, name)) return redistributables;
     return systemFolder_;
-  }
-
-  // With a trailing backslash; empty when there is none.
-  const std::string& RedistFolder() {
-    if (!redistKnown_) {
-      redistKnown_ = true;
-      redistFolder_ = context_.global.FindVBRedistFolder();
-      if (!redistFolder_.empty()) redistFolder_ = FixPath(redistFolder_);
-    }
-    return redistFolder_;
   }
 
   AnalysisContext& context_;
   CDependencies& all_;
   std::vector<Step> steps_;
   std::string systemFolder_;
-  std::string redistFolder_;
-  bool redistKnown_ = false;
 };
 
 }  // namespace

@@ -97,6 +97,12 @@ std::string basGlobal::FindVBRedistFolder() {
   return {};
 }
 
+const std::string& basGlobal::RedistributablesFolder() {
+  if (redistributables_) return *redistributables_;
+  const std::string folder = FindVBRedistFolder();
+  return redistributables_.emplace(folder.empty() ? folder : FixPath(folder));
+}
+
 void basGlobal::LoadSystemFiles() {
   const CallStackEntry entry("LoadSystemFiles");
   if (systemFilesLoaded_) return TellEmptyList();

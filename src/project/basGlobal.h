@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -49,6 +50,10 @@ class basGlobal {
   // The folder of the redistributable files; Visual Basic 6's comes without a trailing backslash. Empty when
   // none.
   std::string FindVBRedistFolder();
+  // The same with a trailing backslash, asked for once in an analysis.
+  const std::string& RedistributablesFolder();
+  // Lets the machine be asked again for what is asked once in an analysis.
+  void StartAnalysis() { redistributables_.reset(); }
   // Reads the system-file list once; later calls only report an empty one again. A missing product
   // key is shown (once in its life) and ends the wizard. Of entries with the same key
   // gSystemFiles holds the first.
@@ -73,6 +78,7 @@ class basGlobal {
   std::unique_ptr<CFiles> systemFiles_;
   std::unordered_set<std::string> systemFileNames_;  // upper case
   std::string depFilePath_;
+  std::optional<std::string> redistributables_;
   bool systemFilesLoaded_ = false;
   bool registryErrorShown_ = false;
   std::int16_t progress_ = 0;

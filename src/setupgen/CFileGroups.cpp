@@ -172,11 +172,10 @@ std::string CFileGroups::SharedPlace(const std::string& destination) {
     if (place.sharing != 0 && isNamed) return place.symbol;
   }
   if (destination.empty() || StartsWith(destination, "$")) return {};
-  CSystemInfo system(platform_);
   for (int turn = 1;; ++turn) {
     const Destination* place = FindDestination([&](const Destination& it) { return it.sharing == turn; });
     if (place == nullptr) return {};
-    const std::string beginning = StripTrailingBackslash(UpperCase((system.*place->folder)()));
+    const std::string beginning = StripTrailingBackslash(UpperCase((System().*place->folder)()));
     if (!beginning.empty() && StartsWith(destination, beginning)) return place->symbol;
   }
 }

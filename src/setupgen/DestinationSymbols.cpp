@@ -91,8 +91,7 @@ std::string DestinationSymbols::ConvertBXDestSymbolToPath(const std::string& sym
     // Up to its first ">": "<COMMONFILES>\System" is reached as the folder "System" of the common files.
     const Destination* place = DestinationOfSymbol(head);
     if (place == nullptr) return;
-    CSystemInfo system(platform_);
-    path = FolderOf(*place, system) + tail;
+    path = FolderOf(*place) + tail;
   });
   return path;
 }
@@ -102,9 +101,8 @@ std::string DestinationSymbols::ConvertPathToBXDestSymbol(const std::string& pat
   const CallStackEntry entry(kRoutine);
   std::string symbol = path;
   LogAndGoOn(kRoutine, [&] {
-    CSystemInfo system(platform_);
     for (const Destination& place : kDestinations) {
-      if (ReplaceFolder(path, FolderOf(place, system), place.symbol, symbol)) return;
+      if (ReplaceFolder(path, FolderOf(place), place.symbol, symbol)) return;
     }
   });
   return symbol;
@@ -150,8 +148,7 @@ std::string DestinationSymbols::SearchForSourceFile(const std::string& linkDir, 
   const CallStackEntry entry(kRoutine);
   std::string folder;
   LogAndGoOn(kRoutine, [&] {
-    std::string redistributables = global_.FindVBRedistFolder();
-    if (!redistributables.empty()) redistributables = FixPath(redistributables);
+    const std::string& redistributables = global_.RedistributablesFolder();
     if (!redistributables.empty() && FolderHoldsFile(platform_.files, redistributables, fileName)) {
       folder = redistributables;
       Because(TextId::SourceRedistributables, {folder});
@@ -180,12 +177,16 @@ std::string DestinationSymbols::FolderOrSystemFolder(const std::string& dir, con
     std::string folder = FixPath(dir);
     if (FolderHoldsFile(platform_.files, folder, fileName)) return folder;
   }
-  CSystemInfo system(platform_);
-  return FolderHoldsFile(platform_.files, system.WinSysDir(), fileName) ? system.WinSysDir() : "";
+  const std::string& systemFolder = System().WinSysDir();
+  return FolderHoldsFile(platform_.files, systemFolder, fileName) ? systemFolder : "";
 }
 
-std::string DestinationSymbols::FolderOf(const Destination& place, CSystemInfo& system) {
-  return place.folder == nullptr ? AppPath() : (system.*place.folder)();
+std::string DestinationSymbols::FolderOf(const Destination& place) {
+  return place.folder == nullptr ? AppPath() : (System().*place.folder)();
+}
+
+CSystemInfo& DestinationSymbols::System() {
+  return system_ ? *system_ : system_.emplace(platform_);
 }
 
 std::string DestinationSymbols::AppPath() {

@@ -2,20 +2,21 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "project/basGlobal.h"
+#include "sysinfo/CSystemInfo.h"
 
 namespace bxvbwiz {
 
-class CSystemInfo;
 struct Destination;
 
 // Translates between the destination macros of dependency files ("$(WINSYSPATH)"), the destination symbols of
 // a setup project ("<WINSYSDIR>") and the folders of this machine, and finds where a file's source copy lies.
-// A routine that fails logs the error and returns what it had.
+// A routine that fails logs the error and returns what it had. What the machine answers is asked for once.
 class DestinationSymbols {
  public:
   // `projectFile` gives the project's full path, or "", when the application path is first needed.
@@ -45,6 +46,7 @@ class DestinationSymbols {
   std::string GetAppPath(const std::string& projectFile);
 
  protected:
+  CSystemInfo& System();
   // Notes why a rule decided as it did, while someone wants to know it.
   void Because(TextId text, std::vector<std::string> values) {
     if (reasons_ != nullptr) reasons_->push_back({text, std::move(values)});
@@ -58,10 +60,11 @@ class DestinationSymbols {
   // The first of `dir` (unless empty) and the system folder that holds the file, with a trailing backslash.
   std::string FolderOrSystemFolder(const std::string& dir, const std::string& fileName);
   // This machine's folder of the place, with a trailing backslash.
-  std::string FolderOf(const Destination& place, CSystemInfo& system);
+  std::string FolderOf(const Destination& place);
 
   std::function<std::string()> projectFile_;
   std::string appPath_;
+  std::optional<CSystemInfo> system_;
 };
 
 }  // namespace bxvbwiz

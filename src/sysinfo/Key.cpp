@@ -66,8 +66,8 @@ std::shared_ptr<Key> Key::OpenSubKey(const std::string& path, std::uint32_t& acc
   key->SetHandle(opened);
   key->SetName(path);
   key->SetParent(shared_from_this());
-  key->SubKeys().Refresh();
-  key->Values().Refresh();
+  key->SubKeys().RefreshLater();
+  key->Values().RefreshLater();
   return key;
 }
 

@@ -42,7 +42,8 @@ class Value {
   std::string name_;
 };
 
-// The values of a key, found by position (from 1) or by name (case ignored).
+// The values of a key, found by position (from 1) or by name (case ignored). Those of a key that was opened
+// are listed when they are first asked for.
 class Values {
  public:
   Values(Registry& registry, Key& parent) : registry_(registry), parent_(parent) {}
@@ -50,21 +51,27 @@ class Values {
   // Adds a value of that name and type to the collection (writing it is Value::Set); one of that name is
   // replaced in its place.
   std::shared_ptr<Value> Add(const std::string& name, std::uint32_t type);
-  std::shared_ptr<Value> Item(std::size_t position) const { return values_.Item(position); }
-  // Null when there is none.
-  std::shared_ptr<Value> Item(const std::string& name) const { return values_.FindItem("N" + name); }
+  std::shared_ptr<Value> Item(std::size_t position) { return List().Item(position); }
+  // Null when there is none. Alone it needs no list.
+  std::shared_ptr<Value> Item(const std::string& name);
   // The value without a name, or the first one; null when there is none.
-  std::shared_ptr<Value> Default() const;
-  std::size_t Count() const { return values_.Count(); }
+  std::shared_ptr<Value> Default();
+  std::size_t Count() { return List().Count(); }
   // Deletes the value in the registry and drops it. False when the registry refuses.
   bool Remove(const std::string& name);
   void Refresh();
+  // Refreshes when something is asked for that needs the list.
+  void RefreshLater() { isListed_ = false; }
   Key& Parent() const { return parent_; }
 
  private:
+  KeyedCollection<Value>& List();
+  std::shared_ptr<Value> Enter(const std::string& name, std::uint32_t type);
+
   Registry& registry_;
   Key& parent_;                                      // owns this
   KeyedCollection<Value> values_{KeyCase::Ignored};  // keyed by "N" + name: the default value has no name
+  bool isListed_ = true;
 };
 
 class Keys;
@@ -97,8 +104,8 @@ class Key : public std::enable_shared_from_this<Key> {
   void SetParent(const std::shared_ptr<Key>& parent);
   std::shared_ptr<Key> Parent() const;
 
-  // Opens a subkey and lists its subkeys and values. An `access` of 0 becomes KeyAllAccess in the caller's
-  // variable. Null when the subkey cannot be opened.
+  // Opens a subkey, whose subkeys and values will be listed. An `access` of 0 becomes KeyAllAccess in the
+  // caller's variable. Null when the subkey cannot be opened.
   std::shared_ptr<Key> OpenSubKey(const std::string& path, std::uint32_t& access);
   // The same for reading.
   std::shared_ptr<Key> OpenSubKeyForReading(const std::string& path);
@@ -126,17 +133,18 @@ class Key : public std::enable_shared_from_this<Key> {
   std::unique_ptr<bxvbwiz::Values> values_;
 };
 
-// The subkeys of a key, found by position or by name (case ignored).
+// The subkeys of a key, found by position or by name (case ignored). Those of a key that was opened are
+// listed when they are first asked for.
 class Keys {
  public:
   Keys(Registry& registry, Key& parent) : registry_(registry), parent_(parent) {}
 
-  // Opens or creates a subkey, lists its values and adds it; null when the registry refuses. A subkey that is
-  // already listed is replaced in its place.
+  // Opens or creates a subkey, whose values will be listed, and adds it; null when the registry refuses. A
+  // subkey that is already listed is replaced in its place.
   std::shared_ptr<Key> Add(const std::string& name);
-  std::shared_ptr<Key> Item(std::size_t position) const { return keys_.Item(position); }
-  std::shared_ptr<Key> Item(const std::string& name) const { return keys_.FindItem(name); }
-  std::size_t Count() const { return keys_.Count(); }
+  std::shared_ptr<Key> Item(std::size_t position) { return List().Item(position); }
+  std::shared_ptr<Key> Item(const std::string& name) { return List().FindItem(name); }
+  std::size_t Count() { return List().Count(); }
   // Deletes the subkey of that name or position in the registry and drops it. False when the registry
   // refuses.
   bool Remove(const std::string& name);
@@ -144,14 +152,18 @@ class Keys {
   // Lists the subkeys again. One that may not be opened with all access is opened for reading, so that a user
   // without administrator rights sees it too.
   void Refresh();
+  // Refreshes when the subkeys are first asked for.
+  void RefreshLater() { isListed_ = false; }
   Key& Parent() const { return parent_; }
 
  private:
+  KeyedCollection<Key>& List();
   std::shared_ptr<Key> AddOpened(const std::string& name, RegistryHandle opened);
 
   Registry& registry_;
   Key& parent_;  // owns this
   KeyedCollection<Key> keys_{KeyCase::Ignored};
+  bool isListed_ = true;
 };
 
 }  // namespace bxvbwiz

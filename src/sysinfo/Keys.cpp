@@ -4,7 +4,13 @@
 
 namespace bxvbwiz {
 
+KeyedCollection<Key>& Keys::List() {
+  if (!isListed_) Refresh();
+  return keys_;
+}
+
 std::shared_ptr<Key> Keys::Add(const std::string& name) {
+  List();
   RegistryHandle opened = 0;
   const SystemError error = registry_.CreateKey(parent_.Handle(), name, RegConstants::RegOptionNonVolatile,
                                                 RegConstants::KeyAllAccess, opened);
@@ -16,7 +22,7 @@ std::shared_ptr<Key> Keys::AddOpened(const std::string& name, RegistryHandle ope
   key->SetHandle(opened);
   key->SetName(name);
   key->BecomeElementOf(parent_.shared_from_this());
-  key->Values().Refresh();
+  key->Values().RefreshLater();
   keys_.Replace(key, name);
   return key;
 }
@@ -33,6 +39,7 @@ bool Keys::Remove(std::size_t position) {
 }
 
 void Keys::Refresh() {
+  isListed_ = true;
   keys_.Clear();
   constexpr std::size_t kNameSize = 255;
   std::vector<std::string> names;

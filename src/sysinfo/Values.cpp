@@ -69,14 +69,35 @@ std::string Value::Text() {
   return std::holds_alternative<std::string>(data) ? std::get<std::string>(std::move(data)) : std::string();
 }
 
-std::shared_ptr<Value> Values::Add(const std::string& name, std::uint32_t type) {
+KeyedCollection<Value>& Values::List() {
+  if (!isListed_) Refresh();
+  return values_;
+}
+
+std::shared_ptr<Value> Values::Enter(const std::string& name, std::uint32_t type) {
   auto value = std::make_shared<Value>(registry_, parent_, name, type);
   values_.Replace(value, "N" + name);
   return value;
 }
 
-std::shared_ptr<Value> Values::Default() const {
-  std::shared_ptr<Value> unnamed = Item(std::string());
+std::shared_ptr<Value> Values::Add(const std::string& name, std::uint32_t type) {
+  List();
+  return Enter(name, type);
+}
+
+std::shared_ptr<Value> Values::Item(const std::string& name) {
+  std::shared_ptr<Value> known = values_.FindItem("N" + name);
+  if (known || isListed_) return known;
+  // A key may have thousands of values.
+  RegistryData data;
+  const SystemError error = registry_.QueryValue(parent_.Handle(), name, RegConstants::RegMaxDataSize, data);
+  if (error == SystemError::Success) return Enter(name, data.type);
+  return MeansMissing(error) ? nullptr : List().FindItem("N" + name);
+}
+
+std::shared_ptr<Value> Values::Default() {
+  // By the list: some systems give an empty default value to a key that has none.
+  std::shared_ptr<Value> unnamed = List().FindItem("N");
   return unnamed || Count() == 0 ? unnamed : Item(1);
 }
 
@@ -87,13 +108,14 @@ bool Values::Remove(const std::string& name) {
 }
 
 void Values::Refresh() {
+  isListed_ = true;
   values_.Clear();
   constexpr std::size_t kNameSize = 255;
   std::string name;
   std::uint32_t type = 0;
   for (std::uint32_t index = 0;
        registry_.EnumValue(parent_.Handle(), index, kNameSize, name, type) == SystemError::Success; ++index)
-    Add(name, type);
+    Enter(name, type);
 }
 
 }  // namespace bxvbwiz

@@ -45,7 +45,8 @@ class FormView {
   virtual void SetPointer(Pointer pointer) = 0;
   // Asks for a file; empty when the user cancelled. `fileType` describes files of `pattern` ("*.vbp").
   virtual std::string BrowseForFile(const std::string& fileType, const std::string& pattern) = 0;
-  virtual void OpenHelp(const std::string& helpFile) = 0;
+  // Opens a page of a help file that lies beside the program.
+  virtual void OpenHelp(const std::string& helpFile, const std::string& topic) = 0;
   // Width of a text, and of the label that names the executable, in one unit.
   virtual int TextWidth(const std::string& text) const = 0;
   virtual int ExeLabelWidth() const = 0;

@@ -13,12 +13,15 @@ namespace {
 struct PanelRow {
   Frame frmMain::*frame;
   TextId title;
+  const char* topic;  // of the help
 };
 
 constexpr PanelRow kPanels[] = {
-    {&frmMain::fraPanel1, TextId::WelcomeTitle}, {&frmMain::fraPanel2, TextId::ProjectInformationTitle},
-    {&frmMain::fraPanel3, TextId::SummaryTitle}, {&frmMain::fraPanel4, TextId::DataAccessTitle},
-    {&frmMain::fraReport, TextId::ReportTitle},
+    {&frmMain::fraPanel1, TextId::WelcomeTitle, "page_welcome.htm"},
+    {&frmMain::fraPanel2, TextId::ProjectInformationTitle, "page_information.htm"},
+    {&frmMain::fraPanel3, TextId::SummaryTitle, "page_summary.htm"},
+    {&frmMain::fraPanel4, TextId::DataAccessTitle, "page_summary.htm"},
+    {&frmMain::fraReport, TextId::ReportTitle, "page_report.htm"},
 };
 constexpr std::int16_t kPanelCount = static_cast<std::int16_t>(std::size(kPanels));
 
@@ -117,7 +120,7 @@ void frmMain::Cancel() {
   if (ended_ || generating) return;
   if (handlerDepth_ > 0) {
     cancelPending_ = true;
-    return;
+    return ShowStatus(platform_.strings.Text(TextId::Cancelling));
   }
   Handle("cmdCancel_Click", [this] { CancelWizard(*this); });
 }
@@ -154,11 +157,16 @@ void frmMain::cmdBrowse_Click() {
     if (chosen.empty()) return;
     txtVBPname.text = chosen;
     txtVBPname_Change();
+    focus = &cmdNext[kPanelWelcome];
+    view_->Refresh();
   });
 }
 
 void frmMain::cmdHelp_Click() {
-  Handle("cmdHelp_Click", [this] { view_->OpenHelp("bxvbwiz.chm"); });
+  const auto* const row = std::find_if(std::begin(kPanels), std::end(kPanels),
+                                       [this](const PanelRow& it) { return (this->*it.frame).visible; });
+  const char* const topic = row == std::end(kPanels) ? "welcome.htm" : row->topic;
+  Handle("cmdHelp_Click", [this, topic] { view_->OpenHelp("bxvbwiz.chm", topic); });
 }
 
 void frmMain::txtVBPname_Change() {

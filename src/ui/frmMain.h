@@ -70,7 +70,7 @@ class frmMain : public User, public Container {
   Label lblPanel1Inst{fraPanel1, {10, 10, 310, 28}, {TextId::WelcomeInstruction}};
   Label lblVBP{fraPanel1, {10, 50, 310, 9}, {TextId::VisualBasicProjectFile}};
   TextBox txtVBPname{
-      fraPanel1, {10, 62, 250, 12}, {kNoText, TextId::ProjectFileTip}, [this] { txtVBPname_Change(); }};
+      fraPanel1, {10, 61, 250, 14}, {kNoText, TextId::ProjectFileTip}, [this] { txtVBPname_Change(); }};
   CommandButton cmdBrowse{
       fraPanel1, {266, 61, 54, 14}, {TextId::Browse, TextId::BrowseTip}, [this] { cmdBrowse_Click(); }};
   CheckBox chkRebuild{fraPanel1, {10, 84, 310, 10}, {TextId::RebuildProject, TextId::RebuildTip}};
@@ -79,13 +79,13 @@ class frmMain : public User, public Container {
   Label lblPanel2Inst{fraPanel2, {10, 10, 310, 20}, {TextId::ProjectInformationInstruction}};
   Label lblApplicationName{fraPanel2, {10, 42, 90, 9}, {TextId::ApplicationName}};
   TextBox txtApplicationName{fraPanel2,
-                             {104, 40, 216, 12},
+                             {104, 39, 216, 14},
                              {TextId::YourApplicationName, TextId::ApplicationNameTip},
                              [this] { txtApplicationName_Change(); },
                              [this](char32_t& character) { txtApplicationName_KeyPress(character); }};
   Label lblCompanyName{fraPanel2, {10, 64, 90, 9}, {TextId::CompanyName}};
   TextBox txtCompanyName{fraPanel2,
-                         {104, 62, 216, 12},
+                         {104, 61, 216, 14},
                          {TextId::YourCompany, TextId::CompanyNameTip},
                          [this] { txtCompanyName_Change(); },
                          [this](char32_t& character) { txtCompanyName_KeyPress(character); }};
@@ -94,7 +94,7 @@ class frmMain : public User, public Container {
       fraPanel2, {104, 84, 216, 90}, {TextId::DatabaseApplication, TextId::ApplicationTypeTip}};
   Label lblApplicationVersion{fraPanel2, {10, 108, 90, 9}, {TextId::ApplicationVersion}};
   TextBox txtApplicationVersion{
-      fraPanel2, {104, 106, 80, 12}, {TextId::FirstVersion, TextId::ApplicationVersionTip}, [this] {
+      fraPanel2, {104, 105, 80, 14}, {TextId::FirstVersion, TextId::ApplicationVersionTip}, [this] {
         txtApplicationVersion_Change();
       }};
   Label lblExeCaption{fraPanel2, {10, 130, 90, 9}, {TextId::ApplicationExecutable}};

@@ -31,7 +31,9 @@ inline const std::pair<const wchar_t*, IID> kClasses[] = {{L"BX6VBWiz.Applicatio
 // The server, loaded and registered while this lives.
 class RegisteredServer {
  public:
-  RegisteredServer() { EXPECT_EQ(Call("DllRegisterServer"), S_OK); }
+  explicit RegisteredServer(const std::wstring& path = kServer) : module_(LoadLibraryW(path.c_str())) {
+    EXPECT_EQ(Call("DllRegisterServer"), S_OK);
+  }
   ~RegisteredServer() {
     EXPECT_EQ(Call("DllUnregisterServer"), S_OK);
     FreeLibrary(module_);
@@ -46,7 +48,7 @@ class RegisteredServer {
   Function Exported(const char* name) const {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
   }
-  HMODULE module_ = LoadLibraryW(kServer.c_str());
+  HMODULE module_;
 };
 
 class HostTest : public testing::Test {

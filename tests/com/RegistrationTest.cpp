@@ -72,5 +72,23 @@ TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
   EXPECT_EQ(RegistryText(HKEY_CURRENT_USER, kRoot + L"BX6VBWiz.CFileGroups"), L"-");
 }
 
+TEST(RegistrationTest, UnregisteringLeavesWhatAnotherCopyHasRegistered) {
+  const std::set<std::wstring> before = Registry();
+  wchar_t folder[MAX_PATH];
+  GetTempPathW(MAX_PATH, folder);
+  const std::wstring copy = std::wstring(folder) + L"Other copy.dll";
+  ASSERT_TRUE(CopyFileW(kServer.c_str(), copy.c_str(), FALSE));
+  {
+    const RegisteredServer first;
+    const RegisteredServer second(copy);
+    const std::set<std::wstring> registered = Registry();
+    EXPECT_EQ(first.Call("DllUnregisterServer"), S_OK);
+    EXPECT_EQ(Registry(), registered);
+    EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kRoot + kApplicationId + L"\\InprocServer32"), copy);
+  }
+  EXPECT_EQ(Registry(), before);
+  DeleteFileW(copy.c_str());
+}
+
 }  // namespace
 }  // namespace bxvbwiz

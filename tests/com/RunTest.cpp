@@ -133,6 +133,20 @@ TEST_F(RunTest, AnObjectThatLostTheFormIsRunInANewOne) {
   EXPECT_EQ(Results(second), L"False 0 " + Setup(L"Demo")) << "cancelled when all was done";
 }
 
+TEST_F(RunTest, ReturnsWhenTheHostDestroysItsWindow) {
+  const ComPtr<IApplication> app = CreateApplication();
+  const HWND owner = CreateWindowW(L"STATIC", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+                                   nullptr, nullptr, nullptr, nullptr);
+  SetActiveWindow(owner);
+  whileShown = [&] {
+    EXPECT_EQ(GetWindow(FindWindowW(nullptr, L"Visual Basic Project Wizard - Welcome"), GW_OWNER), owner);
+    DestroyWindow(owner);
+  };
+  SetTimer(nullptr, 0, 10, &OnTimer);
+  EXPECT_EQ(app->Run(), S_OK);
+  EXPECT_EQ(Results(app), L"False 0 ");
+}
+
 LRESULT CALLBACK RefuseDialog(int code, WPARAM window, LPARAM created) {
   const bool isDialog =
       code == HCBT_CREATEWND && reinterpret_cast<CBT_CREATEWNDW*>(created)->lpcs->lpszClass == WC_DIALOG;

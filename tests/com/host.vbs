@@ -70,7 +70,7 @@ Sub TestApplication()
   app.Missing = 0
   CheckError "a missing member", 438, ""
   app.ShowPage2 = "much"
-  CheckError "a wrong value", &H80020005, "ShowPage2"
+  CheckError "a wrong value", 13, "ShowPage2"
   app.ReturnCode = 0
   CheckError "writing ReturnCode", 438, ""
   app.StillExecuting = False
@@ -124,12 +124,20 @@ Sub TestTranslations(groups)
 End Sub
 
 Sub TestRecords(groups)
-  Dim file, known, nothingThere
+  Dim file, known, none, nothingThere
   Set file = New FileRecord
   Set known = New FileRecord
   groups.GetFileGroupInfo "", folder & "Src\App.exe", "", Nothing, file
   Check "facts", file.Destination & file.LinkResolves & file.FileLinkPath, "$(APPPATH)True" & folder & "Src\"
-  Check "flags", CBool(file.SharedFile Or file.SelfRegister <> 0), False
+  Check "flags", TypeName(file.SharedFile) & file.SharedFile & TypeName(file.SelfRegister) & file.SelfRegister, "BooleanFalseLong0"
+  For Each none In Array(Nothing, Empty, Null)
+    Set known = New FileRecord
+    groups.GetFileGroupInfo "", folder & "Src\App.exe", "", none, known
+    Check "facts without others", known.FileLinkPath, file.FileLinkPath
+  Next
+  Set known = New FileRecord
+  groups.GetFileGroupInfo "", folder & "Src\App.exe", "", , known
+  Check "facts with others left out", known.FileLinkPath, file.FileLinkPath
   groups.GetFileGroupInfo "", "x", "", file, known
   Check "copied facts", known.Destination & known.FileLinkPath & known.FileGroup, file.Destination & file.FileLinkPath & file.FileGroup
   file.FileName = "App.exe"
@@ -157,7 +165,7 @@ Sub TestRecords(groups)
   groups.SearchForDestPath setup
   CheckError "a missing argument", 450, ""
   groups.CreateFileGroup setup, 5
-  CheckError "a number", &H80020005, "argument file "
+  CheckError "a number", 13, "argument file "
   file.SelfRegister = "much"
   groups.CreateFileGroup setup, file
   CheckError "a wrong property", 13, "property SelfRegister of the argument file"

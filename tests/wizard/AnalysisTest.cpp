@@ -1,3 +1,6 @@
+#include "analysis/Analysis.h"
+#include "platform/Forwarding.h"
+#include "RecordingUser.h"
 #include "support/basFile.h"
 #include "WizardFixture.h"
 
@@ -102,6 +105,72 @@ TEST_F(AnalysisTest, ARemoteServerIsNamedAndTheReadingGoesOn) {
   EXPECT_EQ(seen_.told.find("This project uses the remote server component C:\\remote.tlb."), 0U)
       << seen_.told;
   EXPECT_EQ(project.Forms().Count(), 1U);
+}
+
+TEST_F(AnalysisTest, ACancelIsShownAndTakenBetweenTwoMembers) {
+  machine_.Write("drive_c/Src/App.vbp",
+                 "Type=Exe\nForm=Main.frm\nForm=Gone.frm\nPath32=Release\\Final\nExeName32=App.exe\n");
+  Start();
+  Form().cmdHelp_Click();
+  EXPECT_EQ(seen_.topic, "page_welcome.htm");
+  Form().cmdBrowse_Click();
+  EXPECT_EQ(Form().focus, &Form().cmdNext[kPanelWelcome]);
+  int events = 0;
+  seen_.whileEventsRun = [&](frmMain& form) {
+    // The first time before the first member, the second time after it.
+    if (++events != 2) return;
+    form.Form_QueryUnload();
+    EXPECT_EQ(form.lblStatus.text, "Cancelling...");
+  };
+  Form().cmdNext_Click(kPanelWelcome);
+  EXPECT_EQ(events, 2);
+  EXPECT_EQ(app_->ReturnCode(), 0);
+  EXPECT_TRUE(seen_.messages.empty()) << "about the form that is missing";
+}
+
+class RegistryCalls : public CallHook {
+ public:
+  int count = 0;
+  std::string unneeded;  // values that were listed without need
+
+ private:
+  void After(const SeamCall& call, SystemError) override {
+    if (call.subject.substr(0, 5) != "HKEY_") return;
+    ++count;
+    if (call.name == "EnumValue" && EndsWith(call.subject, "CurrentVersion")) unneeded += call.detail;
+  }
+};
+
+TEST_F(AnalysisTest, AsksTheRegistryFewTimesForAReferenceHoweverMuchItHolds) {
+  constexpr int kReferences = 20;
+  const std::string key = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion";
+  std::string values = "[" + key + "]\r\n";
+  for (int index = 0; index < 2000; ++index) values += "\"v" + std::to_string(index) + "\"=\"x\"\r\n";
+  for (int index = 0; index < 150; ++index)
+    values += "[" + key + "\\k" + std::to_string(index) + "]\r\n\"v\"=\"x\"\r\n";
+  machine_.Registry(values);
+  std::string project = "Type=Exe\nExeName32=App.exe\n";
+  for (int index = 0; index < kReferences; ++index) {
+    const std::string name = std::to_string(index);
+    Register(name + ".tlb");
+    machine_.Write("drive_c/" + name + ".tlb", "x");
+    machine_.Write("drive_c/" + name + ".dep",
+                   "[" + name + ".tlb]\r\nUses1=C:\\Program Files\\Common Files\\" + name + ".dll\r\n");
+    machine_.Write("drive_c/Program Files/Common Files/" + name + ".dll", "MZ");
+    project += "Reference=*\\G{" + name + ".tlb}#1.0#0#" + name + ".tlb#R\n";
+  }
+  machine_.Write("drive_c/Src/Many.vbp", project);
+  machine_.Write("drive_c/Src/App.exe", "MZ");
+  RegistryCalls calls;
+  ForwardingPlatform watched(machine_.platform(), calls);
+  WizardCore core(watched.platform(), StartMode::Automation);
+  RecordingUser user;
+  core.SetUser(&user);
+  Analysis analysis(core.platform(), user, core.global());
+  EXPECT_EQ(analysis.LoadTrees("C:\\Src\\Many.vbp", false, {}), Analysis::Result::Done);
+  EXPECT_EQ(analysis.Files().Count(), 2 * kReferences + 1U);
+  EXPECT_LE(calls.count, 30 * kReferences);
+  EXPECT_EQ(calls.unneeded, "");
 }
 
 }  // namespace

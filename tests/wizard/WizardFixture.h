@@ -25,6 +25,7 @@ struct Seen {
   std::function<void(frmMain&)> whileEventsRun;
   std::map<int, std::string> progress;  // what the label said while the bar stood there
   std::string browsed = "C:\\Src\\App.vbp";
+  std::string topic;  // of the help
   bool unloaded = false;
 };
 
@@ -49,7 +50,7 @@ class ScriptedView : public FormView {
   }
   void SetPointer(Pointer) override {}
   std::string BrowseForFile(const std::string&, const std::string&) override { return seen_.browsed; }
-  void OpenHelp(const std::string&) override {}
+  void OpenHelp(const std::string&, const std::string& topic) override { seen_.topic = topic; }
   int TextWidth(const std::string& text) const override { return static_cast<int>(text.size()); }
   int ExeLabelWidth() const override { return 20; }
   void Unload(const frmMain&) override { seen_.unloaded = true; }

@@ -65,9 +65,18 @@ bool ControlWindow::ShowState() {
 }
 
 bool ControlWindow::ShowText() {
-  if (TextOf(window_) == control_.text) return false;
-  SetWindowTextW(window_, Widen(control_.text).c_str());
+  const std::string text = ShownText();
+  if (TextOf(window_) == text) return false;
+  SetWindowTextW(window_, Widen(text).c_str());
   return true;
+}
+
+std::string ControlWindow::ShownText() const {
+  std::string text = control_.text;
+  const std::size_t key = text.find('&');
+  if (accessKey_ == AccessKey::None && key != std::string::npos) text.erase(key, 1);
+  if (accessKey_ == AccessKey::First && key == std::string::npos) text.insert(0, 1, '&');
+  return text;
 }
 
 // The items first: they would take the text with them.

@@ -9,12 +9,18 @@
 
 namespace bxvbwiz {
 
+// The access key that a text shows: its own, none, or its first letter.
+enum class AccessKey { Own, None, First };
+
 // One control of the form and the window that shows it, which dies with its dialog.
 class ControlWindow {
  public:
   // `onPage`: the window lies in that of its page, and is hidden with it.
   ControlWindow(Control& control, HWND window, bool onPage)
       : control_(control), window_(window), onPage_(onPage) {}
+
+  // Another access key than the text's own.
+  void SetAccessKey(AccessKey key) { accessKey_ = key; }
 
   HWND Handle() const { return window_; }
   Control& Shown() const { return control_; }
@@ -36,6 +42,7 @@ class ControlWindow {
  private:
   bool ShowState();
   bool ShowText();
+  std::string ShownText() const;
   bool ShowItems();
   bool ShowChecked();
   bool ShowProgress();
@@ -43,6 +50,7 @@ class ControlWindow {
   Control& control_;
   HWND window_;
   bool onPage_;
+  AccessKey accessKey_ = AccessKey::Own;
   int shownItems_ = 0;
   int shownValue_ = -1;
   unsigned shownRevision_ = 0;

@@ -85,16 +85,23 @@ class Win32View : public FormView {
   }
 
   // When it cannot be opened, a message gives its path and the system's error.
-  void OpenHelp(const std::string& helpFile) override {
+  void OpenHelp(const std::string& helpFile, const std::string& topic) override {
     const std::wstring module = PathOf(module_);
     const std::wstring path = module.substr(0, module.find_last_of(L'\\') + 1) + Widen(helpFile);
     SHELLEXECUTEINFOW open{};
     open.cbSize = sizeof(open);
     open.fMask = SEE_MASK_NOASYNC | SEE_MASK_FLAG_NO_UI;
     open.hwnd = Owner();
-    open.lpFile = path.c_str();
+    // Windows' program for help files opens a page; what opens the file itself says why it cannot.
+    const std::wstring page = L"\"" + path + L"::/" + Widen(topic) + L"\"";
+    const bool isThere = GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    open.lpFile = isThere ? L"hh.exe" : path.c_str();
+    open.lpParameters = isThere ? page.c_str() : nullptr;
     open.nShow = SW_SHOWNORMAL;
     if (ShellExecuteExW(&open)) return;
+    open.lpFile = path.c_str();
+    open.lpParameters = nullptr;
+    if (isThere && ShellExecuteExW(&open)) return;
     const std::wstring text = path + L"\r\n\r\n" + SystemText(GetLastError());
     MessageBoxW(open.hwnd, text.c_str(), Widen(form_.caption).c_str(), MB_ICONEXCLAMATION);
   }

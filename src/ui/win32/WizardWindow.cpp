@@ -114,7 +114,7 @@ void WizardWindow::FillVisibleTrees() {
   const Raised filling(filling_);
   const auto goesOn = [this] {
     ProcessEvents();
-    return form_ != nullptr;
+    return form_ != nullptr && window_ != nullptr;
   };
   for (std::size_t i = 0; i < controls_.size();) {
     if (!controls_[i]->IsOutdatedTree()) {

@@ -37,6 +37,13 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_CLOSE:
       if (window == window_.get()) form_->Form_QueryUnload();
       return TRUE;
+    case WM_DESTROY:
+      // The host has destroyed the owner, which takes this window with it.
+      if (window != window_.get()) return FALSE;
+      window_.release();
+      PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);  // wakes the loop
+      form_->Form_QueryUnload();
+      return FALSE;
     case WM_SETCURSOR:
       ShowToolTips();
       if (pointer_ == Pointer::Default) return FALSE;
@@ -53,6 +60,9 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
       // A box that takes no text is grey by default, but the report is for reading.
       const ControlWindow* box = WindowWith(reinterpret_cast<HWND>(lParam));
       if (box == nullptr || &box->Shown() != &form_->txtReport) return FALSE;
+      const auto context = reinterpret_cast<HDC>(wParam);
+      SetTextColor(context, GetSysColor(COLOR_WINDOWTEXT));
+      SetBkColor(context, GetSysColor(COLOR_WINDOW));
       return reinterpret_cast<INT_PTR>(GetSysColorBrush(COLOR_WINDOW));
     }
     default:

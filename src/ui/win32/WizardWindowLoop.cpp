@@ -70,7 +70,7 @@ void WizardWindow::RunModal() {
 
 void WizardWindow::Loop() {
   MSG message{};
-  while (form_ != nullptr && !quitCode_.has_value()) {
+  while (form_ != nullptr && window_ != nullptr && !quitCode_.has_value()) {
     const BOOL result = GetMessageW(&message, nullptr, 0, 0);
     if (result == 0) {
       quitCode_ = static_cast<int>(message.wParam);
@@ -78,7 +78,7 @@ void WizardWindow::Loop() {
       Dispatch(message);
     }
   }
-  // The thread ends, and so does the wizard.
+  // The thread ends, or the window is gone, and so does the wizard.
   if (form_ != nullptr) form_->Form_QueryUnload();
 }
 

@@ -38,6 +38,9 @@ HWND WizardWindow::MakeDialog(const Container& holder, const Place& place, HWND 
 
 void WizardWindow::TakeUp(Control& control, HWND window, bool onPage) {
   controls_.push_back(std::make_unique<ControlWindow>(control, window, onPage));
+  // Its label leads to the project's box; and on the summary page the key of Finish is that of a view.
+  if (&control == &form_->lblVBP) controls_.back()->SetAccessKey(AccessKey::First);
+  if (&control == &form_->cmdNext[kPanelSummary]) controls_.back()->SetAccessKey(AccessKey::None);
   if (control.kind == ControlKind::TreeView) {
     if (images_ == nullptr) images_ = LoadNodeImages(module_);
     SendMessageW(window, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.get()));
