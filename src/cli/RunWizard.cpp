@@ -108,7 +108,7 @@ class Run {
     }
     // Wrong usage is reported before the project is read or compiled.
     SetupAnswers own;
-    own.companyName = CompanyOfProject(core_.platform(), project);
+    if (options_.company) own.companyName = CompanyOfProject(core_.platform(), project);
     if (Refuses(Given(InitialAnswers(core_.platform().strings)), own)) return kExitUsage;
     if (!RunStep([&] { return Analyse(project); })) return kExitProject;
     if (options_.command == Command::Explain) return kExitFinished;
