@@ -127,6 +127,8 @@ void TellFilesNotListed(const AuditSubject& subject, const SetupContents& setup)
   }
   for (const CFile& file : subject.files) {
     if (listed.count(UpperCase(file.FileGroup + '\n' + AuditSubject::SourceOf(file))) != 0) continue;
+    const SetupGroup* const group = FindGroup(setup, file.FileGroup);
+    if (group != nullptr && group->isUnreadable) continue;
     AddFinding({FindingId::FileNotInGroup, {file.FileName}, file.FirstAsker()});
   }
 }

@@ -5,6 +5,7 @@
 
 #include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
+#include "support/Findings.h"
 #include "support/NumberedKeys.h"
 #include "text/Text.h"
 
@@ -76,16 +77,18 @@ class SetupReader {
         Group(ParsePath(file.name, PathPart::Title)).hasList = true;
     }
     for (SetupGroup& group : contents_.groups) {
-      group.files = FilesOf(groups + group.name + ".fgl");
+      if (group.hasList) ReadFiles(groups + group.name + ".fgl", group);
       group.settings = Keys(definitions, group.name);
     }
   }
 
   // The entries of a list of files, which may be thousands. To ask for each by its key would take longer than
   // to write them.
-  std::vector<std::string> FilesOf(const std::string& list) {
+  void ReadFiles(const std::string& list, SetupGroup& group) {
     std::string bytes;
-    if (platform_.files.Read(list, bytes) != SystemError::Success) return {};
+    const SystemError error = platform_.files.Read(list, bytes);
+    group.isUnreadable = error != SystemError::Success;
+    if (group.isUnreadable) return AddFinding(FindingId::FileUnreadable, {list, ErrorCode(error)});
     std::unordered_map<std::string, std::string_view> values;
     bool isInList = false;
     LineReader reader(bytes);
@@ -96,12 +99,11 @@ class SetupReader {
       else if (isInList && equals != std::string_view::npos)
         values.emplace(LowerCase(TrimBlanks(line.substr(0, equals))), TrimBlanks(line.substr(equals + 1)));
     }
-    std::vector<std::string> files;
     for (;;) {
-      const std::string key = "file" + std::to_string(files.size());
+      const std::string key = "file" + std::to_string(group.files.size());
       const auto value = values.find(key);
-      if (value == values.end() || value->second.empty()) return files;
-      files.push_back(platform_.codePage.Decode(value->second));
+      if (value == values.end() || value->second.empty()) return;
+      group.files.push_back(platform_.codePage.Decode(value->second));
     }
   }
 

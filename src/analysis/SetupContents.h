@@ -25,6 +25,7 @@ struct SetupGroup {
   bool isEntered = false;          // among the groups of the setup project
   std::vector<std::string> files;  // full paths of the source copies
   ProfileSection settings;         // TARGET, SELFREGISTERING and the like
+  bool isUnreadable = false;       // the list could not be read, which is reported
 };
 
 struct SetupComponent {

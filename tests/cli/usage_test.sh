@@ -113,8 +113,8 @@ done
 Expect "no drive lies in another" 2 "in another drive" analyse x.vbp --machine clone --drive P=. --drive Q=checkout
 Expect "what is on a drive is captured" 0 "captured2" capture 'P:\Src\Demo.vbp' --machine clone --drive P=checkout --to captured2
 [ ! -e "clone/drive_c/My Setups" ] || Fail "a capture makes no folder on its machine"
-Expect "the data folder is made" 0 "Nothing is left" generate checkout/Src/Demo.vbp --machine clone --drive P=checkout
-Expect "a captured drive and share give the same" 0 "Nothing is left" generate 'P:\Src\Demo.vbp' --machine captured2
+Expect "the data folder is made" 0 "Nothing is left" generate checkout/Src/Demo.vbp --machine clone --drive P=checkout --company Acme
+Expect "a captured drive and share give the same" 0 "Nothing is left" generate 'P:\Src\Demo.vbp' --machine captured2 --company Acme
 diff -rI GUID= -x Report.txt {clone,captured2}"/drive_c/My Setups" >difference || Fail "capture equals the run: $(cat difference)"
 rm -r "clone/drive_c/Program Files/Borvex/VBWiz/Template"
 Expect "what nobody can make is named" 1 'VBWiz\Template, which does not exist' machine check clone
