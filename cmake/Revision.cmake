@@ -2,6 +2,9 @@
 # As a script (cmake -DOUTPUT=FILE -DSOURCE=FOLDER -P Revision.cmake) it writes the header when its text has changed.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   set(BXVBWIZ_REVISION_FOLDER ${PROJECT_BINARY_DIR}/revision)
+  # At once, too, for programs that read the sources without building them.
+  execute_process(COMMAND ${CMAKE_COMMAND} -DOUTPUT=${BXVBWIZ_REVISION_FOLDER}/cli/Revision.h
+    -DSOURCE=${PROJECT_SOURCE_DIR} -P ${CMAKE_CURRENT_LIST_FILE})
   add_custom_target(revision
     COMMAND ${CMAKE_COMMAND} -DOUTPUT=${BXVBWIZ_REVISION_FOLDER}/cli/Revision.h -DSOURCE=${PROJECT_SOURCE_DIR}
       -P ${CMAKE_CURRENT_LIST_FILE}

@@ -71,12 +71,12 @@ std::string VersionTakenSilently(Key& library, const std::string& requested) {
   if (hasLetters && !ConvertHexVersion(requested, comparable)) comparable = requested;
   std::string taken;
   for (std::size_t position = 1; position <= library.SubKeys().Count(); ++position) {
-    const std::string name = library.SubKeys().Item(position)->Name();
+    std::string name = library.SubKeys().Item(position)->Name();
     std::string version;
     if (EqualsIgnoreCase(name, requested) || !ConvertHexVersion(name, version)) return "";
     if (version == requested) return name;
     if (IsHigherVersion(version, comparable)) return "";
-    taken = name;
+    taken = std::move(name);
   }
   return taken;
 }

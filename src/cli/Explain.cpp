@@ -245,6 +245,7 @@ void PrintGroup(const StringTable& strings, TextId heading, const std::vector<st
 
 std::vector<std::string> TextsOf(const StringTable& strings, const std::vector<Sentence>& sentences) {
   std::vector<std::string> texts;
+  texts.reserve(sentences.size());
   for (const Sentence& sentence : sentences) texts.push_back(TextOf(strings, sentence));
   return texts;
 }

@@ -156,6 +156,70 @@ void TakeAnswers(const WizardOptions& more, Options& options) {
   if (more.no) options.yesNo = Button::No;
 }
 
+void AddProjectCommands(CLI::App& app, Options& options, WizardOptions& more) {
+  CLI::App* analyse = app.add_subcommand(
+      "analyse",
+      "Show the dependency trees of a project; writes nothing, unless it is to compile the project");
+  CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
+  CLI::App* explain = app.add_subcommand(
+      "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
+  CLI::App* inspect =
+      app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
+  AddWizardOptions(*analyse, options, more);
+  AddWizardOptions(*generate, options, more);
+  AddWizardOptions(*explain, options, more);
+  explain->add_option("NAME", options.name, "A file name, a path, or a library's description or identifier")
+      ->check(RefuseEmpty)
+      ->required();
+  CLI::App* capture = app.add_subcommand(
+      "capture", "Record everything that generate reads from this computer in a new machine folder");
+  AddWizardOptions(*capture, options, more);
+  capture->add_option("--to", options.captureTo, "The folder to create; it must be new or empty")
+      ->type_name("DIR")
+      ->check(RefuseEmpty)
+      ->required();
+  CLI::App* check = app.add_subcommand(
+      "check", "Compare a setup project with what generate would make now; writes nothing");
+  AddWizardOptions(*check, options, more);
+  check
+      ->add_option("SETUP", options.setup,
+                   "The folder of the setup project or its .bxp file, as a path of either kind")
+      ->required();
+  inspect->add_option("FILE", options.files, "The files")->required();
+  inspect->add_flag("--json", options.json, "Print one JSON document");
+}
+
+void AddMachineCommands(CLI::App& app, Options& options, WizardOptions& more) {
+  CLI::App* machine = app.add_subcommand("machine", "Make, fill and check machine folders");
+  machine->require_subcommand(1);
+  machine->add_subcommand("new", "Make a machine folder with default contents")
+      ->add_option("DIR", options.newMachine, "The folder to create; it must be new or empty")
+      ->check(RefuseEmpty)
+      ->required();
+  CLI::App* enter = machine->add_subcommand(
+      "register", "Enter the type libraries of files into the registry of a machine folder");
+  enter->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
+  AddDriveOption(*enter, more);
+  enter
+      ->add_option("PATH", options.components,
+                   "Files, and folders with all below, in the machine folder's drives")
+      ->check(RefuseEmpty)
+      ->required();
+  CLI::App* check = machine->add_subcommand("check", "Say what a run on a machine folder would trip over");
+  check->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
+  AddDriveOption(*check, more);
+}
+
+// The command that was parsed.
+Command CommandOf(const CLI::App& app) {
+  const CLI::App& command = *app.get_subcommands().front();
+  const std::vector<CLI::App*> below = command.get_subcommands();
+  const std::string name = below.empty() ? "" : below.front()->get_name();
+  if (name == "register") return Command::MachineRegister;
+  if (name == "check") return Command::MachineCheck;
+  return CommandNamed(command.get_name());
+}
+
 }  // namespace
 
 const char* NameOf(Command command) {
@@ -181,55 +245,8 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
       ->check(CLI::IsMember(std::vector<std::string>(std::begin(kDescriptions), std::end(kDescriptions))))
       ->trigger_on_parse();
   WizardOptions more;
-  CLI::App* analyse = app.add_subcommand(
-      "analyse",
-      "Show the dependency trees of a project; writes nothing, unless it is to compile the project");
-  CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
-  CLI::App* explain = app.add_subcommand(
-      "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
-  CLI::App* inspect =
-      app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
-  CLI::App* machine = app.add_subcommand("machine", "Make, fill and check machine folders");
-  AddWizardOptions(*analyse, options, more);
-  AddWizardOptions(*generate, options, more);
-  AddWizardOptions(*explain, options, more);
-  explain->add_option("NAME", options.name, "A file name, a path, or a library's description or identifier")
-      ->check(RefuseEmpty)
-      ->required();
-  CLI::App* capture = app.add_subcommand(
-      "capture", "Record everything that generate reads from this computer in a new machine folder");
-  AddWizardOptions(*capture, options, more);
-  capture->add_option("--to", options.captureTo, "The folder to create; it must be new or empty")
-      ->type_name("DIR")
-      ->check(RefuseEmpty)
-      ->required();
-  CLI::App* check = app.add_subcommand(
-      "check", "Compare a setup project with what generate would make now; writes nothing");
-  AddWizardOptions(*check, options, more);
-  check
-      ->add_option("SETUP", options.setup,
-                   "The folder of the setup project or its .bxp file, as a path of either kind")
-      ->required();
-  inspect->add_option("FILE", options.files, "The files")->required();
-  inspect->add_flag("--json", options.json, "Print one JSON document");
-  machine->require_subcommand(1);
-  machine->add_subcommand("new", "Make a machine folder with default contents")
-      ->add_option("DIR", options.newMachine, "The folder to create; it must be new or empty")
-      ->check(RefuseEmpty)
-      ->required();
-  CLI::App* enter = machine->add_subcommand(
-      "register", "Enter the type libraries of files into the registry of a machine folder");
-  enter->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
-  AddDriveOption(*enter, more);
-  enter
-      ->add_option("PATH", options.components,
-                   "Files, and folders with all below, in the machine folder's drives")
-      ->check(RefuseEmpty)
-      ->required();
-  CLI::App* checkMachine =
-      machine->add_subcommand("check", "Say what a run on a machine folder would trip over");
-  checkMachine->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
-  AddDriveOption(*checkMachine, more);
+  AddProjectCommands(app, options, more);
+  AddMachineCommands(app, options, more);
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
   std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
   try {
@@ -244,9 +261,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     KeepError(arguments, error.what(), options);
     return kExitUsage;
   }
-  options.command = enter->parsed()          ? Command::MachineRegister
-                    : checkMachine->parsed() ? Command::MachineCheck
-                                             : CommandNamed(app.get_subcommands().front()->get_name());
+  options.command = CommandOf(app);
   return std::nullopt;
 }
 

@@ -211,7 +211,7 @@ class Run {
 
   // Shows the message that refuses a name.
   std::optional<NameRefusal> Refuses(const SetupAnswers& answers, const SetupAnswers& proposed) {
-    const auto refusal = RefusalOfNames(core_.platform().codePage, answers, proposed);
+    auto refusal = RefusalOfNames(core_.platform().codePage, answers, proposed);
     if (refusal) user_.ShowMessage(MessageOf(core_.platform().strings, *refusal));
     return refusal;
   }
@@ -278,7 +278,8 @@ bool IsKept(Command command) {
 // Prints the last lines of standard error: everything that was found, and how many things that is.
 void PrintRest(const Options& options, const Outcome& outcome, const StringTable& strings) {
   const Findings none(strings);
-  const Findings& found = outcome.Found() == nullptr ? none : *outcome.Found();
+  const Findings* const known = outcome.Found();
+  const Findings& found = known == nullptr ? none : *known;
   // An explanation holds those that matter to it.
   const bool isExplained = outcome.explanation != nullptr;
   for (const Finding& finding : isExplained ? none.All() : found.All()) {

@@ -64,7 +64,7 @@ std::string ReadFile(const std::string& path) {
 // Where a drive's folder lies. Throws MachineError when it cannot stand for the drive.
 std::string OpenDrive(const std::string& machineFolder, const MappedDrive& drive) {
   const bool isAbsolute = host::IsAbsolutePath(drive.folder);
-  const std::string real = host::RealPath(isAbsolute ? drive.folder : machineFolder + "/" + drive.folder);
+  std::string real = host::RealPath(isAbsolute ? drive.folder : machineFolder + "/" + drive.folder);
   if (real.empty() || host::StatusOf(real).kind != host::FileKind::Folder)
     throw MachineError(drive.origin + ": no such folder");
   const std::string own = machineFolder + kDriveName;

@@ -40,7 +40,7 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_DESTROY:
       // The host has destroyed the owner, which takes this window with it.
       if (window != window_.get()) return FALSE;
-      window_.release();
+      static_cast<void>(window_.release());
       PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);  // wakes the loop
       form_->Form_QueryUnload();
       return FALSE;
