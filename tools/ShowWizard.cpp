@@ -51,7 +51,7 @@ class Drive {
 
   // Gives the exit code, unless it is the form's to give.
   int Go() {
-    driver_.SetText("Visual Basic Project File (*.vbp)", options_.project);
+    driver_.SetText("&Visual Basic Project File (*.vbp)", options_.project);
     if (options_.rebuild) driver_.Click("&Rebuild the Project");
     int code = Leave("Welcome", "&Next>", "welcome");
     if (code == kExitFinished && !options_.skipInfo) {

@@ -79,7 +79,7 @@ TakeMachine() {  # TakeMachine MACHINE-BEFORE OUT
 RunCase() {
   local options locale
   ReadOptions "$folder/machine" C:
-  if [[ ${options[*]} == *--machine* ]]; then
+  if [[ ${options[*]} == *--machine* || ${options[0]} == machine ]]; then
     LayOut "$folder/machine"
     RunInFolder "${run[@]}"
     sed -i 's#Z:<machine>#<machine>#' "$folder/output" "$folder/result"

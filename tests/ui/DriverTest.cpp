@@ -13,7 +13,7 @@ namespace bxvbwiz {
 namespace {
 
 constexpr const char* kProject = "C:\\Src\\App.vbp";
-constexpr const char* kProjectFile = "Visual Basic Project File (*.vbp)";
+constexpr const char* kProjectFile = "&Visual Basic Project File (*.vbp)";
 constexpr const char* kApplicationName = "&Application Name";
 // Exit codes of showwizard.
 constexpr DWORD kFinished = 0;
