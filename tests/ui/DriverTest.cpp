@@ -58,7 +58,8 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   driver.Click("Bro&wse...");
   driver.AnswerFileDialog(kProject);
   WaitForText(kProjectFile, kProject);
-  for (const char* next : {"&Rebuild the Project", "&Next>", "Cancel", "&Help", kProjectFile, "Bro&wse..."}) {
+  driver.WaitForFocus("&Next>");
+  for (const char* next : {"Cancel", "&Help", kProjectFile, "Bro&wse...", "&Rebuild the Project"}) {
     driver.Key(VK_TAB);
     driver.WaitForFocus(next);
   }
