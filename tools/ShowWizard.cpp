@@ -66,7 +66,7 @@ class Drive {
     if (code != kExitFinished) return code;
     driver_.WaitForPage("Summary");
     if (pauses_) ShowFileView();
-    code = Leave("Summary", "&Finish", "summary");
+    code = Leave("Summary", "Finish", "summary");
     if (code != kExitFinished) return code;
     driver_.WaitForPage("Report");
     Pause("report");
