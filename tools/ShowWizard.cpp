@@ -40,7 +40,7 @@ std::pair<TextId, int> MessageOf(const std::string& shown) {
     const std::string text = CompiledText(message.first);
     const std::size_t value = text.find("%%1");
     const std::string rest = value == std::string::npos ? "" : text.substr(value + 3);
-    if (StartsWith(shown, text.substr(0, value)) && EndsWith(shown, rest)) return message;
+    if (StartsWith(shown, text.substr(0, value)) && shown.find(rest) != std::string::npos) return message;
   }
   return {{}, kExitFinished};
 }
