@@ -4,6 +4,7 @@
 
 #include "project/EXEFile.h"
 #include "support/basMisc.h"
+#include "support/Conversion.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -13,12 +14,6 @@ constexpr std::uint16_t kMachineIntel386 = 0x14C;  // IMAGE_FILE_MACHINE_I386
 
 bool IsForOtherMachine(const ExecutableFacts& facts) {
   return facts.exeType == kExeTypePE && facts.machine != 0 && facts.machine != kMachineIntel386;
-}
-
-std::string HexText(std::uint32_t number) {
-  std::string digits;
-  for (; number != 0; number /= 16) digits.insert(digits.begin(), "0123456789ABCDEF"[number % 16]);
-  return digits;
 }
 
 // A .dep file may name files that no program loads.
@@ -57,7 +52,7 @@ void TellOtherMachines(const AuditSubject& subject) {
     const std::string source = AuditSubject::SourceOf(file);
     const ExecutableFacts& facts = subject.executables.Of(source);
     if (!IsForOtherMachine(facts)) continue;
-    AddFinding({FindingId::OtherMachineType, {source, HexText(facts.machine)}, file.FirstAsker()});
+    AddFinding({FindingId::OtherMachineType, {source, Hexadecimal(facts.machine)}, file.FirstAsker()});
   }
 }
 

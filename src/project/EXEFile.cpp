@@ -12,16 +12,11 @@ namespace {
 
 // Sizes and offsets of IMAGE_DOS_HEADER, IMAGE_IMPORT_DESCRIPTOR and IMAGE_EXPORT_DIRECTORY in winnt.h.
 constexpr std::uint32_t kDosHeaderSize = 64;
-constexpr std::uint16_t kDosSignature = 0x5A4D;  // "MZ"
 constexpr std::uint32_t kRelocationTable = 24;
-constexpr std::uint32_t kNewHeaderOffset = 60;
-constexpr std::uint32_t kPeSignature = 0x00004550;  // "PE"
-// Fields of IMAGE_FILE_HEADER, from the signature in front of it on; IMAGE_FILE_DLL.
+// Fields of IMAGE_FILE_HEADER, from the signature in front of it on.
 constexpr std::uint32_t kMachine = 4;
 constexpr std::uint32_t kTimeDateStamp = 8;
-constexpr std::uint32_t kCharacteristics = 22;
 constexpr std::uint32_t kFileHeaderEnd = 24;
-constexpr std::uint16_t kFileIsDll = 0x2000;
 constexpr std::uint32_t kDescriptorSize = 20;
 constexpr std::uint32_t kDescriptorName = 12;
 constexpr std::uint32_t kExportDirectorySize = 40;
@@ -110,7 +105,6 @@ void EXEFile::Clear() {
   ExeType = 0;
   Machine = 0;
   LinkTime = 0;
-  IsDll = false;
   view_.reset();
 }
 
@@ -140,7 +134,6 @@ bool EXEFile::Read(const BytesSource& file, bool search) {
 void EXEFile::ReadFileHeader(std::string_view header) {
   Machine = GetWordFromBytes(header, kMachine);
   LinkTime = GetLongFromBytes(header, kTimeDateStamp);
-  IsDll = (GetWordFromBytes(header, kCharacteristics) & kFileIsDll) != 0;
 }
 
 // Checks the DOS header and sets ExeType. Gives the offset of the new header.

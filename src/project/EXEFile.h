@@ -65,10 +65,9 @@ class EXEFile {
   bool IsValid = false;                                    // the format was recognised (not DOS only)
   std::int32_t ErrorType = kExeErrorNone;
   std::int32_t ExeType = 0;
-  // Of a PE file: its processor, time of linking and kind, as IMAGE_FILE_HEADER in winnt.h has them.
+  // Of a PE file: its processor and time of linking, as IMAGE_FILE_HEADER in winnt.h has them.
   std::uint16_t Machine = 0;
   std::uint32_t LinkTime = 0;
-  bool IsDll = false;
 
  private:
   bool Read(const BytesSource& file, bool search);

@@ -37,13 +37,10 @@ ExecutableFacts Executables::Read(const std::string& path) {
     // No executable, or none that says what it imports.
   }
   facts.exeType = file.ExeType;
-  facts.errorType = file.ErrorType;
   facts.machine = file.Machine;
-  facts.isDll = file.IsDll;
   facts.size = file.FileSize;
   facts.linkTime = file.LinkTime;
   facts.exportsRegistration = file.IsExported(kRegisterFunction);
-  facts.registersItself = facts.isOpened && facts.exportsRegistration;
   facts.registersUnderOtherName = !facts.exportsRegistration && ExportsDecorated(file);
   if (facts.isOpened) {
     for (const Dependency& import : file.Dependencies) facts.imports.push_back(import.ShortName);

@@ -14,13 +14,12 @@ struct ExecutableFacts {
   bool isReadable = false;               // its bytes could be had
   bool isOpened = false;                 // a 32-bit PE file with imports
   std::int32_t exeType = 0;              // a kExeType... value
-  std::int32_t errorType = 0;            // a kExeError... value
   std::uint16_t machine = 0;             // IMAGE_FILE_HEADER::Machine; 0 when it is no PE file
-  bool isDll = false;                    // IMAGE_FILE_DLL is set
-  bool registersItself = false;          // opened, and exports DllRegisterServer
   bool exportsRegistration = false;      // exports DllRegisterServer, opened or not
   bool registersUnderOtherName = false;  // exports that name only with decoration ("_DllRegisterServer@0")
-  std::vector<std::string> imports;      // names of the import table, in its order
+  // What a setup registers: it loads the file for it.
+  bool RegistersItself() const { return isOpened && exportsRegistration; }
+  std::vector<std::string> imports;  // names of the import table, in its order
   // What tells two files of one name apart.
   std::int32_t size = 0;       // in bytes
   std::uint32_t linkTime = 0;  // IMAGE_FILE_HEADER::TimeDateStamp

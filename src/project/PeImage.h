@@ -8,6 +8,12 @@
 
 namespace bxvbwiz {
 
+// How an executable begins, and where it has the offset of its newer header: e_magic and e_lfanew of
+// IMAGE_DOS_HEADER, and IMAGE_NT_SIGNATURE, in winnt.h.
+constexpr std::uint16_t kDosSignature = 0x5A4D;  // "MZ"
+constexpr std::uint32_t kNewHeaderOffset = 60;
+constexpr std::uint32_t kPeSignature = 0x00004550;  // "PE"
+
 // Numbers of a file, low byte first. Bytes after the end count as zero, wherever `offset` lies.
 std::uint32_t GetLongFromBytes(std::string_view bytes, std::uint64_t offset);
 std::uint16_t GetWordFromBytes(std::string_view bytes, std::uint64_t offset);

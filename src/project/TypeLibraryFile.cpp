@@ -5,15 +5,12 @@
 #include <optional>
 
 #include "support/basGUID.h"
+#include "support/Conversion.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-// Where an executable has its newer header: e_magic and e_lfanew of IMAGE_DOS_HEADER in winnt.h.
-constexpr std::uint16_t kDosSignature = 0x5A4D;
-constexpr std::uint32_t kNewHeaderOffset = 60;
-constexpr std::uint32_t kPeSignature = 0x00004550;
 // IMAGE_RESOURCE_DIRECTORY, its entries and IMAGE_RESOURCE_DATA_ENTRY in winnt.h.
 constexpr std::uint32_t kDirectorySize = 16;
 constexpr std::uint32_t kNumberOfNamedEntries = 12;
@@ -51,15 +48,6 @@ constexpr std::uint32_t kBlockTail = 34;      // from the help context to the en
 
 constexpr std::uint32_t kNone = 0xFFFFFFFF;
 constexpr std::size_t kGuidSize = std::tuple_size<GuidBytes>::value;
-
-std::string Hexadecimal(std::uint32_t number) {
-  std::string text;
-  do {
-    text.insert(text.begin(), "0123456789abcdef"[number & 15U]);
-    number >>= 4U;
-  } while (number != 0);
-  return text;
-}
 
 std::string VersionText(std::uint32_t major, std::uint32_t minor) {
   return Hexadecimal(major) + "." + Hexadecimal(minor);

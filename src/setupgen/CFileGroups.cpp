@@ -212,10 +212,10 @@ std::int16_t CFileGroups::CheckSelfRegister(const std::string& filePath) {
       return;
     }
     const ExecutableFacts& facts = executables_.Of(filePath);
-    if (facts.registersItself) code = kRegisterDll;
-    Because(facts.registersItself ? TextId::RegistersItself
-            : facts.isOpened      ? TextId::RegistersNothing
-                                  : TextId::RegistersUnread,
+    if (facts.RegistersItself()) code = kRegisterDll;
+    Because(facts.RegistersItself() ? TextId::RegistersItself
+            : facts.isOpened        ? TextId::RegistersNothing
+                                    : TextId::RegistersUnread,
             {filePath});
   });
   return static_cast<std::int16_t>(code);

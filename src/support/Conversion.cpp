@@ -29,4 +29,13 @@ std::optional<long> RoundToInteger(double number, long low, long high) {
   return static_cast<long>(rounded);
 }
 
+std::string Hexadecimal(std::uint32_t number) {
+  std::string text;
+  do {
+    text.insert(text.begin(), "0123456789abcdef"[number & 15U]);
+    number >>= 4U;
+  } while (number != 0);
+  return text;
+}
+
 }  // namespace bxvbwiz

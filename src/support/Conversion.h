@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace bxvbwiz {
@@ -12,5 +14,8 @@ std::optional<double> TextToNumber(std::string_view text);
 
 // A number as the CInt family rounds it (halves to the even neighbour); nothing outside of [low, high].
 std::optional<long> RoundToInteger(double number, long low, long high);
+
+// The number in hexadecimal digits, in lower case and without leading zeros.
+std::string Hexadecimal(std::uint32_t number);
 
 }  // namespace bxvbwiz
