@@ -1,5 +1,7 @@
 # What is installed, and the packages that CPack makes of it (scripts/release.sh): for Windows a ZIP archive with
 # everything in one folder, for other systems a Debian package and an archive.
+set(documents automation.md build-server.md command-line.md findings.md json.md bxvbwiz-2.schema.json machine-folder.md)
+list(TRANSFORM documents PREPEND docs/)
 if(WIN32)
   if(NOT CMAKE_SIZEOF_VOID_P EQUAL 4)
     return()  # 64-bit Windows programs are for the tests only
@@ -8,12 +10,13 @@ if(WIN32)
   install(TARGETS Bx6vbwiz_program bxvbwiz RUNTIME DESTINATION .)
   install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/bxvbwiz.chm LICENSE CHANGELOG.md DESTINATION .)
   install(FILES packaging/register.cmd packaging/unregister.cmd packaging/README.txt DESTINATION .)
-  install(FILES docs/automation.md docs/machine-folder.md DESTINATION docs)
+  install(FILES ${documents} DESTINATION docs)
   set(CPACK_GENERATOR ZIP)
   set(CPACK_SYSTEM_NAME win32)
 else()
   install(TARGETS bxvbwiz RUNTIME)
-  install(FILES README.md CHANGELOG.md LICENSE docs/automation.md docs/machine-folder.md docs/performance.md TYPE DOC)
+  install(FILES README.md CHANGELOG.md LICENSE TYPE DOC)
+  install(FILES ${documents} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)
   # Where each shell and the manual look.
   set(descriptions man man/man1/bxvbwiz.1 bash bash-completion/completions/bxvbwiz
     zsh zsh/vendor-completions/_bxvbwiz fish fish/vendor_completions.d/bxvbwiz.fish)
