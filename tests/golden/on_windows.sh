@@ -8,8 +8,8 @@ case $(od -An -tx2 -j$(($(od -An -tu4 -j60 -N4 "$bxvbwiz") + 4)) -N2 "$bxvbwiz")
   *) systemFolder=windows/system32 ;;
 esac
 
-# Windows gives a new GUID each time.
-Masked() { sed -E 's/^((Installation)?GUID=)[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}/\1<a new GUID>/' "$1"; }
+# Windows gives a new GUID each time. A MONIKER holds a GUID too, but always the same.
+masks+=(-e 's/^((Installation)?GUID=)[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}/\1<a new GUID>/')
 
 # A 32-bit and a 64-bit program see different views of the registry. To the 32-bit loader, system32 is the 32-bit
 # folder.
