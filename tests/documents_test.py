@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Holds the documents against the program: runs the commands of their console blocks and compares what is printed, and
-compares the commands and options that they list with those of the manual page.
+compares what they list with the manual page, a new machine folder and the automation server's description.
 usage: documents_test.py BXVBWIZ MAKEPE
 
 In a console block a line that begins with "$ " is a command; the others are what it prints on both its outputs, "..."
@@ -64,6 +64,12 @@ def compare_commands(document):
             failures.append(f"{document} {problem} {command} {option}")
 
 
+def compare_names(names, *documents):
+    for document in documents:
+        text = (repository / document).read_text(encoding="utf-8")
+        failures.extend(f"{document} lacks {name}" for name in names if not re.search(rf"(?:`|<code>){name}\b", text))
+
+
 work = pathlib.Path(tempfile.mkdtemp())
 try:
     (work / "bin").mkdir()
@@ -82,6 +88,11 @@ try:
     run_commands("docs/build-server.md", work / "checkout")
     compare_commands("docs/command-line.md")
     compare_commands("help/commandline.htm")
+    machine = work / "demo/out/machine"
+    keys = re.findall(r'^"?(\w+)"?=', (machine / "machine.ini").read_text() + (machine / "registry.reg").read_text(), re.M)
+    compare_names(keys, "docs/machine-folder.md", "help/machine.htm")
+    interfaces = (repository / "src/com/BX6VBWiz.idl").read_text().split("interface ISystemInfo")
+    compare_names(re.findall(r"HRESULT (\w+)\(", interfaces[0]), "docs/automation.md", "help/automation.htm")
 finally:
     shutil.rmtree(work)
 print("\n".join(failures))
