@@ -9,25 +9,22 @@
 namespace bxvbwiz {
 namespace {
 
-namespace fs = std::filesystem;
-
+// `source`, recorded in a machine folder. What the run writes is thrown away.
 class CapturingComputer : public Computer {
  public:
-  CapturingComputer(Computer& source, const std::string& folder, bool isOfMachineFolder)
-      : source_(source),
-        captured_(fs::u8path(folder), source.platform()),
-        notes_(source.platform(), captured_),
-        scratch_(source, notes_),
-        registry_(source.platform().registry, notes_),
-        platform_(WithParts(scratch_.platform(), registry_)),
-        makesFolders_(isOfMachineFolder) {}
+  CapturingComputer(const Options& options, Computer& source)
+      : options_(options),
+        source_(source),
+        captured_(std::filesystem::u8path(options.captureTo), source.platform()),
+        notes_(MakeCaptureNotes(source.platform(), captured_)),
+        scratch_(MakeScratchComputer(source, *notes_)) {}
 
-  Platform& platform() override { return platform_; }
+  Platform& platform() override { return scratch_->platform(); }
   std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
   void MakeFolder(const std::string& path) override {
-    if (makesFolders_) scratch_.MakeFolder(path);
+    if (!options_.machine.empty()) scratch_->MakeFolder(path);
   }
-  std::string HostPath(const std::string& path) override { return scratch_.HostPath(path); }
+  std::string HostPath(const std::string& path) override { return scratch_->HostPath(path); }
   void Save() override {
     source_.Save();
     captured_.Save();
@@ -40,20 +37,18 @@ class CapturingComputer : public Computer {
   const CapturedMachine& Captured() const { return captured_; }
 
  private:
+  const Options& options_;
   Computer& source_;
   CapturedMachine captured_;
-  CaptureNotes notes_;
-  ScratchComputer scratch_;
-  ForwardingRegistry registry_;
-  Platform platform_;
-  bool makesFolders_;
+  const std::unique_ptr<CallHook> notes_;
+  const std::unique_ptr<Computer> scratch_;
 };
 
 }  // namespace
 
 int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   try {
-    CapturingComputer capturing(computer, options.captureTo, !options.machine.empty());
+    CapturingComputer capturing(options, computer);
     const int code = run(options, capturing);
     const CapturedMachine& captured = capturing.Captured();
     for (const std::string& path : captured.NotCaptured())

@@ -9,6 +9,7 @@
 #include "cli/Explain.h"
 #include "cli/JsonOutput.h"
 #include "cli/Outcome.h"
+#include "cli/ScratchComputer.h"
 #include "cli/TextOutput.h"
 #include "machine/Machine.h"
 #include "setupgen/Destinations.h"
@@ -361,7 +362,7 @@ int RunWizard(const Options& options) {
     case Command::Capture:
       return Capture(options, *computer, RunWizardOn);
     case Command::Check:
-      return CheckSetup(options, *computer, RunWizardOn);
+      return RunWizardOn(options, *MakeScratchComputer(*computer));
     default:
       return RunWizardOn(options, *computer);
   }
