@@ -1,14 +1,11 @@
-#include "cli/Inspect.h"
-
 #include <filesystem>
 #include <iostream>
 #include <utility>
 
+#include "cli/Commands.h"
 #include "cli/FileSource.h"
-#include "cli/Inspection.h"
-#include "cli/JsonOutput.h"
+#include "cli/Output.h"
 #include "cli/Terminal.h"
-#include "cli/TextOutput.h"
 #include "machine/CodePages.h"
 #include "project/EXEFile.h"
 #include "text/Text.h"

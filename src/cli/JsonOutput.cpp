@@ -1,8 +1,7 @@
-#include "cli/JsonOutput.h"
-
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "cli/Output.h"
 #include "machine/CompiledStringTable.h"
 #include "project/EXEFile.h"
 

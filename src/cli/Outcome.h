@@ -7,6 +7,7 @@
 
 #include "analysis/Analysis.h"
 #include "cli/Check.h"
+#include "project/TypeLibraryFile.h"
 #include "support/User.h"
 #include "wizard/Generation.h"
 
@@ -56,6 +57,19 @@ struct Outcome {
 
   // What was found; null when no analysis was started.
   const Findings* Found() const { return analysis == nullptr ? nullptr : &analysis->Found(); }
+};
+
+// What inspect knows about one executable.
+struct Inspection {
+  std::string file;
+  bool valid = false;
+  std::int32_t exeType = 0;
+  std::int32_t errorType = 0;
+  std::vector<std::string> imports;
+  std::vector<std::string> exports;
+  std::int32_t selfRegister = 0;
+  TypeLibraryFile typeLibraries;
+  std::string reason;  // why it is not valid
 };
 
 // "ok", "yes", ...

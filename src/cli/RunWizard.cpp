@@ -2,15 +2,13 @@
 
 #include <iostream>
 
-#include "cli/Capture.h"
 #include "cli/Check.h"
-#include "cli/Computer.h"
+#include "cli/Commands.h"
 #include "cli/ConsoleUser.h"
 #include "cli/Explain.h"
-#include "cli/JsonOutput.h"
 #include "cli/Outcome.h"
+#include "cli/Output.h"
 #include "cli/ScratchComputer.h"
-#include "cli/TextOutput.h"
 #include "machine/Machine.h"
 #include "setupgen/Destinations.h"
 #include "support/basFile.h"

@@ -13,25 +13,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
-fs::path NewTemporaryFolder() {
+// Makes a folder in a temporary place, which is removed with the last pointer to its path.
+std::shared_ptr<const fs::path> MakeTemporaryFolder() {
   std::random_device random;
-  for (;;) {
-    fs::path folder = fs::temp_directory_path() / ("bxvbwiz-" + std::to_string(random()));
-    if (fs::create_directory(folder)) return folder;
-  }
+  fs::path folder;
+  do {
+    folder = fs::temp_directory_path() / ("bxvbwiz-" + std::to_string(random()));
+  } while (!fs::create_directory(folder));
+  return {new fs::path(folder), [](const fs::path* made) {
+            std::error_code ignored;
+            fs::remove_all(*made, ignored);
+            delete made;
+          }};
 }
-
-// A folder in a temporary place, removed at the end.
-struct TemporaryFolder {
-  TemporaryFolder() = default;
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    fs::remove_all(path, ignored);
-  }
-  const fs::path path = NewTemporaryFolder();
-};
 
 // What a run writes into the folders that it makes itself goes into a scratch machine.
 class ScratchFiles : public ForwardingFileSystem {
@@ -50,7 +44,7 @@ class ScratchFiles : public ForwardingFileSystem {
   }
   void CopyFiles(const std::string& source, const std::string& target, const std::vector<std::string>& names,
                  const std::function<void(std::size_t, SystemError)>& done) override {
-    for (std::size_t i = 0; i < names.size(); ++i) done(i, Copy(source + names[i], target + names[i]));
+    FileSystem::CopyFiles(source, target, names, done);
   }
   SystemError MakeDirectory(const std::string& path) override {
     const std::string full = FullFolder(path);
@@ -132,7 +126,7 @@ class ScratchComputer : public Computer {
  public:
   ScratchComputer(Computer& source, CallHook& hook)
       : source_(source),
-        scratch_(folder_.path, source.platform()),
+        scratch_(*folder_, source.platform()),
         registry_(source.platform().registry, hook),
         files_(source.platform().files, scratch_, hook),
         profiles_(source.platform().profiles, files_, scratch_.platform().profiles, hook),
@@ -147,7 +141,7 @@ class ScratchComputer : public Computer {
 
  private:
   Computer& source_;
-  TemporaryFolder folder_;
+  const std::shared_ptr<const fs::path> folder_ = MakeTemporaryFolder();
   CapturedMachine scratch_;
   ForwardingRegistry registry_;
   ScratchFiles files_;

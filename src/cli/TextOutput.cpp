@@ -1,8 +1,7 @@
-#include "cli/TextOutput.h"
-
 #include <algorithm>
 #include <iostream>
 
+#include "cli/Output.h"
 #include "setupgen/Report.h"
 #include "support/basStr.h"
 #include "text/Text.h"
