@@ -1,14 +1,16 @@
 #include <algorithm>
 #include <iostream>
+#include <map>
 #include <optional>
 
-#include "cli/CapturedMachine.h"
 #include "cli/Commands.h"
+#include "cli/MachineCopy.h"
 #include "cli/Output.h"
 #include "cli/ScratchComputer.h"
+#include "project/basGlobal.h"
 #include "support/basFile.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
-#include "wizard/ProductValues.h"
 
 namespace bxvbwiz {
 namespace {
@@ -29,24 +31,33 @@ struct KeyPath {
   std::string path;
 };
 
-// Notes what a run asks a machine for in a captured machine. It asks the machine once more for what the call
-// gave, so that what is only in the scratch machine is not noted.
-class CaptureNotes : public CallHook {
+// Records what a run asks a machine for in a machine folder. It asks the machine once more for what the call
+// gave, so that what is only in the scratch machine is not recorded.
+class Recording : public Recorder {
  public:
-  CaptureNotes(Platform& source, CapturedMachine& captured)
-      : source_(source), captured_(captured), registry_(captured.platform().registry) {}
+  Recording(Platform& source, const std::string& folder)
+      : source_(source), captured_(std::filesystem::u8path(folder), source) {}
+
+  void Save() override {
+    for (const std::string& path : readOnly_) files_.SetAttributes(path, kAttributeReadOnly);
+    captured_.Save();
+  }
+  bool IsComplete() const override { return notCaptured_.empty(); }
+  // Files that could not be captured, because their path is none or the disk is full, each once.
+  const std::vector<std::string>& NotCaptured() const { return notCaptured_; }
+  std::size_t FileCount() const { return isKnown_.size(); }
 
   void After(const SeamCall& call, SystemError error) override {
     constexpr struct {
       std::string_view call;
-      void (CaptureNotes::*note)(const SeamCall&);
+      void (Recording::*note)(const SeamCall&);
     } kNotes[] = {
-        {"OpenKey", &CaptureNotes::NoteKey},      {"CreateKey", &CaptureNotes::NoteKey},
-        {"EnumKey", &CaptureNotes::NoteKey},      {"EnumValue", &CaptureNotes::NoteValue},
-        {"QueryValue", &CaptureNotes::NoteValue}, {"Find", &CaptureNotes::NoteList},
-        {"Open", &CaptureNotes::NoteList},        {"Read", &CaptureNotes::NoteContent},
-        {"Map", &CaptureNotes::NoteContent},      {"GetString", &CaptureNotes::NoteProfile},
-        {"Search", &CaptureNotes::NoteFound},     {"ChangeDirectory", &CaptureNotes::NoteFolder},
+        {"OpenKey", &Recording::NoteKey},      {"CreateKey", &Recording::NoteKey},
+        {"EnumKey", &Recording::NoteKey},      {"EnumValue", &Recording::NoteValue},
+        {"QueryValue", &Recording::NoteValue}, {"Find", &Recording::NoteList},
+        {"Open", &Recording::NoteList},        {"Read", &Recording::NoteContent},
+        {"Map", &Recording::NoteContent},      {"GetString", &Recording::NoteProfile},
+        {"Search", &Recording::NoteFound},     {"ChangeDirectory", &Recording::NoteFolder},
     };
     // A value that is too long for the caller is there all the same.
     if (error != SystemError::Success && error != SystemError::MoreData) return;
@@ -65,18 +76,17 @@ class CaptureNotes : public CallHook {
   }
 
   void NoteValue(const SeamCall& call) {
-    const KeyPath key(call.subject);
+    const KeyPath path(call.subject);
     const std::string name(call.detail);
-    RegistryHandle from = 0;
-    RegistryHandle to = 0;
+    const auto key = Key::Root(source_.registry, path.root)->OpenSubKeyForReading(path.path);
+    RegistryHandle made = 0;
     RegistryData data;
-    if (source_.registry.OpenKey(key.root, key.path, kKeyRead, from) != SystemError::Success) return;
-    if (source_.registry.QueryValue(from, name, kLongestValue, data) == SystemError::Success &&
-        Make(key, to)) {
-      registry_.SetValue(to, name, data);
-      registry_.CloseKey(to);
-    }
-    source_.registry.CloseKey(from);
+    if (key == nullptr ||
+        source_.registry.QueryValue(key->Handle(), name, kLongestValue, data) != SystemError::Success ||
+        !Make(path, made))
+      return;
+    registry_.SetValue(made, name, data);
+    registry_.CloseKey(made);
   }
 
   bool Make(const KeyPath& key, RegistryHandle& made) {
@@ -97,34 +107,52 @@ class CaptureNotes : public CallHook {
       } else if ((file.attributes & kAttributeDirectory) != 0) {
         captured_.AddFolder(path);
       } else {
-        captured_.AddName(path);
-        if ((file.attributes & kAttributeReadOnly) != 0) captured_.AddReadOnly(path);
+        AddName(path);
+        if ((file.attributes & kAttributeReadOnly) != 0) readOnly_.push_back(path);
       }
     }
   }
 
   // Whether a folder lies in the data folder, as the setup projects do.
   bool IsOldSetupProject(const std::string& folder) {
-    if (!dataFolder_) dataFolder_ = Full(KnownDataFolder(source_));
+    if (!dataFolder_) {
+      const auto key = Key::Root(source_.registry, kHKeyCurrentUser)->OpenSubKeyForReading(kBorvexMainKey);
+      const auto value = key == nullptr ? nullptr : key->Values().Item(std::string("DataFile"));
+      dataFolder_ = value == nullptr ? "" : Full(FixPath(value->Text()));
+    }
     return EqualsIgnoreCase(FixPath(FolderOf(folder)), *dataFolder_);
   }
 
-  void NoteContent(const SeamCall& call) { TakeContent(Full(call.subject)); }
+  void NoteContent(const SeamCall& call) { AddContent(Full(call.subject)); }
 
   void NoteProfile(const SeamCall& call) {
     const bool isBare = call.subject.find_first_of("\\/:") == std::string_view::npos;
-    TakeContent(isBare ? source_.facts.WindowsDirectory(kPathBuffer).append("\\").append(call.subject)
-                       : Full(call.subject));
+    AddContent(isBare ? source_.facts.WindowsDirectory(kPathBuffer).append("\\").append(call.subject)
+                      : Full(call.subject));
   }
 
-  void NoteFound(const SeamCall& call) { captured_.AddName(source_.files.Search(std::string(call.subject))); }
+  void NoteFound(const SeamCall& call) { AddName(source_.files.Search(std::string(call.subject))); }
 
   void NoteFolder(const SeamCall&) { captured_.AddFolder(source_.files.CurrentDirectory()); }
 
-  void TakeContent(const std::string& path) {
+  // Adds an empty file in place of one whose content was not read.
+  void AddName(const std::string& path) {
+    if (isKnown_.count(UpperCase(path)) == 0) Write(path, {}, false);
+  }
+
+  // Adds a file as it is when it is first read.
+  void AddContent(const std::string& path) {
+    const auto known = isKnown_.find(UpperCase(path));
     std::string bytes;
-    if (!captured_.HasContent(path) && source_.files.Read(path, bytes) == SystemError::Success)
-      captured_.AddContent(path, bytes);
+    if (known != isKnown_.end() && known->second) return;
+    if (source_.files.Read(path, bytes) == SystemError::Success) Write(path, bytes, true);
+  }
+
+  void Write(const std::string& path, std::string_view bytes, bool isContent) {
+    captured_.AddFolder(FolderOf(path));
+    const bool isWritten = files_.Write(path, bytes, WriteMode::Create) == SystemError::Success;
+    isKnown_[UpperCase(path)] = isContent || !isWritten;
+    if (!isWritten) notCaptured_.push_back(path);
   }
 
   std::string Full(std::string_view path) {
@@ -134,65 +162,34 @@ class CaptureNotes : public CallHook {
   }
 
   Platform& source_;
-  CapturedMachine& captured_;
-  Registry& registry_;                     // of the captured machine
+  MachineCopy captured_;
+  Registry& registry_ = captured_.platform().registry;
+  FileSystem& files_ = captured_.platform().files;
   std::optional<std::string> dataFolder_;  // once it was asked for, with a backslash at its end
-};
-
-// `source`, recorded in a machine folder. What the run writes is thrown away.
-class CapturingComputer : public Computer {
- public:
-  CapturingComputer(const Options& options, Computer& source)
-      : options_(options),
-        source_(source),
-        captured_(std::filesystem::u8path(options.captureTo), source.platform()),
-        notes_(source.platform(), captured_),
-        scratch_(MakeScratchComputer(source, notes_)) {}
-
-  Platform& platform() override { return scratch_->platform(); }
-  std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
-  void MakeFolder(const std::string& path) override {
-    if (!options_.machine.empty()) scratch_->MakeFolder(path);
-  }
-  std::string HostPath(const std::string& path) override { return scratch_->HostPath(path); }
-  void Save() override {
-    source_.Save();
-    captured_.Save();
-  }
-  int ExitCode(int code) const override {
-    const bool hasRun = code == kExitFinished || code == kExitIncomplete;
-    return hasRun && !captured_.NotCaptured().empty() ? kExitNotFinished : code;
-  }
-  std::vector<Finding> Found() const override { return source_.Found(); }
-  const CapturedMachine& Captured() const { return captured_; }
-
- private:
-  const Options& options_;
-  Computer& source_;
-  CapturedMachine captured_;
-  CaptureNotes notes_;
-  const std::unique_ptr<Computer> scratch_;
+  std::map<std::string, bool> isKnown_;    // by path in upper case; whether the content needs no more reading
+  std::vector<std::string> readOnly_;
+  std::vector<std::string> notCaptured_;
 };
 
 }  // namespace
 
 int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   try {
-    CapturingComputer capturing(options, computer);
-    const int code = run(options, capturing);
-    const CapturedMachine& captured = capturing.Captured();
-    for (const std::string& path : captured.NotCaptured())
+    Recording recording(computer.platform(), options.captureTo);
+    const auto scratch = MakeScratchComputer(computer, !options.machine.empty(), &recording);
+    const int code = run(options, *scratch);
+    for (const std::string& path : recording.NotCaptured())
       std::cerr << "bxvbwiz: " << path << " cannot be kept in a machine folder\n";
     if (code != kExitFinished && code != kExitIncomplete) {
       std::cerr << "bxvbwiz: the machine folder " << options.captureTo << " is incomplete\n";
       return code;
     }
     if (!options.json && !options.quiet) {
-      std::cout << "Captured " << captured.FileCount() << " files in the machine folder " << options.captureTo
-                << ". On another computer, run: bxvbwiz generate \"" << computer.ProjectPath(options.project)
-                << "\" --machine " << options.captureTo << '\n';
+      std::cout << "Captured " << recording.FileCount() << " files in the machine folder "
+                << options.captureTo << ". On another computer, run: bxvbwiz generate \""
+                << computer.ProjectPath(options.project) << "\" --machine " << options.captureTo << '\n';
     }
-    return capturing.ExitCode(code);
+    return scratch->ExitCode(code);
   } catch (const MachineError& error) {
     std::cerr << "bxvbwiz: " << error.what() << '\n';
     if (options.json) PrintJson(options, error.what());

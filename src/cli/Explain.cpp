@@ -1,7 +1,6 @@
 #include "cli/Explain.h"
 
 #include <algorithm>
-#include <numeric>
 #include <set>
 
 #include "support/basFile.h"
@@ -10,19 +9,16 @@
 namespace bxvbwiz {
 namespace {
 
-// How many characters differ between two names.
-std::size_t Distance(const std::string& left, const std::string& right) {
-  std::vector<std::size_t> row(right.size() + 1);
-  std::iota(row.begin(), row.end(), std::size_t{0});
-  for (std::size_t i = 0; i < left.size(); ++i) {
-    std::size_t diagonal = row[0]++;
-    for (std::size_t j = 0; j < right.size(); ++j) {
-      const std::size_t replaced = diagonal + (left[i] == right[j] ? 0 : 1);
-      diagonal = row[j + 1];
-      row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-    }
+// Whether at most that many characters must be added, left out or replaced to make one name of the other.
+bool IsLike(std::string_view left, std::string_view right, std::size_t differences) {
+  while (!left.empty() && !right.empty() && left[0] == right[0]) {
+    left.remove_prefix(1);
+    right.remove_prefix(1);
   }
-  return row.back();
+  if (left.empty() || right.empty()) return left.size() + right.size() <= differences;
+  if (differences-- == 0) return false;
+  return IsLike(left.substr(1), right, differences) || IsLike(left, right.substr(1), differences) ||
+         IsLike(left.substr(1), right.substr(1), differences);
 }
 
 // The name of the file that asks for another; empty for a line of the project.
@@ -170,8 +166,7 @@ class Question {
     std::set<std::string> taken;
     for (const std::string& name : seen_) {
       const std::string upper = UpperCase(name);
-      const bool isNear =
-          upper.find(wanted) != std::string::npos || Distance(upper, wanted) <= kMostDifferences;
+      const bool isNear = upper.find(wanted) != std::string::npos || IsLike(upper, wanted, kMostDifferences);
       if (!name.empty() && isNear && answer_.near.size() < kMostNear && taken.insert(upper).second)
         answer_.near.push_back(name);
     }

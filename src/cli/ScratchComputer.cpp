@@ -4,7 +4,8 @@
 #include <optional>
 #include <random>
 
-#include "cli/CapturedMachine.h"
+#include "cli/MachineCopy.h"
+#include "cli/Options.h"
 #include "platform/Forwarding.h"
 #include "text/Text.h"
 
@@ -30,7 +31,7 @@ std::shared_ptr<const fs::path> MakeTemporaryFolder() {
 // What a run writes into the folders that it makes itself goes into a scratch machine.
 class ScratchFiles : public ForwardingFileSystem {
  public:
-  ScratchFiles(FileSystem& source, CapturedMachine& scratch, CallHook& hook)
+  ScratchFiles(FileSystem& source, MachineCopy& scratch, CallHook& hook)
       : ForwardingFileSystem(source, hook), machine_(scratch), scratch_(scratch.platform().files) {}
 
   SystemError Copy(const std::string& source, const std::string& target) override {
@@ -95,7 +96,7 @@ class ScratchFiles : public ForwardingFileSystem {
     return found.front().attributes;
   }
 
-  CapturedMachine& machine_;
+  MachineCopy& machine_;
   FileSystem& scratch_;
   std::vector<std::string> made_;  // in upper case, without a backslash at the end
 };
@@ -124,25 +125,41 @@ class ScratchProfileStrings : public ForwardingProfileStrings {
 // The settings of the log are those of `source`.
 class ScratchComputer : public Computer {
  public:
-  ScratchComputer(Computer& source, CallHook& hook)
+  ScratchComputer(Computer& source, bool makesFolders, Recorder* recorder)
       : source_(source),
+        makesFolders_(makesFolders),
+        recorder_(recorder),
+        hook_(recorder == nullptr ? NoHook() : *recorder),
         scratch_(*folder_, source.platform()),
-        registry_(source.platform().registry, hook),
-        files_(source.platform().files, scratch_, hook),
-        profiles_(source.platform().profiles, files_, scratch_.platform().profiles, hook),
+        registry_(source.platform().registry, hook_),
+        files_(source.platform().files, scratch_, hook_),
+        profiles_(source.platform().profiles, files_, scratch_.platform().profiles, hook_),
         platform_(WithParts(source.platform(), registry_, files_, profiles_)) {}
 
   Platform& platform() override { return platform_; }
   std::string ProjectPath(const std::string& project) override { return source_.ProjectPath(project); }
-  void MakeFolder(const std::string& path) override { files_.MakeFolder(path); }
+  void MakeFolder(const std::string& path) override {
+    if (makesFolders_) files_.MakeFolder(path);
+  }
   std::string HostPath(const std::string&) override { return {}; }
-  void Save() override {}
+  void Save() override {
+    if (recorder_ == nullptr) return;
+    source_.Save();
+    recorder_->Save();
+  }
+  int ExitCode(int code) const override {
+    const bool hasRun = code == kExitFinished || code == kExitIncomplete;
+    return hasRun && recorder_ != nullptr && !recorder_->IsComplete() ? kExitNotFinished : code;
+  }
   std::vector<Finding> Found() const override { return source_.Found(); }
 
  private:
   Computer& source_;
+  const bool makesFolders_;
+  Recorder* const recorder_;
+  CallHook& hook_;
   const std::shared_ptr<const fs::path> folder_ = MakeTemporaryFolder();
-  CapturedMachine scratch_;
+  MachineCopy scratch_;
   ForwardingRegistry registry_;
   ScratchFiles files_;
   ScratchProfileStrings profiles_;
@@ -151,8 +168,8 @@ class ScratchComputer : public Computer {
 
 }  // namespace
 
-std::unique_ptr<Computer> MakeScratchComputer(Computer& source, CallHook& hook) {
-  return std::make_unique<ScratchComputer>(source, hook);
+std::unique_ptr<Computer> MakeScratchComputer(Computer& source, bool makesFolders, Recorder* recorder) {
+  return std::make_unique<ScratchComputer>(source, makesFolders, recorder);
 }
 
 }  // namespace bxvbwiz

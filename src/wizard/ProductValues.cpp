@@ -27,13 +27,6 @@ std::string ProductFolder(Platform& platform, User& user, RegistryHandle root, c
   return FixPath(folder);
 }
 
-std::string KnownFolder(Platform& platform, RegistryHandle root, const char* path, const char* name) {
-  const auto key = Key::Root(platform.registry, root)->OpenSubKeyForReading(path);
-  const auto value = key == nullptr ? nullptr : key->Values().Item(std::string(name));
-  const std::string folder = value == nullptr ? "" : value->Text();
-  return folder.empty() ? "" : FixPath(folder);
-}
-
 }  // namespace
 
 std::string DataFolder(Platform& platform, User& user) {
@@ -42,14 +35,6 @@ std::string DataFolder(Platform& platform, User& user) {
 
 std::string TemplateFolder(Platform& platform, User& user) {
   return ProductFolder(platform, user, RegConstants::HKeyLocalMachine, kBorvexWizardKey, "TemplateSource");
-}
-
-std::string KnownDataFolder(Platform& platform) {
-  return KnownFolder(platform, RegConstants::HKeyCurrentUser, kBorvexMainKey, "DataFile");
-}
-
-std::string KnownTemplateFolder(Platform& platform) {
-  return KnownFolder(platform, RegConstants::HKeyLocalMachine, kBorvexWizardKey, "TemplateSource");
 }
 
 }  // namespace bxvbwiz

@@ -13,8 +13,5 @@ namespace bxvbwiz {
 std::string DataFolder(Platform& platform, User& user);
 // The folder of the template setup project, with a trailing backslash.
 std::string TemplateFolder(Platform& platform, User& user);
-// The same, but empty when the value does not say.
-std::string KnownDataFolder(Platform& platform);
-std::string KnownTemplateFolder(Platform& platform);
 
 }  // namespace bxvbwiz

@@ -1,9 +1,10 @@
 #include "wizard/SetupPaths.h"
 
+#include "project/basGlobal.h"
 #include "setupgen/Report.h"
 #include "setupgen/SetupFiles.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
-#include "wizard/ProductValues.h"
 
 namespace bxvbwiz {
 namespace {
@@ -11,6 +12,13 @@ namespace {
 // Of a file's path and a folder's, with the end that the system adds.
 constexpr std::size_t kLongestFile = 260;
 constexpr std::size_t kLongestFolder = 248;
+
+std::string FolderOfProduct(Platform& platform, RegistryHandle root, const char* path, const char* name) {
+  const auto key = Key::Root(platform.registry, root)->OpenSubKeyForReading(path);
+  const auto value = key == nullptr ? nullptr : key->Values().Item(std::string(name));
+  const std::string folder = value == nullptr ? "" : value->Text();
+  return folder.empty() ? "" : FixPath(folder);
+}
 
 // A path that the setup project would have, and the length that it must not reach.
 struct LimitedPath {
@@ -35,7 +43,7 @@ void AddCopies(FileSystem& files, const std::string& source, const std::string& 
 
 std::optional<NameRefusal> RefusalOfLength(Platform& platform, const Analysis& analysis,
                                            const std::string& name) {
-  const std::string data = KnownDataFolder(platform);
+  const std::string data = FolderOfProduct(platform, kHKeyCurrentUser, kBorvexMainKey, "DataFile");
   if (data.empty()) return std::nullopt;
   const std::string folder = data + name + "\\";
   std::vector<LimitedPath> paths = {{data + name, kLongestFolder},
@@ -44,7 +52,7 @@ std::optional<NameRefusal> RefusalOfLength(Platform& platform, const Analysis& a
                                     {LeftToDoFile(folder), kLongestFile}};
   for (const CFile& file : analysis.Files())
     paths.push_back({GroupsFolder(folder) + file.FileGroup + ".fgl", kLongestFile});
-  const std::string source = KnownTemplateFolder(platform);
+  const std::string source = FolderOfProduct(platform, kHKeyLocalMachine, kBorvexWizardKey, "TemplateSource");
   if (!source.empty()) AddCopies(platform.files, source, folder, paths);
   for (const auto& [path, limit] : paths) {
     if (CharacterCount(path) >= limit)
