@@ -1,4 +1,5 @@
 #include <iostream>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "cli/Output.h"
@@ -11,36 +12,30 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 // Programs read the name; the number is what hosts and other documents of the wizard show.
-struct NumberName {
-  std::int32_t number;
-  const char* name;
-};
+using NumberNames = std::map<std::int32_t, const char*>;
 
-constexpr NumberName kExeTypes[] = {{0, "none"},        {kExeTypeDos, "dos"}, {kExeTypeNE, "ne"},
-                                    {kExeTypeLE, "le"}, {kExeTypeXE, "xe"},   {kExeTypePE, "pe"}};
-constexpr NumberName kErrorTypes[] = {
+const NumberNames kExeTypes = {{0, "none"},        {kExeTypeDos, "dos"}, {kExeTypeNE, "ne"},
+                               {kExeTypeLE, "le"}, {kExeTypeXE, "xe"},   {kExeTypePE, "pe"}};
+const NumberNames kErrorTypes = {
     {kExeErrorNone, "none"}, {kExeErrorNotValid, "notValid"}, {kExeErrorNoImports, "noImports"}};
-constexpr NumberName kRegisterCodes[] = {{kRegisterNone, "none"},
-                                         {kRegisterDll, "dll"},
-                                         {kRegisterExe, "exe"},
-                                         {kRegisterTypeLibrary, "typeLibrary"},
-                                         {kRegisterRemote, "remote"},
-                                         {kRegisterNoMacro, "noMacro"},
-                                         {kRegisterUnknownMacro, "unknownMacro"}};
-constexpr NumberName kStyles[] = {{kStyleRetryCancel, "retryCancel"},
-                                  {kStyleCritical, "critical"},
-                                  {kStyleYesNo, "yesNo"},
-                                  {kStyleExclamation, "exclamation"},
-                                  {kStyleExclamation | kStyleYesNo, "exclamationYesNo"},
-                                  {kStyleInformation, "information"}};
+const NumberNames kRegisterCodes = {{kRegisterNone, "none"},
+                                    {kRegisterDll, "dll"},
+                                    {kRegisterExe, "exe"},
+                                    {kRegisterTypeLibrary, "typeLibrary"},
+                                    {kRegisterRemote, "remote"},
+                                    {kRegisterNoMacro, "noMacro"},
+                                    {kRegisterUnknownMacro, "unknownMacro"}};
+const NumberNames kStyles = {{kStyleRetryCancel, "retryCancel"},
+                             {kStyleCritical, "critical"},
+                             {kStyleYesNo, "yesNo"},
+                             {kStyleExclamation, "exclamation"},
+                             {kStyleExclamation | kStyleYesNo, "exclamationYesNo"},
+                             {kStyleInformation, "information"}};
 constexpr const char* kOutcomes[] = {"installed", "system", "dataAccess", "missing", "refused"};
 
-template <std::size_t size>
-const char* NameIn(const NumberName (&names)[size], std::int32_t number) {
-  for (const NumberName& row : names) {
-    if (row.number == number) return row.name;
-  }
-  return "unknown";
+const char* NameIn(const NumberNames& names, std::int32_t number) {
+  const auto found = names.find(number);
+  return found == names.end() ? "unknown" : found->second;
 }
 
 // Makes the parts of a document, a row for each of their fields.
@@ -152,16 +147,20 @@ class Writer {
             {"flags", library.flags},           {"resource", library.resource}};
   }
 
+  Json Of(const Dependency& import) const { return import.ShortName; }
+  Json Of(const std::string& text) const { return text; }
+
   Json Of(const Inspection& inspection) const {
+    const EXEFile& file = inspection.executable;
     return {{"file", inspection.file},
-            {"valid", inspection.valid},
+            {"valid", file.IsValid},
             {"reason", inspection.reason},
-            {"exeType", inspection.exeType},
-            {"exeTypeName", NameIn(kExeTypes, inspection.exeType)},
-            {"errorType", inspection.errorType},
-            {"errorTypeName", NameIn(kErrorTypes, inspection.errorType)},
-            {"imports", inspection.imports},
-            {"exports", inspection.exports},
+            {"exeType", file.ExeType},
+            {"exeTypeName", NameIn(kExeTypes, file.ExeType)},
+            {"errorType", file.ErrorType},
+            {"errorTypeName", NameIn(kErrorTypes, file.ErrorType)},
+            {"imports", Array(file.Dependencies)},
+            {"exports", Array(file.Exports)},
             {"selfRegister", inspection.selfRegister},
             {"selfRegisterName", NameIn(kRegisterCodes, inspection.selfRegister)},
             {"typeLibraries", Array(inspection.typeLibraries.libraries)},

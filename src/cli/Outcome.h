@@ -7,6 +7,7 @@
 
 #include "analysis/Analysis.h"
 #include "cli/Check.h"
+#include "project/EXEFile.h"
 #include "project/TypeLibraryFile.h"
 #include "support/User.h"
 #include "wizard/Generation.h"
@@ -59,17 +60,13 @@ struct Outcome {
   const Findings* Found() const { return analysis == nullptr ? nullptr : &analysis->Found(); }
 };
 
-// What inspect knows about one executable.
+// What inspect knows about one file.
 struct Inspection {
   std::string file;
-  bool valid = false;
-  std::int32_t exeType = 0;
-  std::int32_t errorType = 0;
-  std::vector<std::string> imports;
-  std::vector<std::string> exports;
-  std::int32_t selfRegister = 0;
+  EXEFile executable;
   TypeLibraryFile typeLibraries;
-  std::string reason;  // why it is not valid
+  std::int32_t selfRegister = kRegisterNone;
+  std::string reason;  // why it is not an executable
 };
 
 // "ok", "yes", ...

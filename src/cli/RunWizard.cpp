@@ -14,7 +14,6 @@
 #include "support/basFile.h"
 #include "support/basStr.h"
 #include "text/Text.h"
-#include "wizard/Demands.h"
 #include "wizard/ProductValues.h"
 #include "wizard/Rebuild.h"
 #include "wizard/SetupPaths.h"

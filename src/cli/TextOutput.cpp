@@ -176,16 +176,21 @@ void PrintText(const Explanation& explanation, const StringTable& strings) {
 }
 
 void PrintText(const Inspection& inspection) {
-  std::cout << inspection.file << ": " << FormatName(inspection.exeType);
+  const EXEFile& file = inspection.executable;
+  std::cout << inspection.file << ": " << FormatName(file.ExeType);
   if (!inspection.reason.empty()) std::cout << " (" << inspection.reason << ")";
   std::cout << ", register code " << inspection.selfRegister << '\n';
   std::vector<std::string> libraries = inspection.typeLibraries.faults;
   for (const TypeLibraryFacts& library : inspection.typeLibraries.libraries)
     libraries.push_back(library.identifier + " version " + library.version + ", language " +
                         library.language + ", \"" + library.description + "\"");
+  std::vector<std::string> imports;
+  for (const Dependency& import : file.Dependencies) imports.push_back(import.ShortName);
+  std::vector<std::string> exports;
+  for (const std::string& name : file.Exports) exports.push_back(name);
   PrintList("type libraries", libraries);
-  PrintList("imports", inspection.imports);
-  PrintList("exports", inspection.exports);
+  PrintList("imports", imports);
+  PrintList("exports", exports);
 }
 
 }  // namespace bxvbwiz
