@@ -5,7 +5,6 @@
 
 #include "analysis/SetupContents.h"
 #include "cli/Computer.h"
-#include "cli/Options.h"
 
 namespace bxvbwiz {
 
@@ -36,9 +35,5 @@ std::string SetupFolderOf(Computer& computer, const std::string& path);
 // and the answers. What it leaves to people is told as made by hand, and so is a file group whose name is not
 // one of the wizard's. GUIDs and the folder may differ.
 std::vector<Difference> DifferencesOf(const SetupContents& present, const SetupContents& expected);
-
-// check: makes the setup project in scratch, compares it with the one that the options name, and writes
-// nothing. Gives the exit code.
-int CheckSetup(const Options& options, Computer& computer, const WizardRun& run);
 
 }  // namespace bxvbwiz

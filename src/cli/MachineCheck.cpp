@@ -1,8 +1,7 @@
-#include "cli/MachineCheck.h"
-
 #include <filesystem>
 #include <iostream>
 
+#include "cli/Commands.h"
 #include "machine/Machine.h"
 #include "support/basFile.h"
 #include "support/basStr.h"

@@ -1,12 +1,10 @@
-#include "cli/MachineNew.h"
-
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string_view>
 #include <vector>
 
-#include "cli/Options.h"
+#include "cli/Commands.h"
 #include "sysinfo/WindowsFiles.h"
 
 namespace bxvbwiz {
@@ -169,8 +167,9 @@ int Refuse(const std::string& path, const std::string& reason, int code) {
 
 }  // namespace
 
-int MakeMachine(const std::string& folder) {
+int MakeMachine(const Options& options) {
   std::error_code error;
+  const std::string& folder = options.newMachine;
   const fs::path root = fs::u8path(folder);
   if (fs::exists(root, error) && (!fs::is_directory(root, error) || !fs::is_empty(root, error))) {
     return Refuse(folder, "already exists and is not empty", kExitUsage);

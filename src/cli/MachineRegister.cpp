@@ -1,9 +1,8 @@
-#include "cli/MachineRegister.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
 
+#include "cli/Commands.h"
 #include "cli/FileSource.h"
 #include "machine/Machine.h"
 #include "machine/MachineError.h"

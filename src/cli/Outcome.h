@@ -7,6 +7,8 @@
 
 #include "analysis/Analysis.h"
 #include "cli/Check.h"
+#include "project/EXEFile.h"
+#include "project/TypeLibraryFile.h"
 #include "support/User.h"
 #include "wizard/Generation.h"
 
@@ -18,23 +20,24 @@ struct ShownMessage {
   Button answer = Button::Ok;
 };
 
-// What asks for a file, and what asks for that in turn.
-struct Asker {
-  Origin origin;
-  std::vector<Asker> askers;
+// A file of the setup, and where it is in the setup project.
+struct InstalledFile {
+  const CFile* record;        // of the analysis
+  std::string symbol;         // of its destination; empty when it could not be found out
+  std::string component;      // likewise
+  std::vector<Sentence> why;  // the rules that decided all this, in their order
 };
 
 // What explain tells of one name.
 struct Explanation {
-  std::string name;  // as it was given
-  // Where it is in the setup, or why it is not.
-  Sentence verdict;
+  std::string name;               // of its file, or as it was given
+  Sentence verdict;               // where it is in the setup, or why it is not
   bool isKnown = false;           // the project asks for it
   std::vector<std::string> near;  // names like one that is not known
-  std::vector<Asker> askers;
+  TreeNode askers;                // its children ask for it, theirs for them
   bool hasMoreAskers = false;
   std::vector<LibraryLookup> lookups;
-  std::vector<Sentence> reasons;
+  std::vector<Sentence> why;
   std::vector<Finding> findings;
 };
 
@@ -43,8 +46,7 @@ struct Outcome {
   bool finished = false;
   std::int16_t returnCode = 0;
   std::unique_ptr<Analysis> analysis;  // null when none was started
-  std::vector<std::string> symbols;    // the destination symbols of the analysis' files, in their order
-  std::vector<Sentence> components;    // why each of them goes into its component, which is the first value
+  std::vector<InstalledFile> files;
   std::unique_ptr<Explanation> explanation;  // of explain; null when it has none
   std::string error;                         // why the program could not go on, as it was printed
   GeneratedSetup setup;
@@ -56,6 +58,15 @@ struct Outcome {
 
   // What was found; null when no analysis was started.
   const Findings* Found() const { return analysis == nullptr ? nullptr : &analysis->Found(); }
+};
+
+// What inspect knows about one file.
+struct Inspection {
+  std::string file;
+  EXEFile executable;
+  TypeLibraryFile typeLibraries;
+  std::int32_t selfRegister = kRegisterNone;
+  std::string reason;  // why it is not an executable
 };
 
 // "ok", "yes", ...

@@ -2,20 +2,18 @@
 
 #include <iostream>
 
-#include "cli/Capture.h"
 #include "cli/Check.h"
-#include "cli/Computer.h"
+#include "cli/Commands.h"
 #include "cli/ConsoleUser.h"
 #include "cli/Explain.h"
-#include "cli/JsonOutput.h"
 #include "cli/Outcome.h"
-#include "cli/TextOutput.h"
+#include "cli/Output.h"
+#include "cli/ScratchComputer.h"
 #include "machine/Machine.h"
 #include "setupgen/Destinations.h"
 #include "support/basFile.h"
 #include "support/basStr.h"
 #include "text/Text.h"
-#include "wizard/Demands.h"
 #include "wizard/ProductValues.h"
 #include "wizard/Rebuild.h"
 #include "wizard/SetupPaths.h"
@@ -95,8 +93,8 @@ class Run {
 
   // A name that the project does not ask for is answered, too, but not with success.
   int ExplainName() {
-    outcome_.explanation =
-        std::make_unique<Explanation>(Explain(outcome_, options_.name, core_.global().gDepFilePath()));
+    outcome_.explanation = std::make_unique<Explanation>(
+        Explain(outcome_, core_.platform().strings, options_.name, core_.global().gDepFilePath()));
     return outcome_.explanation->isKnown ? kExitFinished : kExitNotFinished;
   }
 
@@ -217,17 +215,19 @@ class Run {
   }
 
   // A file whose symbol could not be found out has an empty one.
-  void TakeSymbols(Analysis& analysis) {
-    for (const CFile& file : analysis.Files()) {
-      outcome_.symbols.push_back(analysis.FileGroups().ConvertDestMacroToBXDestSymbol(file.Destination));
-      outcome_.components.push_back(ComponentOf(outcome_.symbols.back(), file.FileGroup));
+  void TakeFiles(Analysis& analysis) {
+    for (const CFile& file : analysis.Files()) outcome_.files.push_back({&file, "", "", file.reasons});
+    for (InstalledFile& file : outcome_.files) {
+      file.symbol = analysis.FileGroups().ConvertDestMacroToBXDestSymbol(file.record->Destination);
+      file.why.push_back(ComponentOf(file.symbol, file.record->FileGroup));
+      file.component = file.why.back().values.front();
     }
   }
 
   // What is printed and was not made on the way.
   int TakeResults() {
     if (options_.command == Command::Check) return Compare();
-    if (outcome_.analysis != nullptr) TakeSymbols(*outcome_.analysis);
+    if (outcome_.analysis != nullptr) TakeFiles(*outcome_.analysis);
     if (!outcome_.projectFile.empty()) outcome_.projectFileHere = computer_.HostPath(outcome_.projectFile);
     const std::string& folder = outcome_.setup.folder;
     if (!folder.empty()) ListFiles(computer_.platform().files, folder, "", outcome_);
@@ -237,7 +237,7 @@ class Run {
   int Compare() {
     Comparison& comparison = outcome_.comparison;
     Platform& platform = computer_.platform();
-    if (outcome_.analysis != nullptr) TakeSymbols(*outcome_.analysis);
+    if (outcome_.analysis != nullptr) TakeFiles(*outcome_.analysis);
     if (comparison.setupFolder.empty() || outcome_.setup.report.empty()) return kExitFinished;
     comparison.differences = DifferencesOf(ReadSetup(platform, comparison.setupFolder),
                                            ReadSetup(platform, outcome_.setup.folder));
@@ -361,7 +361,7 @@ int RunWizard(const Options& options) {
     case Command::Capture:
       return Capture(options, *computer, RunWizardOn);
     case Command::Check:
-      return CheckSetup(options, *computer, RunWizardOn);
+      return RunWizardOn(options, *MakeScratchComputer(*computer));
     default:
       return RunWizardOn(options, *computer);
   }

@@ -1,10 +1,10 @@
-#include "cli/TextOutput.h"
-
 #include <algorithm>
 #include <iostream>
 
+#include "cli/Output.h"
 #include "setupgen/Report.h"
 #include "support/basStr.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
@@ -44,48 +44,40 @@ TreeNode FileTree(const std::vector<std::string>& files) {
   return root;
 }
 
-void PrintFacts(const CFile& file, const std::string& symbol) {
-  std::cout << file.FileName << "\n  destination "
-            << (file.Destination.empty() ? "(application)" : file.Destination) << " = " << symbol
-            << "\n  from " << file.FileLinkPath << (file.LinkResolves ? "" : " (not found)") << "\n  group "
-            << file.FileGroup << ", register code " << file.SelfRegister
-            << (file.SharedFile ? ", shared" : "") << '\n';
-}
-
 void PrintViews(const Analysis& analysis) {
   if (analysis.ProjectView().Nodes().empty()) return;
   PrintView("VB project view", analysis.ProjectView());
   PrintView("File group view", analysis.FileGroupView());
 }
 
-void PrintFiles(const Outcome& outcome) {
-  std::size_t index = 0;
-  for (const CFile& file : outcome.analysis->Files()) PrintFacts(file, outcome.symbols.at(index++));
+void PrintFacts(const InstalledFile& installed) {
+  const CFile& file = *installed.record;
+  std::cout << file.FileName << "\n  destination "
+            << (file.Destination.empty() ? "(application)" : file.Destination) << " = " << installed.symbol
+            << "\n  from " << file.FileLinkPath << (file.LinkResolves ? "" : " (not found)") << "\n  group "
+            << file.FileGroup << ", register code " << file.SelfRegister
+            << (file.SharedFile ? ", shared" : "") << '\n';
 }
 
 // One line each: the sign, what it is, where it is, and the values.
-void PrintDifferences(const std::vector<Difference>& differences, bool byHand, const StringTable& strings) {
-  for (const Difference& difference : differences) {
-    if (difference.byHand != byHand) continue;
-    std::cout << static_cast<char>(difference.sign) << ' ' << difference.kind << ' ' << difference.name;
-    if (!difference.owner.empty())
-      std::cout << TextOf(strings, {TextId::DifferenceOwner, {difference.owner}});
-    if (difference.sign == Difference::Sign::Other)
-      std::cout << TextOf(strings, {TextId::DifferenceValues, {difference.present, difference.expected}});
-    std::cout << '\n';
-  }
+void PrintDifference(const Difference& difference, const StringTable& strings) {
+  std::cout << static_cast<char>(difference.sign) << ' ' << difference.kind << ' ' << difference.name;
+  if (!difference.owner.empty()) std::cout << TextOf(strings, {TextId::DifferenceOwner, {difference.owner}});
+  if (difference.sign == Difference::Sign::Other)
+    std::cout << TextOf(strings, {TextId::DifferenceValues, {difference.present, difference.expected}});
+  std::cout << '\n';
 }
 
-void PrintDifferences(const Outcome& outcome, const StringTable& strings) {
-  if (!outcome.finished) return;
-  const Comparison& comparison = outcome.comparison;
+void PrintComparison(Comparison comparison, const StringTable& strings) {
   const TextId verdict = comparison.IsEqual() ? TextId::SetupIsEqual : TextId::SetupDiffers;
   std::cout << TextOf(strings, {verdict, {comparison.setupFolder}}) << '\n';
-  PrintDifferences(comparison.differences, false, strings);
-  const auto isByHand = [](const Difference& difference) { return difference.byHand; };
-  if (std::none_of(comparison.differences.begin(), comparison.differences.end(), isByHand)) return;
-  std::cout << TextOf(strings, {TextId::MadeByHand, {}}) << '\n';
-  PrintDifferences(comparison.differences, true, strings);
+  std::vector<Difference>& all = comparison.differences;
+  const auto byHand = std::stable_partition(all.begin(), all.end(),
+                                            [](const Difference& difference) { return !difference.byHand; });
+  for (auto difference = all.begin(); difference != all.end(); ++difference) {
+    if (difference == byHand) std::cout << strings.Text(TextId::MadeByHand) << '\n';
+    PrintDifference(*difference, strings);
+  }
 }
 
 void PrintList(const char* title, const std::vector<std::string>& names) {
@@ -94,6 +86,44 @@ void PrintList(const char* title, const std::vector<std::string>& names) {
   std::string lines;  // one call for all of them: a DLL exports thousands
   for (const std::string& name : names) lines.append("    ").append(name).append(1, '\n');
   std::cout << lines;
+}
+
+// Prints an indented line, broken at blanks when it is too long.
+void PrintLine(const std::string& text) {
+  constexpr std::size_t kWidth = 100;
+  std::string line = "  " + text;
+  const std::size_t indent = line.find_first_not_of(' ');
+  while (CharacterCount(line) > kWidth) {
+    const std::size_t at = line.rfind(' ', kWidth);
+    if (at == std::string::npos || at < line.find_first_not_of(' ')) break;
+    std::cout << line.substr(0, at) << '\n';
+    line.replace(0, at + 1, indent + 2, ' ');
+  }
+  std::cout << line << '\n';
+}
+
+void PrintGroup(const StringTable& strings, TextId heading, const std::vector<std::string>& lines) {
+  if (lines.empty()) return;
+  std::cout << '\n' << strings.Text(heading) << '\n';
+  for (const std::string& line : lines) PrintLine(line);
+}
+
+void AddAskers(const TreeNodes& askers, const std::string& indent, std::vector<std::string>& lines) {
+  for (const auto& asker : askers) {
+    lines.push_back(indent + asker->text);
+    AddAskers(asker->children, indent + "  ", lines);
+  }
+}
+
+void AddLookup(const StringTable& strings, const LibraryLookup& lookup, std::vector<std::string>& lines) {
+  const auto orNone = [&](const std::string& text) {
+    return text.empty() ? strings.Text(TextId::NoneThere) : text;
+  };
+  lines.push_back(TextOf(
+      strings, {TextId::ExplainLibrary,
+                {orNone(lookup.identifier), orNone(lookup.version), orNone(Joined(lookup.registered))}}));
+  const TextId path = lookup.hasRegisteredPath ? TextId::ExplainRegisteredPath : TextId::ExplainSystemPath;
+  if (!lookup.path.empty()) lines.push_back(TextOf(strings, {path, {orNone(lookup.taken), lookup.path}}));
 }
 
 const char* FormatName(int exeType) {
@@ -105,10 +135,13 @@ const char* FormatName(int exeType) {
 }  // namespace
 
 void PrintText(const Options& options, const Outcome& outcome, const StringTable& strings) {
-  if (options.command == Command::Check) return PrintDifferences(outcome, strings);
+  if (options.command == Command::Check) {
+    if (outcome.finished) PrintComparison(outcome.comparison, strings);
+    return;
+  }
   if (outcome.analysis != nullptr) PrintViews(*outcome.analysis);
   if (options.verbose) {
-    if (outcome.analysis != nullptr) PrintFiles(outcome);
+    for (const InstalledFile& file : outcome.files) PrintFacts(file);
     std::cout << '\n';
   }
   const GeneratedSetup& setup = outcome.setup;
@@ -121,17 +154,43 @@ void PrintText(const Options& options, const Outcome& outcome, const StringTable
   if (!outcome.projectFileHere.empty()) std::cout << "\nSetup project: " << outcome.projectFileHere << '\n';
 }
 
+void PrintText(const Explanation& explanation, const StringTable& strings) {
+  std::cout << explanation.name << '\n';
+  PrintLine(TextOf(strings, explanation.verdict));
+  for (const std::string& name : explanation.near) PrintLine(TextOf(strings, {TextId::ExplainNear, {name}}));
+  std::vector<std::string> askers;
+  AddAskers(explanation.askers.children, "", askers);
+  if (explanation.hasMoreAskers) askers.push_back(strings.Text(TextId::ExplainOthers));
+  PrintGroup(strings, TextId::ExplainAskedBy, askers);
+  std::vector<std::string> lookups;
+  for (const LibraryLookup& lookup : explanation.lookups) AddLookup(strings, lookup, lookups);
+  PrintGroup(strings, TextId::ExplainLookUp, lookups);
+  std::vector<std::string> why;
+  for (const Sentence& reason : explanation.why) why.push_back(TextOf(strings, reason));
+  PrintGroup(strings, TextId::ExplainDecided, why);
+  std::vector<std::string> findings;
+  for (const Finding& finding : explanation.findings) {
+    for (const std::string& line : LinesOf(strings, finding)) findings.push_back(line);
+  }
+  PrintGroup(strings, TextId::ExplainFindings, findings);
+}
+
 void PrintText(const Inspection& inspection) {
-  std::cout << inspection.file << ": " << FormatName(inspection.exeType);
+  const EXEFile& file = inspection.executable;
+  std::cout << inspection.file << ": " << FormatName(file.ExeType);
   if (!inspection.reason.empty()) std::cout << " (" << inspection.reason << ")";
   std::cout << ", register code " << inspection.selfRegister << '\n';
   std::vector<std::string> libraries = inspection.typeLibraries.faults;
   for (const TypeLibraryFacts& library : inspection.typeLibraries.libraries)
     libraries.push_back(library.identifier + " version " + library.version + ", language " +
                         library.language + ", \"" + library.description + "\"");
+  std::vector<std::string> imports;
+  for (const Dependency& import : file.Dependencies) imports.push_back(import.ShortName);
+  std::vector<std::string> exports;
+  for (const std::string& name : file.Exports) exports.push_back(name);
   PrintList("type libraries", libraries);
-  PrintList("imports", inspection.imports);
-  PrintList("exports", inspection.exports);
+  PrintList("imports", imports);
+  PrintList("exports", exports);
 }
 
 }  // namespace bxvbwiz

@@ -1,12 +1,8 @@
 #include <exception>
 #include <iostream>
 
-#include "cli/Inspect.h"
-#include "cli/JsonOutput.h"
-#include "cli/MachineCheck.h"
-#include "cli/MachineNew.h"
-#include "cli/MachineRegister.h"
-#include "cli/Options.h"
+#include "cli/Commands.h"
+#include "cli/Output.h"
 #include "cli/RunWizard.h"
 #include "cli/Terminal.h"
 
@@ -22,7 +18,7 @@ int Run(std::vector<std::string> arguments) {
     case bxvbwiz::Command::Inspect:
       return bxvbwiz::InspectFiles(options);
     case bxvbwiz::Command::MachineNew:
-      return bxvbwiz::MakeMachine(options.newMachine);
+      return bxvbwiz::MakeMachine(options);
     case bxvbwiz::Command::MachineRegister:
       return bxvbwiz::RegisterComponents(options);
     case bxvbwiz::Command::MachineCheck:

@@ -12,19 +12,13 @@ std::uint32_t RotatedLeft(std::uint32_t word, unsigned bits) {
   return word << bits | word >> (32 - bits);
 }
 
-// The numbers of a text's bytes, the high byte first.
-std::uint32_t WordAt(const std::string& text, std::size_t offset) {
-  std::uint32_t word = 0;
-  for (std::size_t i = 0; i < 4; ++i) word = word << 8 | static_cast<std::uint8_t>(text[offset + i]);
-  return word;
-}
-
-void AddBlock(const std::string& text, std::size_t offset, Words& hash) {
-  std::array<std::uint32_t, 80> words;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    words[i] = i < 16 ? WordAt(text, offset + 4 * i)
-                      : RotatedLeft(words[i - 3] ^ words[i - 8] ^ words[i - 14] ^ words[i - 16], 1);
-  }
+// Mixes 64 bytes into the hash.
+void AddBlock(const char* bytes, Words& hash) {
+  std::array<std::uint32_t, 80> words = {};
+  // Numbers, the high byte first.
+  for (std::size_t i = 0; i < 64; ++i) words[i / 4] = words[i / 4] << 8 | static_cast<std::uint8_t>(bytes[i]);
+  for (std::size_t i = 16; i < words.size(); ++i)
+    words[i] = RotatedLeft(words[i - 3] ^ words[i - 8] ^ words[i - 14] ^ words[i - 16], 1);
   auto [a, b, c, d, e] = hash;
   for (std::size_t i = 0; i < words.size(); ++i) {
     std::uint32_t mixed = 0;
@@ -55,7 +49,7 @@ Words HashOf(std::string text) {
   while (text.size() % 64 != 56) text += '\0';
   for (unsigned shift = 64; shift > 0; shift -= 8) text += static_cast<char>(bits >> (shift - 8) & 0xFF);
   Words hash = {0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0};
-  for (std::size_t offset = 0; offset < text.size(); offset += 64) AddBlock(text, offset, hash);
+  for (std::size_t offset = 0; offset < text.size(); offset += 64) AddBlock(&text[offset], hash);
   return hash;
 }
 

@@ -8,14 +8,31 @@
 #include "support/basLogging.h"
 #include "support/basMisc.h"
 #include "support/Findings.h"
-#include "wizard/Demands.h"
 #include "wizard/ProductValues.h"
 
 namespace bxvbwiz {
-
 namespace {
 
 constexpr const char* kRoutine = "cmdNext_Click";
+
+// Adds a finding for each object of data access that the report asks the user to insert.
+void NoteDataAccess(const Analysis& analysis, const DataAccessNeeds& needs) {
+  const struct {
+    bool isNeeded;
+    bool CReference::*family;
+    const char* object;
+  } objects[] = {{needs.ado, &CReference::ADO, "MDAC"},
+                 {needs.daoJet || needs.daoOdbcDirect, &CReference::DAO, "DAO"},
+                 {needs.rdo, &CReference::RDO, "RDO"}};
+  for (const auto& object : objects) {
+    if (!object.isNeeded) continue;
+    Finding finding{FindingId::DataAccessToInsert, {object.object}, {}};
+    for (const CReference& reference : analysis.Project()->References()) {
+      if (finding.origin.id == TextId{} && reference.*object.family) finding.origin = reference.FirstAsker();
+    }
+    AddFinding(std::move(finding));
+  }
+}
 
 }  // namespace
 
@@ -28,6 +45,21 @@ std::string ChooseSetupProjectName(Platform& platform, User& user, const std::st
     }
     return name;
   });
+}
+
+void NoteInitialTexts(const StringTable& strings, const Analysis& analysis, const SetupAnswers& answers) {
+  const SetupAnswers initial = InitialAnswers(strings);
+  const struct {
+    std::string SetupAnswers::*answer;
+    FindingId finding;
+  } boxes[] = {{&SetupAnswers::applicationName, FindingId::InitialTextLeft},
+               {&SetupAnswers::companyName, FindingId::InitialTextLeft},
+               {&SetupAnswers::applicationVersion, FindingId::InitialVersionLeft}};
+  for (const auto& box : boxes) {
+    if (answers.*box.answer != initial.*box.answer) continue;
+    AddFinding(
+        {box.finding, {answers.*box.answer}, {TextId::OriginProject, {analysis.Project()->FileName()}}});
+  }
 }
 
 Generation::Generation(Platform& platform, basGlobal& global, User& user, Analysis& analysis,

@@ -14,6 +14,10 @@ namespace bxvbwiz {
 // wizard.
 std::string ChooseSetupProjectName(Platform& platform, User& user, const std::string& applicationName);
 
+// Adds a finding for each answer that is still the text with which its box begins. Call it when nobody has
+// seen the boxes.
+void NoteInitialTexts(const StringTable& strings, const Analysis& analysis, const SetupAnswers& answers);
+
 // What a generation has made so far.
 struct GeneratedSetup {
   std::string folder;  // with a trailing backslash; empty until it was created

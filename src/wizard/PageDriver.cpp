@@ -1,7 +1,6 @@
 #include "wizard/PageDriver.h"
 
 #include "setupgen/Report.h"
-#include "wizard/Demands.h"
 #include "wizard/Generation.h"
 #include "wizard/Rebuild.h"
 #include "wizard/SetupPaths.h"

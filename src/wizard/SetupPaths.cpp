@@ -20,53 +20,45 @@ std::string FolderOfProduct(Platform& platform, RegistryHandle root, const char*
   return folder.empty() ? "" : FixPath(folder);
 }
 
-// Looks for the first path that is too long.
-class PathFinder {
- public:
-  PathFinder(Platform& platform, std::string folder) : platform_(platform), folder_(std::move(folder)) {}
-
-  void Folder(const std::string& name) { Look(folder_ + name, kLongestFolder); }
-  void File(const std::string& name) { Look(folder_ + name, kLongestFile); }
-  void Tree(const std::string& source, const std::string& name) {
-    std::vector<FoundFile> found;
-    if (platform_.files.Find(source + "*.*", found) != SystemError::Success) return;
-    for (const FoundFile& file : found) {
-      if (file.name == "." || file.name == "..") continue;
-      const bool isFolder = (file.attributes & kAttributeDirectory) != 0;
-      Look(folder_ + name + file.name, isFolder ? kLongestFolder : kLongestFile);
-      if (isFolder && tooLong_.empty()) Tree(source + file.name + "\\", name + file.name + "\\");
-    }
-  }
-  const std::string& TooLong() const { return tooLong_; }
-
- private:
-  void Look(const std::string& path, std::size_t limit) {
-    if (tooLong_.empty() && CharacterCount(path) >= limit) tooLong_ = path;
-  }
-
-  Platform& platform_;
-  const std::string folder_;
-  std::string tooLong_;
+// A path that the setup project would have, and the length that it must not reach.
+struct LimitedPath {
+  std::string path;
+  std::size_t limit;
 };
+
+// Adds what a copy of the folder `source` in `target` would have; both end in a backslash.
+void AddCopies(FileSystem& files, const std::string& source, const std::string& target,
+               std::vector<LimitedPath>& paths) {
+  std::vector<FoundFile> found;
+  if (files.Find(source + "*.*", found) != SystemError::Success) return;
+  for (const FoundFile& file : found) {
+    if (file.name == "." || file.name == "..") continue;
+    const bool isFolder = (file.attributes & kAttributeDirectory) != 0;
+    paths.push_back({target + file.name, isFolder ? kLongestFolder : kLongestFile});
+    if (isFolder) AddCopies(files, source + file.name + "\\", target + file.name + "\\", paths);
+  }
+}
 
 }  // namespace
 
 std::optional<NameRefusal> RefusalOfLength(Platform& platform, const Analysis& analysis,
                                            const std::string& name) {
-  const std::string data =
-      FolderOfProduct(platform, RegConstants::HKeyCurrentUser, kBorvexMainKey, "DataFile");
+  const std::string data = FolderOfProduct(platform, kHKeyCurrentUser, kBorvexMainKey, "DataFile");
   if (data.empty()) return std::nullopt;
-  PathFinder paths(platform, data + name);
-  paths.Folder("");
-  paths.File("\\" + name + ".bxp");
-  paths.File(ComponentsFile("\\"));
-  paths.File(LeftToDoFile("\\"));
-  for (const CFile& file : analysis.Files()) paths.File(GroupsFolder("\\") + file.FileGroup + ".fgl");
-  const std::string source =
-      FolderOfProduct(platform, RegConstants::HKeyLocalMachine, kBorvexWizardKey, "TemplateSource");
-  if (!source.empty() && paths.TooLong().empty()) paths.Tree(source, "\\");
-  if (paths.TooLong().empty()) return std::nullopt;
-  return NameRefusal{TextId::IllegalApplicationName, {TextId::NameTooLong, {name, paths.TooLong()}}};
+  const std::string folder = data + name + "\\";
+  std::vector<LimitedPath> paths = {{data + name, kLongestFolder},
+                                    {folder + name + ".bxp", kLongestFile},
+                                    {ComponentsFile(folder), kLongestFile},
+                                    {LeftToDoFile(folder), kLongestFile}};
+  for (const CFile& file : analysis.Files())
+    paths.push_back({GroupsFolder(folder) + file.FileGroup + ".fgl", kLongestFile});
+  const std::string source = FolderOfProduct(platform, kHKeyLocalMachine, kBorvexWizardKey, "TemplateSource");
+  if (!source.empty()) AddCopies(platform.files, source, folder, paths);
+  for (const auto& [path, limit] : paths) {
+    if (CharacterCount(path) >= limit)
+      return NameRefusal{TextId::IllegalApplicationName, {TextId::NameTooLong, {name, path}}};
+  }
+  return std::nullopt;
 }
 
 }  // namespace bxvbwiz

@@ -1,15 +1,17 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
-#include "cli/Inspection.h"
 #include "cli/Options.h"
 #include "cli/Outcome.h"
 
+// Printing on standard output.
 namespace bxvbwiz {
 
-// Prints the JSON document of a run on standard output; `code` is the exit code.
+// Prints the trees, and after a generation also the report and the files written.
+void PrintText(const Options& options, const Outcome& outcome, const StringTable& strings);
+void PrintText(const Explanation& explanation, const StringTable& strings);
+void PrintText(const Inspection& inspection);
+
+// Prints the JSON document of a run; `code` is the exit code.
 void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code);
 // Prints the document of a command that could not begin: wrong usage, or no machine to work on.
 void PrintJson(const Options& options, const std::string& error);

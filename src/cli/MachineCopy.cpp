@@ -1,4 +1,4 @@
-#include "cli/CapturedMachine.h"
+#include "cli/MachineCopy.h"
 
 #include <cstdio>
 #include <fstream>
@@ -35,8 +35,7 @@ std::string IniOf(Platform& source) {
 
 }  // namespace
 
-CapturedMachine::CapturedMachine(const fs::path& folder, Platform& source)
-    : folder_(folder), ini_(IniOf(source)) {
+MachineCopy::MachineCopy(const fs::path& folder, Platform& source) : folder_(folder), ini_(IniOf(source)) {
   std::error_code error;
   const std::string name = folder.u8string();
   if (fs::exists(folder, error) && (!fs::is_directory(folder, error) || !fs::is_empty(folder, error))) {
@@ -51,13 +50,13 @@ CapturedMachine::CapturedMachine(const fs::path& folder, Platform& source)
   AddFolder(source.facts.WindowsDirectory(kPathBuffer));
 }
 
-void CapturedMachine::AddFolder(const std::string& path) {
+void MachineCopy::AddFolder(const std::string& path) {
   if (StartsWith(path, "\\\\")) AddShare(path);
   if (!path.empty()) machine_->MakeFolder(path);
 }
 
 // A share is a folder of the captured machine that machine.ini names.
-void CapturedMachine::AddShare(const std::string& path) {
+void MachineCopy::AddShare(const std::string& path) {
   std::int16_t position = 0;
   const std::string share = SplitPathRoot(path, position);
   if (share.find('\\', 2) == std::string::npos || !shares_.insert(UpperCase(share)).second) return;
@@ -68,30 +67,7 @@ void CapturedMachine::AddShare(const std::string& path) {
   ini_ += (shares_.size() == 1 ? "[Shares]\r\n" : "") + share + "=" + name + "\r\n";
 }
 
-void CapturedMachine::AddName(const std::string& path) {
-  if (files_.count(UpperCase(path)) == 0) Write(path, {}, Held::Name);
-}
-
-void CapturedMachine::AddContent(const std::string& path, std::string_view bytes) {
-  if (!HasContent(path)) Write(path, bytes, Held::Content);
-}
-
-bool CapturedMachine::HasContent(const std::string& path) const {
-  const auto found = files_.find(UpperCase(path));
-  return found != files_.end() && found->second == Held::Content;
-}
-
-void CapturedMachine::Write(const std::string& path, std::string_view bytes, Held held) {
-  AddFolder(FolderOf(path));
-  Held& file = files_[UpperCase(path)];
-  if (file == Held::Nothing) return;
-  const bool written = platform().files.Write(path, bytes, WriteMode::Create) == SystemError::Success;
-  file = written ? held : Held::Nothing;
-  if (!written) notCaptured_.push_back(path);
-}
-
-void CapturedMachine::Save() {
-  for (const std::string& path : readOnly_) platform().files.SetAttributes(path, kAttributeReadOnly);
+void MachineCopy::Save() {
   machine_->Save();
   if (!shares_.empty()) WriteText(folder_ / "machine.ini", ini_);
 }
