@@ -5,7 +5,6 @@
 
 #include "cli/Commands.h"
 #include "cli/MachineCopy.h"
-#include "cli/Output.h"
 #include "cli/ScratchComputer.h"
 #include "project/basGlobal.h"
 #include "support/basFile.h"
@@ -174,27 +173,21 @@ class Recording : public Recorder {
 }  // namespace
 
 int Capture(const Options& options, Computer& computer, const WizardRun& run) {
-  try {
-    Recording recording(computer.platform(), options.captureTo);
-    const auto scratch = MakeScratchComputer(computer, !options.machine.empty(), &recording);
-    const int code = run(options, *scratch);
-    for (const std::string& path : recording.NotCaptured())
-      std::cerr << "bxvbwiz: " << path << " cannot be kept in a machine folder\n";
-    if (code != kExitFinished && code != kExitIncomplete) {
-      std::cerr << "bxvbwiz: the machine folder " << options.captureTo << " is incomplete\n";
-      return code;
-    }
-    if (!options.json && !options.quiet) {
-      std::cout << "Captured " << recording.FileCount() << " files in the machine folder "
-                << options.captureTo << ". On another computer, run: bxvbwiz generate \""
-                << computer.ProjectPath(options.project) << "\" --machine " << options.captureTo << '\n';
-    }
-    return scratch->ExitCode(code);
-  } catch (const MachineError& error) {
-    std::cerr << "bxvbwiz: " << error.what() << '\n';
-    if (options.json) PrintJson(options, error.what());
-    return kExitUsage;
+  Recording recording(computer.platform(), options.captureTo);
+  const auto scratch = MakeScratchComputer(computer, !options.machine.empty(), &recording);
+  const int code = run(options, *scratch);
+  for (const std::string& path : recording.NotCaptured())
+    std::cerr << "bxvbwiz: " << path << " cannot be kept in a machine folder\n";
+  if (code != kExitFinished && code != kExitIncomplete) {
+    std::cerr << "bxvbwiz: the machine folder " << options.captureTo << " is incomplete\n";
+    return code;
   }
+  if (!options.json && !options.quiet) {
+    std::cout << "Captured " << recording.FileCount() << " files in the machine folder " << options.captureTo
+              << ". On another computer, run: bxvbwiz generate \"" << computer.ProjectPath(options.project)
+              << "\" --machine " << options.captureTo << '\n';
+  }
+  return scratch->ExitCode(code);
 }
 
 }  // namespace bxvbwiz

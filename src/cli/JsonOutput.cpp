@@ -5,6 +5,8 @@
 #include "cli/Output.h"
 #include "machine/CompiledStringTable.h"
 #include "project/EXEFile.h"
+#include "support/basFile.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
@@ -232,11 +234,19 @@ void PrintJson(const Options& options, const Outcome& outcome, const StringTable
   Print(options.command, code, outcome.error, parts);
 }
 
-void PrintJson(const Options& options, const std::string& error) {
-  if (options.command == Command::Inspect) return PrintJson(std::vector<Inspection>(), error, kExitUsage);
+void PrintJson(const Options& options, const std::string& error, int code) {
+  if (options.command == Command::Inspect) return PrintJson(std::vector<Inspection>(), error, code);
+  if (StartsWith(NameOf(options.command), "machine")) return PrintJson(options, "", error, code);
   Outcome outcome;
   outcome.error = error;
-  PrintJson(options, outcome, CompiledStringTable(), kExitUsage);
+  PrintJson(options, outcome, CompiledStringTable(), code);
+}
+
+void PrintJson(const Options& options, const std::string& lines, const std::string& error, int code) {
+  Json array = Json::array();
+  LineReader reader(lines);
+  for (std::string_view line; reader.Next(line);) array.push_back(line);
+  Print(options.command, code, error, {{"lines", array}});
 }
 
 void PrintJson(const std::vector<Inspection>& inspections, const std::string& error, int code) {

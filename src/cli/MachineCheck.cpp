@@ -1,5 +1,5 @@
 #include <filesystem>
-#include <iostream>
+#include <ostream>
 
 #include "cli/Commands.h"
 #include "machine/Machine.h"
@@ -47,8 +47,10 @@ bool IsFolder(FileSystem& files, const std::string& path) {
 
 class MachineCheck {
  public:
-  explicit MachineCheck(const Options& options)
-      : machine_(options.machine, options.drives), core_(machine_.platform(), StartMode::Automation) {}
+  MachineCheck(const Options& options, std::ostream& out)
+      : out_(out),
+        machine_(options.machine, options.drives),
+        core_(machine_.platform(), StartMode::Automation) {}
 
   int Run() {
     const SessionScope scope(core_.session());
@@ -58,14 +60,14 @@ class MachineCheck {
     if (machine_.SkippedRegistryValues() > 0)
       Tell(Severity::Error, TextId::CheckUnreadableValues,
            {std::to_string(machine_.SkippedRegistryValues())});
-    if (errors_ == 0) std::cout << CompiledText(TextId::CheckPassed) << '\n';
+    if (errors_ == 0) out_ << CompiledText(TextId::CheckPassed) << '\n';
     return errors_ == 0 ? kExitFinished : kExitNotFinished;
   }
 
  private:
   void Tell(Severity severity, TextId text, const std::vector<std::string>& values) {
     if (severity == Severity::Error) ++errors_;
-    std::cout << NameOf(severity) << ": " << TokenReplace(CompiledText(text), values) << '\n';
+    out_ << NameOf(severity) << ": " << TokenReplace(CompiledText(text), values) << '\n';
   }
 
   // False when it does not exist.
@@ -138,6 +140,7 @@ class MachineCheck {
     return !Dir(platform_.files, path).empty() || !Dir(platform_.files, GetPathFolder(path)).empty();
   }
 
+  std::ostream& out_;
   Machine machine_;
   WizardCore core_;
   Platform& platform_ = machine_.platform();
@@ -146,13 +149,8 @@ class MachineCheck {
 
 }  // namespace
 
-int CheckMachine(const Options& options) {
-  try {
-    return MachineCheck(options).Run();
-  } catch (const MachineError& error) {
-    std::cerr << "bxvbwiz: " << error.what() << '\n';
-    return kExitUsage;
-  }
+int CheckMachine(const Options& options, std::ostream& out) {
+  return MachineCheck(options, out).Run();
 }
 
 }  // namespace bxvbwiz

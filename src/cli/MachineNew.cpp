@@ -1,10 +1,11 @@
 #include <filesystem>
 #include <fstream>
-#include <iostream>
+#include <ostream>
 #include <string_view>
 #include <vector>
 
 #include "cli/Commands.h"
+#include "machine/MachineError.h"
 #include "sysinfo/WindowsFiles.h"
 
 namespace bxvbwiz {
@@ -160,24 +161,19 @@ bool WriteWithWindowsLines(const fs::path& path, std::string_view text) {
   return !file.fail();
 }
 
-int Refuse(const std::string& path, const std::string& reason, int code) {
-  std::cerr << "bxvbwiz: " << path << ": " << reason << '\n';
-  return code;
-}
-
 }  // namespace
 
-int MakeMachine(const Options& options) {
+int MakeMachine(const Options& options, std::ostream& out) {
   std::error_code error;
   const std::string& folder = options.newMachine;
   const fs::path root = fs::u8path(folder);
   if (fs::exists(root, error) && (!fs::is_directory(root, error) || !fs::is_empty(root, error))) {
-    return Refuse(folder, "already exists and is not empty", kExitUsage);
+    throw MachineError(folder + ": already exists and is not empty");
   }
   for (const char* path : kFolderPaths) {
     const fs::path made = root / path;
     if (!fs::create_directories(made, error) && error)
-      return Refuse(made.u8string(), error.message(), kExitNotFinished);
+      throw std::runtime_error(made.u8string() + ": " + error.message());
   }
   const std::string systemFiles = SystemFileList();
   std::vector<TemplateFile> files(std::begin(kFiles), std::end(kFiles));
@@ -186,9 +182,9 @@ int MakeMachine(const Options& options) {
     const fs::path path = root / file.path;
     fs::create_directories(path.parent_path(), error);
     if (!WriteWithWindowsLines(path, file.text))
-      return Refuse(path.u8string(), "cannot be written", kExitNotFinished);
+      throw std::runtime_error(path.u8string() + ": cannot be written");
   }
-  std::cout << "Made the machine folder " << folder << ".\n";
+  out << "Made the machine folder " << folder << ".\n";
   return kExitFinished;
 }
 

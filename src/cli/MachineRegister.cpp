@@ -10,6 +10,7 @@
 #include "project/TypeLibraryFile.h"
 #include "support/basFile.h"
 #include "support/basStr.h"
+#include "sysinfo/Key.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -17,81 +18,64 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kLongestData = 0x10000;  // bytes; a registry value of a type library is a short text
-
-void Complain(const std::string& subject, const std::string& text) {
-  std::cerr << "bxvbwiz: " << subject << ": " << text << '\n';
-}
-
 struct Component {
   std::string hostPath;
   std::string path;  // on the machine
   bool isNamed;      // by the user, not found in a folder
 };
 
-// Writes texts below a key; a text that is there already is left alone.
-class RegistryText {
- public:
-  explicit RegistryText(Registry& registry) : registry_(registry) {}
+// The default value of a class's key; empty when it has none.
+std::string ClassText(Registry& registry, const std::string& path) {
+  const auto key = Key::Root(registry, kHKeyClassesRoot)->OpenSubKeyForReading(path);
+  const auto value = key == nullptr ? nullptr : key->Values().Item(std::string());
+  return value == nullptr ? "" : value->Text();
+}
 
-  // The default value of a key; empty when it has none.
-  std::string Get(const std::string& path) {
-    RegistryHandle key = 0;
-    RegistryData data;
-    if (registry_.OpenKey(kHKeyClassesRoot, path, kKeyRead, key) != SystemError::Success) return {};
-    const SystemError error = registry_.QueryValue(key, "", kLongestData, data);
-    registry_.CloseKey(key);
-    return error == SystemError::Success ? data.data.substr(0, data.data.find('\0')) : std::string();
+// Writes it, unless it is there already. Throws MachineError.
+void SetClassText(Registry& registry, const std::string& path, const std::string& text) {
+  if (!text.empty() && ClassText(registry, path) == text) return;
+  RegistryHandle key = 0;
+  SystemError error = registry.CreateKey(kHKeyClassesRoot, path, 0, kKeyAllAccess, key);
+  if (error == SystemError::Success) {
+    error = registry.SetValue(key, "", {kRegSz, text + '\0'});
+    registry.CloseKey(key);
   }
-
-  // Throws MachineError.
-  void Set(const std::string& path, const std::string& text) {
-    RegistryHandle key = 0;
-    SystemError error = registry_.CreateKey(kHKeyClassesRoot, path, 0, kKeyAllAccess, key);
-    if (error == SystemError::Success) {
-      RegistryData data;
-      const std::string stored = text + '\0';
-      const bool isThere = registry_.QueryValue(key, "", kLongestData, data) == SystemError::Success &&
-                           data.type == kRegSz && data.data == stored;
-      if (!isThere) error = registry_.SetValue(key, "", {kRegSz, stored});
-      registry_.CloseKey(key);
-    }
-    if (error != SystemError::Success) throw MachineError("the registry key " + path + " cannot be written");
-  }
-
- private:
-  Registry& registry_;
-};
+  if (error != SystemError::Success) throw MachineError("the registry key " + path + " cannot be written");
+}
 
 class Registration {
  public:
-  Registration(const std::string& folder, const Machine::Drives& drives)
-      : machineFolder_(folder), machine_(folder, drives), registry_(machine_.platform().registry) {}
+  Registration(const Options& options, std::ostream& out)
+      : options_(options),
+        out_(out),
+        machine_(options.machine, options.drives),
+        registry_(machine_.platform().registry) {}
 
-  // Throws MachineError when the registry cannot be written.
-  int Run(const std::vector<std::string>& paths) {
+  // Throws MachineError.
+  int Run() {
     std::vector<Component> components;
-    for (const std::string& path : paths) {
-      if (!Collect(path, components)) return kExitUsage;
-    }
+    for (const std::string& path : options_.components) Collect(path, components);
     bool isComplete = true;
     for (const Component& component : components) isComplete = Register(component) && isComplete;
     machine_.Save();
-    std::cout << "Registered " << libraries_ << (libraries_ == 1 ? " type library" : " type libraries")
-              << " of " << components.size() << (components.size() == 1 ? " file" : " files") << ".\n";
+    out_ << "Registered " << libraries_ << (libraries_ == 1 ? " type library" : " type libraries") << " of "
+         << components.size() << (components.size() == 1 ? " file" : " files") << ".\n";
     return isComplete ? kExitFinished : kExitNotFinished;
   }
 
  private:
-  // Adds a file, or the files of a folder and those below in the order of their paths. False when it is not
-  // on the machine.
-  bool Collect(const std::string& path, std::vector<Component>& components) {
+  // In a document it is one of the lines.
+  void Complain(const std::string& path, const std::string& text) {
+    (options_.json ? out_ : std::cerr << "bxvbwiz: ") << path << ": " << text << '\n';
+  }
+
+  // Adds a file, or the files of a folder and those below in the order of their paths. Throws MachineError
+  // when it is not on the machine.
+  void Collect(const std::string& path, std::vector<Component>& components) {
     std::error_code error;
     const fs::path place = fs::absolute(fs::u8path(path), error).lexically_normal();
-    if (path.empty() || !fs::exists(place, error)) {
-      Complain("'" + path + "'", "no such file or folder");
-      return false;
-    }
+    if (path.empty() || !fs::exists(place, error))
+      throw MachineError("'" + path + "': no such file or folder");
     std::vector<std::string> found;
     if (fs::is_directory(place, error)) {
       for (const fs::directory_entry& entry :
@@ -107,14 +91,10 @@ class Registration {
     const bool isNamed = !fs::is_directory(place, error);
     for (std::string& file : found) {
       const std::string windowsPath = machine_.WindowsPath(file);
-      if (windowsPath.empty()) {
-        std::cerr << "bxvbwiz: "
-                  << TokenReplace(CompiledText(TextId::OutsideTheDrives), {path, machineFolder_}) << '\n';
-        return false;
-      }
+      if (windowsPath.empty())
+        throw MachineError(TokenReplace(CompiledText(TextId::OutsideTheDrives), {path, options_.machine}));
       components.push_back({std::move(file), windowsPath, isNamed});
     }
-    return true;
   }
 
   // False when a file that the user named cannot be read or holds no type library.
@@ -137,33 +117,28 @@ class Registration {
     const std::string fileKey = key + "\\" + library.language + "\\win32";
     // The first resource needs no number.
     const std::string value = library.resource > 1 ? path + "\\" + std::to_string(library.resource) : path;
-    const std::string before = registry_.Get(fileKey);
-    registry_.Set(key, library.description);
-    registry_.Set(key + "\\FLAGS", std::to_string(library.flags));
-    registry_.Set(fileKey, value);
-    registry_.Set(key + "\\HELPDIR", GetPathFolder(path));
+    const std::string before = ClassText(registry_, fileKey);
+    SetClassText(registry_, key, library.description);
+    SetClassText(registry_, key + "\\FLAGS", std::to_string(library.flags));
+    SetClassText(registry_, fileKey, value);
+    SetClassText(registry_, key + "\\HELPDIR", GetPathFolder(path));
     ++libraries_;
-    std::cout << value << ": " << library.identifier << " version " << library.version << ", "
-              << (library.description.empty() ? "without a description" : library.description) << '\n';
-    if (!before.empty() && !EqualsIgnoreCase(before, value))
-      std::cout << "  in the place of " << before << '\n';
+    out_ << value << ": " << library.identifier << " version " << library.version << ", "
+         << (library.description.empty() ? "without a description" : library.description) << '\n';
+    if (!before.empty() && !EqualsIgnoreCase(before, value)) out_ << "  in the place of " << before << '\n';
   }
 
-  const std::string& machineFolder_;
+  const Options& options_;
+  std::ostream& out_;
   Machine machine_;
-  RegistryText registry_;
+  Registry& registry_;
   int libraries_ = 0;
 };
 
 }  // namespace
 
-int RegisterComponents(const Options& options) {
-  try {
-    return Registration(options.machine, options.drives).Run(options.components);
-  } catch (const MachineError& error) {
-    Complain(options.machine, error.what());
-    return kExitUsage;
-  }
+int RegisterComponents(const Options& options, std::ostream& out) {
+  return Registration(options, out).Run();
 }
 
 }  // namespace bxvbwiz

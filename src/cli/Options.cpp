@@ -65,10 +65,12 @@ struct CommandName {
   const char* name;
 };
 
-constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"},   {Command::Generate, "generate"},
-                                     {Command::Explain, "explain"},   {Command::Check, "check"},
-                                     {Command::Capture, "capture"},   {Command::Inspect, "inspect"},
-                                     {Command::MachineNew, "machine"}};
+constexpr CommandName kCommands[] = {
+    {Command::Analyse, "analyse"},           {Command::Generate, "generate"},
+    {Command::Explain, "explain"},           {Command::Check, "check"},
+    {Command::Capture, "capture"},           {Command::Inspect, "inspect"},
+    {Command::MachineNew, "machine new"},    {Command::MachineRegister, "machine register"},
+    {Command::MachineCheck, "machine check"}};
 
 Command CommandNamed(const std::string& name) {
   for (const CommandName& row : kCommands) {
@@ -82,6 +84,8 @@ void KeepError(const std::vector<std::string>& arguments, const std::string& err
   options.error = error;
   options.json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
   options.command = arguments.empty() ? Command::None : CommandNamed(arguments.back());
+  if (options.command == Command::None && arguments.size() > 1)
+    options.command = CommandNamed(arguments.back() + " " + arguments[arguments.size() - 2]);
 }
 
 // The options that several commands share, before they are checked.
@@ -208,16 +212,15 @@ void AddMachineCommands(CLI::App& app, Options& options, WizardOptions& more) {
   CLI::App* check = machine->add_subcommand("check", "Say what a run on a machine folder would trip over");
   check->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
   AddDriveOption(*check, more);
+  for (CLI::App* command : machine->get_subcommands({}))
+    command->add_flag("--json", options.json, "Print one JSON document");
 }
 
 // The command that was parsed.
 Command CommandOf(const CLI::App& app) {
   const CLI::App& command = *app.get_subcommands().front();
   const std::vector<CLI::App*> below = command.get_subcommands();
-  const std::string name = below.empty() ? "" : below.front()->get_name();
-  if (name == "register") return Command::MachineRegister;
-  if (name == "check") return Command::MachineCheck;
-  return CommandNamed(command.get_name());
+  return CommandNamed(command.get_name() + (below.empty() ? "" : " " + below.front()->get_name()));
 }
 
 }  // namespace

@@ -354,7 +354,7 @@ int RunWizard(const Options& options) {
   Outcome outcome;
   const std::unique_ptr<Computer> computer = OpenComputer(options, outcome);
   if (computer == nullptr) {
-    if (options.json) PrintJson(options, outcome.error);
+    if (options.json) PrintJson(options, outcome.error, kExitUsage);
     return kExitUsage;
   }
   switch (options.command) {

@@ -49,7 +49,7 @@ for path in sorted(pathlib.Path(sys.argv[2]).glob("*/expected/output")):
         if validator.is_valid({name: document[name] for name in document if name != part}):
             failures.append(f"{path.parent.parent.name}: the schema does not miss {part}")
 
-for command in {"analyse", "generate", "explain", "inspect"} - commands:
+for command in {"analyse", "generate", "explain", "check", "inspect", "machine check"} - commands:
     failures.append(f"no golden case has a document of {command}")
 print("\n".join(failures))
 sys.exit(bool(failures))

@@ -57,7 +57,7 @@ Expect "an empty text does not swallow what follows" 2 "empty" analyse x.vbp --a
 # ---- machine folders
 [ -z "$(find . -name machine.ini)" ] || Fail "no machine folder is made of an empty name"
 Expect "a machine folder is made" 0 "machine" machine new machine
-Expect "a folder that is not empty is refused" 2 "empty" machine new machine
+Expect "a folder that is not empty is refused" 2 '"machine new"' machine new machine --json
 Expect "a file is not a machine folder" 2 "empty" machine new machine/registry.reg
 mkdir empty
 Expect "an empty folder may be filled" 0 "empty" machine new empty
