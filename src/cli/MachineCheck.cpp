@@ -36,15 +36,6 @@ constexpr NeededFolder kNeededFolders[] = {
     {kHKeyLocalMachine, kWindowsKey, "ProgramFilesDir", false, nullptr},
 };
 
-bool IsFolder(FileSystem& files, const std::string& path) {
-  std::vector<FoundFile> found;
-  const bool isThere =
-      files.Find(StripTrailingBackslash(path), found) == SystemError::Success && found.size() == 1;
-  // A drive's root cannot be found, only listed.
-  return isThere ? (found[0].attributes & kAttributeDirectory) != 0
-                 : files.Find(FixPath(path) + "*", found) == SystemError::Success;
-}
-
 class MachineCheck {
  public:
   MachineCheck(const Options& options, std::ostream& out)
@@ -72,7 +63,9 @@ class MachineCheck {
 
   // False when it does not exist.
   bool CheckFolder(const std::string& origin, const std::string& folder) {
-    if (IsFolder(platform_.files, folder)) return true;
+    // A drive's root cannot be found, only listed.
+    std::vector<FoundFile> found;
+    if (platform_.files.Find(FixPath(folder) + "*", found) == SystemError::Success) return true;
     Tell(Severity::Error, TextId::CheckFolderMissing, {origin, folder});
     return false;
   }
