@@ -4,7 +4,7 @@
 # usage: test.sh [PART]...   without a part: all of them
 #   checks   the floors, the format, clang-tidy
 #   asan     this computer, with the sanitizers
-#   win32    32-bit Windows; some golden cases need the build of asan
+#   win32    32-bit Windows; some tests need the build of asan
 #   win64    64-bit Windows, likewise
 # The last line is "N passed, N failed"; the exit code is 0 when none failed. The whole output is in build/test.log.
 set -uo pipefail

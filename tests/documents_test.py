@@ -48,7 +48,7 @@ def compare_commands(document):
     man = shell("bxvbwiz --generate man", tests).replace("\\&", "").replace("\\-", "-")
     expected = set()
     for section in re.split(r"^\.SS bxvbwiz ", man, flags=re.M)[1:]:
-        command = re.match(r"[a-z ]*[a-z]", section).group()
+        command = re.match(r"[a-z ]*", section).group().strip()
         expected |= {(command, option) for option in ["", *re.findall(r"^\.B (--[a-z-]+)", section, re.M)]}
     actual = set()
     text = (repository / document).read_text(encoding="utf-8")
@@ -59,7 +59,7 @@ def compare_commands(document):
         actual |= {(command, option) for command in re.split(", | and ", heading)
                    for option in re.findall("--[a-z-]+", " ".join(cells))}
     for command, option in sorted(expected ^ actual):
-        if option != "--help" and command != "machine":
+        if option != "--help" and command not in ("", "machine"):
             problem = "lacks" if (command, option) in expected else "has, but the program has not,"
             failures.append(f"{document} {problem} {command} {option}")
 
