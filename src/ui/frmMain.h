@@ -80,13 +80,13 @@ class frmMain : public User, public Container {
   Label lblStatus{fraPanel1, {10, 176, 310, 9, kMovesDown | kWidens}, {}, Label::kPath};
   // Project information
   Label lblPanel2Inst{fraPanel2, {10, 10, 310, 20, kWidens}, {TextId::ProjectInformationInstruction}};
-  Label lblApplicationName{fraPanel2, {10, 42, 90, 9}, {TextId::ApplicationName}};
+  Label lblApplicationName{fraPanel2, {10, 41, 90, 9}, {TextId::ApplicationName}};
   TextBox txtApplicationName{fraPanel2,
                              {104, 39, 216, 14, kWidens},
                              {TextId::YourApplicationName, TextId::ApplicationNameTip},
                              [this] { txtApplicationName_Change(); },
                              [this](char32_t& character) { txtApplicationName_KeyPress(character); }};
-  Label lblCompanyName{fraPanel2, {10, 64, 90, 9}, {TextId::CompanyName}};
+  Label lblCompanyName{fraPanel2, {10, 63, 90, 9}, {TextId::CompanyName}};
   TextBox txtCompanyName{fraPanel2,
                          {104, 61, 216, 14, kWidens},
                          {TextId::YourCompany, TextId::CompanyNameTip},
@@ -95,7 +95,7 @@ class frmMain : public User, public Container {
   Label lblApplicationType{fraPanel2, {10, 86, 90, 9}, {TextId::ApplicationType}};
   ComboBox cboApplicationType{
       fraPanel2, {104, 84, 216, 90, kWidens}, {TextId::DatabaseApplication, TextId::ApplicationTypeTip}};
-  Label lblApplicationVersion{fraPanel2, {10, 108, 90, 9}, {TextId::ApplicationVersion}};
+  Label lblApplicationVersion{fraPanel2, {10, 107, 90, 9}, {TextId::ApplicationVersion}};
   TextBox txtApplicationVersion{
       fraPanel2, {104, 105, 80, 14}, {TextId::FirstVersion, TextId::ApplicationVersionTip}, [this] {
         txtApplicationVersion_Change();
