@@ -46,6 +46,7 @@ for purpose in "${@:-build}"; do
       Need googletest test -f /usr/src/googletest/googletest/CMakeLists.txt
       Need wine HasProgram wine
       Need wine64 test -e /usr/lib/wine/wine64
+      Need fonts-dejavu-extra test -e /usr/share/fonts/truetype/dejavu/DejaVuSansCondensed.ttf
       Need fonts-liberation test -d /usr/share/fonts/truetype/liberation
       Need locales test -f /usr/share/i18n/locales/ja_JP
       Need xvfb HasProgram Xvfb

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes pictures of every page of the wizard under Wine on a separate display, at 96 and 144 dots per inch, and with a
-# long path and a long application name.
+# Takes pictures of every page of the wizard under Wine on a separate display, at 96 and 144 dots per inch, with a long
+# path and a long application name, and of messages, the progress and a file whose link does not resolve.
 # usage: screenshots.sh [FOLDER]   default docs/screenshots
 # Needs the programs of build/native and build/win32; demo.sh --window builds them.
 set -euo pipefail
@@ -23,6 +23,17 @@ DISPLAY=$BXVBWIZ_DISPLAY openbox >/dev/null 2>&1 &
 pids+=($!)
 
 Wine() { scripts/wine.sh "$@"; }
+
+# The font that stands for Windows' dialog fonts asks for letters without smooth edges in small sizes; this one, which is
+# of the same size, does not.
+SmoothText() {
+  local face
+  Wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothing /d 2 /f
+  Wine reg add 'HKCU\Control Panel\Desktop' /v FontSmoothingType /t REG_DWORD /d 1 /f
+  for face in 'MS Sans Serif' 'Microsoft Sans Serif' 'MS Shell Dlg' Tahoma; do
+    Wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v "$face" /d 'DejaVu Sans Condensed' /f
+  done
+} >/dev/null 2>&1
 
 Resolution() {  # Resolution DPI
   Wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
@@ -59,12 +70,18 @@ DataAccess() {  # DataAccess NAME
   wait "$pid" || true
 }
 
+SmoothText
 for dpi in 96 144; do
   Resolution $dpi
   suffix=
   [ $dpi = 96 ] || suffix=-$dpi
   demo/lay_out.sh "$work/machine" "$native" >/dev/null
-  Pages 'welcome message-1046 information summary summary-files report' '' "$suffix" --machine "$work/machine" --answer 1095=yes 'C:\Projects\OrderDesk\OrderDesk.vbp'
+  demo='C:\Projects\OrderDesk\OrderDesk.vbp'
+  Pages 'message-2 message-1091' '' "$suffix" --machine "$work/machine" --rebuild --answer 2=retry "$demo" || true # which ends it
+  Pages 'welcome message-1046 message-1095 information summary summary-files progress report' '' "$suffix" \
+    --machine "$work/machine" --answer 1095=yes "$demo"
+  rm "$work/machine/drive_c/Projects/Ledger/LedgerDb.dll"
+  Pages summary-files unresolved- "$suffix" --machine "$work/machine" --answer 1095=yes "$demo"
   DataAccess "data-access$suffix"
 
   long='Projects/Customer relations and order management/Release candidates of this year/Desktop application'

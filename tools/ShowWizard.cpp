@@ -6,7 +6,9 @@
 //   --panel N  begins on another panel, filled or not, for its picture
 #include <windows.h>
 
+#include <future>
 #include <iostream>
+#include <mutex>
 #include <thread>
 
 #include "cli/Options.h"
@@ -45,6 +47,20 @@ std::pair<TextId, int> MessageOf(const std::string& shown) {
   return {{}, kExitFinished};
 }
 
+// The wizard's thread waits for the lock when it gets this message. Both are global, because a hook gets no
+// object.
+constexpr UINT kHold = WM_APP + 1;
+std::mutex letGo;
+std::promise<void> isHeld;
+
+LRESULT CALLBACK Hold(int code, WPARAM wParam, LPARAM lParam) {
+  if (wParam == PM_REMOVE && reinterpret_cast<const MSG*>(lParam)->message == kHold) {
+    isHeld.set_value();
+    const std::lock_guard<std::mutex> waiting(letGo);
+  }
+  return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
 class Drive {
  public:
   Drive(const Options& options, bool pauses) : options_(options), pauses_(pauses) {}
@@ -79,6 +95,7 @@ class Drive {
   int Leave(const std::string& page, const std::string& next, const char* name) {
     Pause(name);
     driver_.Click(next);
+    if (pauses_ && page == "Summary") HoldProgress();
     for (;;) {
       driver_.WaitForAnything(page);
       if (driver_.Ended()) return kExitNotFinished;
@@ -106,6 +123,17 @@ class Drive {
     Pause("summary-files");
     driver_.Click("VB &Project View");
     driver_.WaitUntil("the project view", isShown);
+  }
+
+  // Holds the wizard half-way of its work, when it lets events run.
+  void HoldProgress() {
+    const std::unique_lock<std::mutex> hold(letGo);
+    const HHOOK hook =
+        SetWindowsHookExW(WH_GETMESSAGE, &Hold, nullptr, GetWindowThreadProcessId(driver_.Window(), nullptr));
+    PostMessageW(driver_.Window(), kHold, 0, 0);
+    isHeld.get_future().wait();
+    Pause("progress");
+    UnhookWindowsHookEx(hook);
   }
 
   static constexpr const char* kTree = "SysTreeView32";

@@ -140,6 +140,10 @@ void WizardDriver::Press(const std::string& buttons) {
   for (const char button : buttons) {
     std::string page;
     WaitUntil("a page", [&] { return !(page = Page()).empty(); });
+    if (button == 'e') {
+      Key(VK_ESCAPE);
+      continue;
+    }
     Click(button == 'o' ? "&OK" : button == 'c' ? "Cancel" : page == "Summary" ? "Finish" : "&Next>");
     if (button == 'n') WaitForAnything(page);
   }

@@ -39,7 +39,8 @@ class WizardDriver {
   void SetText(const std::string& name, const std::string& text);
   // Posted, because a click may show a message box and return only after it.
   void Click(const std::string& name) { PostMessageW(Find(name), BM_CLICK, 0, 0); }
-  // The page's (n)ext or finish, (o)k or (c)ancel, one after the other. After Next, waits for anything.
+  // The page's (n)ext or finish, (o)k or (c)ancel, or (e)scape, one after the other. After Next, waits for
+  // anything.
   void Press(const std::string& buttons);
   void Type(const std::string& name, const std::string& characters);
   void Key(int virtualKey);

@@ -15,9 +15,6 @@ constexpr int kButtonsOfStyle = 15;
 // How often a question is answered with Retry before it counts as unanswered: nothing will change by itself.
 constexpr int kMostRetries = 3;
 
-// Where the progress value starts again from zero.
-constexpr std::int16_t kProgressLimit = 100;
-
 struct ButtonName {
   Button button;
   const char* name;
@@ -76,7 +73,7 @@ ConsoleUser::ConsoleUser(basGlobal& global, const Options& options, Outcome& out
       outcome_(outcome),
       showsBar_(!options.quiet && !options.json && IsTerminal(Stream::Error)) {
   NoteInterrupts();
-  global_.ResetProgress(kProgressLimit);
+  global_.ResetProgress(static_cast<std::int16_t>(steps_));
 }
 
 Button ConsoleUser::ShowMessage(const Message& message) {
@@ -140,6 +137,11 @@ void ConsoleUser::AdvanceProgress() {
   DrawBar();
 }
 
+void ConsoleUser::ExpectSteps(int steps) {
+  steps_ = steps;
+  global_.SetProgressLimit(static_cast<std::int16_t>(steps));
+}
+
 void ConsoleUser::CheckCancelled() {
   if (!WasInterrupted()) return;
   ClearBar();
@@ -155,8 +157,7 @@ void ConsoleUser::DrawBar() {
   if (step.empty()) return;
   std::string bar;
   if (progress_ > 0) {
-    // The wizard's steps are few; the bar fills with them.
-    const int filled = progress_ < kWidth ? progress_ : kWidth;
+    const int filled = kWidth * progress_ / steps_;
     bar = " [" + std::string(static_cast<std::size_t>(filled), '#') +
           std::string(static_cast<std::size_t>(kWidth - filled), '.') + "]";
   }

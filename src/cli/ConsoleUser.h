@@ -20,6 +20,7 @@ class ConsoleUser : public User {
   void ShowStatus(const std::string& text) override;
   void ShowProgress(const std::string& text) override;
   void AdvanceProgress() override;
+  void ExpectSteps(int steps) override;
   // Ctrl-C ends the wizard at its next step.
   void DoEvents() override { CheckCancelled(); }
   void CheckCancelled() override;
@@ -42,6 +43,7 @@ class ConsoleUser : public User {
   std::string status_;
   std::string step_;
   int progress_ = 0;
+  int steps_ = 100;
   std::string lastBar_;
   std::map<std::string, int> retries_;  // by the question's text
 };

@@ -65,6 +65,8 @@ class basGlobal {
   std::int16_t NextProgressValue();
   // Restarts the progress (when the form loads).
   void ResetProgress(std::int16_t limit);
+  // Another limit for the progress that has begun.
+  void SetProgressLimit(std::int16_t limit) { progressLimit_ = limit; }
 
   const CFiles* gSystemFiles() const { return systemFiles_.get(); }
   bool gSystemFilesLoaded() const { return systemFilesLoaded_; }

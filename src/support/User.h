@@ -41,6 +41,8 @@ class User {
   virtual void ShowProgress(const std::string& /*text*/) {}
   // Moves the progress bar by one step.
   virtual void AdvanceProgress() {}
+  // How often the bar moves in all, from its begin to its end.
+  virtual void ExpectSteps(int /*steps*/) {}
   virtual void SetPointer(Pointer /*pointer*/) {}
 
   // Lets pending events run.

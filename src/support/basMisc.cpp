@@ -14,6 +14,8 @@ namespace bxvbwiz {
 namespace {
 
 constexpr char kCopyFileTree[] = "CopyFileTree";
+// Each folder with as many files moves the progress bar, once.
+constexpr int kFilesOfOneStep = 5;
 
 using Listing = std::vector<FoundFile>;
 
@@ -75,7 +77,6 @@ class TreeCopy {
   // `copied` counts the files of one folder.
   void CopyFiles(const Listing& listing, const std::string& source, const std::string& target, int& copied) {
     if (listing.empty()) return;
-    constexpr int kFilesOfOneStep = 5;
     std::vector<std::string> names;
     for (const FoundFile& file : listing) names.push_back(file.name);
     files_.CopyFiles(source, target, names, [&](std::size_t i, SystemError error) {
@@ -112,6 +113,19 @@ void CopyFileTree(FileSystem& files, User& user, std::string& source, std::strin
   source = FixPath(source);
   target = FixPath(target);
   TreeCopy(files, user).Copy(ListFolder(files, source), source, target);
+}
+
+int StepsOfCopy(FileSystem& files, const std::string& source) {
+  int steps = 0;
+  int copied = 0;
+  for (const FoundFile& entry : ListFolder(files, source)) {
+    if (IsFolder(entry)) {
+      steps += StepsOfCopy(files, source + entry.name + "\\");
+    } else if (++copied == kFilesOfOneStep) {
+      ++steps;
+    }
+  }
+  return steps;
 }
 
 void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path) {

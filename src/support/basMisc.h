@@ -13,6 +13,9 @@ namespace bxvbwiz {
 // retried.
 void CopyFileTree(FileSystem& files, User& user, std::string& source, std::string& target);
 
+// How often CopyFileTree moves the progress bar for the tree below `source`, which ends in a backslash.
+int StepsOfCopy(FileSystem& files, const std::string& source);
+
 // Sets the creation, last-access and last-write time of a file to the present; a missing file is left alone.
 // A failure becomes a finding.
 void SetFileTimesToNow(FileSystem& files, Clock& clock, const std::string& path);

@@ -26,9 +26,16 @@ enum class ControlKind {
   TreeView,
 };
 
+// What a control does when the form is enlarged: it moves with the right or the lower side, or it grows.
+constexpr unsigned kMovesRight = 1;
+constexpr unsigned kMovesDown = 2;
+constexpr unsigned kWidens = 4;
+constexpr unsigned kHeightens = 8;
+
 // In dialog units: a quarter of the average width and an eighth of the height of the font's letters.
 struct Place {
   int x, y, width, height;
+  unsigned whenEnlarged = 0;  // of the above
 };
 
 // The rows of a control's text and tool tip; kNoText is none.

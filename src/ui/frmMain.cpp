@@ -1,6 +1,7 @@
 #include "ui/frmMain.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "support/basFile.h"
 #include "support/basStr.h"
@@ -52,6 +53,7 @@ void frmMain::ShowPanel(std::int16_t panel) {
     txtApplicationName.selectionLength = CharacterCount(txtApplicationName.text);
   }
   if (panel == kPanelDataAccess) pbrProgress.visible = false;
+  cmdCancel.enabled = panel != kPanelReport;  // the setup project is made; there is nothing left to cancel
   view_->Refresh();
 }
 
@@ -74,7 +76,9 @@ void frmMain::Attempt(std::string_view routine, const std::function<void()>& han
     generating = false;
     ReportError(routine, CurrentError());
   }
-  if (handlerDepth_ == 1) CheckCancelled();
+  if (handlerDepth_ > 1) return;
+  CheckCancelled();
+  if (std::exchange(working_, false)) view_->Refresh();
 }
 
 void frmMain::Report(std::string_view routine, const RuntimeError& error) {
@@ -105,7 +109,11 @@ void frmMain::UnloadIfEnded() {
 
 void frmMain::cmdNext_Click(std::int16_t index) {
   if (handlerDepth_ == 0) {
-    Handle("cmdNext_Click", [this, index] { flow_->LeavePage(index); });
+    Handle("cmdNext_Click", [this, index] {
+      working_ = true;
+      view_->Refresh();
+      flow_->LeavePage(index);
+    });
   }
 }
 
@@ -123,6 +131,17 @@ void frmMain::Cancel() {
     return ShowStatus(platform_.strings.Text(TextId::Cancelling));
   }
   Handle("cmdCancel_Click", [this] { CancelWizard(*this); });
+}
+
+bool frmMain::Heeds(const Control& control) const {
+  if (&control == &cmdCancel && (cancelPending_ || generating)) return false;
+  if (!working_ || &control == &cmdCancel || &control == &cmdHelp || &control == &txtReport)
+    return control.enabled;
+  const auto isOneOf = [&control](std::initializer_list<ControlKind> kinds) {
+    return std::find(kinds.begin(), kinds.end(), control.kind) != kinds.end();
+  };
+  return control.enabled && !isOneOf({ControlKind::CommandButton, ControlKind::CheckBox, ControlKind::TextBox,
+                                      ControlKind::ComboBox});
 }
 
 void frmMain::CheckCancelled() {
@@ -214,6 +233,11 @@ void frmMain::AdvanceProgress() {
   pbrProgress.visible = true;
   pbrProgress.value = global_.NextProgressValue();
   view_->Refresh();
+}
+
+void frmMain::ExpectSteps(int steps) {
+  pbrProgress.maximum = steps;
+  global_.SetProgressLimit(static_cast<std::int16_t>(steps));
 }
 
 void frmMain::SetPointer(Pointer pointer) {

@@ -25,11 +25,11 @@ constexpr std::int16_t kPanelDataAccess = 3;
 constexpr std::int16_t kPanelReport = 4;
 constexpr std::size_t kPanelsWithNext = 4;
 
-// The size of the form without its border, and of each page; Back and Next.
+// The smallest size of the form, without its border, and of each page; Back and Next.
 constexpr Place kFormPlace{0, 0, 330, 228};
-constexpr Place kFramePlace{0, 0, 330, 192};
-constexpr Place kBackPlace{102, 208, 50, 14};
-constexpr Place kNextPlace{152, 208, 50, 14};
+constexpr Place kFramePlace{0, 0, 330, 192, kWidens | kHeightens};
+constexpr Place kBackPlace{102, 208, 50, 14, kMovesRight | kMovesDown};
+constexpr Place kNextPlace{152, 208, 50, 14, kMovesRight | kMovesDown};
 
 // Key codes of the form's keyboard handler (winuser.h).
 constexpr int kKeyEscape = 27;
@@ -39,7 +39,7 @@ constexpr int kKeyEscape = 27;
 //
 // A handler runs to its end before the form is destroyed. While one runs, Next, Back, Browse and OK are
 // ignored; Cancel, Escape and closing take effect when the present step returns, and not at all while the
-// setup project is generated.
+// setup project is generated. A view shows what is ignored as disabled.
 class frmMain : public User, public Container {
  public:
   frmMain(Session& session, basGlobal& global, Platform& platform, FormOwner& owner);
@@ -67,60 +67,63 @@ class frmMain : public User, public Container {
   Frame fraPanel1{*this, kFramePlace}, fraPanel2{*this, kFramePlace}, fraPanel3{*this, kFramePlace},
       fraPanel4{*this, kFramePlace}, fraReport{*this, kFramePlace};
   // Welcome
-  Label lblPanel1Inst{fraPanel1, {10, 10, 310, 28}, {TextId::WelcomeInstruction}};
+  Label lblPanel1Inst{fraPanel1, {10, 10, 310, 28, kWidens}, {TextId::WelcomeInstruction}};
   Label lblVBP{fraPanel1, {10, 50, 310, 9}, {TextId::VisualBasicProjectFile}};
-  TextBox txtVBPname{
-      fraPanel1, {10, 61, 250, 14}, {kNoText, TextId::ProjectFileTip}, [this] { txtVBPname_Change(); }};
+  TextBox txtVBPname{fraPanel1, {10, 61, 250, 14, kWidens}, {kNoText, TextId::ProjectFileTip}, [this] {
+                       txtVBPname_Change();
+                     }};
   CommandButton cmdBrowse{
-      fraPanel1, {266, 61, 54, 14}, {TextId::Browse, TextId::BrowseTip}, [this] { cmdBrowse_Click(); }};
+      fraPanel1, {266, 61, 54, 14, kMovesRight}, {TextId::Browse, TextId::BrowseTip}, [this] {
+        cmdBrowse_Click();
+      }};
   CheckBox chkRebuild{fraPanel1, {10, 84, 310, 10}, {TextId::RebuildProject, TextId::RebuildTip}};
-  Label lblStatus{fraPanel1, {10, 176, 310, 9}, {}, Label::kPath};
+  Label lblStatus{fraPanel1, {10, 176, 310, 9, kMovesDown | kWidens}, {}, Label::kPath};
   // Project information
-  Label lblPanel2Inst{fraPanel2, {10, 10, 310, 20}, {TextId::ProjectInformationInstruction}};
-  Label lblApplicationName{fraPanel2, {10, 42, 90, 9}, {TextId::ApplicationName}};
+  Label lblPanel2Inst{fraPanel2, {10, 10, 310, 20, kWidens}, {TextId::ProjectInformationInstruction}};
+  Label lblApplicationName{fraPanel2, {10, 41, 90, 9}, {TextId::ApplicationName}};
   TextBox txtApplicationName{fraPanel2,
-                             {104, 39, 216, 14},
+                             {104, 39, 216, 14, kWidens},
                              {TextId::YourApplicationName, TextId::ApplicationNameTip},
                              [this] { txtApplicationName_Change(); },
                              [this](char32_t& character) { txtApplicationName_KeyPress(character); }};
-  Label lblCompanyName{fraPanel2, {10, 64, 90, 9}, {TextId::CompanyName}};
+  Label lblCompanyName{fraPanel2, {10, 63, 90, 9}, {TextId::CompanyName}};
   TextBox txtCompanyName{fraPanel2,
-                         {104, 61, 216, 14},
+                         {104, 61, 216, 14, kWidens},
                          {TextId::YourCompany, TextId::CompanyNameTip},
                          [this] { txtCompanyName_Change(); },
                          [this](char32_t& character) { txtCompanyName_KeyPress(character); }};
   Label lblApplicationType{fraPanel2, {10, 86, 90, 9}, {TextId::ApplicationType}};
   ComboBox cboApplicationType{
-      fraPanel2, {104, 84, 216, 90}, {TextId::DatabaseApplication, TextId::ApplicationTypeTip}};
-  Label lblApplicationVersion{fraPanel2, {10, 108, 90, 9}, {TextId::ApplicationVersion}};
+      fraPanel2, {104, 84, 216, 90, kWidens}, {TextId::DatabaseApplication, TextId::ApplicationTypeTip}};
+  Label lblApplicationVersion{fraPanel2, {10, 107, 90, 9}, {TextId::ApplicationVersion}};
   TextBox txtApplicationVersion{
       fraPanel2, {104, 105, 80, 14}, {TextId::FirstVersion, TextId::ApplicationVersionTip}, [this] {
         txtApplicationVersion_Change();
       }};
   Label lblExeCaption{fraPanel2, {10, 130, 90, 9}, {TextId::ApplicationExecutable}};
-  Label lblExeName{fraPanel2, {104, 130, 216, 9}, {TextId::ApplicationExecutable}, Label::kPath};
+  Label lblExeName{fraPanel2, {104, 130, 216, 9, kWidens}, {TextId::ApplicationExecutable}, Label::kPath};
   // Summary
-  Label lblPanel3Instr{fraPanel3, {10, 10, 310, 20}, {TextId::SummaryInstruction}};
+  Label lblPanel3Instr{fraPanel3, {10, 10, 310, 20, kWidens}, {TextId::SummaryInstruction}};
   OptionButton optFileView{
       fraPanel3, {10, 34, 110, 10}, {TextId::FileGroupView}, [this] { optFileView_Click(); }};
   OptionButton optProjectView{
       fraPanel3, {130, 34, 110, 10}, {TextId::ProjectView}, [this] { optProjectView_Click(); }};
-  TreeView tvwFiles{fraPanel3, {10, 48, 310, 122}};
-  TreeView tvwDependencies{fraPanel3, {10, 48, 310, 122}};
-  Label lblProgress{fraPanel3, {10, 177, 120, 9}, {}, Label::kPath};
-  ProgressBar pbrProgress{fraPanel3, {134, 176, 186, 10}};
+  TreeView tvwFiles{fraPanel3, {10, 48, 310, 122, kWidens | kHeightens}};
+  TreeView tvwDependencies{fraPanel3, {10, 48, 310, 122, kWidens | kHeightens}};
+  Label lblProgress{fraPanel3, {10, 177, 120, 9, kMovesDown}, {}, Label::kPath};
+  ProgressBar pbrProgress{fraPanel3, {134, 176, 186, 10, kMovesDown | kWidens}};
   // Data access
-  Label lblPanel3Inst{fraPanel4, {10, 10, 310, 20}, {TextId::DataAccessInstruction}};
-  Frame Frame5{fraPanel4, {10, 36, 310, 84}, {TextId::DataAccessOptions}};
+  Label lblPanel3Inst{fraPanel4, {10, 10, 310, 20, kWidens}, {TextId::DataAccessInstruction}};
+  Frame Frame5{fraPanel4, {10, 36, 310, 84, kWidens}, {TextId::DataAccessOptions}};
   CheckBox chkDAOJet{fraPanel4, {20, 52, 280, 10}, {TextId::DaoWithJet}};
   CheckBox chkDAOODBCDirect{fraPanel4, {20, 68, 280, 10}, {TextId::DaoWithOdbcDirect}};
   CheckBox chkRDO{fraPanel4, {20, 84, 280, 10}, {TextId::Rdo}};
   CheckBox chkADO{fraPanel4, {20, 100, 280, 10}, {TextId::Ado}};
   // Report
-  TextBox txtReport{fraReport, {10, 10, 310, 176}};
+  TextBox txtReport{fraReport, {10, 10, 310, 176, kWidens | kHeightens}};
   // Below every page. Back and Next of all pages stand in one place each, and have the page's number.
-  Label lblBranding{*this, {10, 195, 30, 9}, {}, Label::kPath};
-  Line linBranding{*this, {40, 199, 280, 1}};
+  Label lblBranding{*this, {10, 195, 30, 9, kMovesDown}, {}, Label::kPath};
+  Line linBranding{*this, {40, 199, 280, 1, kMovesDown | kWidens}};
   std::array<CommandButton, kPanelsWithNext> cmdBack{
       {{*this, fraPanel1, kBackPlace, {TextId::Back}, [this] { cmdBack_Click(0); }},
        {*this, fraPanel2, kBackPlace, {TextId::Back}, [this] { cmdBack_Click(1); }},
@@ -132,8 +135,10 @@ class frmMain : public User, public Container {
        {*this, fraPanel3, kNextPlace, {TextId::Finish}, [this] { cmdNext_Click(2); }},
        {*this, fraPanel4, kNextPlace, {TextId::Next}, [this] { cmdNext_Click(3); }}}};
   CommandButton cmdOK{*this, fraReport, kNextPlace, {TextId::Ok}, [this] { cmdOK_Click(); }};
-  CommandButton cmdCancel{*this, {211, 208, 50, 14}, {TextId::Cancel}, [this] { cmdCancel_Click(); }};
-  CommandButton cmdHelp{*this, {270, 208, 50, 14}, {TextId::Help}, [this] { cmdHelp_Click(); }};
+  CommandButton cmdCancel{
+      *this, {211, 208, 50, 14, kMovesRight | kMovesDown}, {TextId::Cancel}, [this] { cmdCancel_Click(); }};
+  CommandButton cmdHelp{
+      *this, {270, 208, 50, 14, kMovesRight | kMovesDown}, {TextId::Help}, [this] { cmdHelp_Click(); }};
 
   const Control* defaultButton = nullptr;
   const Control* focus = nullptr;  // a view with windows moves the focus there and sets this to null
@@ -161,6 +166,13 @@ class frmMain : public User, public Container {
   void ShowPanel(std::int16_t panel);
   void HidePanel(std::int16_t panel);
   void InitPanel(std::int16_t panel);
+  // Whether the form heeds what the user does to a control: it is enabled, and no step of the wizard ignores
+  // it.
+  bool Heeds(const Control& control) const;
+  // Whether a step runs that may take long and ignores most controls.
+  bool IsWorking() const { return working_; }
+  // What a node of a tree is, for its tool tip: its name, which may be cut, and the meaning of its picture.
+  std::string TipOf(const std::string& name, NodeImage image) const;
   // Why the names of the project-information page may not be used, if so: a pasted or given text has not
   // passed the check of the keys.
   std::optional<NameRefusal> Refusal() const;
@@ -181,6 +193,7 @@ class frmMain : public User, public Container {
   void ShowStatus(const std::string& text) override;
   void ShowProgress(const std::string& text) override;
   void AdvanceProgress() override;
+  void ExpectSteps(int steps) override;
   void SetPointer(Pointer pointer) override;
   void DoEvents() override;
   void CheckCancelled() override;
@@ -202,6 +215,7 @@ class frmMain : public User, public Container {
   FormView* view_ = nullptr;
   WizardFlow* flow_ = nullptr;
   int handlerDepth_ = 0;
+  bool working_ = false;  // a step runs that may take long
   bool cancelPending_ = false;
   bool ended_ = false;
   SetupAnswers proposed_;  // by the project-information page

@@ -1,6 +1,7 @@
 #include <cstdlib>
 
 #include "support/basParse.h"
+#include "support/basStr.h"
 #include "ui/frmMain.h"
 
 // What the form shows before the user does anything.
@@ -25,7 +26,16 @@ void LoadTexts(const StringTable& strings, const Container& holder) {
   }
 }
 
+// In the order of NodeImage.
+constexpr TextId kNodeTips[] = {TextId::ProjectTip,     TextId::HeadingTip,     TextId::FormTip,
+                                TextId::ControlTip,     TextId::TypeLibraryTip, TextId::FileTip,
+                                TextId::MissingFileTip, TextId::FileGroupTip};
+
 }  // namespace
+
+std::string frmMain::TipOf(const std::string& name, NodeImage image) const {
+  return TokenReplace(platform_.strings.Text(kNodeTips[static_cast<std::size_t>(image)]), {name});
+}
 
 void frmMain::Form_Load() {
   LoadTexts(platform_.strings, *this);

@@ -14,6 +14,7 @@ namespace bxvbwiz {
 namespace {
 
 constexpr const char* kRoutine = "cmdNext_Click";
+constexpr int kStepsBesidesCopying = 5;
 
 // Adds a finding for each object of data access that the report asks the user to insert.
 void NoteDataAccess(const Analysis& analysis, const DataAccessNeeds& needs) {
@@ -74,6 +75,7 @@ Generation::Generation(Platform& platform, basGlobal& global, User& user, Analys
 
 void Generation::MakeSetupProject() {
   NoteUnwritableAnswers(platform_.codePage, answers_);
+  user_.ExpectSteps(kStepsBesidesCopying);
   user_.ShowProgress(platform_.strings.Text(TextId::CreatingInstallation));
   MakeSetupFolder();
   CopyTemplate();
@@ -98,6 +100,7 @@ void Generation::CopyTemplate() {
     if (found.empty()) throw RuntimeError(kErrorFileNotFound, "File not found: " + source + "*.bxp");
     return found;
   });
+  user_.ExpectSteps(kStepsBesidesCopying + StepsOfCopy(platform_.files, source));
   user_.ShowProgress(platform_.strings.Text(TextId::CopyingFiles));
   std::string target = setup_.folder;
   CopyFileTree(platform_.files, user_, source, target);

@@ -21,20 +21,15 @@ void PageDriver::LeavePage(std::int16_t panel) {
 }
 
 void PageDriver::LeaveWelcome() {
-  const std::string project = form_.txtVBPname.text;
-  const bool rebuilds = form_.chkRebuild.checked;
   setupProjectName_.clear();
   form_.Show(nullptr);
   analysis_.reset();
   auto analysis = std::make_unique<Analysis>(core_.platform(), form_, core_.global());
   const auto rebuild = [this](const CProject& built) { return RebuildProject(core_, form_, built); };
-  if (analysis->LoadTrees(project, rebuilds, rebuild) != Analysis::Result::Done) return;
+  if (analysis->LoadTrees(form_.txtVBPname.text, form_.chkRebuild.checked, rebuild) != Analysis::Result::Done)
+    return;
   analysis_ = std::move(analysis);
   form_.Show(analysis_.get());
-  // The user may have changed the boxes during the analysis.
-  form_.txtVBPname.text = project;
-  form_.txtVBPname_Change();
-  form_.chkRebuild.checked = rebuilds;
   form_.InitPanel(kPanelInformation);
   form_.ShowPanel(form_.App != nullptr && form_.App->ShowsPage2() ? kPanelInformation : kPanelSummary);
   form_.HidePanel(kPanelWelcome);

@@ -129,7 +129,7 @@ TEST_F(RunTest, AnObjectThatLostTheFormIsRunInANewOne) {
   Pressing("c", [&] { EXPECT_EQ(first->Run(), S_OK); });
   EXPECT_EQ(Results(first), L"False 0 ");
   second->put_Project(Bstr(project_).bstrVal);
-  Pressing("nnnc", [&] { EXPECT_EQ(second->Run(), S_OK); });
+  Pressing("nnne", [&] { EXPECT_EQ(second->Run(), S_OK); });
   EXPECT_EQ(Results(second), L"False 0 " + Setup(L"Demo")) << "cancelled when all was done";
 }
 

@@ -19,6 +19,12 @@ constexpr const char* kApplicationName = "&Application Name";
 constexpr DWORD kFinished = 0;
 constexpr DWORD kCancelled = 1;
 
+SIZE SizeOf(HWND window) {
+  RECT place{};
+  GetWindowRect(window, &place);
+  return {place.right - place.left, place.bottom - place.top};
+}
+
 class WizardWindows : public testing::Test {
  protected:
   WizardWindows() {
@@ -55,6 +61,10 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   driver.SetText(kProjectFile, "");
   EXPECT_FALSE(driver.Enabled("&Next>"));
   driver.Key(VK_RETURN);  // presses nothing
+  driver.SetText(kProjectFile, "C:\\None.vbp");
+  driver.Key(VK_RETURN);
+  ExpectMessage("does not exist");
+  driver.WaitForFocus(kProjectFile);
   driver.Click("Bro&wse...");
   driver.AnswerFileDialog(kProject);
   WaitForText(kProjectFile, kProject);
@@ -68,6 +78,10 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
     driver.WaitUntil("the check", [&] { return driver.Ask("&Rebuild the Project", BM_GETCHECK) == state; });
   }
   driver.Key(VK_RETURN);
+  driver.WaitForMessage();
+  for (const char* ignored : {"&Next>", kProjectFile, "&Rebuild the Project"})
+    EXPECT_FALSE(driver.Enabled(ignored)) << ignored;
+  EXPECT_TRUE(driver.Enabled("Cancel"));
   ExpectMessage("Gone.tlb");
 
   driver.WaitForPage("Project Information");
@@ -90,11 +104,22 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   EXPECT_EQ(driver.Ask("SysTreeView32", TVM_GETCOUNT), 5);
   driver.AccessKey('f');
   driver.WaitUntil("the file view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 3; });
+  const HWND tree = driver.Find("SysTreeView32");
+  const SIZE before = SizeOf(tree);
+  const SIZE least = SizeOf(driver.Window());
+  for (const LONG change : {-50L, 100L}) {
+    SetWindowPos(driver.Window(), nullptr, 0, 0, least.cx + change, least.cy + change, SWP_NOMOVE);
+    const LONG more = std::max(0L, change);  // than the smallest
+    driver.WaitUntil("another size", [&] { return SizeOf(driver.Window()).cy == least.cy + more; });
+    EXPECT_EQ(SizeOf(tree).cx, before.cx + more);
+    EXPECT_EQ(SizeOf(tree).cy, before.cy + more) << "the tree takes the room";
+  }
   driver.AccessKey('b');
   driver.WaitForPage("Project Information");
   driver.Press("nn");
 
   driver.WaitForPage("Report");
+  EXPECT_FALSE(driver.Enabled("Cancel"));
   EXPECT_NE(driver.Text("Edit").find("IMPORTANT - PLEASE READ!\r\n"), std::string::npos);
   driver.Key(VK_RETURN);
   EXPECT_EQ(driver.WaitForEnd(), kFinished);

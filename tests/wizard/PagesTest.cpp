@@ -1,3 +1,5 @@
+#include <set>
+
 #include "platform/Forwarding.h"
 #include "WizardFixture.h"
 
@@ -152,26 +154,49 @@ TEST_F(WizardTest, EveryWayToCancelLeavesZeroAndNothingBehind) {
   EXPECT_FALSE(machine_.Exists("drive_c/Setups/My  App"));
 }
 
-TEST_F(WizardTest, WhatTheUserChangesDuringTheAnalysisChangesNothing) {
-  machine_.Write("drive_c/Src/Other.vbp", "Type=Exe\r\nName=\"Other\"\r\n");
+// The names of the controls that a busy form heeds, as a view asks for them.
+std::string Heeded(const frmMain& form) {
+  std::string heeded;
+  for (const auto& [name, control] :
+       std::initializer_list<std::pair<const char*, const Control*>>{{"box ", &form.txtVBPname},
+                                                                     {"browse ", &form.cmdBrowse},
+                                                                     {"rebuild ", &form.chkRebuild},
+                                                                     {"type ", &form.cboApplicationType},
+                                                                     {"back ", &form.cmdBack[kPanelSummary]},
+                                                                     {"next ", &form.cmdNext[kPanelSummary]},
+                                                                     {"view ", &form.optFileView},
+                                                                     {"cancel ", &form.cmdCancel},
+                                                                     {"help ", &form.cmdHelp}}) {
+    if (form.Heeds(*control)) heeded += name;
+  }
+  return heeded;
+}
+
+TEST_F(WizardTest, WhatABusyStepIgnoresIsDisabledUntilItEnds) {
   Start();
-  seen_.whileEventsRun = [](frmMain& form) {
+  std::set<std::string> heeded;
+  seen_.whileEventsRun = [&](frmMain& form) {
+    heeded.insert(Heeded(form));
     form.cmdBrowse_Click();
-    EXPECT_NE(form.txtVBPname.text, "C:\\Src\\Browsed.vbp") << "Browse is ignored";
-    form.txtVBPname.text = form.txtVBPname.text.empty() ? "C:\\Src\\Other.vbp" : "";
-    form.txtVBPname_Change();
-    form.chkRebuild.checked = true;
+    EXPECT_EQ(form.txtVBPname.text, "C:\\Src\\App.vbp") << "Browse is ignored";
   };
   seen_.browsed = "C:\\Src\\Browsed.vbp";
+  const std::string all = "box browse rebuild type back next view cancel help ";
   LeaveWelcome();
-  EXPECT_EQ(Form().txtApplicationName.text, "My  App");
-  Form().cmdBack_Click(kPanelInformation);
-  EXPECT_EQ(Form().txtVBPname.text, "C:\\Src\\App.vbp");
-  EXPECT_TRUE(Form().cmdNext[kPanelWelcome].enabled);
-  EXPECT_FALSE(Form().chkRebuild.checked);
+  EXPECT_EQ(heeded, std::set<std::string>{"view cancel help "});
+  EXPECT_EQ(Heeded(Form()), all);
+  seen_.answers[TextId::UnexpectedError] = Button::Retry;
+  seen_.whileEventsRun = [&](frmMain&) { throw std::bad_alloc(); };
+  LeaveWelcome();
+  EXPECT_EQ(Heeded(Form()), all) << "after an error";
   seen_.whileEventsRun = nullptr;
-  Form().cmdBrowse_Click();
-  EXPECT_EQ(Form().txtVBPname.text, "C:\\Src\\Browsed.vbp");
+  LeaveWelcome();
+  Form().cmdNext_Click(kPanelInformation);
+  seen_.whileEventsRun = [&](frmMain& form) { heeded = {Heeded(form)}; };
+  Form().cmdNext_Click(kPanelSummary);
+  EXPECT_EQ(heeded, std::set<std::string>{"view help "}) << "Finish is not cancelled";
+  EXPECT_FALSE(Form().Heeds(Form().cmdCancel)) << "nothing is left to cancel";
+  EXPECT_EQ(app_->ReturnCode(), -1);
 }
 
 TEST_F(WizardTest, AFormThatCannotBeMadeIsAnErrorAndTheNextOneIsMade) {
@@ -203,6 +228,8 @@ TEST_F(WizardTest, AnErrorOfTheAnalysisLeavesNoStatusBehind) {
 }
 
 TEST_F(WizardTest, FinishNamesItsStepsAndIsNotCancelled) {
+  for (const char* name : {"1", "2", "3", "4", "5", "6"})
+    machine_.Write(std::string("drive_c/Borvex/Template/More/") + name, "");
   Start();
   LeaveWelcome();
   Form().cmdNext_Click(kPanelInformation);
@@ -221,7 +248,9 @@ TEST_F(WizardTest, FinishNamesItsStepsAndIsNotCancelled) {
     if (names.empty() || names.back() != name) names.push_back(name);
   EXPECT_EQ(names,
             (std::vector<std::string>{"Creating Installation...", "Copying Files...", "Updating Files..."}));
-  EXPECT_GE(seen_.progress.size(), 5U) << "each step moves the bar";
+  EXPECT_EQ(seen_.progress.begin()->first, 1);
+  EXPECT_EQ(seen_.progress.rbegin()->first, Form().pbrProgress.maximum) << "from begin to end";
+  EXPECT_EQ(seen_.progress.size(), 6U) << "five steps, and a folder of the template with five files";
 }
 
 TEST_F(WizardTest, AStandAloneStartReadsItsOptionsAndLeavesItsResults) {

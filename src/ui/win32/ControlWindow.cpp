@@ -47,21 +47,21 @@ std::string TextOf(HWND window) {
   return Narrow(WideTextOf(window));
 }
 
-bool ControlWindow::Show() {
+bool ControlWindow::Show(bool isHeeded) {
   bool changed = HasText(control_.kind) && (ShowItems() || ShowText());
   changed = ShowChecked() || changed;
   changed = ShowProgress() || changed;
-  return ShowState() || changed;
+  return ShowState(isHeeded) || changed;
 }
 
-bool ControlWindow::ShowState() {
+bool ControlWindow::ShowState(bool isHeeded) {
   const LONG style = GetWindowLongW(window_, GWL_STYLE);
   const bool visible = control_.visible && (onPage_ || control_.page == nullptr || control_.page->visible);
   const bool isVisible = (style & WS_VISIBLE) != 0;
   if (visible != isVisible) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
   const bool isEnabled = (style & WS_DISABLED) == 0;
-  if (control_.enabled != isEnabled) EnableWindow(window_, control_.enabled ? TRUE : FALSE);
-  return visible != isVisible || control_.enabled != isEnabled;
+  if (isHeeded != isEnabled) EnableWindow(window_, isHeeded ? TRUE : FALSE);
+  return visible != isVisible || isHeeded != isEnabled;
 }
 
 bool ControlWindow::ShowText() {

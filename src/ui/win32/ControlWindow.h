@@ -25,8 +25,9 @@ class ControlWindow {
   HWND Handle() const { return window_; }
   Control& Shown() const { return control_; }
 
-  // From the control to the window; only what differs is touched. True when something changed.
-  bool Show();
+  // From the control to the window, which takes input when the form heeds it; only what differs is touched.
+  // True when something changed.
+  bool Show(bool isHeeded);
   // What the user did, from the window to the control: text, selection, state.
   void Take();
   // The item that the user chose from a combo box, whose text follows only later.
@@ -40,7 +41,7 @@ class ControlWindow {
   bool Fill(const std::function<bool()>& goesOn);
 
  private:
-  bool ShowState();
+  bool ShowState(bool isHeeded);
   bool ShowText();
   std::string ShownText() const;
   bool ShowItems();

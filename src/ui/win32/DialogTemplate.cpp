@@ -54,7 +54,8 @@ WindowClass WindowClassOf(const Control& control, bool beginsGroup) {
     case Kind::ProgressBar:
       return {PROGRESS_CLASSW, 0, 0};
     case Kind::TreeView:
-      return {WC_TREEVIEWW, TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | kTab,
+      return {WC_TREEVIEWW,
+              TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_INFOTIP | kTab,
               WS_EX_CLIENTEDGE};
   }
   return {};

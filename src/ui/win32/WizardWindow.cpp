@@ -32,7 +32,7 @@ void WizardWindow::ShowControls() {
   ShowPages();
   for (const auto& control : controls_) {
     const Control* shown = &control->Shown();
-    const bool changed = control->Show();
+    const bool changed = control->Show(form_->Heeds(*shown));
     progress = progress || (changed && (shown == &form_->lblStatus || shown == &form_->pbrProgress ||
                                         shown == &form_->lblProgress));
   }
@@ -81,9 +81,14 @@ HFONT WizardWindow::Font() const {
 }
 
 int WizardWindow::Pixels(int horizontalUnits) const {
-  RECT place{0, 0, horizontalUnits, 0};
-  MapDialogRect(window_.get(), &place);
-  return place.right;
+  return PixelsOf({0, 0, horizontalUnits, 0}).right;
+}
+
+// With width and height as right and bottom.
+RECT WizardWindow::PixelsOf(const Place& place) const {
+  RECT pixels{place.x, place.y, place.width, place.height};
+  MapDialogRect(window_.get(), &pixels);
+  return pixels;
 }
 
 int WizardWindow::Width(const Control& control) const {
@@ -103,7 +108,9 @@ int WizardWindow::TextWidth(const std::string& text) const {
 
 void WizardWindow::Refresh() {
   if (form_ == nullptr || window_ == nullptr) return;
+  const HWND focused = GetFocus();
   ShowControls();
+  if (focused != nullptr && !IsWindowEnabled(focused)) left_ = focused;
   MoveFocus();
   FillVisibleTrees();
 }
@@ -131,7 +138,8 @@ void WizardWindow::FillVisibleTrees() {
 
 void WizardWindow::MoveFocus() {
   if (form_ == nullptr || GetActiveWindow() != window_.get()) return;
-  if (const ControlWindow* wanted = WindowOf(form_->focus)) {
+  const ControlWindow* wanted = WindowOf(form_->focus);
+  if (wanted != nullptr && IsUsable(wanted->Handle())) {
     form_->focus = nullptr;
     if (GetFocus() != wanted->Handle()) {
       SetFocus(wanted->Handle());
@@ -139,7 +147,18 @@ void WizardWindow::MoveFocus() {
     }
     return;
   }
-  if (!FocusIsUsable()) FocusFirst();
+  if (FocusIsUsable()) return;
+  if (form_->IsWorking()) {
+    SetFocus(window_.get());  // Enter on another button would do what nobody asked for
+  } else if (const HWND left = std::exchange(left_, nullptr); IsUsable(left)) {
+    SetFocus(left);
+  } else {
+    FocusFirst();
+  }
+}
+
+bool WizardWindow::IsUsable(HWND window) {
+  return IsWindowVisible(window) && IsWindowEnabled(window);
 }
 
 bool WizardWindow::FocusIsUsable() const {
@@ -147,7 +166,7 @@ bool WizardWindow::FocusIsUsable() const {
   for (const auto& control : controls_) {
     // A combo box has its text box inside.
     if (control->Handle() != focused && !IsChild(control->Handle(), focused)) continue;
-    return IsWindowVisible(focused) && IsWindowEnabled(control->Handle());
+    return IsUsable(control->Handle());
   }
   return false;
 }

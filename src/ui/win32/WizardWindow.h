@@ -53,17 +53,21 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void TakeUp(Control& control, HWND window, bool onPage);
   void ShowIcon();
   void MoveToMiddle(HWND owner) const;
+  void FollowSize();
+  void FillTip(NMTVGETINFOTIPW& asked) const;
   void ShowPages();
   void ShowControls();
   void ShowToolTips();
   void FillVisibleTrees();
   void MoveFocus();
   bool FocusIsUsable() const;
+  static bool IsUsable(HWND window);
   void FocusFirst() const;
   ControlWindow* WindowOf(const Control* control) const;
   ControlWindow* WindowWith(HWND handle) const;
   HFONT Font() const;
   int Pixels(int horizontalUnits) const;
+  RECT PixelsOf(const Place& place) const;
   void Loop();
   void Dispatch(MSG& message);
   bool IsKeyOfForm(const MSG& message);
@@ -78,6 +82,9 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   std::vector<std::unique_ptr<ControlWindow>> controls_;
   ToolTips toolTips_;
   const Control* shownDefault_ = nullptr;
+  SIZE least_{};           // of the window
+  SIZE enlarged_{};        // by how much its inside is larger than that of the smallest
+  HWND left_ = nullptr;    // had the focus until it was disabled
   bool updating_ = false;  // the window follows the form: what it notifies, no user did
   bool filling_ = false;
   Pointer pointer_ = Pointer::Default;

@@ -2,6 +2,7 @@
 // after windows.h
 #include <commctrl.h>
 
+#include "text/win32/WideText.h"
 #include "ui/win32/WizardWindow.h"
 
 // The messages of the wizard's windows. No exception may pass through the system; the form's handlers let
@@ -37,6 +38,24 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_CLOSE:
       if (window == window_.get()) form_->Form_QueryUnload();
       return TRUE;
+    case WM_NOTIFY:
+      if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam); header.code == TVN_GETINFOTIPW)
+        FillTip(*reinterpret_cast<NMTVGETINFOTIPW*>(lParam));
+      return FALSE;
+    case WM_SIZE:
+      if (window == window_.get() && wParam != SIZE_MINIMIZED) FollowSize();
+      return FALSE;
+    case WM_GETMINMAXINFO:
+      if (window != window_.get()) return FALSE;
+      reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least_.cx, least_.cy};
+      return TRUE;
+    case WM_SYSCOLORCHANGE:
+      // The system tells the windows of programs only.
+      if (window != window_.get()) return FALSE;
+      for (const auto& control : controls_) SendMessageW(control->Handle(), message, wParam, lParam);
+      return FALSE;
+    case WM_SETFOCUS:
+      return window == window_.get() && form_->IsWorking() ? TRUE : FALSE;  // it stays there
     case WM_DESTROY:
       // The host has destroyed the owner, which takes this window with it.
       if (window != window_.get()) return FALSE;
@@ -70,10 +89,22 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
   }
 }
 
+void WizardWindow::FillTip(NMTVGETINFOTIPW& asked) const {
+  wchar_t name[MAX_PATH] = {};
+  TVITEMW item{};
+  item.mask = TVIF_TEXT | TVIF_IMAGE;
+  item.hItem = asked.hItem;
+  item.pszText = name;
+  item.cchTextMax = MAX_PATH;
+  if (SendMessageW(asked.hdr.hwndFrom, TVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == FALSE) return;
+  const std::wstring tip = Widen(form_->TipOf(Narrow(name), static_cast<NodeImage>(item.iImage)));
+  lstrcpynW(asked.pszText, tip.c_str(), asked.cchTextMax);
+}
+
 void WizardWindow::Command(HWND used, int code) {
   ControlWindow* control = WindowWith(used);
-  // Enter presses the default button even while it is disabled.
-  if (control == nullptr || !control->Shown().enabled) return;
+  // Enter presses the default button even while it is disabled, and other programs write into disabled boxes.
+  if (control == nullptr || !form_->Heeds(control->Shown())) return;
   // A copy: the form and its controls may be gone when it returns.
   const Handler handler = control->Shown().handler;
   switch (control->Shown().kind) {

@@ -54,13 +54,14 @@ void WizardWindow::Make(HWND owner) {
   INITCOMMONCONTROLSEX classes{
       sizeof(classes), ICC_TREEVIEW_CLASSES | ICC_PROGRESS_CLASS | ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
-  const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | DS_MODALFRAME;
-  if (owner != nullptr) {
-    window_.reset(MakeDialog(*form_, kFormPlace, owner, style, 0));
-    return;
-  }
-  // The only window of its program.
-  window_.reset(MakeDialog(*form_, kFormPlace, owner, style | WS_MINIMIZEBOX, WS_EX_APPWINDOW));
+  const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | WS_THICKFRAME;
+  const bool isOnly = owner == nullptr;  // of its program
+  window_.reset(MakeDialog(*form_, kFormPlace, owner,
+                           style | (isOnly ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX : 0UL),
+                           isOnly ? WS_EX_APPWINDOW : 0UL));
+  RECT place{};
+  GetWindowRect(window_.get(), &place);
+  least_ = {place.right - place.left, place.bottom - place.top};
   ShowIcon();
 }
 
@@ -81,11 +82,36 @@ void WizardWindow::ShowPages() {
       page = MakeDialog(*static_cast<Frame*>(control), control->place, window_.get(),
                         WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL, WS_EX_CONTROLPARENT);
       SetWindowPos(page, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      enlarged_ = {};
+      FollowSize();
     }
     if (page == nullptr) continue;
     const bool isVisible = (GetWindowLongW(page, GWL_STYLE) & WS_VISIBLE) != 0;
     if (control->visible != isVisible) ShowWindow(page, control->visible ? SW_SHOWNA : SW_HIDE);
   }
+}
+
+// Moves and enlarges what follows the size of the window.
+void WizardWindow::FollowSize() {
+  RECT inside{};
+  GetClientRect(window_.get(), &inside);
+  const RECT least = PixelsOf(kFormPlace);
+  const SIZE more{inside.right - least.right, inside.bottom - least.bottom};
+  if (more.cx == enlarged_.cx && more.cy == enlarged_.cy) return;
+  enlarged_ = more;
+  const auto follow = [&](HWND window, const Place& place) {
+    const auto by = [&](unsigned change, LONG amount) {
+      return (place.whenEnlarged & change) != 0 ? amount : 0;
+    };
+    const RECT first = PixelsOf(place);
+    SetWindowPos(window, nullptr, first.left + by(kMovesRight, more.cx), first.top + by(kMovesDown, more.cy),
+                 first.right + by(kWidens, more.cx), first.bottom + by(kHeightens, more.cy),
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+  };
+  for (const auto& [frame, page] : pages_) {
+    if (page != nullptr) follow(page, frame->place);
+  }
+  for (const auto& control : controls_) follow(control->Handle(), control->Shown().place);
 }
 
 // In the middle of its owner, or of the screen.
