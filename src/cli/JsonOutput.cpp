@@ -194,7 +194,7 @@ void Print(Command command, int code, const std::string& error, const Json& part
 
 }  // namespace
 
-void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code) {
+Json PartsOf(const Options& options, const Outcome& outcome, const StringTable& strings) {
   const Writer writer(strings);
   const Analysis* const analysis = outcome.analysis.get();
   const CProject* const project = analysis == nullptr ? nullptr : analysis->Project();
@@ -231,7 +231,11 @@ void PrintJson(const Options& options, const Outcome& outcome, const StringTable
     parts["report"] = outcome.setup.report;
     parts["writtenFiles"] = outcome.writtenFiles;
   }
-  Print(options.command, code, outcome.error, parts);
+  return parts;
+}
+
+void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code) {
+  Print(options.command, code, outcome.error, PartsOf(options, outcome, strings));
 }
 
 void PrintJson(const Options& options, const std::string& error, int code) {

@@ -172,6 +172,14 @@ void AddProjectCommands(CLI::App& app, Options& options, WizardOptions& more) {
   AddWizardOptions(*analyse, options, more);
   AddWizardOptions(*generate, options, more);
   AddWizardOptions(*explain, options, more);
+  for (CLI::App* command : {analyse, generate}) {
+    command
+        ->add_option(
+            "--html", options.html,
+            "Write a page of the trees, the files and the findings for a browser ('-': standard output)")
+        ->type_name("FILE")
+        ->check(RefuseEmpty);
+  }
   explain->add_option("NAME", options.name, "A file name, a path, or a library's description or identifier")
       ->check(RefuseEmpty)
       ->required();
@@ -257,6 +265,8 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     app.parse(std::vector<std::string>(arguments));
     TakeAnswers(more, options);
     TakeDrives(more, options);
+    if (options.html == "-" && options.json)
+      throw CLI::ValidationError("--html", "--json has standard output, too");
     // Not by the parser, which would let the variable overrule one command's option with another's.
     if (options.machine.empty()) options.machine = EnvironmentText("BXVBWIZ_MACHINE");
   } catch (const CLI::ParseError& error) {

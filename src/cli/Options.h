@@ -50,6 +50,7 @@ struct Options {
   std::optional<Button> yesNo;  // to every other Yes/No question
   bool strict = false;
   bool json = false;
+  std::string html;  // where the page goes, "-" for standard output; empty for none
   bool quiet = false;
   bool verbose = false;
   std::vector<std::string> files;  // of inspect

@@ -322,11 +322,19 @@ void Show(const Options& options, const Outcome& outcome, const StringTable& str
   } else if (outcome.explanation != nullptr) {
     PrintText(*outcome.explanation, strings);
   } else if (options.command != Command::Capture && options.command != Command::Explain &&
-             !(options.quiet && outcome.comparison.IsEqual())) {
+             options.html != "-" && !(options.quiet && outcome.comparison.IsEqual())) {
     PrintText(options, outcome, strings);
   }
   std::cout.flush();
   PrintRest(options, outcome, strings);
+}
+
+// False when the page of a run cannot be written; `outcome` then has the reason.
+bool SavePage(const Options& options, Outcome& outcome, const StringTable& strings) {
+  const SystemError error = WriteHtml(options, outcome, strings);
+  if (error == SystemError::Success) return true;
+  Tell(outcome, TextOf(strings, {TextId::PageNotWritten, {options.html, ErrorCode(error)}}));
+  return false;
 }
 
 // Null when there is no machine to work on; `outcome` then has the reason.
@@ -386,6 +394,7 @@ int RunWizardOn(const Options& options, Computer& computer) {
     run.Result().finished = false;
   }
   code = StrictCode(options, run.Result(), code);
+  if (!options.html.empty() && !SavePage(options, run.Result(), strings)) code = kExitNotFinished;
   Show(options, run.Result(), strings, computer.ExitCode(code));
   return code;
 }

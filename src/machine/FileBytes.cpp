@@ -56,4 +56,16 @@ SystemError ReadWholeFile(const std::string& hostPath, std::unique_ptr<FileView>
   return error;
 }
 
+SystemError WriteWholeFile(const std::string& hostPath, std::string_view bytes) {
+  const std::string real = host::RealPath(hostPath);
+  const std::string& path = real.empty() ? hostPath : real;
+  const host::FileStatus status = host::StatusOf(path);
+  host::ContentOptions options;
+  if (status.kind != host::FileKind::Missing) {
+    if (status.kind != host::FileKind::File || !status.writable) return SystemError::AccessDenied;
+    options.permissions = status.permissions;
+  }
+  return host::ReplaceContent(path, bytes, options);
+}
+
 }  // namespace bxvbwiz

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "machine/host/Host.h"
 #include "platform/FileSystem.h"
@@ -16,5 +17,9 @@ SystemError ReadWholeFile(const std::string& hostPath, std::string& bytes,
 
 // The same, into memory that is not cleared first.
 SystemError ReadWholeFile(const std::string& hostPath, std::unique_ptr<FileView>& view);
+
+// Makes `bytes` the content of a new file or of one that may be written, whole or not at all. A link stays
+// one. AccessDenied for anything except a regular file.
+SystemError WriteWholeFile(const std::string& hostPath, std::string_view bytes);
 
 }  // namespace bxvbwiz

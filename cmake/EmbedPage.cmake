@@ -1,0 +1,36 @@
+# embed_page(file header) makes the header of a page for browsers, with the constant kPage, when the build is configured. The
+# page gets the policy that it runs its own script and uses its own styles only, which browsers know by their hashes.
+
+# The text's SHA-256 in base64, of which three hexadecimal digits make two.
+function(hash_of text result)
+  string(SHA256 digits "${text}")
+  set(letters ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/)
+  set(hash "")
+  foreach(start RANGE 0 63 3)
+    string(SUBSTRING "${digits}00" ${start} 3 part)
+    foreach(shift 6 0)
+      math(EXPR place "0x${part} >> ${shift} & 63")
+      string(SUBSTRING ${letters} ${place} 1 letter)
+      string(APPEND hash ${letter})
+    endforeach()
+  endforeach()
+  string(SUBSTRING ${hash} 0 43 hash)
+  set(${result} "'sha256-${hash}='" PARENT_SCOPE)
+endfunction()
+
+function(embed_page file header)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+  file(READ ${file} page)
+  foreach(kind style script)
+    if(NOT page MATCHES "<${kind}>(.*)</${kind}>")
+      message(FATAL_ERROR "${file} has no <${kind}>")
+    endif()
+    hash_of("${CMAKE_MATCH_1}" ${kind})
+  endforeach()
+  set(policy "default-src 'none'; style-src ${style}; script-src ${script}; base-uri 'none'; form-action 'none'")
+  set(charset "<meta charset=\"utf-8\">")
+  string(REPLACE "${charset}" "${charset}\n<meta http-equiv=\"Content-Security-Policy\" content=\"${policy}\">" page "${page}")
+  cmake_path(GET file FILENAME name)
+  file(CONFIGURE OUTPUT ${header} @ONLY CONTENT
+    "#pragma once\n#include <string_view>\n// Made of ${name}.\nconstexpr std::string_view kPage = R\"page(${page})page\";\n")
+endfunction()
