@@ -12,6 +12,7 @@ HasHeader() { HasProgram g++ && echo "#include <$1>" | g++ -std=c++17 -E -x c++ 
 HasModule() { python3 -c "import $1" 2>/dev/null; }
 
 wantsWine32=no
+wantsChromium=no
 HasWine32() { [ -x /usr/lib/wine/wine ]; }
 
 missing=()
@@ -34,6 +35,7 @@ for purpose in "${@:-build}"; do
       Need libgtest-dev HasHeader gtest/gtest.h
       Need clang-format HasProgram clang-format
       Need python3-jsonschema HasModule jsonschema
+      HasProgram chromium || wantsChromium=yes
       ;;
     tidy)
       Need clang-tidy HasProgram clang-tidy
@@ -72,12 +74,13 @@ for purpose in "${@:-build}"; do
   esac
 done
 HasWine32 && wantsWine32=no
-[ ${#missing[@]} -gt 0 ] || [ "$wantsWine32" = yes ] || exit 0
+[ "${#missing[@]} $wantsWine32 $wantsChromium" != '0 no no' ] || exit 0
 
 # What is optional is never a reason to fail.
 GiveUp() {  # GiveUp REASON
   if [ ${#missing[@]} -eq 0 ]; then
-    echo "The 32-bit Wine is not installed ($1): only the 64-bit programs will be tested."
+    [ "$wantsWine32" = no ] || echo "The 32-bit Wine is not installed ($1): only the 64-bit programs will be tested."
+    [ "$wantsChromium" = no ] || echo "Chromium is not installed ($1): no test will look at the page of --html."
     exit 0
   fi
   echo "install.sh: $1; these Debian packages are missing: ${missing[*]}" >&2
@@ -124,4 +127,9 @@ fi
 if [ "$wantsWine32" = yes ]; then
   echo "Installing: wine32:i386"
   InstallWine32 || echo "The 32-bit Wine cannot be installed here: only the 64-bit programs will be tested."
+fi
+if [ "$wantsChromium" = yes ]; then
+  echo "Installing: chromium"
+  Apt install --yes --no-upgrade --no-remove --no-install-recommends chromium ||
+    echo "Chromium cannot be installed here: no test will look at the page of --html."
 fi

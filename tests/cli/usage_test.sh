@@ -40,6 +40,7 @@ Expect "wrong usage is one JSON document, too" 2 '"exitCode": 2' inspect --json
 Expect "an unknown option is wrong usage" 2 "--colour" analyse x.vbp --colour
 Expect "--yes and --no exclude each other" 2 "excludes" analyse x.vbp --yes --no
 Expect "--quiet and --verbose exclude each other" 2 "excludes" analyse x.vbp --quiet --verbose
+Expect "standard output is for one of both" 2 "--html" analyse x.vbp --html - --json
 Expect "an answer names a message that exists" 2 "the number 9" analyse x.vbp --answer 9=ok
 Expect "a message has one answer" 2 "already has an answer" analyse x.vbp --answer 1095=yes --answer 1095=no
 Expect "a text is one line" 2 "control character" analyse x.vbp --app-type $'a\nGUID=b'
