@@ -1,7 +1,5 @@
 #include "analysis/Analysis.h"
 
-#include "analysis/Audit.h"
-#include "analysis/SourceFindings.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
 #include "support/basStr.h"
@@ -12,45 +10,18 @@ namespace {
 constexpr const char* kLoadTrees = "frmPanel3.LoadTrees";
 constexpr const char* kFileGroupsKey = "FileGroups";
 
-// Makes a folder the current directory while it lives: project files name others relative to their own
-// folder.
-class CurrentDirectoryScope {
+// Does something when a scope ends, for whatever reason.
+template <class Action>
+class AtEnd {
  public:
-  CurrentDirectoryScope(FileSystem& files, const std::string& folder)
-      : files_(files), previous_(files.CurrentDirectory()) {
-    if (!folder.empty()) files_.ChangeDirectory(folder);
-  }
-  ~CurrentDirectoryScope() { files_.ChangeDirectory(previous_); }
-  CurrentDirectoryScope(const CurrentDirectoryScope&) = delete;
-  CurrentDirectoryScope& operator=(const CurrentDirectoryScope&) = delete;
+  explicit AtEnd(Action action) : action_(std::move(action)) {}
+  ~AtEnd() { action_(); }
+  AtEnd(const AtEnd&) = delete;
+  AtEnd& operator=(const AtEnd&) = delete;
 
  private:
-  FileSystem& files_;
-  std::string previous_;
+  Action action_;
 };
-
-// Clears the status text when the analysis ends, for whatever reason.
-class StatusScope {
- public:
-  explicit StatusScope(User& user) : user_(user) {}
-  ~StatusScope() {
-    try {
-      user_.ShowStatus("");
-    } catch (...) {
-      return;  // the next change shows it
-    }
-  }
-  StatusScope(const StatusScope&) = delete;
-  StatusScope& operator=(const StatusScope&) = delete;
-
- private:
-  User& user_;
-};
-
-// The path of a file, as its facts give it.
-std::string LocationOf(const std::string& name, const FileRecord& facts) {
-  return FixPath(facts.FileLinkPath) + GetPathFileName(name);
-}
 
 bool InstallAlike(const InstallationFacts& left, const InstallationFacts& right) {
   return left.SharedFile == right.SharedFile && left.SelfRegister == right.SelfRegister &&
@@ -81,11 +52,21 @@ Analysis::~Analysis() {
 Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsRebuild,
                                      const Rebuild& rebuild) {
   const CallStackEntry entry(kLoadTrees);
-  const StatusScope status(user_);
+  const AtEnd clearStatus([this] {
+    try {
+      user_.ShowStatus("");
+    } catch (...) {
+      return;  // the next change shows it
+    }
+  });
   TellUnwrittenLog();
   projectFile_ = projectFile;
   platform_.files.FullPath(projectFile, projectFile_);
-  const CurrentDirectoryScope folder(platform_.files, GetPathFolder(projectFile_));
+  // Project files name others relative to their own folder.
+  const AtEnd returnToFolder(
+      [this, previous = platform_.files.CurrentDirectory()] { platform_.files.ChangeDirectory(previous); });
+  const std::string folder = GetPathFolder(projectFile_);
+  if (!folder.empty()) platform_.files.ChangeDirectory(folder);
 
   project_ = RetryOrCancel(kLoadTrees, [this] { return std::make_unique<CProject>(context_); });
   project_->NeedsRebuild = needsRebuild;
@@ -122,15 +103,7 @@ void Analysis::EndStep() {
 }
 
 DataAccessNeeds Analysis::DataAccess() const {
-  DataAccessNeeds needs;
-  if (project_ == nullptr) return needs;
-  for (const CReference& reference : project_->References()) {
-    needs.ado = needs.ado || reference.ADO;
-    needs.daoJet = needs.daoJet || reference.DAO;
-    needs.rdo = needs.rdo || reference.RDO;
-  }
-  needs.daoOdbcDirect = needs.daoJet && needs.rdo;
-  return needs;
+  return project_ == nullptr ? DataAccessNeeds() : DataAccessOf(*project_);
 }
 
 // False when the file cannot be read; the user has seen why and may choose another.
@@ -152,24 +125,23 @@ bool Analysis::ReadProject() {
 
 // True when the project is of a kind that the wizard cannot package.
 bool Analysis::RefuseProjectKind() {
-  TextId message{};
-  switch (project_->ProjectType) {
-    case 0:
-      message = TextId::NoVisualBasicProject;
-      break;
-    case CProject::PTUserControl:
-      message = TextId::UserControlProject;
-      break;
-    case CProject::PTActiveXDocExe:
-    case CProject::PTActiveXDocDll:
-      message = TextId::ActiveXDocumentProject;
-      break;
-    default:
-      return false;
+  constexpr std::pair<std::int16_t, TextId> kRefused[] = {
+      {0, TextId::NoVisualBasicProject},
+      {CProject::PTUserControl, TextId::UserControlProject},
+      {CProject::PTActiveXDocExe, TextId::ActiveXDocumentProject},
+      {CProject::PTActiveXDocDll, TextId::ActiveXDocumentProject},
+  };
+  for (const auto& [type, message] : kRefused) {
+    if (project_->ProjectType != type) continue;
+    user_.ShowStatus("");
+    Show(message, kStyleExclamation);
+    return true;
   }
-  user_.ShowStatus("");
-  user_.ShowMessage({message, kStyleExclamation, platform_.strings.Text(message), ""});
-  return true;
+  return false;
+}
+
+Button Analysis::Show(TextId message, int style) {
+  return user_.ShowMessage({message, style, platform_.strings.Text(message), ""});
 }
 
 // False when the project cannot be read again after it was built.
@@ -182,13 +154,10 @@ bool Analysis::RebuildIfNeeded(const Rebuild& rebuild) {
     project_->NeedsRebuild = false;
     if (!ReadProject()) return false;
     if (!project_->NeedsRebuild) return true;
-    user_.ShowMessage(
-        {TextId::RebuildFailed, kStyleCritical, platform_.strings.Text(TextId::RebuildFailed), ""});
+    Show(TextId::RebuildFailed, kStyleCritical);
     CancelWizard(user_);
   }
-  if (user_.ShowMessage({TextId::ContinueWithoutRebuild, kStyleYesNo,
-                         platform_.strings.Text(TextId::ContinueWithoutRebuild), ""}) == Button::No)
-    CancelWizard(user_);
+  if (Show(TextId::ContinueWithoutRebuild, kStyleYesNo) == Button::No) CancelWizard(user_);
   AddFinding(FindingId::ProjectNotRebuilt, {projectFile_});
   return true;
 }
@@ -200,24 +169,27 @@ void Analysis::FillTrees() {
   TreeNode& root = projectView_.Add("", title, NodeImage::Project);
   AddOutputFile();
 
+  const auto addControl = [this](TreeNode& parent, CObject& control) {
+    AddLibrary(parent, "", GetPathFileName(control.Name), NodeImage::Control, control);
+  };
   TreeNode& forms = projectView_.Add(root, "Forms", "Forms", NodeImage::Heading);
   for (CForm& form : project_->Forms()) {
     TreeNode& node = projectView_.Add(forms, "", form.Name(), NodeImage::Form);
-    for (CObject& control : form.Objects()) AddControl(node, control);
+    for (CObject& control : form.Objects()) addControl(node, control);
     EndStep();
   }
   TreeNode& objects = projectView_.Add(root, "Objects", "Objects", NodeImage::Heading);
   for (CObject& control : project_->Objects()) {
-    AddControl(objects, control);
+    addControl(objects, control);
     EndStep();
   }
   TreeNode& references = projectView_.Add(root, "References", "References", NodeImage::Heading);
   for (CReference& reference : project_->References()) {
-    if (reference.Include) AddReference(references, reference);
+    if (reference.Include)
+      AddLibrary(references, reference.Key, reference.Name, NodeImage::TypeLibrary, reference);
     EndStep();
   }
   FillFileGroupView();
-  TellOfSources(context_, *project_, files_);
 }
 
 void Analysis::AddOutputFile() {
@@ -229,25 +201,14 @@ void Analysis::AddOutputFile() {
   AddFile(output, facts);
 }
 
-void Analysis::AddControl(TreeNode& parent, CObject& control) {
-  TreeNode& node =
-      projectView_.Add(parent, "", GetPathFileName(control.Name),
-                       control.Include && control.LinkResolves ? NodeImage::Control : NodeImage::MissingFile);
-  if (!control.Include) return;
-  AddFile(control.Name, control);
-  AddDependencies(node, control.Dependencies());
-}
-
-void Analysis::AddReference(TreeNode& parent, CReference& reference) {
-  TreeNode& node = projectView_.Add(parent, reference.Key, reference.Name,
-                                    reference.LinkResolves ? NodeImage::TypeLibrary : NodeImage::MissingFile);
-  AddFile(reference.Name, reference);
-  AddDependencies(node, reference.Dependencies());
-}
-
-void Analysis::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
-  for (CDependency& dependency : dependencies) {
-    projectView_.Add(owner, "", GetPathFileName(dependency.Name),
+void Analysis::AddLibrary(TreeNode& parent, const std::string& key, const std::string& text, NodeImage image,
+                          Library& library) {
+  const bool isFound = library.Include && library.LinkResolves;
+  TreeNode& node = projectView_.Add(parent, key, text, isFound ? image : NodeImage::MissingFile);
+  if (!library.Include) return;
+  AddFile(library.Name, library);
+  for (CDependency& dependency : library.Dependencies()) {
+    projectView_.Add(node, "", GetPathFileName(dependency.Name),
                      dependency.LinkResolves ? NodeImage::File : NodeImage::MissingFile);
     AddFile(dependency.Name, dependency);
   }
@@ -256,7 +217,7 @@ void Analysis::AddDependencies(TreeNode& owner, CDependencies& dependencies) {
 // Enters a file once per key into the collection: the first one stays, found or not. A different file whose
 // key is taken cannot be installed as well, which is reported.
 void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
-  const std::string location = LocationOf(name, facts);
+  const std::string location = facts.SourceOf(name);
   const std::string place = UpperCase(location);
   std::shared_ptr<CFile> file = files_.FindItem(files_.KeyOf(name));
   if (file == nullptr) {
@@ -267,7 +228,7 @@ void Analysis::AddFile(const std::string& name, const FileRecord& facts) {
     }
     fileGroups_.GetFileGroupInfo("", name, "", &facts, *file);
   } else {
-    const std::string taken = LocationOf(file->FileName, *file);
+    const std::string taken = file->Source();
     const bool isSameName = EqualsIgnoreCase(GetPathFileName(file->FileName), GetPathFileName(name));
     // A copy that was not found is not a different file.
     const bool isOther = !EqualsIgnoreCase(location, taken) && !(isSameName && !facts.LinkResolves);

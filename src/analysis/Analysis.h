@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "analysis/AuditSubject.h"
+#include "analysis/Audit.h"
 #include "analysis/Tree.h"
 #include "project/AnalysisContext.h"
 #include "project/CFiles.h"
@@ -63,12 +63,13 @@ class Analysis {
   void TellUnwrittenLog() const;
   bool ReadProject();
   bool RefuseProjectKind();
+  Button Show(TextId message, int style);
   bool RebuildIfNeeded(const Rebuild& rebuild);
   void FillTrees();
   void AddOutputFile();
-  void AddControl(TreeNode& parent, CObject& control);
-  void AddReference(TreeNode& parent, CReference& reference);
-  void AddDependencies(TreeNode& owner, CDependencies& dependencies);
+  // Adds a library's node and file, and those of what it needs.
+  void AddLibrary(TreeNode& parent, const std::string& key, const std::string& text, NodeImage image,
+                  Library& library);
   void AddFile(const std::string& name, const FileRecord& facts);
   void FillFileGroupView();
   void TreeAdd(const CFile& file);

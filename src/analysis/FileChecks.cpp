@@ -1,26 +1,16 @@
-#include "analysis/FileChecks.h"
-
-#include <algorithm>
-#include <charconv>
-#include <set>
-
-#include "project/basDependency.h"
+#include "analysis/Audit.h"
 #include "setupgen/Destinations.h"
+#include "setupgen/SetupFiles.h"
 #include "support/basFile.h"
 #include "sysinfo/WindowsFiles.h"
-#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-constexpr std::size_t kListBuffer = 0xFFFF;
-constexpr std::size_t kUsesBuffer = 254;
-constexpr std::string_view kUses = "USES";
-
 // The facts of a record as the setup project has them.
 std::string Properties(CFileGroups& groups, const FileRecord& record) {
-  return "TARGET=" + groups.FolderSymbol(record) + ", FILETYPE=" + (record.SharedFile ? "Yes" : "No") +
-         ", SELFREGISTERING=" + (record.SelfRegister == kRegisterDll ? "Yes" : "No");
+  return "TARGET=" + groups.FolderSymbol(record) + ", FILETYPE=" + YesOrNo(record.SharedFile) +
+         ", SELFREGISTERING=" + YesOrNo(record.SelfRegister == kRegisterDll);
 }
 
 // Whether the setup is the worse for it that `file` decided and not `rival`. A library's own record knows it
@@ -32,9 +22,10 @@ bool IsWorse(CFileGroups& groups, const CFile& file, const FileRecord& rival) {
   return isLibrary && !EqualsIgnoreCase(groups.FolderSymbol(file), groups.FolderSymbol(rival));
 }
 
-bool Differ(Executables& executables, const std::string& path, const std::string& other) {
-  const ExecutableFacts& first = executables.Of(path);
-  const ExecutableFacts& second = executables.Of(other);
+// Whether the source copy of a file is another one than the copy that lies elsewhere.
+bool Differs(const AuditSubject& subject, const CFile& file, const std::string& copy) {
+  const ExecutableFacts& first = subject.FactsOf(file);
+  const ExecutableFacts& second = subject.executables.Of(copy);
   return first.isReadable && second.isReadable &&
          (first.size != second.size || first.linkTime != second.linkTime);
 }
@@ -47,122 +38,51 @@ bool IsInSharedFolder(CFileGroups& groups, const CFile& file) {
          }) != nullptr;
 }
 
-// The numbers of the keys "Uses1", "Uses2", ... that a section has.
-std::set<int> UsesNumbers(ProfileStrings& profiles, const std::string& depFile, const std::string& section) {
-  std::set<int> numbers;
-  const std::string keys = profiles.GetString(section, std::nullopt, "", kListBuffer, depFile);
-  for (std::size_t start = 0; start < keys.size();) {
-    const std::string key = keys.substr(start, keys.find('\0', start) - start);
-    start += key.size() + 1;
-    if (!StartsWith(UpperCase(key), kUses)) continue;
-    int number = 0;
-    const char* end = key.data() + key.size();
-    const auto [rest, error] = std::from_chars(key.data() + kUses.size(), end, number);
-    if (error == std::errc() && rest == end) numbers.insert(number);
-  }
-  return numbers;
+// Files that were not found where the wizard looks, with the place where they lie.
+void TellMissingFile(const AuditSubject& subject, const CFile& file) {
+  if (file.LinkResolves) return;
+  if (subject.project.ReadsUnbuilt && &file == subject.output)
+    return AddFinding(FindingId::OutputMissing, {file.FileName});
+  const auto copy = subject.copiesBeside.find(&file);
+  const std::string path = copy != subject.copiesBeside.end()
+                               ? copy->second
+                               : subject.platform.files.Search(GetPathFileName(file.FileName));
+  if (path.empty()) return AddFinding(FindingId::FileMissing, {file.FileName});
+  AddFinding(FindingId::FileElsewhere, {file.FileName, path});
 }
 
-class UsesCheck {
- public:
-  explicit UsesCheck(const AuditSubject& subject) : subject_(subject) {}
+// What is wrong with the facts by which a file is installed.
+void TellDoubts(const AuditSubject& /*subject*/, const CFile& file) {
+  for (const Finding& doubt : file.doubts) AddFinding(doubt);
+}
 
-  // Takes the section of `depFile` that describes the file.
-  void Take(const std::string& depFile, const std::string& name) {
-    if (depFile.empty() || !taken_.insert(UpperCase(depFile) + '\n' + UpperCase(name)).second) return;
-    const std::string section = FindDepSection(subject_.platform, depFile, name);
-    if (section.empty()) return;
-    const std::set<int> numbers = UsesNumbers(subject_.platform.profiles, depFile, section);
-    if (numbers.empty() || IsTaken(depFile, section, *numbers.rbegin())) return;
-    int end = 1;
-    while (numbers.count(end) != 0 && !Value(depFile, section, end).empty()) ++end;
-    for (auto number = numbers.upper_bound(end); number != numbers.end(); ++number) {
-      const std::string value = Value(depFile, section, *number);
-      if (value.empty() || subject_.global.IsSystemFile(value) || subject_.Installed(value) != nullptr)
-        continue;
-      AddFinding({FindingId::UsesAfterGap,
-                  {value, "Uses" + std::to_string(end)},
-                  {TextId::OriginUses, {depFile, section, "Uses" + std::to_string(*number)}}});
-    }
-  }
-
- private:
-  // Whether the list was read as far as this number, for a file that the setup installs.
-  bool IsTaken(const std::string& depFile, const std::string& section, int number) {
-    const CFile* const file = subject_.Installed(Value(depFile, section, number));
-    const std::vector<std::string> origin{depFile, section, "Uses" + std::to_string(number)};
-    return file != nullptr && std::any_of(file->askers.begin(), file->askers.end(),
-                                          [&](const Origin& asker) { return asker.values == origin; });
-  }
-
-  // Empty when the list ends there.
-  std::string Value(const std::string& depFile, const std::string& section, int number) {
-    const std::string value = subject_.platform.profiles.GetString(section, "Uses" + std::to_string(number),
-                                                                   "", kUsesBuffer, depFile);
-    return value == "NONE" ? "" : std::string(TrimBlanks(value));
-  }
-
-  const AuditSubject& subject_;
-  std::set<std::string> taken_;
-};
-
-}  // namespace
-
-void TellMissingFiles(const AuditSubject& subject) {
-  for (const CFile& file : subject.files) {
-    if (file.LinkResolves) continue;
-    if (subject.project.ReadsUnbuilt && &file == subject.Output()) {
-      AddFinding({FindingId::OutputMissing, {file.FileName}, file.FirstAsker()});
-      continue;
-    }
-    std::string path = subject.CopyBesideLibrary(file);
-    if (path.empty()) path = subject.platform.files.Search(GetPathFileName(file.FileName));
-    if (path.empty())
-      AddFinding({FindingId::FileMissing, {file.FileName}, file.FirstAsker()});
-    else
-      AddFinding({FindingId::FileElsewhere, {file.FileName, path}, file.FirstAsker()});
+// The first that names a file decides its facts; another knew better.
+void TellOtherFacts(const AuditSubject& subject, const CFile& file) {
+  for (const FileRecord& rival : file.rivals) {
+    if (!IsWorse(subject.groups, file, rival)) continue;
+    AddFinding({FindingId::FactsDiffer,
+                {file.Source(), Properties(subject.groups, file), Properties(subject.groups, rival)},
+                rival.FirstAsker()});
   }
 }
 
-void TellDoubts(const AuditSubject& subject) {
-  for (const CFile& file : subject.files) {
-    for (const Finding& doubt : file.doubts) AddFinding(doubt);
-  }
+// Another copy than the one beside the library that needs it.
+void TellCopyBesideLibrary(const AuditSubject& subject, const CFile& file) {
+  const auto copy = subject.copiesBeside.find(&file);
+  if (copy != subject.copiesBeside.end() && Differs(subject, file, copy->second))
+    AddFinding(FindingId::CopyBesideLibrary, {file.Source(), copy->second});
 }
 
-void TellOtherFacts(const AuditSubject& subject) {
-  for (const CFile& file : subject.files) {
-    for (const FileRecord& rival : file.rivals) {
-      if (!IsWorse(subject.groups, file, rival)) continue;
-      AddFinding({FindingId::FactsDiffer,
-                  {AuditSubject::SourceOf(file), Properties(subject.groups, file),
-                   Properties(subject.groups, rival)},
-                  rival.FirstAsker()});
-    }
-  }
+// A copy of the redistributables in place of the one that was asked for.
+void TellOtherCopy(const AuditSubject& subject, const CFile& file) {
+  if (!IsAbsolutePath(file.FileName) || EqualsIgnoreCase(file.Source(), file.FileName)) return;
+  if (!Differs(subject, file, file.FileName)) return;
+  const bool isOutput = &file == subject.output;
+  AddFinding(isOutput ? FindingId::OtherProgramInstalled : FindingId::OtherCopyInstalled,
+             {file.Source(), file.FileName});
 }
 
-void TellCopiesBesideLibraries(const AuditSubject& subject) {
-  for (const CFile& file : subject.files) {
-    const std::string copy = subject.CopyBesideLibrary(file);
-    const std::string source = AuditSubject::SourceOf(file);
-    if (!file.LinkResolves || copy.empty() || !Differ(subject.executables, source, copy)) continue;
-    AddFinding({FindingId::CopyBesideLibrary, {source, copy}, file.FirstAsker()});
-  }
-}
-
-void TellOtherCopies(const AuditSubject& subject) {
-  const CFile* output = subject.Output();
-  for (const CFile& file : subject.files) {
-    const std::string source = AuditSubject::SourceOf(file);
-    if (!file.LinkResolves || !IsAbsolutePath(file.FileName) || EqualsIgnoreCase(source, file.FileName))
-      continue;
-    if (!Differ(subject.executables, source, file.FileName)) continue;
-    const FindingId id = &file == output ? FindingId::OtherProgramInstalled : FindingId::OtherCopyInstalled;
-    AddFinding({id, {source, file.FileName}, file.FirstAsker()});
-  }
-}
-
+// Nothing can be known to be shared.
 void TellMissingIndex(const AuditSubject& subject) {
   for (const CFile& file : subject.files) {
     if (file.SharedFile || !IsInSharedFolder(subject.groups, file)) continue;
@@ -172,37 +92,43 @@ void TellMissingIndex(const AuditSubject& subject) {
     } catch (const RuntimeError&) {
       return;  // told when the file was looked up in it
     }
-    const std::string folder = FixPath(GetPathFolder(index));
-    if (FolderHoldsFile(subject.platform.files, folder, GetPathFileName(index))) return;
-    return AddFinding(
-        {FindingId::SharedIndexMissing, {index, AuditSubject::SourceOf(file)}, file.FirstAsker()});
+    if (subject.Exists(index)) return;
+    return AddFinding({FindingId::SharedIndexMissing, {index, file.Source()}, file.FirstAsker()});
   }
 }
 
-void TellWindowsFiles(const AuditSubject& subject) {
+// Parts of Windows, shared run-time libraries and debug libraries.
+void TellWindowsFile(const AuditSubject& subject, const CFile& file) {
+  // Without the list of system files, the setup holds many of them; that is told.
   const CFiles* const list = subject.global.gSystemFiles();
-  // Without the list, the setup holds many of them; that is told.
+  const std::optional<WindowsFileUse> use = UseOfWindowsFile(GetPathFileName(file.FileName));
   if (list == nullptr || list->Count() == 0) return;
-  for (const CFile& file : subject.files) {
-    const WindowsFile* const known = FindWindowsFile(GetPathFileName(file.FileName));
-    if (known == nullptr) continue;
-    if (known->use == WindowsFileUse::Shared && (file.SharedFile || !IsInSharedFolder(subject.groups, file)))
-      continue;
-    const FindingId id = known->use == WindowsFileUse::Never    ? FindingId::WindowsFileInstalled
-                         : known->use == WindowsFileUse::Shared ? FindingId::RuntimeNotShared
-                                                                : FindingId::DebugLibrary;
-    AddFinding({id, {file.FileName}, file.FirstAsker()});
+  if (use == WindowsFileUse::Never) AddFinding(FindingId::WindowsFileInstalled, {file.FileName});
+  if (use == WindowsFileUse::Debug) AddFinding(FindingId::DebugLibrary, {file.FileName});
+  if (use == WindowsFileUse::Shared && !file.SharedFile && IsInSharedFolder(subject.groups, file))
+    AddFinding(FindingId::RuntimeNotShared, {file.FileName});
+}
+
+// What a .dep file names behind a number that is missing.
+void TellUsesAfterGap(const AuditSubject& subject, const CDependencies& dependencies) {
+  for (const Finding& finding : dependencies.afterGap) {
+    const std::string& name = finding.values.front();
+    if (!subject.global.IsSystemFile(name) && subject.Installed(name) == nullptr) AddFinding(finding);
   }
 }
 
-void TellUsesAfterGaps(const AuditSubject& subject) {
-  UsesCheck check(subject);
-  for (const AuditedLibrary& library : subject.libraries) {
-    if (!library.isIncluded) continue;
-    check.Take(library.depFile, GetPathFileName(library.name));
-    for (const CDependency& dependency : library.dependencies)
-      check.Take(dependency.FileName, dependency.Name);
-  }
+void TellUsesAfterGaps(const AuditSubject& subject, Library& library) {
+  if (!library.Include) return;
+  TellUsesAfterGap(subject, library.Dependencies());
+  for (CDependency& dependency : library.Dependencies()) TellUsesAfterGap(subject, dependency.Dependencies());
+}
+
+}  // namespace
+
+AuditChecks FileChecks() {
+  return {ForEachFile<TellMissingFile>,       ForEachFile<TellDoubts>,          ForEachFile<TellOtherFacts>,
+          ForEachFile<TellCopyBesideLibrary>, ForEachFile<TellOtherCopy>,       TellMissingIndex,
+          ForEachFile<TellWindowsFile>,       ForEachLibrary<TellUsesAfterGaps>};
 }
 
 }  // namespace bxvbwiz

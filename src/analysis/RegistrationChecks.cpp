@@ -1,11 +1,9 @@
-#include "analysis/RegistrationChecks.h"
-
 #include <algorithm>
 
+#include "analysis/Audit.h"
 #include "project/EXEFile.h"
-#include "support/basMisc.h"
+#include "support/basFile.h"
 #include "support/Conversion.h"
-#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
@@ -22,65 +20,49 @@ bool IsLoaded(const CFile& file) {
                      [](const Origin& asker) { return asker.id != TextId::OriginUses; });
 }
 
-// What a file that must register itself lacks for it. Other registrations than none are told where they were
-// decided.
-void TellUnregistered(const AuditSubject& subject, const CFile& file, bool mustRegister) {
-  const ExecutableFacts& facts = subject.executables.Of(AuditSubject::SourceOf(file));
-  if (!facts.isReadable || IsForOtherMachine(facts)) return;
-  const std::string source = AuditSubject::SourceOf(file);
+// Files for another kind of processor than the program.
+void TellOtherMachine(const AuditSubject& subject, const CFile& file) {
+  const ExecutableFacts& facts = subject.FactsOf(file);
+  if (IsForOtherMachine(facts) && IsLoaded(file) && !HasExtension(file.FileName, {".TLB", ".OLB"}))
+    AddFinding(FindingId::OtherMachineType, {file.Source(), Hexadecimal(facts.machine)});
+}
+
+// Libraries that cannot register themselves, or that could but are not registered. Other registrations than
+// none are told where they were decided.
+void TellUnregistrable(const AuditSubject& subject, const CFile& file) {
+  const Library* const library = subject.LibraryOf(file);
+  const bool isControl = library != nullptr && library->kind == RecordKind::Control;
+  const bool isServer = &file == subject.output && subject.project.ProjectType == CProject::PTActiveXDLL;
+  const bool isLibrary = library != nullptr && HasExtension(file.FileName, {".DLL", ".OCX"});
+  const ExecutableFacts& facts = subject.FactsOf(file);
+  if (!(isControl || isServer || isLibrary) || !facts.isReadable || IsForOtherMachine(facts)) return;
+  const bool mustRegister = isControl || isServer || file.SelfRegister == kRegisterDll;
   const bool isUnregistered = file.SelfRegister == kRegisterNone || file.SelfRegister == kRegisterTypeLibrary;
   if (facts.exeType != kExeTypePE) {
-    AddFinding({FindingId::NotAnExecutable, {source}, file.FirstAsker()});
+    AddFinding(FindingId::NotAnExecutable, {file.Source()});
   } else if (facts.registersUnderOtherName || (mustRegister && !facts.exportsRegistration)) {
-    AddFinding({FindingId::CannotRegisterItself, {source}, file.FirstAsker()});
+    AddFinding(FindingId::CannotRegisterItself, {file.Source()});
   } else if (facts.exportsRegistration && isUnregistered) {
-    AddFinding({FindingId::LibraryNotRegistered, {source}, file.FirstAsker()});
+    AddFinding(FindingId::LibraryNotRegistered, {file.Source()});
   }
+}
+
+// Programs that offer objects, which no file group registers.
+void TellUnregisteredServer(const AuditSubject& subject, const CFile& file) {
+  if (!file.LinkResolves || file.SelfRegister != kRegisterNone) return;
+  const Library* const library = subject.LibraryOf(file);
+  // A program among the installed ones belongs to a product, which registers it.
+  const bool isReferenced = library != nullptr && library->kind == RecordKind::TypeLibrary &&
+                            HasExtension(file.FileName, {".EXE"}) &&
+                            !StartsWith(subject.groups.FolderSymbol(file), "<PROGRAMFILES>");
+  const bool isOutput = &file == subject.output && subject.project.ProjectType == CProject::PTActiveXExe;
+  if (isReferenced || isOutput) AddFinding(FindingId::ServerNotRegistered, {file.Source()});
 }
 
 }  // namespace
 
-bool EndsInOneOf(const std::string& file, std::initializer_list<std::string_view> endings) {
-  const std::string upper = UpperCase(file);
-  return std::any_of(endings.begin(), endings.end(),
-                     [&](std::string_view ending) { return EndsWith(upper, ending); });
-}
-
-void TellOtherMachines(const AuditSubject& subject) {
-  for (const CFile& file : subject.files) {
-    if (!file.LinkResolves || !IsLoaded(file) || IsBareTypeLibrary(file.FileName)) continue;
-    const std::string source = AuditSubject::SourceOf(file);
-    const ExecutableFacts& facts = subject.executables.Of(source);
-    if (!IsForOtherMachine(facts)) continue;
-    AddFinding({FindingId::OtherMachineType, {source, Hexadecimal(facts.machine)}, file.FirstAsker()});
-  }
-}
-
-void TellUnregistrable(const AuditSubject& subject) {
-  const CFile* const output = subject.Output();
-  if (output != nullptr && output->LinkResolves && subject.project.ProjectType == CProject::PTActiveXDLL) {
-    TellUnregistered(subject, *output, true);
-  }
-  for (const AuditedLibrary& library : subject.libraries) {
-    const CFile* const file = subject.Installed(library);
-    if (file == nullptr || !file->LinkResolves) continue;
-    if (library.isControl || EndsInOneOf(file->FileName, {".DLL", ".OCX"}))
-      TellUnregistered(subject, *file, library.isControl || file->SelfRegister == kRegisterDll);
-  }
-}
-
-void TellUnregisteredServers(const AuditSubject& subject) {
-  const auto tell = [](const CFile* file) {
-    if (file == nullptr || !file->LinkResolves || file->SelfRegister != kRegisterNone) return;
-    AddFinding({FindingId::ServerNotRegistered, {AuditSubject::SourceOf(*file)}, file->FirstAsker()});
-  };
-  if (subject.project.ProjectType == CProject::PTActiveXExe) tell(subject.Output());
-  for (const AuditedLibrary& library : subject.libraries) {
-    const CFile* const file = subject.Installed(library);
-    if (file == nullptr || library.isControl || !EndsInOneOf(library.name, {".EXE"})) continue;
-    // A program among the installed ones belongs to a product, which registers it.
-    if (!StartsWith(subject.groups.FolderSymbol(*file), "<PROGRAMFILES>")) tell(file);
-  }
+AuditChecks RegistrationChecks() {
+  return {ForEachFile<TellOtherMachine>, ForEachFile<TellUnregistrable>, ForEachFile<TellUnregisteredServer>};
 }
 
 }  // namespace bxvbwiz

@@ -1,10 +1,7 @@
-#include "analysis/SetupChecks.h"
-
-#include <algorithm>
 #include <set>
 #include <unordered_set>
 
-#include "analysis/RegistrationChecks.h"
+#include "analysis/Audit.h"
 #include "setupgen/Destinations.h"
 #include "support/basFile.h"
 #include "text/Text.h"
@@ -14,24 +11,21 @@ namespace {
 
 constexpr const char* kTarget = "TARGET";
 
-const SetupGroup* FindGroup(const SetupContents& setup, const std::string& name) {
-  for (const SetupGroup& group : setup.groups) {
-    if (EqualsIgnoreCase(group.name, name)) return &group;
-  }
-  return nullptr;
-}
+// A file and the group that is to install it, as it was written.
+struct Member {
+  const AuditSubject& subject;
+  const SetupContents& setup;
+  const CFile& file;
+  const SetupGroup& group;
+};
 
-bool Holds(const std::vector<std::string>& names, const std::string& name) {
-  return std::any_of(names.begin(), names.end(),
-                     [&](const std::string& other) { return EqualsIgnoreCase(name, other); });
-}
-
-// Calls `check` with each file and its group, when the group can be read.
-template <class Check>
-void ForEachMember(const AuditSubject& subject, const SetupContents& setup, Check&& check) {
+// A check that is called for each file that has a group.
+template <void (*kCheck)(const Member& member)>
+void ForEachMember(const AuditSubject& subject, const SetupContents& setup) {
   for (const CFile& file : subject.files) {
-    const SetupGroup* const group = FindGroup(setup, file.FileGroup);
-    if (group != nullptr && !group->settings.empty()) check(file, *group);
+    const SetupGroup* const group = FindNamed(setup.groups, file.FileGroup);
+    const OriginScope origin(file.FirstAsker());
+    if (group != nullptr) kCheck({subject, setup, file, *group});
   }
 }
 
@@ -43,47 +37,10 @@ std::string FirstFile(const SetupGroup& group) {
   return group.files.empty() ? "" : group.files.front();
 }
 
-void TellRegistration(const AuditSubject& subject, const CFile& file, const SetupGroup& group) {
-  const std::string source = AuditSubject::SourceOf(file);
-  const bool registers = Says(group, "SELFREGISTERING");
-  if (file.SelfRegister == kRegisterDll && !registers) {
-    AddFinding({FindingId::GroupNotRegistered, {source, group.name, FirstFile(group)}, file.FirstAsker()});
-  }
-  if (!registers || !file.LinkResolves || file.SelfRegister == kRegisterTypeLibrary) return;
-  const ExecutableFacts& facts = subject.executables.Of(source);
-  // What a library lacks is told already.
-  if (facts.isReadable && !facts.exportsRegistration && !subject.IsLibrary(file))
-    AddFinding({FindingId::NothingToRegister, {source, group.name}, file.FirstAsker()});
-}
-
-// Names the first symbol of a target; empty when it begins with none.
+// The first symbol of a target; empty when it begins with none.
 std::string SymbolOf(const std::string& target) {
   const std::size_t end = target.find('>');
   return StartsWith(target, "<") && end != std::string::npos ? target.substr(0, end + 1) : "";
-}
-
-bool IsBuiltIn(const std::string& symbol) {
-  return FindDestination([&](const Destination& place) {
-           return !place.isVariable && EqualsIgnoreCase(symbol, place.symbol);
-         }) != nullptr;
-}
-
-void TellUnusableTarget(const SetupContents& setup, const std::string& name, const std::string& target) {
-  const std::string symbol = SymbolOf(target);
-  const auto substitution = setup.substitutions.find(symbol);
-  const bool isVariable = Holds(setup.folders, symbol) || substitution != setup.substitutions.end();
-  if (!IsBuiltIn(symbol) && !isVariable && !IsAbsolutePath(target)) {
-    AddFinding(FindingId::TargetUnknown, {name, target});
-  } else if (substitution != setup.substitutions.end() && substitution->second.empty()) {
-    AddFinding(FindingId::VariableWithoutValue, {symbol, name});
-  }
-}
-
-const SetupComponent* FindComponent(const SetupContents& setup, const std::string& name) {
-  for (const SetupComponent& component : setup.components) {
-    if (EqualsIgnoreCase(component.name, name)) return &component;
-  }
-  return nullptr;
 }
 
 // The components that a setup type installs, in upper case: those that it names, and what they need.
@@ -95,9 +52,8 @@ std::set<std::string> InstalledWith(const SetupContents& setup, const std::strin
   while (!open.empty()) {
     const std::string name = open.back();
     open.pop_back();
-    if (!installed.insert(UpperCase(name)).second) continue;
-    const SetupComponent* const component = FindComponent(setup, name);
-    if (component == nullptr) continue;
+    const SetupComponent* const component = FindNamed(setup.components, name);
+    if (!installed.insert(UpperCase(name)).second || component == nullptr) continue;
     open.insert(open.end(), component->required.begin(), component->required.end());
     open.insert(open.end(), component->members.begin(), component->members.end());
   }
@@ -112,87 +68,100 @@ bool IsNeeded(const AuditSubject& subject, const SetupComponent& component) {
   return false;
 }
 
-bool IsNeededByOthers(const AuditSubject& subject, const SetupContents& setup, const std::string& name) {
-  return std::any_of(setup.components.begin(), setup.components.end(), [&](const SetupComponent& other) {
-    return Holds(other.required, name) && IsNeeded(subject, other);
-  });
-}
-
-}  // namespace
-
+// Files that are not in the list of their group.
 void TellFilesNotListed(const AuditSubject& subject, const SetupContents& setup) {
   std::unordered_set<std::string> listed;
   for (const SetupGroup& group : setup.groups) {
     for (const std::string& file : group.files) listed.insert(UpperCase(group.name + '\n' + file));
   }
   for (const CFile& file : subject.files) {
-    if (listed.count(UpperCase(file.FileGroup + '\n' + AuditSubject::SourceOf(file))) != 0) continue;
-    const SetupGroup* const group = FindGroup(setup, file.FileGroup);
-    if (group != nullptr && group->isUnreadable) continue;
-    AddFinding({FindingId::FileNotInGroup, {file.FileName}, file.FirstAsker()});
+    const SetupGroup* const group = FindNamed(setup.groups, file.FileGroup);
+    const bool isListed = listed.count(UpperCase(file.FileGroup + '\n' + file.Source())) != 0;
+    const bool isOpen = group != nullptr && group->isUnreadable;
+    if (!isListed && !isOpen) AddFinding({FindingId::FileNotInGroup, {file.FileName}, file.FirstAsker()});
   }
 }
 
-void TellGroupsNotEntered(const AuditSubject& subject, const SetupContents& setup) {
-  for (const CFile& file : subject.files) {
-    const SetupGroup* const group = FindGroup(setup, file.FileGroup);
-    if (group == nullptr) continue;  // its files are told
-    if (!group->isEntered) AddFinding({FindingId::GroupNotEntered, {group->name}, file.FirstAsker()});
+// Groups that are not among those of the setup project.
+void TellGroupNotEntered(const Member& member) {
+  if (!member.group.isEntered) AddFinding(FindingId::GroupNotEntered, {member.group.name});
+}
+
+// Files that need another folder, sharing or registration than their group has.
+void TellGroupAgainstFile(const Member& member) {
+  const auto& [subject, setup, file, group] = member;
+  if (group.settings.empty()) return;
+  const std::string source = file.Source();
+  const std::string wanted = subject.groups.FolderSymbol(file);
+  const std::string target = ValueOf(group.settings, kTarget);
+  const bool registers = Says(group, "SELFREGISTERING");
+  if (!EqualsIgnoreCase(wanted, target) && !target.empty())
+    AddFinding(FindingId::FolderOfGroupDiffers, {source, wanted, group.name, target});
+  if (file.SharedFile && !Says(group, "FILETYPE"))
+    AddFinding(FindingId::GroupNotShared, {source, group.name, FirstFile(group)});
+  if (file.SelfRegister == kRegisterDll && !registers)
+    AddFinding(FindingId::GroupNotRegistered, {source, group.name, FirstFile(group)});
+  if (!registers || file.SelfRegister == kRegisterTypeLibrary) return;
+  const ExecutableFacts& facts = subject.FactsOf(file);
+  // What a library lacks is told already.
+  if (facts.isReadable && !facts.exportsRegistration && subject.LibraryOf(file) == nullptr)
+    AddFinding(FindingId::NothingToRegister, {source, group.name});
+}
+
+// Type libraries, which a group that registers DLLs does not register.
+void TellUnregisteredTypeLibrary(const Member& member) {
+  const auto& [subject, setup, file, group] = member;
+  if (file.SelfRegister != kRegisterTypeLibrary || group.settings.empty()) return;
+  // A .dep file asks for the registration because something needs it at run time. Without one it is the
+  // file's extension that does: the compiler needed the library, and the program only where its objects are
+  // used by another process.
+  const bool isAskedFor =
+      file.FirstAsker().id == TextId::OriginUses || !HasExtension(file.FileName, {".TLB", ".OLB"});
+  // An object library belongs to a product, which registers it.
+  if (!isAskedFor && HasExtension(file.FileName, {".OLB"})) return;
+  AddFinding(isAskedFor ? FindingId::TypeLibraryNotRegistered : FindingId::TypeLibraryUnregistered,
+             {file.Source(), group.name});
+}
+
+// Folders of groups that no symbol stands for, or one that has no value.
+void TellUnusableTarget(const Member& member) {
+  const auto& [subject, setup, file, group] = member;
+  if (group.settings.empty()) return;
+  const std::string target = ValueOf(group.settings, kTarget);
+  const std::string symbol = SymbolOf(target);
+  const auto substitution = setup.substitutions.find(symbol);
+  const bool isSubstituted = substitution != setup.substitutions.end();
+  const bool isBuiltIn = FindDestination([&](const Destination& place) {
+                           return !place.isVariable && EqualsIgnoreCase(symbol, place.symbol);
+                         }) != nullptr;
+  if (!isBuiltIn && !isSubstituted && !Holds(setup.folders, symbol) && !IsAbsolutePath(target)) {
+    AddFinding(FindingId::TargetUnknown, {group.name, target});
+  } else if (isSubstituted && substitution->second.empty()) {
+    AddFinding(FindingId::VariableWithoutValue, {symbol, group.name});
   }
 }
 
-void TellGroupsAgainstFiles(const AuditSubject& subject, const SetupContents& setup) {
-  ForEachMember(subject, setup, [&](const CFile& file, const SetupGroup& group) {
-    const std::string source = AuditSubject::SourceOf(file);
-    const std::string wanted = subject.groups.FolderSymbol(file);
-    const std::string target = ValueOf(group.settings, kTarget);
-    if (!EqualsIgnoreCase(wanted, target) && !target.empty())
-      AddFinding({FindingId::FolderOfGroupDiffers, {source, wanted, group.name, target}, file.FirstAsker()});
-    if (file.SharedFile && !Says(group, "FILETYPE"))
-      AddFinding({FindingId::GroupNotShared, {source, group.name, FirstFile(group)}, file.FirstAsker()});
-    TellRegistration(subject, file, group);
-  });
-}
-
-void TellUnregisteredTypeLibraries(const AuditSubject& subject, const SetupContents& setup) {
-  ForEachMember(subject, setup, [&](const CFile& file, const SetupGroup& group) {
-    if (file.SelfRegister != kRegisterTypeLibrary) return;
-    // A .dep file asks for the registration because something needs it at run time. Without one it is the
-    // file's extension that does: the compiler needed the library, and the program only where its objects are
-    // used by another process.
-    const bool isAskedFor = file.FirstAsker().id == TextId::OriginUses || !IsBareTypeLibrary(file.FileName);
-    // An object library belongs to a product, which registers it.
-    if (!isAskedFor && EndsInOneOf(file.FileName, {".OLB"})) return;
-    AddFinding({isAskedFor ? FindingId::TypeLibraryNotRegistered : FindingId::TypeLibraryUnregistered,
-                {AuditSubject::SourceOf(file), group.name},
-                file.FirstAsker()});
-  });
-}
-
-void TellUnusableTargets(const AuditSubject& subject, const SetupContents& setup) {
-  ForEachMember(subject, setup, [&](const CFile& file, const SetupGroup& group) {
-    const OriginScope origin(file.FirstAsker());
-    TellUnusableTarget(setup, group.name, ValueOf(group.settings, kTarget));
-  });
-}
-
+// Files of the template that are not there.
 void TellUnresolvedLinks(const AuditSubject& subject, const SetupContents& setup) {
   std::unordered_set<std::string> known;
-  for (const CFile& file : subject.files) known.insert(UpperCase(AuditSubject::SourceOf(file)));
+  for (const CFile& file : subject.files) known.insert(UpperCase(file.Source()));
   for (const SetupGroup& group : setup.groups) {
     for (const std::string& file : group.files) {
-      if (!IsAbsolutePath(file) || !known.insert(UpperCase(file)).second) continue;
-      if (FolderHoldsFile(subject.platform.files, FixPath(GetPathFolder(file)), GetPathFileName(file)))
-        continue;
-      AddFinding({FindingId::FileMissing, {file}, {TextId::OriginGroup, {group.name}}});
+      if (IsAbsolutePath(file) && known.insert(UpperCase(file)).second && !subject.Exists(file))
+        AddFinding({FindingId::FileMissing, {file}, {TextId::OriginGroup, {group.name}}});
     }
   }
 }
 
+// Components that a setup type lacks.
 void TellComponentsNotInstalled(const AuditSubject& subject, const SetupContents& setup) {
   for (const SetupComponent& component : setup.components) {
     // One that others need comes with them, and they are told.
-    if (!IsNeeded(subject, component) || IsNeededByOthers(subject, setup, component.name)) continue;
+    const bool comesWithOthers =
+        std::any_of(setup.components.begin(), setup.components.end(), [&](const SetupComponent& other) {
+          return Holds(other.required, component.name) && IsNeeded(subject, other);
+        });
+    if (comesWithOthers || !IsNeeded(subject, component)) continue;
     std::string lacking;
     for (const char* const setupType : {"TYPICAL", "COMPACT", "CUSTOM"}) {
       if (InstalledWith(setup, setupType).count(UpperCase(component.name)) != 0) continue;
@@ -202,15 +171,29 @@ void TellComponentsNotInstalled(const AuditSubject& subject, const SetupContents
   }
 }
 
-void TellShortcutsWithoutTarget(const AuditSubject&, const SetupContents& setup) {
+// Shortcuts of the template to files that the setup does not install.
+void TellShortcutsWithoutTarget(const AuditSubject& /*subject*/, const SetupContents& setup) {
   std::unordered_set<std::string> names;
   for (const SetupGroup& group : setup.groups) {
     for (const std::string& file : group.files) names.insert(UpperCase(GetPathFileName(file)));
   }
   for (const auto& [section, target] : setup.targets) {
-    if (SymbolOf(target).empty() || names.count(UpperCase(GetPathFileName(target))) != 0) continue;
-    AddFinding(FindingId::ShortcutTargetMissing, {section, target});
+    if (!SymbolOf(target).empty() && names.count(UpperCase(GetPathFileName(target))) == 0)
+      AddFinding(FindingId::ShortcutTargetMissing, {section, target});
   }
+}
+
+}  // namespace
+
+AuditSetupChecks SetupChecks() {
+  return {TellFilesNotListed,
+          ForEachMember<TellGroupNotEntered>,
+          ForEachMember<TellGroupAgainstFile>,
+          ForEachMember<TellUnregisteredTypeLibrary>,
+          ForEachMember<TellUnusableTarget>,
+          TellUnresolvedLinks,
+          TellComponentsNotInstalled,
+          TellShortcutsWithoutTarget};
 }
 
 }  // namespace bxvbwiz

@@ -1,175 +1,101 @@
 #include "analysis/SetupContents.h"
 
-#include <tuple>
-#include <unordered_map>
-
 #include "setupgen/SetupFiles.h"
-#include "support/basFile.h"
 #include "support/Findings.h"
-#include "support/NumberedKeys.h"
-#include "text/Text.h"
+#include "text/ProfileLine.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 namespace {
 
-// Larger than any value that the wizard writes, so that nothing is cut.
-constexpr std::size_t kBuffer = 0x1000;
-constexpr std::size_t kListBuffer = 0xFFFF;
-constexpr const char* kData = "Data";
+// A file of profile strings: its sections.
+using Profile = std::map<std::string, ProfileSection, IgnoringCase>;
 
-using Spelling = NumberedKeys::Spelling;
-
-// Reads the files of one setup project.
-class SetupReader {
- public:
-  SetupReader(Platform& platform, const std::string& setupFolder)
-      : platform_(platform), lists_(platform.profiles), folder_(FixPath(setupFolder)) {}
-
-  SetupContents Read() {
-    contents_.projectFile = Dir(platform_.files, folder_ + "*.bxp");
-    if (!contents_.projectFile.empty()) contents_.data = Keys(folder_ + contents_.projectFile, kData);
-    ReadGroups();
-    ReadComponents();
-    ReadFolders();
-    ReadTargets();
-    return std::move(contents_);
-  }
-
- private:
-  std::string Text(const std::string& file, const std::string& section, const std::string& key) {
-    return platform_.profiles.GetString(section, key, "", kBuffer, file);
-  }
-
-  // The names of a section's keys, or of the sections.
-  std::vector<std::string> Names(const std::string& file, ProfileText section) {
-    const std::string list = platform_.profiles.GetString(section, std::nullopt, "", kListBuffer, file);
-    std::vector<std::string> names;
-    for (std::size_t start = 0; start < list.size();) {
-      names.push_back(list.substr(start, list.find('\0', start) - start));
-      start += names.back().size() + 1;
-    }
-    return names;
-  }
-
-  ProfileSection Keys(const std::string& file, const std::string& section) {
-    ProfileSection keys;
-    for (const std::string& key : Names(file, section)) keys.emplace(key, Text(file, section, key));
-    return keys;
-  }
-
-  std::vector<std::string> List(const std::string& file, const std::string& section, const char* name,
-                                Spelling spelling = Spelling::NameThenNumber) {
-    NumberedKeys::List list = ListOf(file, section, name, kBuffer);
-    list.spelling = spelling;
-    return lists_.Entries(list);
-  }
-
-  void ReadGroups() {
-    const std::string groups = GroupsFolder(folder_);
-    const std::string definitions = groups + "Default.fdf";
-    for (const std::string& name : List(definitions, "FileGroups", "group")) {
-      Group(name).isEntered = true;
-    }
-    std::vector<FoundFile> found;
-    if (platform_.files.Find(groups + "*.fgl", found) != SystemError::Success) found.clear();
-    for (const FoundFile& file : found) {
-      if ((file.attributes & kAttributeDirectory) == 0)
-        Group(ParsePath(file.name, PathPart::Title)).hasList = true;
-    }
-    for (SetupGroup& group : contents_.groups) {
-      if (group.hasList) ReadFiles(groups + group.name + ".fgl", group);
-      group.settings = Keys(definitions, group.name);
+// Reads a whole file as the profile calls see it, of which each would find one key: of sections and keys of
+// one name the first counts. Empty when it cannot be read, which is told. A missing one is merely empty,
+// unless `isUnreadable` is given, which says whether it could be read.
+Profile ReadProfile(Platform& platform, const std::string& path, bool* isUnreadable = nullptr) {
+  Profile profile;
+  std::string bytes;
+  const SystemError error = platform.files.Read(path, bytes);
+  const bool failed = error != SystemError::Success && (isUnreadable != nullptr || !MeansMissing(error));
+  if (failed) AddFinding(FindingId::FileUnreadable, {path, ErrorCode(error)});
+  if (isUnreadable != nullptr) *isUnreadable = failed;
+  const bool isWide = StartsWith(bytes, kUtf16Mark);
+  const std::string text =
+      isWide ? FromUtf16(bytes.substr(kUtf16Mark.size())) : platform.codePage.Decode(bytes);
+  ProfileSection* section = nullptr;
+  LineReader reader(text);
+  for (std::string_view line; reader.Next(line);) {
+    const std::string_view content = TrimProfileText(line);
+    if (StartsWith(content, "[")) {
+      const auto [place, isNew] =
+          profile.try_emplace(std::string(TrimProfileText(content.substr(1, content.find(']') - 1))));
+      section = isNew ? &place->second : nullptr;
+    } else if (section != nullptr && !StartsWith(content, ";") &&
+               content.find('=') != std::string_view::npos) {
+      section->emplace(KeyName(line), KeyValue(line));
     }
   }
+  return profile;
+}
 
-  // The entries of a list of files, which may be thousands. To ask for each by its key would take longer than
-  // to write them.
-  void ReadFiles(const std::string& list, SetupGroup& group) {
-    std::string bytes;
-    const SystemError error = platform_.files.Read(list, bytes);
-    group.isUnreadable = error != SystemError::Success;
-    if (group.isUnreadable) return AddFinding(FindingId::FileUnreadable, {list, ErrorCode(error)});
-    std::unordered_map<std::string, std::string_view> values;
-    bool isInList = false;
-    LineReader reader(bytes);
-    for (std::string_view line; reader.Next(line);) {
-      const std::size_t equals = line.find('=');
-      if (StartsWith(line, "["))
-        isInList = EqualsIgnoreCase(TrimBlanks(line), "[TopDir]");
-      else if (isInList && equals != std::string_view::npos)
-        values.emplace(LowerCase(TrimBlanks(line.substr(0, equals))), TrimBlanks(line.substr(equals + 1)));
-    }
-    for (;;) {
-      const std::string key = "file" + std::to_string(group.files.size());
-      const auto value = values.find(key);
-      if (value == values.end() || value->second.empty()) return;
-      group.files.push_back(platform_.codePage.Decode(value->second));
+// The values of a numbered list, "name0" and so on, and those of "0name" behind them.
+std::vector<std::string> List(const Profile& profile, const std::string& section, const std::string& name) {
+  std::vector<std::string> values;
+  const auto found = profile.find(section);
+  if (found == profile.end()) return values;
+  for (const bool isNameFirst : {true, false}) {
+    for (int number = 0;; ++number) {
+      const std::string digits = std::to_string(number);
+      std::string value = ValueOf(found->second, isNameFirst ? name + digits : digits + name);
+      if (value.empty() || value == "NONE") break;
+      values.push_back(std::move(value));
     }
   }
+  return values;
+}
 
-  SetupGroup& Group(const std::string& name) {
-    for (SetupGroup& group : contents_.groups) {
-      if (EqualsIgnoreCase(group.name, name)) return group;
-    }
-    contents_.groups.emplace_back().name = name;
-    return contents_.groups.back();
+SetupGroup& Group(SetupContents& contents, const std::string& name) {
+  for (SetupGroup& group : contents.groups) {
+    if (EqualsIgnoreCase(group.name, name)) return group;
   }
+  contents.groups.emplace_back().name = name;
+  return contents.groups.back();
+}
 
-  void ReadComponents() {
-    const std::string file = ComponentsFile(folder_);
-    for (const Spelling spelling : {Spelling::NameThenNumber, Spelling::NumberThenName}) {
-      for (const std::string& name : List(file, "Components", "component", spelling)) {
-        contents_.components.push_back(Component(file, name));
-      }
-    }
-    constexpr std::string_view kSetupType = "SETUPTYPEITEM-";
-    for (const std::string& section : Names(file, std::nullopt)) {
-      if (!StartsWith(UpperCase(section), kSetupType)) continue;
-      contents_.setupTypes.emplace(section.substr(kSetupType.size()), List(file, section, "ITEM"));
-    }
+void ReadGroups(Platform& platform, const std::string& folder, SetupContents& contents) {
+  Profile definitions = ReadProfile(platform, folder + "Default.fdf");
+  for (const std::string& name : List(definitions, "FileGroups", "group"))
+    Group(contents, name).isEntered = true;
+  std::vector<FoundFile> found;
+  if (platform.files.Find(folder + "*.fgl", found) != SystemError::Success) found.clear();
+  for (const FoundFile& file : found) {
+    if ((file.attributes & kAttributeDirectory) != 0) continue;
+    SetupGroup& group = Group(contents, ParsePath(file.name, PathPart::Title));
+    group.files = List(ReadProfile(platform, folder + file.name, &group.isUnreadable), "TopDir", "file");
   }
+  for (SetupGroup& group : contents.groups) group.settings = definitions[group.name];
+}
 
-  SetupComponent Component(const std::string& file, const std::string& name) {
-    SetupComponent component;
+void ReadComponents(Profile definitions, SetupContents& contents) {
+  for (const std::string& name : List(definitions, "Components", "component")) {
+    SetupComponent& component = contents.components.emplace_back();
     component.name = name;
-    component.groups = List(file, name, "filegroup");
-    component.members = List(file, name, "MEMBER", Spelling::NumberThenName);
-    for (const Spelling spelling : {Spelling::NameThenNumber, Spelling::NumberThenName}) {
-      for (const std::string& required : List(file, name, "required", spelling)) {
-        component.required.push_back(required);
-      }
-    }
-    for (const std::string& key : Names(file, name)) {
+    component.groups = List(definitions, name, "filegroup");
+    component.members = List(definitions, name, "MEMBER");
+    component.required = List(definitions, name, "required");
+    for (const auto& [key, value] : definitions[name]) {
       const bool isOfList = key.find_first_of("0123456789") != std::string::npos;
-      if (!isOfList) component.settings.emplace(key, Text(file, name, key));
-    }
-    return component;
-  }
-
-  void ReadFolders() {
-    const std::string folders = folder_ + "Component Definitions\\Default.fgl";
-    for (const std::string& folder : List(folders, "USERDEFINED", "SubDir")) {
-      contents_.folders.push_back(GetPathFileName(folder));
-    }
-    const std::string substitutions = folder_ + "Text Substitutions\\Setup.tsb";
-    for (const std::string& name : List(substitutions, kData, "Key")) {
-      contents_.substitutions.emplace(name, Text(substitutions, name, "Value"));
+      if (!isOfList) component.settings.emplace(key, value);
     }
   }
-
-  void ReadTargets() {
-    const std::string objects = folder_ + "Shell Objects\\Default.shl";
-    for (const std::string& section : Names(objects, std::nullopt)) {
-      const std::string target = Text(objects, section, "Target");
-      if (!target.empty()) contents_.targets.emplace(section, target);
-    }
+  constexpr std::string_view kSetupType = "SETUPTYPEITEM-";
+  for (const auto& [section, keys] : definitions) {
+    if (StartsWith(UpperCase(section), kSetupType))
+      contents.setupTypes.emplace(section.substr(kSetupType.size()), List(definitions, section, "ITEM"));
   }
-
-  Platform& platform_;
-  NumberedKeys lists_;
-  const std::string folder_;
-  SetupContents contents_;
-};
+}
 
 }  // namespace
 
@@ -182,25 +108,30 @@ std::string ValueOf(const ProfileSection& section, const std::string& key) {
   return found == section.end() ? "" : found->second;
 }
 
-bool operator==(const SetupGroup& left, const SetupGroup& right) {
-  return std::tie(left.name, left.hasList, left.isEntered, left.files, left.settings) ==
-         std::tie(right.name, right.hasList, right.isEntered, right.files, right.settings);
-}
-
-bool operator==(const SetupComponent& left, const SetupComponent& right) {
-  return std::tie(left.name, left.groups, left.members, left.required, left.settings) ==
-         std::tie(right.name, right.groups, right.members, right.required, right.settings);
-}
-
-bool operator==(const SetupContents& left, const SetupContents& right) {
-  return std::tie(left.projectFile, left.data, left.groups, left.components, left.setupTypes, left.folders,
-                  left.substitutions, left.targets) ==
-         std::tie(right.projectFile, right.data, right.groups, right.components, right.setupTypes,
-                  right.folders, right.substitutions, right.targets);
+bool Holds(const std::vector<std::string>& names, const std::string& name) {
+  return std::any_of(names.begin(), names.end(),
+                     [&](const std::string& other) { return EqualsIgnoreCase(name, other); });
 }
 
 SetupContents ReadSetup(Platform& platform, const std::string& setupFolder) {
-  return SetupReader(platform, setupFolder).Read();
+  const std::string folder = FixPath(setupFolder);
+  SetupContents contents;
+  contents.projectFile = Dir(platform.files, folder + "*.bxp");
+  if (!contents.projectFile.empty())
+    contents.data = ReadProfile(platform, folder + contents.projectFile)["Data"];
+  ReadGroups(platform, GroupsFolder(folder), contents);
+  ReadComponents(ReadProfile(platform, ComponentsFile(folder)), contents);
+  const Profile folders = ReadProfile(platform, folder + "Component Definitions\\Default.fgl");
+  for (const std::string& path : List(folders, "USERDEFINED", "SubDir"))
+    contents.folders.push_back(GetPathFileName(path));
+  Profile substitutions = ReadProfile(platform, folder + "Text Substitutions\\Setup.tsb");
+  for (const std::string& name : List(substitutions, "Data", "Key"))
+    contents.substitutions.emplace(name, ValueOf(substitutions[name], "Value"));
+  for (const auto& [section, keys] : ReadProfile(platform, folder + "Shell Objects\\Default.shl")) {
+    const std::string target = ValueOf(keys, "Target");
+    if (!target.empty()) contents.targets.emplace(section, target);
+  }
+  return contents;
 }
 
 }  // namespace bxvbwiz

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "platform/Platform.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 
@@ -21,11 +23,10 @@ std::string ValueOf(const ProfileSection& section, const std::string& key);
 // A file group: its list of files and its properties.
 struct SetupGroup {
   std::string name;
-  bool hasList = false;            // there is a list of its name
   bool isEntered = false;          // among the groups of the setup project
   std::vector<std::string> files;  // full paths of the source copies
   ProfileSection settings;         // TARGET, SELFREGISTERING and the like
-  bool isUnreadable = false;       // the list could not be read, which is reported
+  bool isUnreadable = false;       // the list could not be read, which is told
 };
 
 struct SetupComponent {
@@ -48,11 +49,19 @@ struct SetupContents {
   ProfileSection targets;            // of the shell objects, by section
 };
 
-bool operator==(const SetupGroup& left, const SetupGroup& right);
-bool operator==(const SetupComponent& left, const SetupComponent& right);
-bool operator==(const SetupContents& left, const SetupContents& right);
+// The group or component of a name; null when there is none.
+template <class Named>
+const Named* FindNamed(const std::vector<Named>& all, const std::string& name) {
+  const auto found = std::find_if(all.begin(), all.end(),
+                                  [&](const Named& one) { return EqualsIgnoreCase(one.name, name); });
+  return found == all.end() ? nullptr : &*found;
+}
 
-// Reads the setup project that lies in a folder, which may end in a backslash. What is not there is empty.
+// Whether a name is in a list, in any case.
+bool Holds(const std::vector<std::string>& names, const std::string& name);
+
+// Reads the setup project that lies in a folder, which may end in a backslash. What is not there is empty;
+// what cannot be read is a finding.
 SetupContents ReadSetup(Platform& platform, const std::string& setupFolder);
 
 }  // namespace bxvbwiz

@@ -113,10 +113,10 @@ class Question {
   }
 
   void TakeSystemFile() {
-    for (const auto& [upperName, file] : analysis_.SystemFiles().Files()) {
+    for (const auto& [upperName, file] : analysis_.SystemFiles()) {
       if (!IsMeant(upperName)) continue;
       TakeAskers(file);
-      answer_.hasMoreAskers = file.askers.size() >= PassedOver::kMostAskers;
+      answer_.hasMoreAskers = file.askers.size() >= kMostAskers;
       SetVerdict(TextId::ExplainSystem);
     }
   }
@@ -126,7 +126,7 @@ class Question {
     for (const InstalledFile& file : outcome_.files) {
       const CFile& record = *file.record;
       const std::string name = GetPathFileName(record.FileName);
-      if (!IsMeant(FixPath(record.FileLinkPath) + name)) continue;
+      if (!IsMeant(record.Source())) continue;
       answer_.isKnown = true;
       answer_.name = name;
       answer_.verdict = {record.LinkResolves ? TextId::ExplainInstalled : TextId::ExplainNotFound,

@@ -8,6 +8,7 @@
 #include "cli/Terminal.h"
 #include "machine/CodePages.h"
 #include "project/EXEFile.h"
+#include "support/basFile.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -38,8 +39,7 @@ Inspection InspectFile(const std::string& path, const FileSource& bytes, const C
   } catch (const RuntimeError& error) {
     inspection.reason = error.what();
   }
-  const std::string upper = UpperCase(path);
-  if (EndsWith(upper, ".TLB") || EndsWith(upper, ".OLB")) inspection.selfRegister = kRegisterTypeLibrary;
+  if (HasExtension(path, {".TLB", ".OLB"})) inspection.selfRegister = kRegisterTypeLibrary;
   return inspection;
 }
 

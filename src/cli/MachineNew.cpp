@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 #include <ostream>
+#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -143,9 +144,12 @@ constexpr const char* kFolderPaths[] = {
 std::string SystemFileList() {
   std::string text = "[System]\n";
   int number = 0;
-  for (const WindowsFile& file : kWindowsFiles) {
-    if (file.use == WindowsFileUse::Never)
-      text.append(std::to_string(++number)).append("File=").append(file.name).append("\n");
+  for (const WindowsFiles& files : kWindowsFiles) {
+    std::istringstream names{std::string(files.names)};
+    for (std::string name; files.use == WindowsFileUse::Never && names >> name;) {
+      if (name.find('.') == std::string::npos) name += ".DLL";
+      text.append(std::to_string(++number)).append("File=").append(name).append("\n");
+    }
   }
   return text;
 }

@@ -8,8 +8,8 @@
 
 #include "machine/host/Host.h"
 #include "machine/SingleByteTables.h"
-#include "machine/Utf16Text.h"
 #include "text/Text.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 namespace {

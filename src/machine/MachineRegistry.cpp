@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "machine/Utf16Text.h"
 #include "text/Text.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -2,8 +2,8 @@
 #include <utility>
 
 #include "machine/MachineRegistry.h"
-#include "machine/Utf16Text.h"
 #include "text/Text.h"
+#include "text/Utf16Text.h"
 
 // The calls that read and change values, and the reading of values from the registry's text.
 namespace bxvbwiz {

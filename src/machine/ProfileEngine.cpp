@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "machine/ProfileLine.h"
-#include "machine/Utf16Text.h"
+#include "text/ProfileLine.h"
 #include "text/Text.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 

@@ -5,8 +5,8 @@
 #include <limits>
 #include <utility>
 
-#include "machine/Utf16Text.h"
 #include "text/Text.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 namespace {

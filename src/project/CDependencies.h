@@ -23,6 +23,8 @@ class CDependencies : public KeyedCollection<CDependency> {
   CDependencies& operator=(const CDependencies&) = delete;
 
   std::string FileName;  // the .dep file that describes the owner, empty when none
+  // What that .dep file names behind the end of its numbered list, as findings.
+  std::vector<Finding> afterGap;
 
   // Adds a new dependency of that name.
   std::shared_ptr<CDependency> Add(const std::string& name);

@@ -14,6 +14,8 @@ namespace bxvbwiz {
 struct CFile : FileRecord {
   CFile() : FileRecord(RecordKind::File) {}
 
+  std::string Source() const { return SourceOf(FileName); }
+
   std::string FileName;  // as given when it was added: a name or a path
   std::string Key;
   // Other records of the same file that give other facts: the first record decides.

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "project/CObjects.h"
 #include "project/Sources.h"
@@ -12,14 +13,9 @@ namespace bxvbwiz {
 // A form file of the project and the controls that it uses.
 class CForm {
  public:
-  // `readBuffer` holds the file while it is read; forms share one and outlive neither it nor the rest.
-  CForm(AnalysisContext& context, CObjects& allControls, Sources& sources, const std::string& projectFolder,
-        std::string& readBuffer)
-      : context_(context),
-        sources_(sources),
-        projectFolder_(projectFolder),
-        readBuffer_(readBuffer),
-        objects_(context, &allControls) {}
+  // `sources` reads the file. All that is given outlives the form.
+  CForm(AnalysisContext& context, CObjects& allControls, Sources& sources, std::string projectFolder)
+      : sources_(sources), projectFolder_(std::move(projectFolder)), objects_(context, &allControls) {}
 
   std::string Key;
   Origin asker;  // the line that names the form
@@ -31,10 +27,8 @@ class CForm {
   const std::string& Name() const { return name_; }
 
  private:
-  AnalysisContext& context_;
   Sources& sources_;
   std::string projectFolder_;
-  std::string& readBuffer_;
   CObjects objects_;
   std::string name_;
 };
@@ -53,7 +47,6 @@ class CForms : public KeyedCollection<CForm> {
   AnalysisContext& context_;
   CObjects& allControls_;
   Sources& sources_;
-  std::string readBuffer_;
 };
 
 }  // namespace bxvbwiz

@@ -222,7 +222,7 @@ void CProject::ReadSource(std::string_view line) {
     if (!Follows(line, known.key, value)) continue;
     if (known.isNamed) value.remove_prefix(value.find(';') + 1);  // all of it without one
     const std::string name = StripQuotes(TrimBlanks(context_.platform.codePage.Decode(value)));
-    if (!name.empty()) sources_.Read(NormalPath(context_.platform.files, SourcePath(Folder(), name)));
+    if (!name.empty()) sources_.ReadModule(NormalPath(context_.platform.files, SourcePath(Folder(), name)));
     return context_.user.DoEvents();
   }
 }

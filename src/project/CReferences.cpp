@@ -1,7 +1,7 @@
 #include "project/CReferences.h"
 
-#include <array>
 #include <string_view>
+#include <utility>
 
 #include "project/TypeLibrary.h"
 #include "support/basFile.h"
@@ -13,32 +13,24 @@
 namespace bxvbwiz {
 namespace {
 
-struct DataAccessName {
-  std::string_view name;
-  bool CReference::*family;
-};
-
-// Type libraries of the data-access families. The setup installs such a family as a whole, never its files.
-constexpr std::array<DataAccessName, 4> kDataAccessIdentifiers{{
+// The data-access families by the identifiers and files of their type libraries. The setup installs such a
+// family as a whole, never its files.
+constexpr std::pair<std::string_view, bool CReference::*> kDataAccess[] = {
     {"{00000300-0000-0010-8000-00AA006D2EA4}", &CReference::ADO},
     {"{00025E04-0000-0000-C000-000000000046}", &CReference::DAO},
     {"{00025E01-0000-0000-C000-000000000046}", &CReference::DAO},
     {"{EE008642-64A8-11CE-920F-08002B369A33}", &CReference::RDO},
-}};
-
-constexpr std::array<DataAccessName, 4> kDataAccessFiles{{
     {"MSADO15.DLL", &CReference::ADO},
     {"DAO2535.TLB", &CReference::DAO},
     {"DAO350.DLL", &CReference::DAO},
     {"MSRDO20.DLL", &CReference::RDO},
-}};
+};
 
 // Flags the family of `name`. False when it belongs to none.
-bool FlagDataAccess(const std::array<DataAccessName, 4>& names, std::string_view name,
-                    CReference& reference) {
-  for (const DataAccessName& known : names) {
-    if (known.name != name) continue;
-    reference.*known.family = true;
+bool FlagDataAccess(std::string_view name, CReference& reference) {
+  for (const auto& [known, family] : kDataAccess) {
+    if (known != name) continue;
+    reference.*family = true;
     reference.Include = false;
     return true;
   }
@@ -54,7 +46,7 @@ void CReference::SetRawName(const std::string& rawName) {
   lookup_ = LibraryLookup(ReadReferenceLine(rawName));
   Name = lookup_.fileName;
   if (context_.global.IsSystemFile(lookup_.fileName)) Include = false;
-  const bool dataAccess = FlagDataAccess(kDataAccessIdentifiers, lookup_.identifier, *this);
+  const bool dataAccess = FlagDataAccess(lookup_.identifier, *this);
 
   const LibrarySearch search = FindLibraryFile(context_, lookup_, Name);
   if (search == LibrarySearch::LeftOut) {
@@ -62,7 +54,7 @@ void CReference::SetRawName(const std::string& rawName) {
     return;
   }
   if (search == LibrarySearch::FileMissing && !ContinueWithoutFile(dataAccess)) return;
-  FlagDataAccess(kDataAccessFiles, UpperCase(GetPathFileName(Name)), *this);
+  FlagDataAccess(UpperCase(GetPathFileName(Name)), *this);
   DepFile = DescribeLibrary(context_, Name, *this, dependencies_);
   if (Include) {
     if (LinkResolves) lookup_.outcome = LibraryOutcome::Installed;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "support/basFile.h"
+
 namespace bxvbwiz {
 
 void FileRecord::AddAsker(const Origin& asker) {
@@ -16,6 +18,10 @@ Origin FileRecord::FirstAskerBeside(const Origin& other) const {
     return !other.values.empty() && known.values.front() == other.values.front();
   });
   return asker == askers.end() ? Origin() : *asker;
+}
+
+std::string FileRecord::SourceOf(const std::string& name) const {
+  return FixPath(FileLinkPath) + GetPathFileName(name);
 }
 
 void RaiseKeyTaken(const StringTable& strings, TextId text, const Origin& first) {

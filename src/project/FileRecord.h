@@ -44,6 +44,8 @@ struct FileRecord : InstallationFacts {
   Origin FirstAsker() const { return askers.empty() ? Origin() : askers.front(); }
   // The first one that stands in the same file as `other`; unknown when none does.
   Origin FirstAskerBeside(const Origin& other) const;
+  // The full path of the source copy; `name` is the name or path of the file.
+  std::string SourceOf(const std::string& name) const;
 
   RecordKind kind;
   std::vector<Origin> askers;  // in the order in which they were found

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <optional>
+#include <utility>
 
 #include "support/basFile.h"
 #include "text/Text.h"
@@ -11,48 +12,26 @@ namespace bxvbwiz {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
-constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kBlanks = " \t\r\n";
 // A statement goes on in the next line after " _".
 constexpr std::string_view kBetweenWords = " \t_\r\n";
+constexpr std::string_view kNotInWords = " \t\r\n\"'!#$%&()*+,-./:;<=>?@[\\]^{|}~`";
 
-bool IsNameCharacter(char character) {
-  const auto byte = static_cast<unsigned char>(character);
-  return byte >= 0x80 || character == '_' || (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') ||
-         (byte >= 'a' && byte <= 'z');
-}
+using Tokens = std::vector<std::string_view>;
 
-std::string_view WithoutEnd(std::string_view text, std::string_view characters) {
-  return text.substr(0, text.find_last_not_of(characters) + 1);
-}
-
-std::string_view Trim(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  return WithoutEnd(text, kBlanks);
-}
-
-// Takes `word`, in any case, off the end of `text`. False when it ends in another word.
-bool TakeLastWord(std::string_view& text, std::string_view word) {
-  if (text.size() < word.size() || !EqualsIgnoreCase(text.substr(text.size() - word.size()), word))
-    return false;
-  const std::size_t rest = text.size() - word.size();
-  if (rest > 0 && IsNameCharacter(text[rest - 1])) return false;
-  text = text.substr(0, rest);
-  return true;
-}
-
-bool TakeLast(std::string_view& text, char character) {
-  if (text.empty() || text.back() != character) return false;
-  text = WithoutEnd(text.substr(0, text.size() - 1), kBetweenWords);
-  return true;
-}
-
-// The first word of `text`, which is cut off.
-std::string_view TakeFirstWord(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBetweenWords), text.size()));
-  const std::size_t end = std::min(text.find_first_of(kBetweenWords), text.size());
-  const std::string_view word = text.substr(0, end);
-  text.remove_prefix(end);
-  return word;
+// Cuts the next token off a text: a word, a text in quotes or a sign. Empty at the end, in front of a
+// comment, and where a text in quotes does not end.
+std::string_view TakeToken(std::string_view& rest) {
+  rest.remove_prefix(std::min(rest.find_first_not_of(kBetweenWords), rest.size()));
+  std::size_t size = std::max<std::size_t>(rest.find_first_of(kNotInWords), 1);
+  if (StartsWith(rest, "'")) size = 0;
+  if (StartsWith(rest, "\"")) {
+    const std::size_t end = rest.find_first_of("\"\r\n", 1);
+    size = end == kNone || rest[end] != '"' ? 0 : end + 1;
+  }
+  const std::string_view token = rest.substr(0, size);
+  rest.remove_prefix(token.size());
+  return token;
 }
 
 std::size_t LineStart(std::string_view text, std::size_t position) {
@@ -62,53 +41,40 @@ std::size_t LineStart(std::string_view text, std::size_t position) {
 
 // The start of the statement's first line.
 std::size_t StatementStart(std::string_view text, std::size_t position) {
-  std::size_t start = LineStart(text, position);
-  while (start > 0) {
-    const std::size_t before =
-        start - (start > 1 && text[start - 1] == '\n' && text[start - 2] == '\r' ? 2 : 1);
-    const std::string_view line = WithoutEnd(text.substr(0, before), kBlanks);
-    if (line.size() < 2 || line.back() != '_' || kBlanks.find(line[line.size() - 2]) == kNone) break;
-    start = LineStart(text, before);
+  for (;;) {
+    const std::size_t start = LineStart(text, position);
+    position = text.substr(0, start).find_last_not_of(kBlanks);
+    const bool goesOn = position != kNone && position > 0 && text[position] == '_' &&
+                        kBlanks.find(text[position - 1]) != kNone;
+    if (!goesOn) return start;
   }
-  return start;
 }
 
-// Whether the end of `line` is code, not part of a comment or a text.
-bool EndsInCode(std::string_view line) {
-  std::string_view rest = line;
-  if (EqualsIgnoreCase(TakeFirstWord(rest), "Rem")) return false;
-  bool isInText = false;
-  for (const char character : line) {
-    if (character == '"') isInText = !isInText;
-    if (character == '\'' && !isInText) return false;
-  }
-  return !isInText;
+// Whether `tokens` end in `wanted`, in any case.
+bool EndIn(const Tokens& tokens, std::initializer_list<std::string_view> wanted) {
+  return tokens.size() >= wanted.size() &&
+         std::equal(wanted.begin(), wanted.end(), tokens.end() - static_cast<std::ptrdiff_t>(wanted.size()),
+                    EqualsIgnoreCase);
 }
 
-// Whether `head`, up to a quote, is a Declare statement up to the name of its DLL.
-bool IsDeclare(std::string_view head) {
-  if (!TakeLastWord(head, "Lib")) return false;
-  const std::string_view first = TakeFirstWord(head);
-  return EqualsIgnoreCase(first, "Declare") || EqualsIgnoreCase(TakeFirstWord(head), "Declare");
-}
-
-// Whether `head`, up to a quote, is a call up to the name of its object.
-bool IsObjectCall(std::string_view head) {
-  if (!TakeLast(head, ',')) return TakeLast(head, '(') && TakeLastWord(head, "CreateObject");
-  if (EndsWith(head, "\"\"")) head = WithoutEnd(head.substr(0, head.size() - 2), kBetweenWords);
-  return TakeLast(head, '(') && TakeLastWord(head, "GetObject");
+// What a statement asks for by a text in quotes that stands behind `head` and in front of `next`.
+std::optional<CodeUse::Kind> KindOf(const Tokens& head, std::string_view next) {
+  if (head.size() < 2 || EqualsIgnoreCase(head[0], "Rem")) return std::nullopt;
+  const bool isDeclare = EqualsIgnoreCase(head[0], "Declare") || EqualsIgnoreCase(head[1], "Declare");
+  if (isDeclare && EndIn(head, {"Lib"})) return CodeUse::Kind::Dll;
+  const bool isCall = EndIn(head, {"CreateObject", "("}) || EndIn(head, {"GetObject", "(", ","}) ||
+                      EndIn(head, {"GetObject", "(", "\"\"", ","});
+  if (isCall && (next == ")" || next == ",")) return CodeUse::Kind::Object;
+  return std::nullopt;
 }
 
 // What the compiler of a 32-bit program takes for granted. Projects define further constants.
 std::optional<int> ValueOf(std::string_view text) {
-  struct Constant {
-    std::string_view name;
-    int value;
-  };
-  constexpr Constant kConstants[] = {{"Win16", 0}, {"Win32", -1}, {"Win64", 0}, {"Mac", 0},
-                                     {"VBA6", -1}, {"VBA7", 0},   {"True", -1}, {"False", 0}};
-  for (const Constant& known : kConstants) {
-    if (EqualsIgnoreCase(text, known.name)) return known.value;
+  constexpr std::pair<std::string_view, int> kConstants[] = {{"Win16", 0}, {"Win32", -1}, {"Win64", 0},
+                                                             {"Mac", 0},   {"VBA6", -1},  {"VBA7", 0},
+                                                             {"True", -1}, {"False", 0}};
+  for (const auto& [name, value] : kConstants) {
+    if (EqualsIgnoreCase(text, name)) return value;
   }
   int number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -116,19 +82,18 @@ std::optional<int> ValueOf(std::string_view text) {
   return number;
 }
 
-// Whether a condition of "#If" holds; nothing when that depends on the project.
+// Whether the condition "[Not] Constant [= Value] Then" holds; nothing when that depends on the project.
 std::optional<bool> Holds(std::string_view condition) {
-  condition = Trim(condition.substr(0, condition.find('\'')));
-  if (TakeLastWord(condition, "Then")) condition = Trim(condition);
-  if (EqualsIgnoreCase(condition.substr(0, 4), "Not ")) {
-    const std::optional<bool> holds = Holds(condition.substr(4));
-    return holds ? std::optional<bool>(!*holds) : std::nullopt;
-  }
-  const std::size_t equals = condition.find('=');
-  const std::optional<int> left = ValueOf(Trim(condition.substr(0, equals)));
-  if (equals == kNone) return left ? std::optional<bool>(*left != 0) : std::nullopt;
-  const std::optional<int> right = ValueOf(Trim(condition.substr(equals + 1)));
-  return left && right ? std::optional<bool>(*left == *right) : std::nullopt;
+  std::string_view name = TakeToken(condition);
+  const bool isNegated = EqualsIgnoreCase(name, "Not");
+  if (isNegated) name = TakeToken(condition);
+  std::string_view next = TakeToken(condition);
+  const bool isComparison = next == "=";
+  const std::optional<int> left = ValueOf(name);
+  const std::optional<int> right = isComparison ? ValueOf(TakeToken(condition)) : 0;
+  if (isComparison) next = TakeToken(condition);
+  if (!left || !right || !(next.empty() || EqualsIgnoreCase(next, "Then"))) return std::nullopt;
+  return ((*left == *right) == isComparison) != isNegated;
 }
 
 // Follows conditional compilation through a text.
@@ -140,35 +105,26 @@ class Conditions {
   bool MayBeCompiled(std::size_t position) {
     for (; (next_ = text_.find('#', next_)) < position; ++next_) {
       const std::size_t start = LineStart(text_, next_);
-      if (!Trim(text_.substr(start, next_ - start)).empty()) continue;
-      Take(text_.substr(next_ + 1, text_.find_first_of("\r\n", next_) - next_ - 1));
+      std::string_view line = text_.substr(start, text_.find_first_of("\r\n", next_) - start);
+      if (TakeToken(line) == "#") Take(line);
     }
-    for (const Block& block : blocks_) {
-      if (block.isLeftOut) return false;
-    }
-    return true;
+    return std::none_of(blocks_.begin(), blocks_.end(), [](const Block& block) { return block.isLeftOut; });
   }
 
  private:
   struct Block {
-    bool isDecided;  // a branch of it is certainly compiled
-    bool isLeftOut;  // the present branch certainly is not
+    bool isDecided = false;  // a branch of it is certainly compiled
+    bool isLeftOut = false;  // the present branch certainly is not
   };
 
   void Take(std::string_view directive) {
-    const std::string_view word = TakeFirstWord(directive);
-    if (EqualsIgnoreCase(word, "If")) {
-      blocks_.push_back({false, false});
-      Enter(Holds(directive));
-    } else if (blocks_.empty()) {
-      return;
-    } else if (EqualsIgnoreCase(word, "ElseIf")) {
-      Enter(Holds(directive));
-    } else if (EqualsIgnoreCase(word, "Else")) {
-      Enter(true);
-    } else if (EqualsIgnoreCase(word, "End")) {
-      blocks_.pop_back();
-    }
+    const std::string_view word = TakeToken(directive);
+    const bool isIf = EqualsIgnoreCase(word, "If");
+    if (isIf) blocks_.emplace_back();
+    if (blocks_.empty()) return;
+    if (isIf || EqualsIgnoreCase(word, "ElseIf")) Enter(Holds(directive));
+    if (EqualsIgnoreCase(word, "Else")) Enter(true);
+    if (EqualsIgnoreCase(word, "End")) blocks_.pop_back();
   }
 
   void Enter(std::optional<bool> holds) {
@@ -187,43 +143,39 @@ class Conditions {
 std::vector<CodeUse> FindCodeUses(std::string_view text) {
   std::vector<CodeUse> uses;
   Conditions conditions(text);
+  Tokens head;
   int line = 1;
   std::size_t counted = 0;
   // Every name that is looked for is a text, and quotes are rarer than letters.
   for (std::size_t quote = text.find('"'); quote != kNone; quote = text.find('"', quote + 1)) {
     const std::size_t last = text.substr(0, quote).find_last_not_of(kBetweenWords);
     if (last == kNone || std::string_view("bB(,").find(text[last]) == kNone) continue;
-    const std::size_t start = StatementStart(text, quote);
-    const std::string_view head = text.substr(start, quote - start);
-    const std::string_view words = WithoutEnd(head, kBetweenWords);
-    const bool isDll = IsDeclare(words);
-    if ((!isDll && !IsObjectCall(words)) || !EndsInCode(head)) continue;
-    const std::size_t end = text.find_first_of("\"\r\n", quote + 1);
-    if (end == kNone || text[end] != '"') continue;
-    const std::string_view name = Trim(text.substr(quote + 1, end - quote - 1));
-    const std::size_t after = text.find_first_not_of(kBetweenWords, end + 1);
-    const bool isWhole = isDll || (after != kNone && (text[after] == ')' || text[after] == ','));
-    if (name.empty() || !isWhole || !conditions.MayBeCompiled(quote)) continue;
+    std::string_view rest = text.substr(StatementStart(text, quote));
+    std::string_view token = TakeToken(rest);
+    for (head.clear(); !token.empty() && token.data() < &text[quote]; token = TakeToken(rest))
+      head.push_back(token);
+    if (token.empty() || token.data() != &text[quote]) continue;  // in a comment or in another text
+    const std::string_view name = TrimBlanks(token.substr(1, token.size() - 2));
+    const std::optional<CodeUse::Kind> kind = KindOf(head, TakeToken(rest));
+    if (!kind || name.empty() || !conditions.MayBeCompiled(quote)) continue;
     line += CountLineEnds(text.substr(counted, quote - counted));
     counted = quote;
-    uses.push_back({isDll ? CodeUse::Kind::Dll : CodeUse::Kind::Object, name, line});
+    uses.push_back({*kind, name, line});
   }
   return uses;
 }
 
 void ForEachControlLine(std::string_view text, const std::function<void(std::string_view, int)>& use) {
   constexpr std::string_view kControlLine = "Object =";
-  // Forms hold their code, so that files are long and control lines few: a search skips what a reader of
-  // lines would touch.
   int line = 1;
   std::size_t counted = 0;
+  // Forms hold their code, so that files are long and control lines few: a search skips what a reader of
+  // lines would touch.
   for (std::size_t at = text.find(kControlLine); at != kNone; at = text.find(kControlLine, at + 1)) {
     if (LineStart(text, at) != at) continue;
     line += CountLineEnds(text.substr(counted, at - counted));
     counted = at;
-    const std::size_t value = at + kControlLine.size();
-    const std::size_t end = std::min(text.find_first_of("\r\n", value), text.size());
-    use(text.substr(value, end - value), line);
+    use(text.substr(at, text.find_first_of("\r\n", at) - at).substr(kControlLine.size()), line);
   }
 }
 

@@ -1,27 +1,34 @@
 #include "project/Sources.h"
 
 #include "support/basFile.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 
-void Sources::Read(const std::string& path) {
+SystemError Sources::Read(Lister lister, const std::string& path, const TakeControl& takeControl) {
   const SystemError error = platform_.files.Read(path, readBuffer_);
-  if (error != SystemError::Success) {
-    const bool isMissing = MeansMissing(error);
-    unread_.push_back({isMissing ? FindingId::SourceMissing : FindingId::SourceUnreadable,
-                       isMissing ? std::vector{path} : std::vector{path, ErrorCode(error)}, CurrentOrigin()});
-    return;
-  }
+  if (error != SystemError::Success) return error;
   ForEachControlLine(readBuffer_, [&](std::string_view value, int line) {
     const OriginScope origin(LineOrigin(path, line));
-    AddControl(Lister::Other, platform_.codePage.Decode(value.substr(value.empty() ? 0 : 1)));
+    const std::string text = platform_.codePage.Decode(value);
+    // One character, a blank as form files write it, stands before the value.
+    const std::string rawLine = text.substr(FirstCharacters(text, 1).size());
+    AddControl(lister, rawLine);
+    takeControl(rawLine);
   });
-  AddCode(path, readBuffer_);
+  for (const CodeUse& use : FindCodeUses(readBuffer_)) {
+    uses_.push_back({use.kind, platform_.codePage.Decode(use.name), LineOrigin(path, use.line)});
+  }
+  return error;
 }
 
-void Sources::AddCode(const std::string& path, std::string_view bytes) {
-  for (const CodeUse& use : FindCodeUses(bytes)) {
-    uses_.push_back({use.kind, platform_.codePage.Decode(use.name), LineOrigin(path, use.line)});
+void Sources::ReadModule(const std::string& path) {
+  const SystemError error = Read(Lister::Other, path, [](const std::string&) {});
+  if (error == SystemError::Success) return;
+  if (MeansMissing(error)) {
+    unread_.push_back({FindingId::SourceMissing, {path}, CurrentOrigin()});
+  } else {
+    unread_.push_back({FindingId::SourceUnreadable, {path, ErrorCode(error)}, CurrentOrigin()});
   }
 }
 

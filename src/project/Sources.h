@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,12 +29,14 @@ class Sources {
     Origin origin;
   };
 
+  using TakeControl = std::function<void(const std::string& rawLine)>;
+
   explicit Sources(Platform& platform) : platform_(platform) {}
 
-  // Reads a source file that is no form.
-  void Read(const std::string& path);
-  // Takes the code of a file that was read.
-  void AddCode(const std::string& path, std::string_view bytes);
+  // Reads a source file and calls `takeControl` with each of its control lines, which is the origin then.
+  SystemError Read(Lister lister, const std::string& path, const TakeControl& takeControl);
+  // Reads one that is no form. One that cannot be read is told by Unread.
+  void ReadModule(const std::string& path);
   // Takes a control line; the current origin is where it stands.
   void AddControl(Lister lister, const std::string& rawLine);
 

@@ -42,14 +42,11 @@ double DecimalNumber(std::string_view text) {
   return result.ec == std::errc::result_out_of_range ? std::numeric_limits<double>::infinity() : number;
 }
 
-bool HoldsLetter(std::string_view version) {
-  return version.find_first_of("abcdefABCDEF") != std::string_view::npos;
-}
-
 // A requested version in the form in which the subkeys' versions are compared.
 std::string ComparableVersion(const std::string& version) {
   std::string decimal;
-  return HoldsLetter(version) && ConvertHexVersion(version, decimal) ? decimal : version;
+  const bool holdsLetter = version.find_first_of("abcdefABCDEF") != std::string::npos;
+  return holdsLetter && ConvertHexVersion(version, decimal) ? decimal : version;
 }
 
 enum class VersionSearch { Exact, Higher, None, Unreadable };
@@ -118,6 +115,11 @@ bool TakeVersion(AnalysisContext& context, Key& library, LibraryLookup& lookup) 
     return false;
   }
   lookup.taken = version;
+  if (search == VersionSearch::Exact && !EqualsIgnoreCase(version, lookup.version))
+    lookup.takenUnasked = version;
+  // All that are registered are lower; a file in the system folder is one of them.
+  if (search == VersionSearch::None && !lookup.version.empty() && !lookup.registered.empty())
+    lookup.takenUnasked = lookup.registered.back();
   return true;
 }
 

@@ -3,10 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "project/AnalysisContext.h"
-#include "project/CDependencies.h"
-#include "project/FileRecord.h"
-#include "project/LibraryLookup.h"
+#include "project/Library.h"
 
 // From a "Reference=" or "Object=" line to the file of the type library that it names.
 namespace bxvbwiz {

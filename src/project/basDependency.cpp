@@ -10,6 +10,7 @@
 
 #include "support/basFile.h"
 #include "support/basLogging.h"
+#include "support/Conversion.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -17,13 +18,27 @@ namespace {
 
 constexpr std::size_t kUsesBuffer = 254;
 constexpr std::size_t kSectionBuffer = 510;
-constexpr std::size_t kSectionListBuffer = 0xFFFF;  // bytes; the names of some thousand sections
-constexpr const char* kListEnd = "NONE";            // reads where a key is missing
+constexpr std::size_t kListBuffer = 0xFFFF;  // bytes; some thousand names
+constexpr const char* kListEnd = "NONE";     // reads where a key is missing
 
 // Parts of an LCID: LANGIDFROMLCID, PRIMARYLANGID and LANG_ENGLISH of winnt.h.
 constexpr std::uint32_t kLanguageOfLcid = 0xFFFF;
 constexpr std::uint32_t kPrimaryLanguage = 0x3FF;
 constexpr std::uint32_t kEnglish = 0x09;
+
+std::string UsesKey(int number) {
+  return "Uses" + std::to_string(number);
+}
+
+// The names of a section's keys, or of the file's sections.
+std::vector<std::string> ProfileNames(ProfileStrings& profiles, ProfileText section,
+                                      const std::string& file) {
+  const std::string list = profiles.GetString(section, std::nullopt, "", kListBuffer, file);
+  std::vector<std::string> names;
+  for (std::size_t start = 0; start < list.size(); start += names.back().size() + 1)
+    names.push_back(list.substr(start, list.find('\0', start) - start));
+  return names;
+}
 
 bool SectionExists(Platform& platform, const std::string& file, const std::string& section) {
   return !platform.profiles.GetString(section, std::nullopt, "", kSectionBuffer, file).empty();
@@ -45,7 +60,7 @@ std::optional<std::uint32_t> SectionLanguage(const std::string& section, const s
 
 // Where the facts say that the file lies; its name when they do not know.
 std::string FoundPath(const CDependency& file) {
-  return file.LinkResolves ? FixPath(file.FileLinkPath) + GetPathFileName(file.Name) : file.Name;
+  return file.LinkResolves ? file.SourceOf(file.Name) : file.Name;
 }
 
 // The .dep file that describes a file, and the section of it that does; both empty when there is none.
@@ -112,10 +127,10 @@ class DependencyWalk {
 
   bool NextUsed(Step& step, std::string& name) {
     while (!step.uses.depFile.empty()) {
-      const std::string key = "Uses" + std::to_string(++step.lastUses);
-      name = context_.platform.profiles.GetString(step.uses.section, key, kListEnd, kUsesBuffer,
-                                                  step.uses.depFile);
+      name = context_.platform.profiles.GetString(step.uses.section, UsesKey(++step.lastUses), kListEnd,
+                                                  kUsesBuffer, step.uses.depFile);
       if (name == kListEnd || TrimBlanks(name).empty()) {
+        NoteUsesAfterGap(step);
         step.uses = {};
         return false;
       }
@@ -123,6 +138,22 @@ class DependencyWalk {
       if (IsNew(name, UsesOrigin(step))) return true;
     }
     return false;
+  }
+
+  // Notes what the section names behind the end of its list, where nothing reads it.
+  void NoteUsesAfterGap(const Step& step) {
+    const auto& [depFile, section] = step.uses;
+    ProfileStrings& profiles = context_.platform.profiles;
+    for (const std::string& key : ProfileNames(profiles, section, depFile)) {
+      constexpr std::string_view kUses = "USES";
+      const bool isUses = StartsWith(UpperCase(key), kUses);
+      if (!isUses || TextToNumber(key.substr(kUses.size())).value_or(0) <= step.lastUses) continue;
+      const std::string name(TrimBlanks(profiles.GetString(section, key, "", kUsesBuffer, depFile)));
+      if (name.empty() || name == kListEnd) continue;
+      step.own->afterGap.push_back({FindingId::UsesAfterGap,
+                                    {name, UsesKey(step.lastUses)},
+                                    {TextId::OriginUses, {depFile, section, key}}});
+    }
   }
 
   bool NextImport(Step& step, std::string& name) {
@@ -142,7 +173,9 @@ class DependencyWalk {
   // False for a file of the system and for one that is known, which is then asked for once more.
   bool IsNew(const std::string& name, const Origin& origin) const {
     if (context_.global.IsSystemFile(name)) {
-      if (context_.passedOver != nullptr) context_.passedOver->Add(name, origin);
+      if (context_.passedOver == nullptr) return false;
+      FileRecord& file = (*context_.passedOver)[UpperCase(name)];
+      if (file.askers.size() < kMostAskers) file.AddAsker(origin);
       return false;
     }
     CDependency* const known = all_.FindName(name);
@@ -151,8 +184,7 @@ class DependencyWalk {
   }
 
   static Origin UsesOrigin(const Step& step) {
-    return {TextId::OriginUses,
-            {step.uses.depFile, step.uses.section, "Uses" + std::to_string(step.lastUses)}};
+    return {TextId::OriginUses, {step.uses.depFile, step.uses.section, UsesKey(step.lastUses)}};
   }
   static Origin ImportsOrigin(const Step& step) {
     return {TextId::OriginImports, {step.folder + GetPathFileName(step.path)}};
@@ -225,11 +257,7 @@ std::string FindDepSection(Platform& platform, const std::string& depFile, const
   const std::uint32_t wanted[] = {language, language & kPrimaryLanguage, kEnglish};
   std::size_t bestRank = std::size(wanted) + 1;
   std::string best;
-  const std::string list =
-      platform.profiles.GetString(std::nullopt, std::nullopt, "", kSectionListBuffer, depFile);
-  for (std::size_t start = 0; start < list.size();) {
-    const std::string section = list.substr(start, list.find('\0', start) - start);
-    start += section.size() + 1;
+  for (const std::string& section : ProfileNames(platform.profiles, std::nullopt, depFile)) {
     const std::optional<std::uint32_t> found = SectionLanguage(section, name);
     if (!found) continue;
     const auto* place = std::find(std::begin(wanted), std::end(wanted), *found);

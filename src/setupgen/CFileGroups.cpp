@@ -36,10 +36,6 @@ class ReasonScope {
   std::vector<Sentence>*& place_;
 };
 
-const char* YesOrNo(bool isSo) {
-  return isSo ? "Yes" : "No";
-}
-
 }  // namespace
 
 void CFileGroups::GetFileGroupInfo(const std::string& destination, const std::string& filePath,
@@ -205,8 +201,7 @@ std::int16_t CFileGroups::CheckSelfRegister(const std::string& filePath) {
   const CallStackEntry entry(kRoutine);
   std::int32_t code = kRegisterNone;
   LogAndGoOn(kRoutine, [&] {
-    const std::string upper = UpperCase(filePath);
-    if (EndsWith(upper, ".TLB") || EndsWith(upper, ".OLB")) {
+    if (HasExtension(filePath, {".TLB", ".OLB"})) {
       code = kRegisterTypeLibrary;
       Because(TextId::RegisteredAsTypeLibrary, {});
       return;
@@ -229,7 +224,7 @@ bool CFileGroups::CreateFileGroup(const std::string& projectDir, const CFile& fi
     const std::string listName = file.FileGroup + ".fgl";
     const std::string folder = GroupsFolder(projectDir);
     const NumberedKeys::List list = ListOf(folder + listName, "TopDir", "file", kListBuffer);
-    const std::string source = FixPath(file.FileLinkPath) + GetPathFileName(file.FileName);
+    const std::string source = file.Source();
     // A list with entries exists. Looking it up for each of its files would store it as often.
     if (!lists_.Entries(list).empty() || FolderHoldsFile(platform_.files, folder, listName)) {
       lists_.AppendIfMissing(list, source);

@@ -59,6 +59,17 @@ Sentence RefusalOf(const CodePage& codePage, const std::string& text, bool isGiv
 
 }  // namespace
 
+DataAccessNeeds DataAccessOf(const CProject& project) {
+  DataAccessNeeds needs;
+  for (const CReference& reference : project.References()) {
+    needs.ado = needs.ado || reference.ADO;
+    needs.daoJet = needs.daoJet || reference.DAO;
+    needs.rdo = needs.rdo || reference.RDO;
+  }
+  needs.daoOdbcDirect = needs.daoJet && needs.rdo;
+  return needs;
+}
+
 SetupAnswers InitialAnswers(const StringTable& strings) {
   SetupAnswers answers;
   answers.applicationName = strings.Text(TextId::YourApplicationName);

@@ -18,6 +18,9 @@ struct DataAccessNeeds {
   bool ado = false;
 };
 
+// What the project's references need.
+DataAccessNeeds DataAccessOf(const CProject& project);
+
 // What the user answered on the project-information and data-access pages, and the project's output file.
 struct SetupAnswers {
   std::string applicationName;

@@ -28,6 +28,11 @@ inline std::string PlaceOf(const std::string& projectDir, const std::string& fil
   return file.substr(parent.size()) + " [" + section + "] " + key;
 }
 
+// How the value of a key says whether something is so.
+inline const char* YesOrNo(bool isSo) {
+  return isSo ? "Yes" : "No";
+}
+
 // A key and its value; the first "%" of the value stands for a name that is known when it is written.
 struct SettingTemplate {
   const char* key;

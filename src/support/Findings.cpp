@@ -41,12 +41,6 @@ std::size_t Findings::Count(Severity severity) const {
   }));
 }
 
-std::vector<std::string> Findings::Texts() const {
-  std::vector<std::string> texts;
-  for (const Finding& finding : all_) texts.push_back(TextOf(strings_, finding));
-  return texts;
-}
-
 OriginScope::OriginScope(Origin origin)
     : origin_(std::move(origin)),
       session_(CurrentSession()),

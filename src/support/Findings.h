@@ -39,8 +39,6 @@ class Findings {
   std::size_t Count(Severity severity) const;
   // Whether something is left to do: whether there is an error or a warning.
   bool HoldsWork() const { return Count(Severity::Error) + Count(Severity::Warning) > 0; }
-  // The text of each.
-  std::vector<std::string> Texts() const;
 
  private:
   const StringTable& strings_;

@@ -133,6 +133,12 @@ std::string StripTrailingBackslash(std::string_view path) {
   return std::string(path);
 }
 
+bool HasExtension(std::string_view path, std::initializer_list<std::string_view> extensions) {
+  const std::string upper = UpperCase(path);
+  return std::any_of(extensions.begin(), extensions.end(),
+                     [&](std::string_view extension) { return EndsWith(upper, extension); });
+}
+
 bool IsAbsolutePath(std::string_view path) {
   const bool beginsWithLetter =
       !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));

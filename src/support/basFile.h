@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +29,9 @@ std::string GetPathFolder(std::string_view path);
 std::string GetPathFileName(std::string_view path);
 // Without one trailing backslash.
 std::string StripTrailingBackslash(std::string_view path);
+
+// Whether the path ends in one of these, which are in upper case (".DLL").
+bool HasExtension(std::string_view path, std::initializer_list<std::string_view> extensions);
 
 // True for a path that starts at a drive or a network share.
 bool IsAbsolutePath(std::string_view path);

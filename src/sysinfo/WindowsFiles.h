@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,145 +10,81 @@ namespace bxvbwiz {
 
 // What a setup may do with a file that many programs share.
 enum class WindowsFileUse {
-  Never,   // it belongs to Windows, or comes with a component of its own
-  Shared,  // it may be installed, if it is counted as shared
-  Debug,   // it may not be handed on, and only a debug build needs it
+  Never,     // it belongs to Windows, or comes with a component of its own
+  Shared,    // it may be installed, if it is counted as shared
+  Debug,     // it may not be handed on, and only a debug build needs it
+  Declared,  // it belongs to Windows, and programs that name it hardly bring it
 };
 
-struct WindowsFile {
-  std::string_view name;  // upper case
-  WindowsFileUse use = WindowsFileUse::Never;
+// Files of one use, their names between blanks. Those without an extension are DLLs.
+struct WindowsFiles {
+  WindowsFileUse use;
+  std::string_view names;
 };
 
-constexpr WindowsFile kWindowsFiles[] = {
+constexpr WindowsFiles kWindowsFiles[] = {
     // The core of Windows and what every program calls.
-    {"KERNEL32.DLL"},
-    {"USER32.DLL"},
-    {"GDI32.DLL"},
-    {"ADVAPI32.DLL"},
-    {"NTDLL.DLL"},
-    {"RPCRT4.DLL"},
-    {"SHELL32.DLL"},
-    {"SHLWAPI.DLL"},
-    {"COMCTL32.DLL"},
-    {"COMDLG32.DLL"},
-    {"IMM32.DLL"},
-    {"LZ32.DLL"},
-    {"MPR.DLL"},
-    {"NETAPI32.DLL"},
-    {"PSAPI.DLL"},
-    {"SECUR32.DLL"},
-    {"SETUPAPI.DLL"},
-    {"USERENV.DLL"},
-    {"VERSION.DLL"},
-    {"WINSPOOL.DRV"},
-    {"MSIMG32.DLL"},
-    {"USP10.DLL"},
-    {"UXTHEME.DLL"},
-    {"OLEACC.DLL"},
-    {"IMAGEHLP.DLL"},
-    {"DBGHELP.DLL"},
-    {"CFGMGR32.DLL"},
-    {"POWRPROF.DLL"},
-    {"HID.DLL"},
-    {"WTSAPI32.DLL"},
-    {"ACTIVEDS.DLL"},
-    {"MSI.DLL"},
-    {"MSCMS.DLL"},
-    {"CRTDLL.DLL"},
+    {WindowsFileUse::Never,
+     " KERNEL32 USER32 GDI32 ADVAPI32 NTDLL RPCRT4 SHELL32 SHLWAPI COMCTL32 COMDLG32 IMM32 LZ32 MPR"
+     " NETAPI32 PSAPI SECUR32 SETUPAPI USERENV VERSION WINSPOOL.DRV MSIMG32 USP10 UXTHEME OLEACC IMAGEHLP"
+     " DBGHELP CFGMGR32 POWRPROF HID WTSAPI32 ACTIVEDS MSI MSCMS CRTDLL "},
     // The system's own C run time since Windows 2000, which protects it.
-    {"MSVCRT.DLL"},
+    {WindowsFileUse::Never, " MSVCRT "},
     // Automation, which Windows has and which the run-time component of Visual Basic updates.
-    {"OLE32.DLL"},
-    {"OLEAUT32.DLL"},
-    {"OLEPRO32.DLL"},
-    {"ASYCFILT.DLL"},
-    {"STDOLE2.TLB"},
-    {"OLEDLG.DLL"},
+    {WindowsFileUse::Never, " OLE32 OLEAUT32 OLEPRO32 ASYCFILT STDOLE2.TLB OLEDLG "},
     // The run time of Visual Basic, which has its own component.
-    {"MSVBVM50.DLL"},
-    {"MSVBVM60.DLL"},
+    {WindowsFileUse::Never, " MSVBVM50 MSVBVM60 "},
     // The network: each works only with the services of the Windows that it came with.
-    {"WS2_32.DLL"},
-    {"WSOCK32.DLL"},
-    {"MSWSOCK.DLL"},
-    {"IPHLPAPI.DLL"},
-    {"RASAPI32.DLL"},
-    {"TAPI32.DLL"},
-    {"RASDLG.DLL"},
-    {"RTUTILS.DLL"},
-    {"WS2HELP.DLL"},
-    {"ICMP.DLL"},
-    {"DNSAPI.DLL"},
-    {"SNMPAPI.DLL"},
-    {"MAPI32.DLL"},
+    {WindowsFileUse::Never,
+     " WS2_32 WSOCK32 MSWSOCK IPHLPAPI RASAPI32 TAPI32 RASDLG RTUTILS WS2HELP ICMP DNSAPI SNMPAPI MAPI32 "},
     // The Internet programs install these together, and Windows protects them.
-    {"WININET.DLL"},
-    {"URLMON.DLL"},
-    {"INETCOMM.DLL"},
-    {"WEBIO.DLL"},
-    {"CRYPT32.DLL"},
-    {"MSHTML.DLL"},
-    {"MSHTML.TLB"},
-    {"SHDOCVW.DLL"},
-    {"MLANG.DLL"},
-    {"HLINK.DLL"},
-    {"BROWSEUI.DLL"},
-    {"WINTRUST.DLL"},
-    {"CRYPTUI.DLL"},
-    {"WINHTTP.DLL"},
-    {"HHCTRL.OCX"},
+    {WindowsFileUse::Never,
+     " WININET URLMON INETCOMM WEBIO CRYPT32 MSHTML MSHTML.TLB SHDOCVW MLANG HLINK BROWSEUI WINTRUST"
+     " CRYPTUI WINHTTP HHCTRL.OCX "},
     // Sound and pictures: parts of Windows that talk to its drivers.
-    {"WINMM.DLL"},
-    {"MSACM32.DLL"},
-    {"MSVFW32.DLL"},
-    {"AVIFIL32.DLL"},
-    {"AVICAP32.DLL"},
-    {"OPENGL32.DLL"},
-    {"GLU32.DLL"},
+    {WindowsFileUse::Never, " WINMM MSACM32 MSVFW32 AVIFIL32 AVICAP32 OPENGL32 GLU32 "},
     // DirectX is installed as a whole, by its own setup.
-    {"DDRAW.DLL"},
-    {"DSOUND.DLL"},
-    {"DINPUT.DLL"},
-    {"DINPUT8.DLL"},
-    {"D3D8.DLL"},
-    {"D3D9.DLL"},
-    {"D3DIM.DLL"},
-    {"DPLAYX.DLL"},
-    {"DX7VB.DLL"},
-    {"DX8VB.DLL"},
-    {"D3DRM.DLL"},
-    {"D3DXOF.DLL"},
-    {"QUARTZ.DLL"},
+    {WindowsFileUse::Never,
+     " DDRAW DSOUND DINPUT DINPUT8 D3D8 D3D9 D3DIM DPLAYX DX7VB DX8VB D3DRM D3DXOF QUARTZ "},
     // Data access is installed as a whole, by its own setup.
-    {"MSDART.DLL"},
-    {"ODBC32.DLL"},
-    {"ODBCCP32.DLL"},
-    {"ODBCINT.DLL"},
-    {"OLEDB32.DLL"},
+    {WindowsFileUse::Never, " MSDART ODBC32 ODBCCP32 ODBCINT OLEDB32 "},
     // Run times of Visual C++. Windows has them too, and other programs use the same copy.
-    {"MFC40.DLL", WindowsFileUse::Shared},
-    {"MFC42.DLL", WindowsFileUse::Shared},
-    {"MFC42U.DLL", WindowsFileUse::Shared},
-    {"MSVCRT20.DLL", WindowsFileUse::Shared},
-    {"MSVCRT40.DLL", WindowsFileUse::Shared},
-    {"MSVCIRT.DLL", WindowsFileUse::Shared},
-    {"MSVCP60.DLL", WindowsFileUse::Shared},
-    {"ATL.DLL", WindowsFileUse::Shared},
+    {WindowsFileUse::Shared, " MFC40 MFC42 MFC42U MSVCRT20 MSVCRT40 MSVCIRT MSVCP60 ATL "},
     // Their debug versions come with the compiler and stay with it.
-    {"MFC42D.DLL", WindowsFileUse::Debug},
-    {"MFCO42D.DLL", WindowsFileUse::Debug},
-    {"MSVCRTD.DLL", WindowsFileUse::Debug},
-    {"MSVCP60D.DLL", WindowsFileUse::Debug},
+    {WindowsFileUse::Debug, " MFC42D MFCO42D MSVCRTD MSVCP60D "},
+    // Declare statements name these, because Windows documents their functions, or because samples of its
+    // undocumented ones go round.
+    {WindowsFileUse::Declared,
+     " ADSLDPC ADVPACK APPHELP AUTHZ AVRT BCRYPT BLUETOOTHAPIS BTHPROPS.CPL CABINET CARDS CERTCLI CLUSAPI"
+     " COMSVCS CREDUI CRYPTDLL CRYPTNET D2D1 D3D10 D3D11 DBNETLIB DCIMAN32 DEVMGR DHCPCSVC DSSENH DSUIEXT"
+     " DWMAPI DWRITE DXGI ESENT EVR FAULTREP FLTLIB FONTSUB GDIPLUS GPEDIT HTTPAPI ICM32 ICMUI IMGUTIL"
+     " INETMIB1 JOY.CPL KERNELBASE KSUSER LOADPERF LOCALSPL MF MFPLAT MGMTAPI MMDEVAPI MPRAPI MSCAT32"
+     " MSCTF MSFTEDIT MSLS31 MSORCL32 MSPATCHA MSRATING MSSIP32 NCRYPT NDDEAPI NORMALIZ NPPTOOLS NTDSAPI"
+     " NTLANMAN NTMARTA NTOSKRNL.EXE NTSHRUI OBJSEL OLEPRN OLETHK32 PDH PENWIN32 PRINTUI PROPSYS PSTOREC"
+     " QUERY QUTIL RASMAN RASSER RICHED20 RICHED32 RNR20 RPCNS4 RSAENH RSTRTMGR RTM SAMLIB SCHANNEL"
+     " SCROBJ SECURITY SENSAPI SFC SFC_OS SFCFILES SHFOLDER SHIMGVW SHSCRAP SLC SOFTPUB SRCLIENT SRVSVC"
+     " STI STRMIIDS SVRAPI SYNCENG SYSSETUP T2EMBED TDH TRAFFIC TWAIN_32 UMPNPMGR URL VDMDBG VIRTDISK"
+     " W32TOPL WEBCHECK WDI WER WEVTAPI WIASERVC WINBIO WINDOWSCODECS WINFAX WINSCARD WINSPOOL WINSTA"
+     " WINSTRM WINUSB WLANAPI WLDAP32 WMI WOW32 WSCAPI WSHTCPIP WSNMP32 XINPUT1_3 XINPUT1_4 XINPUT9_1_0"
+     " XMLLITE XOLEHLP "},
+    // 16-bit Windows: old declarations are left over in programs, which cannot call them.
+    {WindowsFileUse::Declared,
+     " COMMDLG DDEML GDI GDI.EXE KERNEL KRNL386.EXE KEYBOARD LZEXPAND MMSYSTEM OLE2 OLECLI OLESVR SHELL"
+     " SOUND TOOLHELP USER USER.EXE VER WIN87EM "},
+    // Visual Basic itself, besides its run time.
+    {WindowsFileUse::Declared, " COMCAT VB4016 VB40032 VB5 VBA5 VBA6 VBE6 VBE7 "},
 };
 
-// The row of a file name; null for an unknown one.
-inline const WindowsFile* FindWindowsFile(std::string_view name) {
-  const std::string upper = UpperCase(name);
-  for (const WindowsFile& file : kWindowsFiles) {
-    if (file.name == upper) return &file;
+// The use of the file of a name; nothing for an unknown one.
+inline std::optional<WindowsFileUse> UseOfWindowsFile(std::string_view name) {
+  constexpr std::string_view kExtension = ".DLL";
+  std::string wanted = " " + UpperCase(name);
+  if (EndsWith(wanted, kExtension)) wanted.resize(wanted.size() - kExtension.size());
+  wanted += ' ';
+  for (const WindowsFiles& files : kWindowsFiles) {
+    if (files.names.find(wanted) != std::string_view::npos) return files.use;
   }
-  return nullptr;
+  return std::nullopt;
 }
 
 }  // namespace bxvbwiz

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "machine/CodePages.h"
-#include "machine/Utf16Text.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 namespace {

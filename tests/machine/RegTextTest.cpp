@@ -4,7 +4,7 @@
 
 #include "machine/CodePages.h"
 #include "machine/MachineRegistry.h"
-#include "machine/Utf16Text.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 namespace {

@@ -1,4 +1,4 @@
-#include "machine/Utf16Text.h"
+#include "text/Utf16Text.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "machine/ProfileLine.h"
+#include "text/ProfileLine.h"
 
 #include <algorithm>
 
