@@ -112,7 +112,8 @@ void TellMissingFiles(const AuditSubject& subject) {
   for (const CFile& file : subject.files) {
     if (file.LinkResolves) continue;
     if (subject.project.ReadsUnbuilt && &file == subject.Output()) {
-      AddFinding({FindingId::OutputMissing, {file.FileName}, file.FirstAsker()});
+      if (!subject.project.HasOtherCodePage)
+        AddFinding({FindingId::OutputMissing, {file.FileName}, file.FirstAsker()});
       continue;
     }
     std::string path = subject.CopyBesideLibrary(file);

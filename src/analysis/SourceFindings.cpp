@@ -47,7 +47,9 @@ class SourceCheck {
   }
 
   void TellAll() {
-    for (const Finding& unread : project_.sources().Unread()) AddFinding(unread);
+    for (const Finding& unread : project_.sources().Unread()) {
+      if (unread.id != FindingId::SourceMissing || !project_.HasOtherCodePage) AddFinding(unread);
+    }
     for (const Control& control : project_.sources().Controls()) TellControl(control);
     std::unordered_set<std::string> told;
     for (const Sources::Use& use : project_.sources().Uses()) {

@@ -29,8 +29,16 @@ bool IsLetterOrDigit(char32_t character) {
   return raisedDigit || host::IsLetterOrDigit(character);
 }
 
+class MachineCodePage : public CodePage {
+ public:
+  std::string DecodeAs(int number, std::string_view bytes) const override {
+    const std::unique_ptr<CodePage> other = MakeCodePage(number);
+    return other == nullptr ? std::string() : other->Decode(bytes);
+  }
+};
+
 // What all code pages except UTF-8 share: the way through a text, with long steps over ASCII.
-class TableCodePage : public CodePage {
+class TableCodePage : public MachineCodePage {
  public:
   explicit TableCodePage(int number) : number_(number) {}
   int Number() const override { return number_; }
@@ -158,7 +166,7 @@ class DoubleByteCodePage : public TableCodePage {
   std::vector<std::uint16_t> codes_;  // by character
 };
 
-class Utf8CodePage : public CodePage {
+class Utf8CodePage : public MachineCodePage {
  public:
   std::string Decode(std::string_view bytes) const override {
     const std::size_t ascii = AsciiPrefix(bytes);
