@@ -186,7 +186,7 @@ bool Analysis::RebuildIfNeeded(const Rebuild& rebuild) {
         {TextId::RebuildFailed, kStyleCritical, platform_.strings.Text(TextId::RebuildFailed), ""});
     CancelWizard(user_);
   }
-  if (user_.ShowMessage({TextId::ContinueWithoutRebuild, kStyleYesNo,
+  if (user_.ShowMessage({TextId::ContinueWithoutRebuild, FindQuestion(TextId::ContinueWithoutRebuild)->style,
                          platform_.strings.Text(TextId::ContinueWithoutRebuild), ""}) == Button::No)
     CancelWizard(user_);
   AddFinding(FindingId::ProjectNotRebuilt, {projectFile_});

@@ -112,7 +112,7 @@ void TellMissingFiles(const AuditSubject& subject) {
   for (const CFile& file : subject.files) {
     if (file.LinkResolves) continue;
     if (subject.project.ReadsUnbuilt && &file == subject.Output()) {
-      if (!subject.project.HasOtherCodePage)
+      if (!subject.project.IsMisread)
         AddFinding({FindingId::OutputMissing, {file.FileName}, file.FirstAsker()});
       continue;
     }

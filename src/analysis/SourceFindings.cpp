@@ -48,7 +48,7 @@ class SourceCheck {
 
   void TellAll() {
     for (const Finding& unread : project_.sources().Unread()) {
-      if (unread.id != FindingId::SourceMissing || !project_.HasOtherCodePage) AddFinding(unread);
+      if (unread.id != FindingId::SourceMissing || !project_.IsMisread) AddFinding(unread);
     }
     for (const Control& control : project_.sources().Controls()) TellControl(control);
     std::unordered_set<std::string> told;

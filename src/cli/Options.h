@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/User.h"
@@ -32,6 +33,9 @@ enum class Command {
 // As the user writes it; empty for none.
 const char* NameOf(Command command);
 
+// A question, and the component that it is about in upper case; empty for every component.
+using Asked = std::pair<TextId, std::string>;
+
 // The command line as the user gave it.
 struct Options {
   Command command = Command::Analyse;
@@ -46,7 +50,7 @@ struct Options {
   std::optional<std::string> appVersion;
   bool skipInfo = false;
   bool rebuild = false;
-  std::map<TextId, Button> answers;
+  std::map<Asked, Button> answers;
   std::optional<Button> yesNo;  // to every other Yes/No question
   bool strict = false;
   bool json = false;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -32,9 +33,14 @@ bool IsLetterOrDigit(char32_t character) {
 class MachineCodePage : public CodePage {
  public:
   std::string DecodeAs(int number, std::string_view bytes) const override {
-    const std::unique_ptr<CodePage> other = MakeCodePage(number);
+    std::unique_ptr<CodePage>& other = others_[number];
+    if (other == nullptr) other = MakeCodePage(number);
     return other == nullptr ? std::string() : other->Decode(bytes);
   }
+
+ private:
+  mutable std::map<int, std::unique_ptr<CodePage>>
+      others_;  // those that were asked for; some take long to make
 };
 
 // What all code pages except UTF-8 share: the way through a text, with long steps over ASCII.

@@ -1,6 +1,5 @@
 #include "project/CProject.h"
 
-#include <algorithm>
 #include <array>
 
 #include "project/basDependency.h"
@@ -32,15 +31,15 @@ constexpr std::array<TextKey, 7> kTextKeys{{
     {kCompanyKey, &CProject::VersionCompanyName, true},
 }};
 
-// How the lines of source files begin, and whether a name and a ";" stand before the file.
+// How the lines of source files that are no forms begin, and whether a name and a ";" stand before the file.
 struct SourceKey {
   std::string_view key;
   bool isNamed;
 };
 
 constexpr SourceKey kSourceKeys[] = {
-    {"Module=", true},        {"Class=", true},     {"UserControl=", false}, {"PropertyPage=", false},
-    {"UserDocument=", false}, {"Designer=", false}, {"Form=", false},
+    {"Module=", true},        {"Class=", true},         {"UserControl=", false},
+    {"PropertyPage=", false}, {"UserDocument=", false}, {"Designer=", false},
 };
 
 // What follows `key` in `line`. False when the line begins otherwise.
@@ -48,17 +47,6 @@ bool Follows(std::string_view line, std::string_view key, std::string_view& valu
   if (!StartsWith(line, key)) return false;
   value = line.substr(key.size());
   return true;
-}
-
-// The path of the source file that a line names, in the project's bytes; empty when it names none.
-std::string SourceOf(std::string_view line) {
-  std::string_view value;
-  for (const SourceKey& known : kSourceKeys) {
-    if (!Follows(line, known.key, value)) continue;
-    if (known.isNamed) value.remove_prefix(value.find(';') + 1);  // all of it without one
-    return StripQuotes(TrimBlanks(value));
-  }
-  return "";
 }
 
 // The extension of a project's output; empty for a project without a type.
@@ -148,7 +136,7 @@ void CProject::SetFileName(const std::string& fileName) {
     }
     CheckSystem(found, fileName);
     ReadFacts(bytes);
-    TellCodePage(bytes);
+    IsMisread = TellOtherCodePage(context_.platform, fileName_, bytes);
     const std::string extension = OutputExtension(ProjectType);
     if (ExeName.empty() && !extension.empty()) ExeName = ParsePath(fileName, PathPart::Title) + extension;
     // Without a name the look-up would give any file of the folder.
@@ -231,26 +219,14 @@ void CProject::ReadMembers(std::string_view bytes) {
 }
 
 void CProject::ReadSource(std::string_view line) {
-  const std::string name = context_.platform.codePage.Decode(SourceOf(line));
-  if (name.empty()) return;
-  sources_.Read(NormalPath(context_.platform.files, SourcePath(Folder(), name)));
-  context_.user.DoEvents();
-}
-
-// Reports names and texts that are in another code page than the machine's.
-void CProject::TellCodePage(std::string_view bytes) {
-  std::vector<CodedLine> lines;
-  LineReader reader(bytes);
-  std::string_view line;
-  while (reader.Next(line)) {
-    std::string path = SourceOf(line);
-    const std::string folder = ExePath.empty() ? "" : FixPath(ExePath);
-    if (StartsWith(line, "ExeName32=")) path = context_.platform.codePage.Encode(folder + ExeName);
-    const bool isText = std::any_of(kTextKeys.begin(), kTextKeys.end(),
-                                    [&](const TextKey& known) { return StartsWith(line, known.key); });
-    if (isText || !path.empty()) lines.push_back({line, reader.Number(), path});
+  for (const SourceKey& known : kSourceKeys) {
+    std::string_view value;
+    if (!Follows(line, known.key, value)) continue;
+    if (known.isNamed) value.remove_prefix(value.find(';') + 1);  // all of it without one
+    const std::string name = StripQuotes(TrimBlanks(context_.platform.codePage.Decode(value)));
+    if (!name.empty()) sources_.Read(NormalPath(context_.platform.files, SourcePath(Folder(), name)));
+    return context_.user.DoEvents();
   }
-  HasOtherCodePage = TellOtherCodePage(context_.platform, fileName_, Folder(), lines);
 }
 
 // What is wrong with the forms of a project that could not be read; empty when that is something else.

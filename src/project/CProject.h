@@ -45,12 +45,12 @@ class CProject {
   std::string MajorVer;
   std::string MinorVer;
   std::string RevisionVer;
-  std::string ExePath;            // the output folder as written: relative, absolute or empty
-  std::int64_t Version = 0;       // never filled by the reader
-  std::int16_t ProjectType = 0;   // a PT... constant; 0 without a type line
-  bool ReadsUnbuilt = false;      // whether the members are read although the output was not found
-  bool HasOtherCodePage = false;  // files are missing only because their names are in another code page
-  bool NeedsRebuild = false;      // the output was not found; only ever set by the reader, never cleared
+  std::string ExePath;           // the output folder as written: relative, absolute or empty
+  std::int64_t Version = 0;      // never filled by the reader
+  std::int16_t ProjectType = 0;  // a PT... constant; 0 without a type line
+  bool ReadsUnbuilt = false;     // whether the members are read although the output was not found
+  bool IsMisread = false;        // files are missing only because their names are in another code page
+  bool NeedsRebuild = false;     // the output was not found; only ever set by the reader, never cleared
 
   CForms& Forms() { return forms_; }
   CObjects& Objects() { return objects_; }
@@ -78,7 +78,6 @@ class CProject {
   void ReadType(std::string_view line, ServerKind& server);
   void ReadMembers(std::string_view bytes);
   void ReadSource(std::string_view line);
-  void TellCodePage(std::string_view bytes);
   void AddReference(const std::string& rawLine);
   std::string UnreadableForms(std::string_view bytes);
   // Of the project file.

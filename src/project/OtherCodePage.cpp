@@ -1,10 +1,10 @@
 #include "project/OtherCodePage.h"
 
-#include <algorithm>
-#include <iterator>
+#include <map>
 
 #include "project/Sources.h"
 #include "support/basFile.h"
+#include "support/basStr.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -23,46 +23,49 @@ bool HoldsOddBytes(const std::string& text) {
   return false;
 }
 
-// The path that a line names in a code page; empty when nothing is there.
-std::string PathFound(Platform& platform, const std::string& folder, const CodedLine& line, int number) {
-  const std::string path = SourcePath(folder, platform.codePage.DecodeAs(number, line.path));
+// The path of the file that a line names when it is read in a code page; empty when there is none.
+std::string FileNamed(Platform& platform, const std::string& projectFile, std::string_view line, int number) {
+  const std::size_t before = line.find_last_of(line.find(';') == std::string_view::npos ? '=' : ';');
+  const std::string bytes = StripQuotes(TrimBlanks(line.substr(before + 1)));
+  constexpr std::size_t kExtension = 4;  // with its dot; all files of a project have such a one
+  if (bytes.size() <= kExtension || bytes[bytes.size() - kExtension] != '.') return "";
+  const std::string path = SourcePath(GetPathFolder(projectFile), platform.codePage.DecodeAs(number, bytes));
   // What the system's own code page lacks becomes "?", which fits any file.
-  const std::string name = GetPathFileName(path);
-  const bool isThere = FolderHoldsFile(platform.files, FixPath(GetPathFolder(path)), name);
+  const bool isThere = FolderHoldsFile(platform.files, FixPath(GetPathFolder(path)), GetPathFileName(path));
   return isThere ? NormalPath(platform.files, path) : "";
 }
 
 }  // namespace
 
-bool TellOtherCodePage(Platform& platform, const std::string& projectFile, const std::string& projectFolder,
-                       const std::vector<CodedLine>& lines) {
+bool TellOtherCodePage(Platform& platform, const std::string& projectFile, std::string_view bytes) {
   const CodePage& codePage = platform.codePage;
   const std::string own = std::to_string(codePage.Number());
-  std::vector<CodedLine> missing;
-  std::copy_if(lines.begin(), lines.end(), std::back_inserter(missing), [&](const CodedLine& line) {
-    const bool isAscii = codePage.Decode(line.path) == line.path;
-    return !isAscii && PathFound(platform, projectFolder, line, codePage.Number()).empty();
-  });
+  std::map<int, std::string_view> lines;  // that are not ASCII and name no file that is there, by number
+  LineReader reader(bytes);
+  std::string_view line;
+  while (reader.Next(line)) {
+    const bool isAscii = codePage.Decode(line) == line;
+    if (!isAscii && FileNamed(platform, projectFile, line, codePage.Number()).empty())
+      lines.emplace(reader.Number(), line);
+  }
   std::vector<Finding> best;
   for (const int number : kCodePages) {
     std::vector<Finding> found;
-    for (const CodedLine& line : missing) {
-      const std::string path = PathFound(platform, projectFolder, line, number);
-      const Origin origin = LineOrigin(projectFile, line.number);
-      if (!path.empty())
-        found.push_back({FindingId::OtherCodePage, {path, std::to_string(number), own}, origin});
+    for (const auto& [at, text] : lines) {
+      const std::string path = FileNamed(platform, projectFile, text, number);
+      const std::vector<std::string> values = {path, std::to_string(number), own};
+      if (!path.empty()) found.push_back({FindingId::OtherCodePage, values, LineOrigin(projectFile, at)});
     }
     if (found.size() > best.size()) best = std::move(found);
   }
-  for (const Finding& finding : best) AddFinding(finding);
-  if (!best.empty()) return true;
-  for (const CodedLine& line : lines) {
-    if (!HoldsOddBytes(codePage.Decode(line.text))) continue;
-    const std::string key(line.text.substr(0, line.text.find('=')));
-    AddFinding({FindingId::TextInOtherCodePage, {key, own}, LineOrigin(projectFile, line.number)});
-    break;
+  const bool isFound = !best.empty();
+  for (const auto& [at, text] : lines) {
+    if (!best.empty() || !HoldsOddBytes(codePage.Decode(text))) continue;
+    const std::string key(text.substr(0, text.find('=')));
+    best.push_back({FindingId::TextInOtherCodePage, {key, own}, LineOrigin(projectFile, at)});
   }
-  return false;
+  for (const Finding& finding : best) AddFinding(finding);
+  return isFound;
 }
 
 }  // namespace bxvbwiz
