@@ -60,6 +60,7 @@ std::string ManPage(const CLI::App& app, const std::vector<DescribedCommand>& co
       ".SH DESCRIPTION\n" +
       Roff(app.get_description()) + "\n.SH COMMANDS\n";
   for (const DescribedCommand& command : commands) {
+    if (command.path.empty()) continue;
     page += ".SS bxvbwiz " + Roff(command.path);
     for (const CLI::Option* option : OptionsOf(*command.app, true)) page += " " + Roff(option->get_name());
     page += "\n" + Roff(command.app->get_description()) + "\n";

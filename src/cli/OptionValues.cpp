@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <CLI/CLI.hpp>
 
-#include "cli/Outcome.h"
 #include "support/basStr.h"
 #include "text/Text.h"
 
@@ -36,7 +35,7 @@ std::string QuestionNumbers() {
 }
 
 // "1095=yes", or "1095:Grid.ocx=yes" for one component.
-void TakeAnswer(const std::string& text, Options& options) {
+void TakeAnswer(const std::string& text, Answers& answers) {
   const std::size_t equals = text.rfind('=');
   const std::string asked = text.substr(0, equals);
   const std::size_t colon = asked.find(':');
@@ -51,7 +50,7 @@ void TakeAnswer(const std::string& text, Options& options) {
     for (const Button button : buttons) {
       if (!EqualsIgnoreCase(text.substr(equals + 1), NameOfButton(button))) continue;
       const Asked key{question.number, isOfAll ? "" : UpperCase(asked.substr(colon + 1))};
-      if (!options.answers.emplace(key, button).second) Refuse("--answer", TextId::AnsweredTwice, {text});
+      if (!answers.emplace(key, button).second) Refuse("--answer", TextId::AnsweredTwice, {text});
       return;
     }
     Refuse("--answer", TextId::NotAButton, {number, text.substr(equals + 1), NamesOf(buttons)});
@@ -110,20 +109,18 @@ std::string TakePath(std::string& text) {
   return text.empty() ? CompiledText(TextId::TextIsEmpty) : "";
 }
 
-void TakeDrives(const GivenOptions& given, Options& options) {
-  for (const std::string& text : given.drives) {
+void TakeDrives(const std::vector<std::string>& texts, std::map<char, std::string>& drives) {
+  for (const std::string& text : texts) {
     const char letter = UpperCase(text).substr(0, 1).c_str()[0];
     if (letter < 'A' || letter > 'Z' || text.substr(1, 1) != "=" || text.size() < 3)
       Refuse("--drive", TextId::NotADrive, {text});
-    if (!options.drives.emplace(letter, text.substr(2)).second)
-      Refuse("--drive", TextId::DriveGivenTwice, {text.substr(0, 1)});
+    if (!drives.emplace(letter, text.substr(2)).second)
+      Refuse("--drive", TextId::DriveGivenTwice, {UpperCase(text.substr(0, 1))});
   }
 }
 
-void TakeAnswers(const GivenOptions& given, Options& options) {
-  for (const std::string& text : given.answers) TakeAnswer(text, options);
-  if (given.yes) options.yesNo = Button::Yes;
-  if (given.no) options.yesNo = Button::No;
+void TakeAnswers(const std::vector<std::string>& texts, Answers& answers) {
+  for (const std::string& text : texts) TakeAnswer(text, answers);
 }
 
 }  // namespace bxvbwiz

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "cli/Options.h"
+#include "support/User.h"
 
 // The values of options: what they may be, and what they become.
 namespace bxvbwiz {
@@ -16,6 +18,12 @@ struct GivenOptions {
   bool no = false;
 };
 
+// A question, and the component that it is about in upper case; empty for every component.
+using Asked = std::pair<TextId, std::string>;
+using Answers = std::map<Asked, Button>;
+
+// "ok", "yes", ...
+const char* NameOfButton(Button button);
 // The buttons of a message of that style.
 std::vector<Button> ButtonsOf(int style);
 // "yes/no"
@@ -29,7 +37,7 @@ std::string CheckLine(const std::string& text);
 std::string TakePath(std::string& text);
 
 // Both throw CLI::ParseError for wrong usage.
-void TakeDrives(const GivenOptions& given, Options& options);
-void TakeAnswers(const GivenOptions& given, Options& options);
+void TakeDrives(const std::vector<std::string>& texts, std::map<char, std::string>& drives);
+void TakeAnswers(const std::vector<std::string>& texts, Answers& answers);
 
 }  // namespace bxvbwiz

@@ -202,8 +202,10 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
     std::vector<std::string> words = Arranged(app, arguments);
     std::reverse(words.begin(), words.end());  // the order that the parser wants
     app.parse(std::move(words));
-    TakeAnswers(given, options);
-    TakeDrives(given, options);
+    TakeAnswers(given.answers, options.answers);
+    TakeDrives(given.drives, options.drives);
+    if (given.yes) options.yesNo = Button::Yes;
+    if (given.no) options.yesNo = Button::No;
     // Not by the parser, which would let the variable overrule one command's option with another's.
     if (options.machine.empty()) options.machine = EnvironmentText("BXVBWIZ_MACHINE");
   } catch (const CLI::ParseError& error) {

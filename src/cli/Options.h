@@ -3,10 +3,9 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "support/User.h"
+#include "cli/OptionValues.h"
 
 namespace bxvbwiz {
 
@@ -33,9 +32,6 @@ enum class Command {
 // As the user writes it; empty for none.
 const char* NameOf(Command command);
 
-// A question, and the component that it is about in upper case; empty for every component.
-using Asked = std::pair<TextId, std::string>;
-
 // The command line as the user gave it.
 struct Options {
   Command command = Command::Analyse;
@@ -50,7 +46,7 @@ struct Options {
   std::optional<std::string> appVersion;
   bool skipInfo = false;
   bool rebuild = false;
-  std::map<Asked, Button> answers;
+  Answers answers;
   std::optional<Button> yesNo;  // to every other Yes/No question
   bool strict = false;
   bool json = false;

@@ -32,15 +32,11 @@ Unchanged() {  # Unchanged RULE
 # ---- usage
 Expect "the version is printed" 0 "bxvbwiz " --version
 Expect "help names every command" 0 "inspect" --help
-"${run[@]}" --generate man | tr -d '\\\\' >manual
 for words in "" "help" "/?" "machine -?" "analyse" "explain" "generate" "check" "capture" "inspect" "machine new" "machine register" \
   "machine check"; do
   Expect "help is printed: $words" 0 "Exit codes: 0" $words --help
   [ "$(wc -L <output)" -le 100 ] || Fail "the help of \"$words\" is at most 100 columns wide"
   [[ $words != [a-z]* || $words == help ]] || grep -q '^Example: bxvbwiz ' output || Fail "the help of \"$words\" has an example"
-  for option in $(grep -oE '^  (-h,)?--[a-z-]+' output | grep -oE -- '--.*'); do
-    grep -q -- "^.B &$option" manual || Fail "the manual has no $option"
-  done
 done
 Expect "no command is wrong usage" 2 "A command is missing" --json
 Expect "a command that is nearly right is suggested" 2 "There is no command 'analise'. Did you mean 'analyse'?" analise X
