@@ -14,7 +14,6 @@ namespace {
 // How often a question is answered with Retry before it counts as unanswered: nothing will change by itself.
 constexpr int kMostRetries = 3;
 
-
 std::string Readable(const Message& message) {
   std::string text = *ReplaceAll(message.text, "\r\n", "\n");
   if (!message.detail.empty()) text += " (" + message.detail + ")";

@@ -36,12 +36,16 @@ struct CommandName {
   const char* name;
 };
 
-constexpr CommandName kCommands[] = {
-    {Command::Analyse, "analyse"}, {Command::Analyse, "analyze"},           {Command::Generate, "generate"},
-    {Command::Explain, "explain"},           {Command::Check, "check"},
-    {Command::Capture, "capture"},           {Command::Inspect, "inspect"},
-    {Command::MachineNew, "machine new"},    {Command::MachineRegister, "machine register"},
-    {Command::MachineCheck, "machine check"}};
+constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"},
+                                     {Command::Analyse, "analyze"},
+                                     {Command::Generate, "generate"},
+                                     {Command::Explain, "explain"},
+                                     {Command::Check, "check"},
+                                     {Command::Capture, "capture"},
+                                     {Command::Inspect, "inspect"},
+                                     {Command::MachineNew, "machine new"},
+                                     {Command::MachineRegister, "machine register"},
+                                     {Command::MachineCheck, "machine check"}};
 
 Command CommandNamed(const std::string& name) {
   for (const CommandName& row : kCommands) {
