@@ -100,9 +100,15 @@ class Drive {
       driver_.WaitForAnything(page);
       if (driver_.Ended()) return kExitNotFinished;
       if (!driver_.HasMessage()) return kExitFinished;
-      const auto [number, code] = MessageOf(driver_.WaitForMessage());
+      const std::string text = driver_.WaitForMessage();
+      const auto [number, code] = MessageOf(text);
       Pause("message-" + std::to_string(NumberOf(number)));
-      const auto given = options_.answers.find(number);
+      auto given = options_.answers.find({number, ""});
+      for (auto one = options_.answers.begin(); one != options_.answers.end(); ++one) {
+        const auto& [asked, component] = one->first;
+        if (asked == number && !component.empty() && UpperCase(text).find(component) != std::string::npos)
+          given = one;
+      }
       // What bxvbwiz cannot answer ends the wizard.
       driver_.Answer(given != options_.answers.end()            ? static_cast<int>(given->second)
                      : number == TextId::UnexpectedError        ? IDCANCEL

@@ -157,7 +157,8 @@ bool Analysis::RebuildIfNeeded(const Rebuild& rebuild) {
     Show(TextId::RebuildFailed, kStyleCritical);
     CancelWizard(user_);
   }
-  if (Show(TextId::ContinueWithoutRebuild, kStyleYesNo) == Button::No) CancelWizard(user_);
+  if (Show(TextId::ContinueWithoutRebuild, FindQuestion(TextId::ContinueWithoutRebuild)->style) == Button::No)
+    CancelWizard(user_);
   AddFinding(FindingId::ProjectNotRebuilt, {projectFile_});
   return true;
 }

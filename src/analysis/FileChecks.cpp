@@ -41,8 +41,10 @@ bool IsInSharedFolder(CFileGroups& groups, const CFile& file) {
 // Files that were not found where the wizard looks, with the place where they lie.
 void TellMissingFile(const AuditSubject& subject, const CFile& file) {
   if (file.LinkResolves) return;
-  if (subject.project.ReadsUnbuilt && &file == subject.output)
-    return AddFinding(FindingId::OutputMissing, {file.FileName});
+  if (subject.project.ReadsUnbuilt && &file == subject.output) {
+    if (!subject.project.IsMisread) AddFinding(FindingId::OutputMissing, {file.FileName});
+    return;
+  }
   const auto copy = subject.copiesBeside.find(&file);
   const std::string path = copy != subject.copiesBeside.end()
                                ? copy->second

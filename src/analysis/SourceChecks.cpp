@@ -38,7 +38,9 @@ const Control* FindLine(const AuditSubject& subject, const Control& control, boo
 }
 
 void TellUnread(const AuditSubject& subject) {
-  for (const Finding& unread : subject.project.sources().Unread()) AddFinding(unread);
+  for (const Finding& unread : subject.project.sources().Unread()) {
+    if (unread.id != FindingId::SourceMissing || !subject.project.IsMisread) AddFinding(unread);
+  }
 }
 
 // A control line of the project file against those of the other files, or the other way round.

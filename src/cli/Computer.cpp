@@ -48,6 +48,12 @@ class MachineFolder : public Computer {
 
 }  // namespace
 
+Sentence WhyNotThere(const std::string& path, const std::string& machineFolder) {
+  std::error_code ignored;
+  const bool isThere = std::filesystem::exists(std::filesystem::u8path(path), ignored);
+  return {isThere ? TextId::OutsideTheDrives : TextId::NoSuchFile, {path, machineFolder}};
+}
+
 std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder,
                                             const std::map<char, std::string>& drives) {
   return std::make_unique<MachineFolder>(folder, drives);

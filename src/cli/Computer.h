@@ -38,6 +38,9 @@ class Computer {
 // Runs the wizard on a computer and gives the exit code.
 using WizardRun = std::function<int(const Options&, Computer&)>;
 
+// Why a path is not one of the machine: there is no such file, or it lies outside the drives.
+Sentence WhyNotThere(const std::string& path, const std::string& machineFolder);
+
 // Opens a machine folder and reports what is odd in it on standard error. `drives` are folders of this
 // computer that stand for drives. Throws MachineError.
 std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder,

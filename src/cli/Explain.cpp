@@ -3,23 +3,12 @@
 #include <algorithm>
 #include <set>
 
+#include "cli/Words.h"
 #include "support/basFile.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
-
-// Whether at most that many characters must be added, left out or replaced to make one name of the other.
-bool IsLike(std::string_view left, std::string_view right, std::size_t differences) {
-  while (!left.empty() && !right.empty() && left[0] == right[0]) {
-    left.remove_prefix(1);
-    right.remove_prefix(1);
-  }
-  if (left.empty() || right.empty()) return left.size() + right.size() <= differences;
-  if (differences-- == 0) return false;
-  return IsLike(left.substr(1), right, differences) || IsLike(left, right.substr(1), differences) ||
-         IsLike(left.substr(1), right.substr(1), differences);
-}
 
 // The name of the file that asks for another; empty for a line of the project.
 std::string AskingFile(const Origin& origin) {

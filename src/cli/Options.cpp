@@ -6,9 +6,11 @@
 #include <iterator>
 
 #include "cli/Descriptions.h"
+#include "cli/OptionValues.h"
 #include "cli/Revision.h"
 #include "cli/Terminal.h"
-#include "text/Strings.h"
+#include "cli/Words.h"
+#include "support/basStr.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -19,58 +21,31 @@ constexpr const char* kVersion = sizeof(BXVBWIZ_REVISION) > 1 ? "bxvbwiz " BXVBW
                                                                 " (" BXVBWIZ_REVISION ")"
                                                               : "bxvbwiz " BXVBWIZ_VERSION;
 
-constexpr const char* kFooter =
+// What stands below the help: the exit codes and variables of a run, and of what is no run.
+constexpr const char* kRun =
     "Exit codes: 0 finished; 1 ended without finishing; 2 wrong usage or an unreadable machine folder;\n"
     "3 the project cannot be read or cannot be packaged; 4 finished with errors or warnings (--strict).\n"
     "Variables: BXVBWIZ_MACHINE names the machine folder; SOURCE_DATE_EPOCH is the present time there.";
+constexpr const char* kNoRun =
+    "Exit codes: 0 done; 1 something is missing or cannot be read or written;\n"
+    "2 wrong usage or an unreadable machine folder.";
 
-const std::map<std::string, Button> kButtons = {{"ok", Button::Ok},
-                                                {"cancel", Button::Cancel},
-                                                {"yes", Button::Yes},
-                                                {"no", Button::No},
-                                                {"retry", Button::Retry}};
-
-// "1095=yes"
-std::pair<TextId, Button> ReadAnswer(const std::string& text) {
-  const std::size_t equals = text.find('=');
-  const std::string number = text.substr(0, equals);
-  const auto button = kButtons.find(equals == std::string::npos ? "" : text.substr(equals + 1));
-  if (number.empty() || number.size() > 5 || number.find_first_not_of("0123456789") != std::string::npos ||
-      button == kButtons.end()) {
-    throw CLI::ValidationError(
-        "--answer", "'" + text + "' is not a message number, '=' and ok, cancel, yes, no or retry");
-  }
-  const auto answer = std::make_pair(static_cast<TextId>(std::stoul(number)), button->second);
-  if (CompiledText(answer.first).empty() || NumberOf(answer.first) >= kFirstFinding)
-    throw CLI::ValidationError("--answer", "there is no message with the number " + number);
-  return answer;
-}
-
-// A box of the form holds one line. A line break would begin another line in a setup file.
-std::string CheckLine(const std::string& text) {
-  const bool isLine = std::none_of(text.begin(), text.end(), [](char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7F;
-  });
-  if (!isLine) return "the text contains a control character";
-  return text.empty() ? "the text is empty" : "";
-}
-
-std::string RefuseEmpty(const std::string& text) {
-  return text.empty() ? "the text is empty" : "";
-}
-
+// The commands; the first name of each is its own.
 struct CommandName {
   Command command;
   const char* name;
 };
 
-constexpr CommandName kCommands[] = {
-    {Command::Analyse, "analyse"},           {Command::Generate, "generate"},
-    {Command::Explain, "explain"},           {Command::Check, "check"},
-    {Command::Capture, "capture"},           {Command::Inspect, "inspect"},
-    {Command::MachineNew, "machine new"},    {Command::MachineRegister, "machine register"},
-    {Command::MachineCheck, "machine check"}};
+constexpr CommandName kCommands[] = {{Command::Analyse, "analyse"},
+                                     {Command::Analyse, "analyze"},
+                                     {Command::Generate, "generate"},
+                                     {Command::Explain, "explain"},
+                                     {Command::Check, "check"},
+                                     {Command::Capture, "capture"},
+                                     {Command::Inspect, "inspect"},
+                                     {Command::MachineNew, "machine new"},
+                                     {Command::MachineRegister, "machine register"},
+                                     {Command::MachineCheck, "machine check"}};
 
 Command CommandNamed(const std::string& name) {
   for (const CommandName& row : kCommands) {
@@ -79,147 +54,121 @@ Command CommandNamed(const std::string& name) {
   return Command::None;
 }
 
-// What can be said of a command line that is wrong; its arguments come from the last to the first.
+// What can be said of a command line that is wrong.
 void KeepError(const std::vector<std::string>& arguments, const std::string& error, Options& options) {
   options.error = error;
   options.json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
-  options.command = arguments.empty() ? Command::None : CommandNamed(arguments.back());
-  if (options.command == Command::None && arguments.size() > 1)
-    options.command = CommandNamed(arguments.back() + " " + arguments[arguments.size() - 2]);
+  options.command = Command::None;
+  std::string before;  // the word before, for commands of two
+  for (const std::string& word : arguments) {
+    if (options.command == Command::None) options.command = CommandNamed(before + word);
+    if (options.command == Command::None) options.command = CommandNamed(word);
+    before = word + " ";
+  }
 }
 
-// The options that several commands share, before they are checked.
-struct WizardOptions {
-  std::vector<std::string> drives;
-  std::vector<std::string> answers;
-  bool yes = false;
-  bool no = false;
-};
+// Adds a command with an example of its use.
+CLI::App* AddCommand(CLI::App& above, const char* name, const char* description, const char* example,
+                     const std::string& notes = kRun) {
+  CLI::App* command = above.add_subcommand(name, description);
+  return command->footer("Example: bxvbwiz " + std::string(example) + "\n\n" + notes);
+}
 
-void AddDriveOption(CLI::App& command, WizardOptions& more) {
+// An option or argument that holds a path.
+template <class Value>
+CLI::Option* AddPath(CLI::App& command, const char* name, Value& value, const char* description) {
+  return command.add_option(name, value, description)->transform(CLI::Validator(TakePath, ""));
+}
+
+void AddDriveOption(CLI::App& command, GivenOptions& given) {
   command
-      .add_option("--drive", more.drives,
-                  "A drive of the machine folder that is a folder of this computer (repeatable)")
+      .add_option("--drive", given.drives,
+                  "A folder of this computer that is drive X of the machine (repeatable)")
       ->type_name("X=DIR")
       ->allow_extra_args(false);
 }
 
-void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) {
-  command
-      .add_option(
-          "PROJECT", options.project,
-          "The .vbp file: a Windows path on that machine, or a path of this computer in one of its drives")
-      ->check(RefuseEmpty)
+void AddWizardOptions(CLI::App& command, Options& options, GivenOptions& given) {
+  AddPath(command, "PROJECT", options.project,
+          "The .vbp file: a Windows path, or one of this computer in a drive")
       ->required();
-  command
-      .add_option("--machine", options.machine, "The machine folder to work on (default: $BXVBWIZ_MACHINE)")
-      ->check(RefuseEmpty);
-  AddDriveOption(command, more);
+  AddPath(command, "--machine", options.machine, "The machine folder to work on (default: $BXVBWIZ_MACHINE)");
+  AddDriveOption(command, given);
   command.add_option("--app-name", options.appName, "The application name")->check(CheckLine);
   command.add_option("--company", options.company, "The company name")->check(CheckLine);
   command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
   command.add_option("--app-version", options.appVersion, "The application version")->check(CheckLine);
   command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
   command.add_flag("--rebuild", options.rebuild, "Compile the project first");
-  command.add_option("--answer", more.answers,
-                     "Answer a message: its number, '=' and a button (repeatable)")
-      ->type_name("N=BUTTON")
+  command.add_option("--answer", given.answers,
+                     "Answer question N, or N of the component NAME (repeatable)")
+      ->type_name("N[:NAME]=BUTTON")
       ->allow_extra_args(false);  // a PROJECT after it is not an answer
-  auto* yes = command.add_flag("--yes", more.yes, "Answer every other Yes/No question with Yes");
-  command.add_flag("--no", more.no, "Answer every other Yes/No question with No")->excludes(yes);
+  auto* yes = command.add_flag("--yes", given.yes, "Answer every other Yes/No question with Yes");
+  command.add_flag("--no", given.no, "Answer every other Yes/No question with No")->excludes(yes);
   command.add_flag("--strict", options.strict, "Exit with code 4 when there is an error or a warning");
   command.add_flag("--json", options.json, "Print one JSON document");
   auto* quiet = command.add_flag("--quiet", options.quiet, "Print only what is wrong");
   command.add_flag("--verbose", options.verbose, "Print every file with its facts")->excludes(quiet);
 }
 
-// Without a text after the "=" the parser would use the next argument as the text.
-void RefuseEmptyTexts(const std::vector<std::string>& arguments) {
-  for (const std::string& argument : arguments) {
-    if (StartsWith(argument, "--") && argument.find('=') == argument.size() - 1)
-      throw CLI::ValidationError(argument.substr(0, argument.size() - 1), "the text is empty");
-  }
-}
-
-void TakeDrives(const WizardOptions& more, Options& options) {
-  for (const std::string& text : more.drives) {
-    const char letter = UpperCase(text).substr(0, 1).c_str()[0];
-    if (letter < 'A' || letter > 'Z' || text.substr(1, 1) != "=" || text.size() < 3)
-      throw CLI::ValidationError("--drive", "'" + text + "' is not a drive's letter, '=' and a folder");
-    if (!options.drives.emplace(letter, text.substr(2)).second)
-      throw CLI::ValidationError("--drive", std::string("drive ") + letter + " is given twice");
-  }
-}
-
-void TakeAnswers(const WizardOptions& more, Options& options) {
-  for (const std::string& text : more.answers) {
-    if (!options.answers.insert(ReadAnswer(text)).second)
-      throw CLI::ValidationError("--answer", "'" + text + "' answers a message that already has an answer");
-  }
-  if (more.yes) options.yesNo = Button::Yes;
-  if (more.no) options.yesNo = Button::No;
-}
-
-void AddProjectCommands(CLI::App& app, Options& options, WizardOptions& more) {
-  CLI::App* analyse = app.add_subcommand(
-      "analyse",
-      "Show the dependency trees of a project; writes nothing, unless it is to compile the project");
-  CLI::App* generate = app.add_subcommand("generate", "Analyse a project and create its setup project");
-  CLI::App* explain = app.add_subcommand(
-      "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
+void AddProjectCommands(CLI::App& app, Options& options, GivenOptions& given) {
+  CLI::App* analyse = AddCommand(app, "analyse", "Show what a project needs; compiles it only with --rebuild",
+                                 "analyse Demo.vbp --machine build/machine --verbose")
+                          ->alias("analyze");
+  CLI::App* generate = AddCommand(app, "generate", "Analyse a project and create its setup project",
+                                  "generate Demo.vbp --company Acme --answer 1095:GRID.OCX=yes --strict");
+  CLI::App* explain =
+      AddCommand(app, "explain", "Tell why a file is in the setup, or is not",
+                 "explain Demo.vbp GRID.OCX --machine build/machine",
+                 std::string("Exit code 1 also says that the project does not ask for NAME.\n") + kRun);
   CLI::App* inspect =
-      app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
-  AddWizardOptions(*analyse, options, more);
-  AddWizardOptions(*generate, options, more);
-  AddWizardOptions(*explain, options, more);
+      AddCommand(app, "inspect", "Show format, imports, exports and register code of executables",
+                 "inspect GRID.OCX *.dll --json", kNoRun);
+  AddWizardOptions(*analyse, options, given);
+  AddWizardOptions(*generate, options, given);
+  AddWizardOptions(*explain, options, given);
   for (CLI::App* command : {analyse, generate}) {
-    command
-        ->add_option(
-            "--html", options.html,
-            "Write a page of the trees, the files and the findings for a browser ('-': standard output)")
-        ->type_name("FILE")
-        ->check(RefuseEmpty);
+    AddPath(*command, "--html", options.html,
+            "Write a page of trees, files and findings ('-': standard output)")
+        ->type_name("FILE");
   }
-  explain->add_option("NAME", options.name, "A file name, a path, or a library's description or identifier")
-      ->check(RefuseEmpty)
+  AddPath(*explain, "NAME", options.name, "A file name, a path, or a library's description or identifier")
       ->required();
-  CLI::App* capture = app.add_subcommand(
-      "capture", "Record everything that generate reads from this computer in a new machine folder");
-  AddWizardOptions(*capture, options, more);
-  capture->add_option("--to", options.captureTo, "The folder to create; it must be new or empty")
+  CLI::App* capture =
+      AddCommand(app, "capture", "Record what generate reads from here in a new machine folder",
+                 R"(capture C:\Src\Demo.vbp --to D:\machine)");
+  AddWizardOptions(*capture, options, given);
+  AddPath(*capture, "--to", options.captureTo, "The folder to create; it must be new or empty")
       ->type_name("DIR")
-      ->check(RefuseEmpty)
       ->required();
-  CLI::App* check = app.add_subcommand(
-      "check", "Compare a setup project with what generate would make now; writes nothing");
-  AddWizardOptions(*check, options, more);
-  check
-      ->add_option("SETUP", options.setup,
-                   "The folder of the setup project or its .bxp file, as a path of either kind")
-      ->required();
-  inspect->add_option("FILE", options.files, "The files")->required();
+  CLI::App* check = AddCommand(app, "check", "Compare a setup project with what generate would make",
+                               R"(check Demo.vbp "C:\My Setups\Demo-1" --machine build/machine)",
+                               std::string("Exit code 4 also says that the setup project differs.\n") + kRun);
+  AddWizardOptions(*check, options, given);
+  AddPath(*check, "SETUP", options.setup, "The folder of the setup project, or its .bxp file")->required();
+  AddPath(*inspect, "FILE", options.files, "The files")->required();
   inspect->add_flag("--json", options.json, "Print one JSON document");
 }
 
-void AddMachineCommands(CLI::App& app, Options& options, WizardOptions& more) {
-  CLI::App* machine = app.add_subcommand("machine", "Make, fill and check machine folders");
+void AddMachineCommands(CLI::App& app, Options& options, GivenOptions& given) {
+  CLI::App* machine =
+      AddCommand(app, "machine", "Make, fill and check machine folders", "machine new build/machine", kNoRun);
   machine->require_subcommand(1);
-  machine->add_subcommand("new", "Make a machine folder with default contents")
-      ->add_option("DIR", options.newMachine, "The folder to create; it must be new or empty")
-      ->check(RefuseEmpty)
+  CLI::App* make = AddCommand(*machine, "new", "Make a machine folder with default contents",
+                              "machine new build/machine", kNoRun);
+  AddPath(*make, "DIR", options.newMachine, "The folder to create; it must be new or empty")->required();
+  CLI::App* enter =
+      AddCommand(*machine, "register", "Enter files' type libraries into a machine folder's registry",
+                 R"(machine register build/machine "C:\Components")", kNoRun);
+  AddPath(*enter, "DIR", options.machine, "The machine folder")->required();
+  AddDriveOption(*enter, given);
+  AddPath(*enter, "PATH", options.components, "Files, and folders with all below, in the machine's drives")
       ->required();
-  CLI::App* enter = machine->add_subcommand(
-      "register", "Enter the type libraries of files into the registry of a machine folder");
-  enter->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
-  AddDriveOption(*enter, more);
-  enter
-      ->add_option("PATH", options.components,
-                   "Files, and folders with all below, in the machine folder's drives")
-      ->check(RefuseEmpty)
-      ->required();
-  CLI::App* check = machine->add_subcommand("check", "Say what a run on a machine folder would trip over");
-  check->add_option("DIR", options.machine, "The machine folder")->check(RefuseEmpty)->required();
-  AddDriveOption(*check, more);
+  CLI::App* check = AddCommand(*machine, "check", "Say what a run on a machine folder would trip over",
+                               "machine check build/machine --drive P=checkout", kNoRun);
+  AddPath(*check, "DIR", options.machine, "The machine folder")->required();
+  AddDriveOption(*check, given);
   for (CLI::App* command : machine->get_subcommands({}))
     command->add_flag("--json", options.json, "Print one JSON document");
 }
@@ -245,7 +194,7 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
   app.set_version_flag("--version", kVersion);
   app.allow_windows_style_options(false);  // a path of another system may begin with a slash
   app.require_subcommand(1);
-  app.footer(kFooter);
+  app.footer(std::string("bxvbwiz COMMAND --help shows the options of a command.\n\n") + kRun);
   const auto describe = [&app](const std::string& kind) {
     std::cout << Describe(app, kind);
     throw CLI::Success();
@@ -255,23 +204,29 @@ std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& opti
       ->type_name("WHAT")
       ->check(CLI::IsMember(std::vector<std::string>(std::begin(kDescriptions), std::end(kDescriptions))))
       ->trigger_on_parse();
-  WizardOptions more;
-  AddProjectCommands(app, options, more);
-  AddMachineCommands(app, options, more);
-  for (CLI::App* command : app.get_subcommands({})) command->fallthrough();  // --version after a command
-  std::reverse(arguments.begin(), arguments.end());  // the order that the parser wants
+  GivenOptions given;
+  AddProjectCommands(app, options, given);
+  AddMachineCommands(app, options, given);
   try {
-    RefuseEmptyTexts(arguments);
-    app.parse(std::vector<std::string>(arguments));
-    TakeAnswers(more, options);
-    TakeDrives(more, options);
+    std::vector<std::string> words = Arranged(app, arguments);
+    std::reverse(words.begin(), words.end());  // the order that the parser wants
+    app.parse(std::move(words));
+    TakeAnswers(given.answers, options.answers);
+    TakeDrives(given.drives, options.drives);
+    if (given.yes) options.yesNo = Button::Yes;
+    if (given.no) options.yesNo = Button::No;
     if (options.html == "-" && options.json)
       throw CLI::ValidationError("--html", "--json has standard output, too");
     // Not by the parser, which would let the variable overrule one command's option with another's.
     if (options.machine.empty()) options.machine = EnvironmentText("BXVBWIZ_MACHINE");
   } catch (const CLI::ParseError& error) {
-    if (app.exit(error) == 0) return kExitFinished;
-    KeepError(arguments, error.what(), options);
+    // The parser names unexpected words from the last to the first.
+    const std::string text =
+        error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)
+            ? TokenReplace(CompiledText(TextId::NotExpected), {Joined(app.remaining(true))})
+            : error.what();
+    if (app.exit(CLI::Error(error.get_name(), text, error.get_exit_code())) == 0) return kExitFinished;
+    KeepError(arguments, text, options);
     return kExitUsage;
   }
   options.command = CommandOf(app);

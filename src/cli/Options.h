@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "support/User.h"
+#include "cli/OptionValues.h"
 
 namespace bxvbwiz {
 
@@ -46,7 +46,7 @@ struct Options {
   std::optional<std::string> appVersion;
   bool skipInfo = false;
   bool rebuild = false;
-  std::map<TextId, Button> answers;
+  Answers answers;
   std::optional<Button> yesNo;  // to every other Yes/No question
   bool strict = false;
   bool json = false;

@@ -69,7 +69,4 @@ struct Inspection {
   std::string reason;  // why it is not an executable
 };
 
-// "ok", "yes", ...
-const char* NameOfButton(Button button);
-
 }  // namespace bxvbwiz

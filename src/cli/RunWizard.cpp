@@ -380,7 +380,7 @@ int RunWizardOn(const Options& options, Computer& computer) {
   const std::string project = computer.ProjectPath(options.project);
   if (project.empty()) {
     Outcome outcome;
-    Tell(outcome, TokenReplace(strings.Text(TextId::OutsideTheDrives), {options.project, options.machine}));
+    Tell(outcome, TextOf(strings, WhyNotThere(options.project, options.machine)));
     Show(options, outcome, strings, kExitProject);
     return kExitProject;
   }

@@ -23,6 +23,8 @@ std::vector<std::string> FilesOf(const std::string& argument);
 
 // Clears the terminal's line on which standard error stands, and goes to its beginning.
 void ClearLine();
+// Whether the terminal can do that, and does not only add lines.
+bool CanClearLine();
 
 // From now on the first Ctrl-C is only noted; the second one ends the program.
 void NoteInterrupts();

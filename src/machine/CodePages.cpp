@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -29,8 +30,21 @@ bool IsLetterOrDigit(char32_t character) {
   return raisedDigit || host::IsLetterOrDigit(character);
 }
 
+class MachineCodePage : public CodePage {
+ public:
+  std::string DecodeAs(int number, std::string_view bytes) const override {
+    std::unique_ptr<CodePage>& other = others_[number];
+    if (other == nullptr) other = MakeCodePage(number);
+    return other == nullptr ? std::string() : other->Decode(bytes);
+  }
+
+ private:
+  mutable std::map<int, std::unique_ptr<CodePage>>
+      others_;  // those that were asked for; some take long to make
+};
+
 // What all code pages except UTF-8 share: the way through a text, with long steps over ASCII.
-class TableCodePage : public CodePage {
+class TableCodePage : public MachineCodePage {
  public:
   explicit TableCodePage(int number) : number_(number) {}
   int Number() const override { return number_; }
@@ -158,7 +172,7 @@ class DoubleByteCodePage : public TableCodePage {
   std::vector<std::uint16_t> codes_;  // by character
 };
 
-class Utf8CodePage : public CodePage {
+class Utf8CodePage : public MachineCodePage {
  public:
   std::string Decode(std::string_view bytes) const override {
     const std::size_t ascii = AsciiPrefix(bytes);

@@ -57,6 +57,8 @@ class CodePage {
   virtual bool IsAlphaNumeric(char32_t character) const = 0;
   // GetACP: its number, as 1252.
   virtual int Number() const = 0;
+  // MultiByteToWideChar with the code page of that number; empty when the system does not know it.
+  virtual std::string DecodeAs(int number, std::string_view bytes) const = 0;
 };
 
 // The texts that the user sees (LoadStringA on the module's resources).

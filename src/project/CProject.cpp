@@ -3,6 +3,7 @@
 #include <array>
 
 #include "project/basDependency.h"
+#include "project/OtherCodePage.h"
 #include "project/TypeLibrary.h"
 #include "support/basFile.h"
 #include "support/basLogging.h"
@@ -135,6 +136,7 @@ void CProject::SetFileName(const std::string& fileName) {
     }
     CheckSystem(found, fileName);
     ReadFacts(bytes);
+    IsMisread = TellOtherCodePage(context_.platform, fileName_, bytes);
     const std::string extension = OutputExtension(ProjectType);
     if (ExeName.empty() && !extension.empty()) ExeName = ParsePath(fileName, PathPart::Title) + extension;
     // Without a name the look-up would give any file of the folder.

@@ -49,6 +49,7 @@ class CProject {
   std::int64_t Version = 0;      // never filled by the reader
   std::int16_t ProjectType = 0;  // a PT... constant; 0 without a type line
   bool ReadsUnbuilt = false;     // whether the members are read although the output was not found
+  bool IsMisread = false;        // files are missing only because their names are in another code page
   bool NeedsRebuild = false;     // the output was not found; only ever set by the reader, never cleared
 
   CForms& Forms() { return forms_; }

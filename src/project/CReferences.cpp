@@ -70,8 +70,9 @@ bool CReference::ContinueWithoutFile(bool dataAccess) {
     ShowMissingLibrary(context_, lookup_, library);
     return false;
   }
-  if (ShowLibraryMessage(context_, TextId::DataAccessVersionUnsupported, kStyleExclamation | kStyleYesNo,
-                         library) == Button::Yes) {
+  constexpr TextId kQuestion = TextId::DataAccessVersionUnsupported;
+  if (ShowLibraryMessage(context_, kQuestion, FindQuestion(kQuestion)->style, library, "",
+                         lookup_.fileName) == Button::Yes) {
     return true;
   }
   ADO = RDO = DAO = false;

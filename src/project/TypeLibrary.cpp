@@ -107,7 +107,8 @@ bool TakeVersion(AnalysisContext& context, Key& library, LibraryLookup& lookup) 
   }
   const StringTable& strings = context.platform.strings;
   if (search == VersionSearch::Higher &&
-      ShowLibraryMessage(context, TextId::OtherVersionInstalled, kStyleYesNo, lookup.fileName,
+      ShowLibraryMessage(context, TextId::OtherVersionInstalled,
+                         FindQuestion(TextId::OtherVersionInstalled)->style, lookup.fileName,
                          AskedFor(strings, lookup)) != Button::Yes) {
     AddFinding(FindingId::LibraryVersionRefused,
                {lookup.fileName, OrNone(strings, lookup.version), Joined(lookup.registered)});
@@ -173,10 +174,11 @@ bool IsHigherVersion(std::string_view version, std::string_view other) {
 }
 
 Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library,
-                          const std::string& more) {
+                          const std::string& more, const std::string& component) {
   Message message;
   message.number = number;
   message.style = style;
+  message.component = component.empty() ? library : component;
   message.text = TokenReplace(context.platform.strings.Text(number), {library});
   if (!more.empty()) message.text += "\r\n" + more;
   return context.user.ShowMessage(message);

@@ -29,9 +29,10 @@ LibrarySearch FindLibraryFile(AnalysisContext& context, LibraryLookup& lookup, s
 // Shows that the setup will lack the library; `library` is its name as the user knows it.
 void ShowMissingLibrary(AnalysisContext& context, const LibraryLookup& lookup, const std::string& library);
 
-// Shows a message with its "%%1" filled, and `more` on a line of its own.
+// Shows a message with its "%%1" filled, and `more` on a line of its own. `component` is the library's file
+// name, when `library` is not.
 Button ShowLibraryMessage(AnalysisContext& context, TextId number, int style, const std::string& library,
-                          const std::string& more = {});
+                          const std::string& more = {}, const std::string& component = {});
 
 // Fills the facts of the library's file and reads what it needs. Gives its .dep file, empty when there is
 // none.

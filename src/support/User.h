@@ -17,11 +17,31 @@ constexpr int kStyleInformation = 64;
 // What was pressed in a message box, as ID* in winuser.h.
 enum class Button { Ok = 1, Cancel = 2, Retry = 4, Yes = 6, No = 7 };
 
+// A message with more than one button.
+struct UserQuestion {
+  TextId number;
+  int style;          // as of Message
+  bool ofAComponent;  // asked of each component by itself
+};
+constexpr UserQuestion kQuestions[] = {
+    {TextId::UnexpectedError, kStyleRetryCancel, false},
+    {TextId::DataAccessVersionUnsupported, kStyleExclamation | kStyleYesNo, true},
+    {TextId::ContinueWithoutRebuild, kStyleYesNo, false},
+    {TextId::OtherVersionInstalled, kStyleYesNo, true}};
+// Null for a message that has nothing to answer.
+constexpr const UserQuestion* FindQuestion(TextId number) {
+  for (const UserQuestion& question : kQuestions) {
+    if (question.number == number) return &question;
+  }
+  return nullptr;
+}
+
 struct Message {
   TextId number{};  // of its text
   int style = 0;    // icon + buttons, the constants above
   std::string text;
-  std::string detail;  // what went wrong in detail; for the log and the command line, not for the box
+  std::string detail;          // what went wrong in detail; for the log and the command line, not for the box
+  std::string component = {};  // the file name of the one that a question is asked of
 };
 
 enum class Pointer { Default = 0, Hourglass = 11 };

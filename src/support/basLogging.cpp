@@ -91,7 +91,8 @@ void ReportError(std::string_view routine, const RuntimeError& error) {
   const std::string text =
       TokenReplace(currentSession->platform().strings.Text(TextId::UnexpectedError), {argument});
   User& user = *currentSession->user;
-  if (user.ShowMessage({TextId::UnexpectedError, kStyleRetryCancel, text, {}}) != Button::Retry)
+  if (user.ShowMessage({TextId::UnexpectedError, FindQuestion(TextId::UnexpectedError)->style, text, {}}) !=
+      Button::Retry)
     CancelWizard(user);
 }
 

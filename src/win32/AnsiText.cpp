@@ -16,11 +16,14 @@ bool IsAscii(std::string_view text) {
 }  // namespace
 
 std::string FromAnsi(std::string_view bytes) {
-  if (IsAscii(bytes)) return std::string(bytes);
+  return IsAscii(bytes) ? std::string(bytes) : FromCodePage(CP_ACP, bytes);
+}
+
+std::string FromCodePage(unsigned number, std::string_view bytes) {
   const int size = static_cast<int>(bytes.size());
-  const int length = MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, nullptr, 0);
+  const int length = MultiByteToWideChar(number, 0, bytes.data(), size, nullptr, 0);
   std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide.data(), length);
+  MultiByteToWideChar(number, 0, bytes.data(), size, wide.data(), length);
   return Narrow(wide);
 }
 

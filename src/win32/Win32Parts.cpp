@@ -147,4 +147,8 @@ int Win32CodePage::Number() const {
   return static_cast<int>(GetACP());
 }
 
+std::string Win32CodePage::DecodeAs(int number, std::string_view bytes) const {
+  return FromCodePage(static_cast<unsigned>(number), bytes);
+}
+
 }  // namespace bxvbwiz

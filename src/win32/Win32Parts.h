@@ -58,6 +58,7 @@ class Win32CodePage : public CodePage {
   std::string Encode(std::string_view text) const override;
   bool IsAlphaNumeric(char32_t character) const override;
   int Number() const override;
+  std::string DecodeAs(int number, std::string_view bytes) const override;
 };
 
 }  // namespace bxvbwiz

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Runs bxvbwiz on a pseudo terminal: names in other scripts are shown whole, and Ctrl-C ends a run.
+"""Runs bxvbwiz on a pseudo terminal: names in other scripts are shown whole, progress suits the
+terminal, and Ctrl-C ends a run.
 usage: terminal_test.py BXVBWIZ MAKEPE"""
 
 import os
@@ -19,11 +20,11 @@ run = [os.path.join(scripts, 'wine.sh'), program] if program.endswith('.exe') el
 identifier = '{11111111-2222-3333-4444-555555555555}'
 
 
-def on_terminal(arguments, prompt=None, keys=b''):
+def on_terminal(arguments, prompt=None, keys=b'', terminal_kind='xterm'):
     """Runs the program, types the keys when the prompt is there, and gives its exit code and what was shown."""
     process, terminal = pty.fork()
     if process == 0:
-        os.environ.update(LC_ALL='C.UTF-8', TERM='xterm')
+        os.environ.update(LC_ALL='C.UTF-8', TERM=terminal_kind)
         os.execvp(run[0], run + arguments)
     signal.signal(signal.SIGALRM, lambda *_: os.kill(process, signal.SIGKILL))
     signal.alarm(50)
@@ -41,7 +42,8 @@ def on_terminal(arguments, prompt=None, keys=b''):
             break
         shown += part
     code = os.waitstatus_to_exitcode(os.waitpid(process, 0)[1])
-    return code, re.sub(r'\x1b\[[0-9;?]*[A-Za-z]|\r', '', shown.decode(errors='replace'))
+    text = shown.decode(errors='replace')
+    return code, text if terminal_kind == 'dumb' else re.sub(r'\x1b\[[0-9;?]*[A-Za-z]|\r', '', text)
 
 
 folder = tempfile.mkdtemp()
@@ -64,8 +66,13 @@ try:
 
     code, shown = on_terminal(['analyse', project, '--no'])
     assert code == 0 and '日本語\n├─ Forms\n' in shown, (code, shown)
+    code, shown = on_terminal(['generate', project, '--no'])
+    assert code == 0 and 'Copying Files... [#' in shown, (code, shown)
+    if not program.endswith('.exe'):
+        code, shown = on_terminal(['generate', project, '--no'], terminal_kind='dumb')
+        assert code == 0 and '\x1b' not in shown and shown.count('\nCopying Files...\r\n') == 1, (code, shown)
     # Other than Windows, Wine goes on waiting for the line.
-    code, shown = on_terminal(['analyse', project], b'yes/no', b'\x03\r')
+    code, shown = on_terminal(['analyse', project], b'1095 [yes/no] ', b'\x03\r')
     assert code == 1 and 'interrupted\n' in shown and 'ended without finishing' in shown, (code, shown)
 finally:
     shutil.rmtree(folder)

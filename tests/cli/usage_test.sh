@@ -32,7 +32,21 @@ Unchanged() {  # Unchanged RULE
 # ---- usage
 Expect "the version is printed" 0 "bxvbwiz " --version
 Expect "help names every command" 0 "inspect" --help
-Expect "no command is wrong usage" 2 "required"
+for words in "" "help" "/?" "machine -?" "analyse" "explain" "generate" "check" "capture" "inspect" "machine new" "machine register" \
+  "machine check"; do
+  Expect "help is printed: $words" 0 "Exit codes: 0" $words --help
+  [ "$(wc -L <output)" -le 100 ] || Fail "the help of \"$words\" is at most 100 columns wide"
+  [[ $words != [a-z]* || $words == help ]] || grep -q '^Example: bxvbwiz ' output || Fail "the help of \"$words\" has an example"
+done
+Expect "no command is wrong usage" 2 "A command is missing" --json
+Expect "a command that is nearly right is suggested" 2 "There is no command 'analise'. Did you mean 'analyse'?" analise X
+Expect "the commands are named" 2 "There are: new, register, check." machine list
+Expect "an option that is nearly right is suggested" 2 "has no option '--jason'. Did you mean '--json'?" --jason analyse X
+Expect "an option is of its command" 2 "bxvbwiz inspect has no option '--rebuild'." --rebuild inspect X
+Expect "unexpected words keep their order" 2 "Not expected: c, d." explain a.vbp b c d
+Expect "options may precede the command" 1 '"command": "inspect"' --json inspect none.dll
+Expect "a path may be in quotes" 2 "none: the machine folder" analyze x.vbp --machine '"none"'
+Expect "a name may be that of a command" 2 "none" explain x.vbp check --machine none
 Expect "a project is required" 2 "PROJECT" generate
 Expect "an explanation needs a name" 2 "NAME" explain x.vbp
 Expect "an empty name is wrong usage" 2 "empty" explain x.vbp ''
@@ -41,12 +55,15 @@ Expect "an unknown option is wrong usage" 2 "--colour" analyse x.vbp --colour
 Expect "--yes and --no exclude each other" 2 "excludes" analyse x.vbp --yes --no
 Expect "--quiet and --verbose exclude each other" 2 "excludes" analyse x.vbp --quiet --verbose
 Expect "standard output is for one of both" 2 "--html" analyse x.vbp --html - --json
-Expect "an answer names a message that exists" 2 "the number 9" analyse x.vbp --answer 9=ok
-Expect "a message has one answer" 2 "already has an answer" analyse x.vbp --answer 1095=yes --answer 1095=no
+Expect "an answer is one to a question" 2 "the questions are 2, 1037, 1091, 1095" analyse x.vbp --answer 1046=ok
+Expect "an answer is a button of the question" 2 "only retry/cancel" analyse x.vbp --answer 2=yes
+Expect "an answer names a component" 2 "not the number" analyse x.vbp --answer 1095:=yes
+Expect "a question may have no component" 2 "not about a component" analyse x.vbp --answer 1091:a.ocx=yes
+Expect "a message has one answer" 2 "already has an answer" analyse x.vbp --answer 1095:A.ocx=yes --answer 1095:a.OCX=NO
 Expect "a text is one line" 2 "control character" analyse x.vbp --app-type $'a\nGUID=b'
 Expect "an empty text is wrong usage" 2 "empty" analyse x.vbp --company ''
 for words in "machine new" "machine check" "machine register machine" "analyse" "generate x.vbp --machine" \
-  "capture x.vbp --to"; do
+  "capture x.vbp --to" "check x.vbp" "inspect"; do
   Expect "an empty name is wrong usage: $words" 2 "empty" $words ''
 done
 Expect "a drive has a letter" 2 "a drive's letter" analyse x.vbp --drive 1=.
@@ -84,6 +101,7 @@ Expect "a compiler that is asked for is missed" 1 "_BxVbErr.txt" analyse 'C:\Src
 Expect "an unknown name is no success" 1 "does not ask for Gene.ocx" explain "$project" Gene.ocx
 Expect "a library is explained by its identifier" 0 "Not in the setup" explain "$project" 11111111-2222-3333-4444-555555555555
 Expect "a project outside the machine" 3 "--drive" generate "$work/messages"
+Expect "a misspelt project" 3 "There is no file Dmo.vbp." generate Dmo.vbp
 Expect "a failed run is one JSON document, too" 3 '"finished": false' generate "$work/messages" --json
 Expect "a refused application name without the page" 2 "illegal" generate "$project" --app-name 'Desk: 2' --skip-info
 Expect "a refused company" 2 "illegal" generate "$project" --company 'A/B' --skip-info

@@ -34,6 +34,11 @@ void ClearLine() {
   std::cerr << "\r\x1b[K" << std::flush;
 }
 
+bool CanClearLine() {
+  const std::string kind = EnvironmentText("TERM");
+  return !kind.empty() && kind != "dumb";
+}
+
 void NoteInterrupts() {
   struct sigaction action = {};
   action.sa_handler = [](int) { wasInterrupted = 1; };

@@ -151,6 +151,10 @@ void ClearLine() {
   SetConsoleCursorPosition(console, line);
 }
 
+bool CanClearLine() {
+  return true;
+}
+
 void NoteInterrupts() {
   SetConsoleCtrlHandler(NoteInterrupt, TRUE);
 }
