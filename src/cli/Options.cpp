@@ -104,11 +104,14 @@ void AddDriveOption(CLI::App& command, WizardOptions& more) {
       ->allow_extra_args(false);
 }
 
-void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) {
+// `most` is how many projects the command takes; -1 for any number.
+void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more, int most) {
   command
-      .add_option(
-          "PROJECT", options.project,
-          "The .vbp file: a Windows path on that machine, or a path of this computer in one of its drives")
+      .add_option("PROJECT", options.projects,
+                  std::string("The .vbp file") + (most < 0 ? ", or a .vbg for its projects" : "") +
+                      ": a Windows path on that machine, or a path of this computer in one of its drives")
+      ->expected(most)
+      ->allow_extra_args(most < 0)  // or the next argument would be a project as well
       ->check(RefuseEmpty)
       ->required();
   command
@@ -120,7 +123,9 @@ void AddWizardOptions(CLI::App& command, Options& options, WizardOptions& more) 
   command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
   command.add_option("--app-version", options.appVersion, "The application version")->check(CheckLine);
   command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
-  command.add_flag("--rebuild", options.rebuild, "Compile the project first");
+  auto* rebuild = command.add_flag("--rebuild", options.rebuild, "Compile the project first");
+  command.add_flag("--no-rebuild", options.noRebuild, "Never compile; read the project as if it were built")
+      ->excludes(rebuild);
   command.add_option("--answer", more.answers,
                      "Answer a message: its number, '=' and a button (repeatable)")
       ->type_name("N=BUTTON")
@@ -169,9 +174,9 @@ void AddProjectCommands(CLI::App& app, Options& options, WizardOptions& more) {
       "explain", "Tell why a file is in the setup, or is not: who asks for it and what decided its facts");
   CLI::App* inspect =
       app.add_subcommand("inspect", "Show format, imports, exports and register code of executables");
-  AddWizardOptions(*analyse, options, more);
-  AddWizardOptions(*generate, options, more);
-  AddWizardOptions(*explain, options, more);
+  AddWizardOptions(*analyse, options, more, -1);
+  AddWizardOptions(*generate, options, more, -1);
+  AddWizardOptions(*explain, options, more, 1);
   for (CLI::App* command : {analyse, generate}) {
     command
         ->add_option(
@@ -185,14 +190,14 @@ void AddProjectCommands(CLI::App& app, Options& options, WizardOptions& more) {
       ->required();
   CLI::App* capture = app.add_subcommand(
       "capture", "Record everything that generate reads from this computer in a new machine folder");
-  AddWizardOptions(*capture, options, more);
+  AddWizardOptions(*capture, options, more, -1);
   capture->add_option("--to", options.captureTo, "The folder to create; it must be new or empty")
       ->type_name("DIR")
       ->check(RefuseEmpty)
       ->required();
   CLI::App* check = app.add_subcommand(
       "check", "Compare a setup project with what generate would make now; writes nothing");
-  AddWizardOptions(*check, options, more);
+  AddWizardOptions(*check, options, more, 1);
   check
       ->add_option("SETUP", options.setup,
                    "The folder of the setup project or its .bxp file, as a path of either kind")
