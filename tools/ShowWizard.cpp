@@ -67,7 +67,7 @@ class Drive {
 
   // Gives the exit code, unless it is the form's to give.
   int Go() {
-    driver_.SetText("&Visual Basic Project File (*.vbp)", options_.project);
+    driver_.SetText("&Visual Basic Project File (*.vbp)", options_.projects.front());
     if (options_.rebuild) driver_.Click("&Rebuild the Project");
     int code = Leave("Welcome", "&Next>", "welcome");
     if (code == kExitFinished && !options_.skipInfo) {
@@ -170,7 +170,7 @@ int Show(const Options& options, int panel) try {
   const SessionScope scope(core.session());
   SubMain(host);
   Application app(host);
-  app.Project = options.project;
+  app.Project = options.projects.front();
   if (options.skipInfo) app.AppName = options.appName.value_or("");
   app.ShowPage2 = !options.skipInfo;
   if (panel != kPanelWelcome) {

@@ -5,6 +5,7 @@
 
 #include "cli/Commands.h"
 #include "cli/MachineCopy.h"
+#include "cli/ProjectList.h"
 #include "cli/ScratchComputer.h"
 #include "project/basGlobal.h"
 #include "support/basFile.h"
@@ -149,6 +150,8 @@ class Recording : public Recorder {
 
   void Write(const std::string& path, std::string_view bytes, bool isContent) {
     captured_.AddFolder(FolderOf(path));
+    // An earlier run may have stored it as read-only.
+    files_.SetAttributes(path, kAttributeNormal);
     const bool isWritten = files_.Write(path, bytes, WriteMode::Create) == SystemError::Success;
     isKnown_[UpperCase(path)] = isContent || !isWritten;
     if (!isWritten) notCaptured_.push_back(path);
@@ -178,14 +181,18 @@ int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   const int code = run(options, *scratch);
   for (const std::string& path : recording.NotCaptured())
     std::cerr << "bxvbwiz: " << path << " cannot be kept in a machine folder\n";
-  if (code != kExitFinished && code != kExitIncomplete) {
+  // Of a list, what cannot be packaged does not count: it cannot be packaged there either.
+  const bool isList = code == kExitProject && NamesList(options);
+  if (code != kExitFinished && code != kExitIncomplete && !isList) {
     std::cerr << "bxvbwiz: the machine folder " << options.captureTo << " is incomplete\n";
     return code;
   }
   if (!options.json && !options.quiet) {
     std::cout << "Captured " << recording.FileCount() << " files in the machine folder " << options.captureTo
-              << ". On another computer, run: bxvbwiz generate \"" << computer.ProjectPath(options.project)
-              << "\" --machine " << options.captureTo << '\n';
+              << ". On another computer, run: bxvbwiz generate";
+    for (const std::string& project : options.projects)
+      std::cout << " \"" << computer.ProjectPath(project) << '"';
+    std::cout << " --machine " << options.captureTo << '\n';
   }
   return scratch->ExitCode(code);
 }

@@ -33,6 +33,7 @@ class MachineFolder : public Computer {
   }
   void MakeFolder(const std::string& windowsPath) override { machine_.MakeFolder(windowsPath); }
   std::string HostPath(const std::string& windowsPath) override { return machine_.HostPath(windowsPath); }
+  void RegisterProgram(const std::string& path) override { EnterForThisRun(platform(), path); }
   void Save() override { machine_.Save(); }
   std::vector<Finding> Found() const override {
     std::vector<Finding> found;

@@ -27,6 +27,9 @@ class Computer {
   virtual void MakeFolder(const std::string& windowsPath) = 0;
   // The path on this computer of a Windows path of the machine.
   virtual std::string HostPath(const std::string& windowsPath) = 0;
+  // Makes the libraries of a program known to the runs that follow, and stores nothing. On a real machine the
+  // compiler has registered them. Throws MachineError.
+  virtual void RegisterProgram(const std::string& /*windowsPath*/) {}
   // Stores what a run changed. Throws MachineError.
   virtual void Save() = 0;
   // The program's exit code after a run that ended with `code`.
@@ -45,6 +48,10 @@ Sentence WhyNotThere(const std::string& path, const std::string& machineFolder);
 // computer that stand for drives. Throws MachineError.
 std::unique_ptr<Computer> OpenMachineFolder(const std::string& folder,
                                             const std::map<char, std::string>& drives);
+
+// Enters the type libraries of the file `path` into the registry of a machine folder until the folder is
+// opened again. Keys that are there stay. Throws MachineError.
+void EnterForThisRun(Platform& platform, const std::string& path);
 
 // Null when this computer does not run Windows. Each system has its own implementation.
 std::unique_ptr<Computer> OpenThisComputer();

@@ -182,14 +182,15 @@ class Writer {
 };
 
 // Prints a document of these parts. A text that is not valid UTF-8 must not spoil it.
-void Print(Command command, int code, const std::string& error, const Json& parts) {
+void Print(Command command, int code, const std::string& error, const Json& parts,
+           std::ostream& out = std::cout) {
   Json document = {{"schema", "bxvbwiz/2"},
                    {"command", NameOf(command)},
                    {"version", BXVBWIZ_VERSION},
                    {"exitCode", code},
                    {"error", error}};
   document.update(parts);
-  std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+  out << document.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
 }  // namespace
@@ -234,8 +235,9 @@ Json PartsOf(const Options& options, const Outcome& outcome, const StringTable& 
   return parts;
 }
 
-void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code) {
-  Print(options.command, code, outcome.error, PartsOf(options, outcome, strings));
+void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code,
+               std::ostream& out) {
+  Print(options.command, code, outcome.error, PartsOf(options, outcome, strings), out);
 }
 
 void PrintJson(const Options& options, const std::string& error, int code) {
@@ -243,7 +245,13 @@ void PrintJson(const Options& options, const std::string& error, int code) {
   if (StartsWith(NameOf(options.command), "machine")) return PrintJson(options, "", error, code);
   Outcome outcome;
   outcome.error = error;
-  PrintJson(options, outcome, CompiledStringTable(), code);
+  PrintJson(options, outcome, CompiledStringTable(), code, std::cout);
+}
+
+void PrintJson(Command command, const std::vector<std::string>& documents, int code) {
+  Json projects = Json::array();
+  for (const std::string& document : documents) projects.push_back(Json::parse(document));
+  Print(command, code, "", {{"projects", std::move(projects)}});
 }
 
 void PrintJson(const Options& options, const std::string& lines, const std::string& error, int code) {

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "cli/Commands.h"
+#include "cli/Computer.h"
 #include "cli/FileSource.h"
 #include "machine/Machine.h"
 #include "machine/MachineError.h"
@@ -31,16 +32,38 @@ std::string ClassText(Registry& registry, const std::string& path) {
   return value == nullptr ? "" : value->Text();
 }
 
-// Writes it, unless it is there already. Throws MachineError.
-void SetClassText(Registry& registry, const std::string& path, const std::string& text) {
+// Writes it, unless it is there already; a volatile key only where there is none. Throws MachineError.
+void SetClassText(Registry& registry, const std::string& path, const std::string& text,
+                  std::uint32_t options) {
   if (!text.empty() && ClassText(registry, path) == text) return;
+  const auto root = Key::Root(registry, kHKeyClassesRoot);
+  if (options == kRegOptionVolatile && root->OpenSubKeyForReading(path) != nullptr) return;
   RegistryHandle key = 0;
-  SystemError error = registry.CreateKey(kHKeyClassesRoot, path, 0, kKeyAllAccess, key);
+  SystemError error = registry.CreateKey(kHKeyClassesRoot, path, options, kKeyAllAccess, key);
   if (error == SystemError::Success) {
     error = registry.SetValue(key, "", {kRegSz, text + '\0'});
     registry.CloseKey(key);
   }
   if (error != SystemError::Success) throw MachineError("the registry key " + path + " cannot be written");
+}
+
+// The path by which the registry names a library of a file; the first resource needs no number.
+std::string RegisteredPath(const std::string& path, const TypeLibraryFacts& library) {
+  return library.resource > 1 ? path + "\\" + std::to_string(library.resource) : path;
+}
+
+// Writes what registering a library writes, and gives the path that was registered before. `options` are
+// those of new keys. Throws MachineError.
+std::string Enter(Registry& registry, const std::string& path, const TypeLibraryFacts& library,
+                  std::uint32_t options) {
+  const std::string key = "TypeLib\\" + library.identifier + "\\" + library.version;
+  const std::string fileKey = key + "\\" + library.language + "\\win32";
+  std::string before = ClassText(registry, fileKey);
+  SetClassText(registry, key, library.description, options);
+  SetClassText(registry, key + "\\FLAGS", std::to_string(library.flags), options);
+  SetClassText(registry, fileKey, RegisteredPath(path, library), options);
+  SetClassText(registry, key + "\\HELPDIR", GetPathFolder(path), options);
+  return before;
 }
 
 class Registration {
@@ -113,15 +136,8 @@ class Registration {
   }
 
   void Register(const std::string& path, const TypeLibraryFacts& library) {
-    const std::string key = "TypeLib\\" + library.identifier + "\\" + library.version;
-    const std::string fileKey = key + "\\" + library.language + "\\win32";
-    // The first resource needs no number.
-    const std::string value = library.resource > 1 ? path + "\\" + std::to_string(library.resource) : path;
-    const std::string before = ClassText(registry_, fileKey);
-    SetClassText(registry_, key, library.description);
-    SetClassText(registry_, key + "\\FLAGS", std::to_string(library.flags));
-    SetClassText(registry_, fileKey, value);
-    SetClassText(registry_, key + "\\HELPDIR", GetPathFolder(path));
+    const std::string value = RegisteredPath(path, library);
+    const std::string before = Enter(registry_, path, library, kRegOptionNonVolatile);
     ++libraries_;
     out_ << value << ": " << library.identifier << " version " << library.version << ", "
          << (library.description.empty() ? "without a description" : library.description) << '\n';
@@ -139,6 +155,11 @@ class Registration {
 
 int RegisterComponents(const Options& options, std::ostream& out) {
   return Registration(options, out).Run();
+}
+
+void EnterForThisRun(Platform& platform, const std::string& path) {
+  for (const TypeLibraryFacts& library : ReadTypeLibraries(platform, path).libraries)
+    Enter(platform.registry, path, library, kRegOptionVolatile);
 }
 
 }  // namespace bxvbwiz

@@ -76,7 +76,7 @@ CLI::App* AddCommand(CLI::App& above, const char* name, const char* description,
 
 // An option or argument that holds a path.
 template <class Value>
-CLI::Option* AddPath(CLI::App& command, const char* name, Value& value, const char* description) {
+CLI::Option* AddPath(CLI::App& command, const char* name, Value& value, const std::string& description) {
   return command.add_option(name, value, description)->transform(CLI::Validator(TakePath, ""));
 }
 
@@ -88,9 +88,13 @@ void AddDriveOption(CLI::App& command, GivenOptions& given) {
       ->allow_extra_args(false);
 }
 
-void AddWizardOptions(CLI::App& command, Options& options, GivenOptions& given) {
-  AddPath(command, "PROJECT", options.project,
-          "The .vbp file: a Windows path, or one of this computer in a drive")
+// `most` is how many projects the command takes; -1 for any number.
+void AddWizardOptions(CLI::App& command, Options& options, GivenOptions& given, int most) {
+  AddPath(command, "PROJECT", options.projects,
+          std::string(most < 0 ? "Projects (.vbp) or groups of projects (.vbg)" : "The .vbp file") +
+              ", as paths of Windows or of this computer")
+      ->expected(most)
+      ->allow_extra_args(most < 0)  // or the next argument would be a project as well
       ->required();
   AddPath(command, "--machine", options.machine, "The machine folder to work on (default: $BXVBWIZ_MACHINE)");
   AddDriveOption(command, given);
@@ -99,7 +103,9 @@ void AddWizardOptions(CLI::App& command, Options& options, GivenOptions& given) 
   command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
   command.add_option("--app-version", options.appVersion, "The application version")->check(CheckLine);
   command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
-  command.add_flag("--rebuild", options.rebuild, "Compile the project first");
+  auto* rebuild = command.add_flag("--rebuild", options.rebuild, "Compile the project first");
+  command.add_flag("--no-rebuild", options.noRebuild, "Never compile; read the project as if it were built")
+      ->excludes(rebuild);
   command.add_option("--answer", given.answers,
                      "Answer question N, or N of the component NAME (repeatable)")
       ->type_name("N[:NAME]=BUTTON")
@@ -125,9 +131,9 @@ void AddProjectCommands(CLI::App& app, Options& options, GivenOptions& given) {
   CLI::App* inspect =
       AddCommand(app, "inspect", "Show format, imports, exports and register code of executables",
                  "inspect GRID.OCX *.dll --json", kNoRun);
-  AddWizardOptions(*analyse, options, given);
-  AddWizardOptions(*generate, options, given);
-  AddWizardOptions(*explain, options, given);
+  AddWizardOptions(*analyse, options, given, -1);
+  AddWizardOptions(*generate, options, given, -1);
+  AddWizardOptions(*explain, options, given, 1);
   for (CLI::App* command : {analyse, generate}) {
     AddPath(*command, "--html", options.html,
             "Write a page of trees, files and findings ('-': standard output)")
@@ -138,14 +144,14 @@ void AddProjectCommands(CLI::App& app, Options& options, GivenOptions& given) {
   CLI::App* capture =
       AddCommand(app, "capture", "Record what generate reads from here in a new machine folder",
                  R"(capture C:\Src\Demo.vbp --to D:\machine)");
-  AddWizardOptions(*capture, options, given);
+  AddWizardOptions(*capture, options, given, -1);
   AddPath(*capture, "--to", options.captureTo, "The folder to create; it must be new or empty")
       ->type_name("DIR")
       ->required();
   CLI::App* check = AddCommand(app, "check", "Compare a setup project with what generate would make",
                                R"(check Demo.vbp "C:\My Setups\Demo-1" --machine build/machine)",
                                std::string("Exit code 4 also says that the setup project differs.\n") + kRun);
-  AddWizardOptions(*check, options, given);
+  AddWizardOptions(*check, options, given, 1);
   AddPath(*check, "SETUP", options.setup, "The folder of the setup project, or its .bxp file")->required();
   AddPath(*inspect, "FILE", options.files, "The files")->required();
   inspect->add_flag("--json", options.json, "Print one JSON document");

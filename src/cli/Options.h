@@ -35,9 +35,9 @@ const char* NameOf(Command command);
 // The command line as the user gave it.
 struct Options {
   Command command = Command::Analyse;
-  std::string project;
-  std::string name;     // what explain explains
-  std::string machine;  // empty: this computer
+  std::vector<std::string> projects;  // and groups; one project of explain and check
+  std::string name;                   // what explain explains
+  std::string machine;                // empty: this computer
   // Folders of this computer that stand for drives of the machine, by letter in upper case.
   std::map<char, std::string> drives;
   std::optional<std::string> appName;
@@ -46,6 +46,7 @@ struct Options {
   std::optional<std::string> appVersion;
   bool skipInfo = false;
   bool rebuild = false;
+  bool noRebuild = false;
   Answers answers;
   std::optional<Button> yesNo;  // to every other Yes/No question
   bool strict = false;

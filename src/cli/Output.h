@@ -1,6 +1,7 @@
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
+#include <ostream>
 
 #include "cli/Options.h"
 #include "cli/Outcome.h"
@@ -15,8 +16,11 @@ void PrintText(const Inspection& inspection);
 
 // The parts of the JSON document of a run.
 nlohmann::ordered_json PartsOf(const Options& options, const Outcome& outcome, const StringTable& strings);
-// Prints the JSON document of a run; `code` is the exit code.
-void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code);
+// Prints the JSON document of a run on `out`; `code` is the exit code.
+void PrintJson(const Options& options, const Outcome& outcome, const StringTable& strings, int code,
+               std::ostream& out);
+// Prints the document of a list of projects from the documents of their runs.
+void PrintJson(Command command, const std::vector<std::string>& documents, int code);
 // Prints the document of a command that could not begin or go on: wrong usage, no machine to work on.
 void PrintJson(const Options& options, const std::string& error, int code);
 // Prints the document of a command of machine folders, which printed `lines`; `error` says why it failed.

@@ -142,6 +142,7 @@ class ScratchComputer : public Computer {
     if (makesFolders_) files_.MakeFolder(path);
   }
   std::string HostPath(const std::string&) override { return {}; }
+  void RegisterProgram(const std::string& path) override { source_.RegisterProgram(path); }
   void Save() override {
     if (recorder_ == nullptr) return;
     source_.Save();

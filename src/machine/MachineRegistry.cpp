@@ -59,7 +59,7 @@ SystemError MachineRegistry::CloseKey(RegistryHandle key) {
   return opened_.erase(key) != 0 ? SystemError::Success : SystemError::InvalidHandle;
 }
 
-SystemError MachineRegistry::CreateKey(RegistryHandle key, const std::string& path, std::uint32_t /*options*/,
+SystemError MachineRegistry::CreateKey(RegistryHandle key, const std::string& path, std::uint32_t options,
                                        std::uint32_t access, RegistryHandle& opened) {
   Node node = RegistryTree::kNone;
   if (const SystemError error = Resolve(key, 0, node); error != SystemError::Success) return error;
@@ -74,8 +74,12 @@ SystemError MachineRegistry::CreateKey(RegistryHandle key, const std::string& pa
     if (found == RegistryTree::kNone) {
       found = tree_.Add(node, tree_.Keep(child));
       sorted_.erase(node);
-      added_.push_back(found);
-      changed_ = true;
+      if (options == kRegOptionVolatile || volatile_.count(node) != 0) {
+        volatile_.insert(found);
+      } else {
+        added_.push_back(found);
+        changed_ = true;
+      }
     }
     node = found;
   }

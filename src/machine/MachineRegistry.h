@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "machine/MachineRegistryTree.h"
@@ -25,8 +26,8 @@ class MachineRegistry : public Registry {
   MachineRegistry(const MachineRegistry&) = delete;
   MachineRegistry& operator=(const MachineRegistry&) = delete;
 
-  // A key that was deleted while it was open gives FileNotFound. A name with a line break cannot be stored
-  // and gives InvalidName.
+  // A volatile key is left out of Text, with all below it. A key that was deleted while it was open gives
+  // FileNotFound. A name with a line break cannot be stored and gives InvalidName.
   SystemError OpenKey(RegistryHandle key, const std::string& path, std::uint32_t access,
                       RegistryHandle& opened) override;
   SystemError CloseKey(RegistryHandle key) override;
@@ -104,7 +105,8 @@ class MachineRegistry : public Registry {
   std::unordered_map<Node, Values> values_;             // of the keys whose values were asked for
   std::unordered_map<Node, std::vector<Node>> sorted_;  // subkeys of the keys that were listed
   std::unordered_map<RegistryHandle, OpenedKey> opened_;
-  RegistryHandle nextHandle_ = 4;                  // handles are multiples of four, as on Windows
+  RegistryHandle nextHandle_ = 4;  // handles are multiples of four, as on Windows
+  std::unordered_set<Node> volatile_;
   std::vector<Node> added_;                        // keys that need a new heading in the text
   std::unordered_map<Node, std::string> deleted_;  // the paths of deleted keys
   bool changed_ = false;

@@ -61,6 +61,7 @@ SystemError MachineRegistry::SetValue(RegistryHandle key, const std::string& nam
   value.data = wanted;
   value.isRead = value.changed = true;
   values.changed = true;
+  if (volatile_.count(node) != 0) return SystemError::Success;
   EnsureHeading(node);
   changed_ = true;
   return SystemError::Success;

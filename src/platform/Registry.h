@@ -45,6 +45,10 @@ constexpr std::uint32_t kKeyWrite = kKeySetValue | kKeyCreateSubKey | kReadContr
 // KEY_ALL_ACCESS but not needed here.
 constexpr std::uint32_t kKeyAllAccess = kKeyRead | kKeyWrite | kKeyCreateLink;
 
+// Options of CreateKey, as REG_OPTION_... in winnt.h. A volatile key is never stored.
+constexpr std::uint32_t kRegOptionNonVolatile = 0;
+constexpr std::uint32_t kRegOptionVolatile = 1;
+
 // Types of a value's data, as REG_... in winnt.h.
 constexpr std::uint32_t kRegSz = 1;
 constexpr std::uint32_t kRegExpandSz = 2;
@@ -71,7 +75,7 @@ class Registry {
                               RegistryHandle& opened) = 0;
   // RegCloseKey.
   virtual SystemError CloseKey(RegistryHandle key) = 0;
-  // RegCreateKeyExA: opens or creates. `options` as REG_OPTION_NON_VOLATILE (0).
+  // RegCreateKeyExA: opens or creates. `options` is a kRegOption... value.
   virtual SystemError CreateKey(RegistryHandle key, const std::string& path, std::uint32_t options,
                                 std::uint32_t access, RegistryHandle& opened) = 0;
   // RegDeleteKeyA. AccessDenied when the key has subkeys, as on Windows NT.

@@ -273,4 +273,10 @@ TypeLibraryFile ReadTypeLibraries(const BytesSource& file, const CodePage& codeP
   return result;
 }
 
+TypeLibraryFile ReadTypeLibraries(Platform& platform, const std::string& path) {
+  std::unique_ptr<FileView> view;
+  if (platform.files.Map(path, view) != SystemError::Success) return {};
+  return ReadTypeLibraries(BytesInMemory(view->Bytes()), platform.codePage);
+}
+
 }  // namespace bxvbwiz

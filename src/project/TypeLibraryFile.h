@@ -30,5 +30,7 @@ struct TypeLibraryFile {
 // Nothing in the file is trusted, loaded or run. A file that holds no type library gives neither libraries
 // nor faults.
 TypeLibraryFile ReadTypeLibraries(const BytesSource& file, const CodePage& codePage);
+// The same of a file on the machine. One that cannot be read gives nothing.
+TypeLibraryFile ReadTypeLibraries(Platform& platform, const std::string& path);
 
 }  // namespace bxvbwiz

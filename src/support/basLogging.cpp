@@ -84,15 +84,15 @@ void LogError(std::string_view routine, const RuntimeError& error) {
   for (const std::string_view name : names) WriteLog("    " + std::string(name));
 }
 
-void ReportError(std::string_view routine, const RuntimeError& error) {
+void ReportError(std::string_view routine, const RuntimeError& error, const std::string& detail) {
   LogError(routine, error);
   if (currentSession == nullptr || currentSession->user == nullptr) throw WizardEnded{};
   const std::string argument = std::to_string(error.Number()) + " : " + error.what() + " : " + error.Source();
   const std::string text =
       TokenReplace(currentSession->platform().strings.Text(TextId::UnexpectedError), {argument});
   User& user = *currentSession->user;
-  if (user.ShowMessage({TextId::UnexpectedError, FindQuestion(TextId::UnexpectedError)->style, text, {}}) !=
-      Button::Retry)
+  if (user.ShowMessage({TextId::UnexpectedError, FindQuestion(TextId::UnexpectedError)->style, text,
+                        detail}) != Button::Retry)
     CancelWizard(user);
 }
 

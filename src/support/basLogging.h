@@ -87,8 +87,8 @@ void WriteLog(const std::string& text);
 // handles the error, is named when none is known.
 void LogError(std::string_view routine, const RuntimeError& error);
 // Logs an unexpected error and shows it with Retry and Cancel. Returns after Retry; Cancel ends the wizard
-// with return code 0 (throws WizardEnded).
-void ReportError(std::string_view routine, const RuntimeError& error);
+// with return code 0 (throws WizardEnded). `detail` is that of the message.
+void ReportError(std::string_view routine, const RuntimeError& error, const std::string& detail = {});
 
 // The exception that is being handled, as a run-time error; passes WizardEnded on.
 RuntimeError CurrentError();

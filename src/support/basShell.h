@@ -7,8 +7,8 @@
 
 namespace bxvbwiz {
 
-// Runs a command line and waits until it ends; meanwhile the user's events run. Returns at once when the
+// Runs a command line and waits until it ends; meanwhile the user's events run. False, at once, when the
 // process cannot be started. The exit code is not read.
-void ShellAndWait(Processes& processes, User& user, const std::string& commandLine);
+bool ShellAndWait(Processes& processes, User& user, const std::string& commandLine);
 
 }  // namespace bxvbwiz

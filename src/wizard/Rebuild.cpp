@@ -36,6 +36,13 @@ std::string SecondLine(Platform& platform, const std::string& path) {
   return platform.codePage.Decode(line);
 }
 
+// Why a build has no result.
+std::string WhyNoLog(const StringTable& strings, const std::string& compiler, bool isStarted, TextId advice) {
+  const TextId cause = isStarted ? TextId::CompilerLeftNoLog : TextId::CompilerNotStarted;
+  const std::string why = TextOf(strings, {cause, {compiler}});
+  return advice == TextId{} ? why : why + "; " + strings.Text(advice);
+}
+
 // A log that stays tells of an earlier build, unless the compiler can replace it. One that this component
 // read before stays open, so that it is always kept.
 void DeleteOldLog(FileSystem& files, const std::string& log) {
@@ -46,7 +53,7 @@ void DeleteOldLog(FileSystem& files, const std::string& log) {
 
 }  // namespace
 
-bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
+bool RebuildProject(WizardCore& core, User& user, const CProject& project, TextId advice) {
   const CallStackEntry entry(kRoutine);
   Platform& platform = core.platform();
   user.ShowStatus(platform.strings.Text(TextId::RebuildingProject));
@@ -60,16 +67,18 @@ bool RebuildProject(WizardCore& core, User& user, const CProject& project) {
   if (succeeded) {
     log = FixPath(platform.facts.WindowsDirectory(kFolderBuffer)) + kBuildLog;
     DeleteOldLog(platform.files, log);
-    const std::string commandLine = folder + (version == "5" ? "vb5.exe" : "vb6.exe") +
-                                    MakeSwitch(project.ProjectType) + "\"" + project.FileName() + "\" /out " +
-                                    log;
-    ShellAndWait(platform.processes, user, commandLine);
+    const std::string compiler = folder + (version == "5" ? "vb5.exe" : "vb6.exe");
+    const bool isStarted = ShellAndWait(
+        platform.processes, user,
+        compiler + MakeSwitch(project.ProjectType) + "\"" + project.FileName() + "\" /out " + log);
     std::string line;
     try {
       line = SecondLine(platform, log);
     } catch (const RuntimeError& error) {
       // Reading again would change nothing: after Retry the build counts as failed.
-      ReportError(kRoutine, error);
+      const bool isEmpty = error.Number() == kErrorFileNotFound || error.Number() == kErrorInputPastEnd;
+      ReportError(kRoutine, error,
+                  isStarted && !isEmpty ? "" : WhyNoLog(platform.strings, compiler, isStarted, advice));
       return false;
     }
     core.HoldBuildLog(log);

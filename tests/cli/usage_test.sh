@@ -70,6 +70,10 @@ Expect "a drive has a letter" 2 "a drive's letter" analyse x.vbp --drive 1=.
 Expect "a drive has a folder" 2 "a drive's letter" analyse x.vbp --drive P=
 Expect "a drive is given once" 2 "given twice" analyse x.vbp --drive P=. --drive p=.
 Expect "a drive is one of a machine folder" 2 "--machine" analyse x.vbp --drive P=.
+Expect "a name of one application is not for several" 2 "--app-name" generate x.vbp y.vbp --app-name Desk
+Expect "a version of one application is not for a group" 2 "--app-version" generate x.vbg --app-version 1
+Expect "an explanation is of one project" 2 "explain takes one project" explain x.VBG stdole2.tlb
+Expect "--rebuild and --no-rebuild exclude each other" 2 "excludes" generate x.vbp --rebuild --no-rebuild
 Expect "an empty text does not swallow what follows" 2 "empty" analyse x.vbp --app-name= --json
 
 # ---- machine folders
@@ -88,6 +92,7 @@ printf 'Type=Exe\r\nObject={11111111-2222-3333-4444-555555555555}#1.0#0; Gone.oc
 (cd machine/drive_c/Src && "$makepe" Demo.exe --import KERNEL32.DLL && "$makepe" Server.dll --import KERNEL32.DLL --export DllRegisterServer)
 printf 'Type=Exe\r\nName="NUL"\r\nExeName32="Demo.exe"\r\n' >machine/drive_c/Src/Reserved.vbp
 printf 'Type=Exe\r\nName="Unbuilt"\r\nExeName32="None.exe"\r\n' >machine/drive_c/Src/Unbuilt.vbp
+cp -p "$project" machine/drive_c/Src/Other.vbp
 cp -R machine before
 export BXVBWIZ_MACHINE=$work/machine
 
@@ -111,6 +116,10 @@ Expect "a capture fills no folder that is in use" 2 "not empty" capture "$projec
 Expect "a capture of nothing says that it is incomplete" 3 "captured0 is incomplete" capture 'C:\none.vbp' --to captured0
 Expect "a capture says how it is used" 0 'generate "C:\Src\Demo.vbp" --machine captured1' capture "$project" --to captured1
 Expect "a captured machine gives the same" 0 "1 error." analyse 'C:\Src\Demo.vbp' --machine captured1
+Expect "several projects are captured" 0 '"C:\Src\Demo.vbp" "C:\Src\Other.vbp" --machine captured3' \
+  capture "$project" 'C:\Src\Other.vbp' --to captured3
+Expect "several captured projects give the same" 0 "Projects: 2. Finished: 2. 2 errors" \
+  analyse 'C:\Src\Demo.vbp' 'C:\Src\Other.vbp' --machine captured3
 [ "$("${run[@]}" analyse "$project" --quiet 2>/dev/null | wc -c)" -eq 0 ] || Fail "--quiet leaves standard output empty"
 "${run[@]}" analyse "$project" >/dev/full 2>/dev/null && Fail "output that cannot be written is a failure"
 Unchanged "nothing is written by an analysis or a refused run"

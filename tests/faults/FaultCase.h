@@ -119,7 +119,7 @@ class FaultCase : public ::testing::TestWithParam<const char*> {
   RunResult Run(FaultPlan& plan) {
     Options options;
     options.command = Command::Generate;
-    options.project = "C:\\Src\\Demo\\Demo.vbp";
+    options.projects = {"C:\\Src\\Demo\\Demo.vbp"};
     options.machine = Folder();
     options.json = options.strict = true;
     RunResult result;

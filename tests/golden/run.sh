@@ -155,7 +155,7 @@ Capture() {  # Capture MACHINE PROGRAM...
 }
 
 # Whether the mode covers the case: captures and relations need a setup project that is made without a compiler; in
-# windows there is no --strict, and every question needs an answer.
+# windows there is neither --strict nor --no-rebuild, and every question needs an answer.
 IsInMode() {  # IsInMode CASE
   local options
   options=$(cat "$(Find options)")
@@ -164,7 +164,7 @@ IsInMode() {  # IsInMode CASE
       [[ $options == generate* && $options != *--machine* && $(Find machine/vb6.txt) == /dev/null ]] &&
         grep -q '^== exit code [04]$' "$(Find expected/result)"
       ;;
-    --files) [[ $options == generate* && $options != *--@(strict|machine)* && $1 != *-unanswered ]] ;;
+    --files) [[ $options == generate* && $options != *--@(strict|machine|no-rebuild)* && $1 != *-unanswered ]] ;;
   esac
 }
 

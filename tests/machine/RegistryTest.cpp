@@ -58,6 +58,21 @@ TEST(Registry, ChangesOnlyTheLinesOfWhatWasChanged) {
   }
 }
 
+TEST(Registry, VolatileKeysAreSeenAndNotStored) {
+  const std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
+  MachineRegistry registry("REGEDIT4\n[HKEY_LOCAL_MACHINE\\s]\n", *codePage);
+  RegistryHandle key = 0;
+  RegistryData data;
+  ASSERT_EQ(registry.CreateKey(kMachine, "s\\v\\w", kRegOptionVolatile, kAll, key), SystemError::Success);
+  ASSERT_EQ(registry.SetValue(key, "", {1, "1\0"s}), SystemError::Success);
+  ASSERT_EQ(registry.CreateKey(key, "below", kRegOptionNonVolatile, kAll, key), SystemError::Success);
+  EXPECT_FALSE(registry.Changed());
+  ASSERT_EQ(registry.OpenKey(kMachine, "S\\V\\W", kAll, key), SystemError::Success);
+  EXPECT_EQ(registry.QueryValue(key, "", 99, data), SystemError::Success);
+  ASSERT_EQ(registry.CreateKey(kMachine, "s\\n", kRegOptionNonVolatile, kAll, key), SystemError::Success);
+  EXPECT_EQ(registry.Text(), "REGEDIT4\n[HKEY_LOCAL_MACHINE\\s]\n\r\n[HKEY_LOCAL_MACHINE\\s\\n]\r\n");
+}
+
 TEST(Registry, TheClassesRootLiesBelowSoftwareAndSubkeysAreListedByName) {
   const std::unique_ptr<CodePage> codePage = MakeCodePage(1252);
   MachineRegistry registry(
