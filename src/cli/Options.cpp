@@ -91,8 +91,8 @@ void AddDriveOption(CLI::App& command, GivenOptions& given) {
 // `most` is how many projects the command takes; -1 for any number.
 void AddWizardOptions(CLI::App& command, Options& options, GivenOptions& given, int most) {
   AddPath(command, "PROJECT", options.projects,
-          std::string(most < 0 ? "Projects (.vbp) or groups of projects (.vbg)" : "The .vbp file") +
-              ", as paths of Windows or of this computer")
+          std::string(most < 0 ? "Projects (.vbp) or groups (.vbg)" : "The .vbp file") +
+              ", by the path on Windows or here")
       ->expected(most)
       ->allow_extra_args(most < 0)  // or the next argument would be a project as well
       ->required();
