@@ -89,7 +89,7 @@ std::string AnswersTo(const std::string& question, const std::vector<Button>& bu
   const std::string quote = question.find(' ') == std::string::npos ? "" : "\"";
   for (const Button button : buttons) {
     answers += (answers.empty() ? "--answer " : " or --answer ") + quote;
-    answers += question + "=" + NameOfButton(button) + quote;
+    answers.append(question).append("=").append(NameOfButton(button)).append(quote);
   }
   return answers;
 }

@@ -195,7 +195,7 @@ const char* NameOf(Command command) {
   return "";
 }
 
-std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& options) {
+std::optional<int> ReadOptions(const std::vector<std::string>& arguments, Options& options) {
   CLI::App app("Turns a Visual Basic 5/6 project into a Borvex setup project.", "bxvbwiz");
   app.set_version_flag("--version", kVersion);
   app.allow_windows_style_options(false);  // a path of another system may begin with a slash

@@ -64,6 +64,6 @@ struct Options {
 
 // Reads the command line. When there is nothing to run (help, version, wrong usage), prints the text and
 // gives the exit code.
-std::optional<int> ReadOptions(std::vector<std::string> arguments, Options& options);
+std::optional<int> ReadOptions(const std::vector<std::string>& arguments, Options& options);
 
 }  // namespace bxvbwiz

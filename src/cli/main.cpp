@@ -35,11 +35,11 @@ int RunCommand(const Options& options) {
 }
 
 // Whatever happens, there is one document.
-int Run(std::vector<std::string> arguments) {
+int Run(const std::vector<std::string>& arguments) {
   Options options;
   int code = kExitNotFinished;
   try {
-    if (const auto ended = ReadOptions(std::move(arguments), options)) {
+    if (const auto ended = ReadOptions(arguments, options)) {
       if (options.json && !options.error.empty()) PrintJson(options, options.error, *ended);
       return *ended;
     }
