@@ -194,7 +194,7 @@ int DriveShown(const Options& options, bool pauses) {
     }
   });
   Options withoutProject = options;  // which is typed
-  withoutProject.project.clear();
+  withoutProject.projects = {""};
   const int shown = Show(withoutProject, kPanelWelcome);
   user.join();
   return code == kExitFinished ? shown : code;
