@@ -43,6 +43,34 @@ void TellUnread(const AuditSubject& subject) {
   }
 }
 
+// When a file was last changed; 0 when that is unknown.
+FileTime WhenWritten(FileSystem& files, const std::string& path) {
+  std::vector<FoundFile> found;
+  const bool isFound = files.Find(path, found) == SystemError::Success && !found.empty();
+  return isFound ? found.front().written : 0;
+}
+
+// A program that was built before one of its sources was changed. A checkout writes all files anew, in any
+// order, which may take minutes. The project file does not count: Visual Basic saves it after it has
+// compiled.
+void TellOlderOutput(const AuditSubject& subject) {
+  constexpr FileTime kCheckout = 10 * 60 * FileTime{10'000'000};
+  if (subject.output == nullptr || !subject.output->LinkResolves) return;
+  FileSystem& files = subject.platform.files;
+  const std::string program = subject.output->Source();
+  const FileTime built = WhenWritten(files, program);
+  FileTime latest = built + kCheckout;
+  const std::string* newest = nullptr;
+  for (const std::string& source : subject.project.sources().Paths()) {
+    const FileTime written = WhenWritten(files, source);
+    if (written <= latest) continue;
+    latest = written;
+    newest = &source;
+  }
+  if (built != 0 && newest != nullptr)
+    AddFinding({FindingId::OutputOlder, {program, *newest}, subject.output->FirstAsker()});
+}
+
 // A control line of the project file against those of the other files, or the other way round.
 void TellControl(const AuditSubject& subject, const Control& control) {
   CProject& project = subject.project;
@@ -161,7 +189,12 @@ void TellLicence(const AuditSubject& subject, const Library& library) {
 }  // namespace
 
 AuditChecks SourceChecks() {
-  return {TellUnread, TellControls, TellUses, ForEachLibrary<TellProduct>, ForEachLibrary<TellLicence>};
+  return {TellUnread,
+          TellOlderOutput,
+          TellControls,
+          TellUses,
+          ForEachLibrary<TellProduct>,
+          ForEachLibrary<TellLicence>};
 }
 
 }  // namespace bxvbwiz

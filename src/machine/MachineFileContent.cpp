@@ -7,13 +7,6 @@
 
 // Opening, reading, writing and copying of files.
 namespace bxvbwiz {
-namespace {
-
-constexpr FileTime kUnixEpoch = 116444736000000000;  // 1970-01-01 as FILETIME counts
-constexpr std::int64_t kNanosecondsPerUnit = 100;
-
-}  // namespace
-
 FileHandle MachineFiles::Open(const std::string& path, std::uint32_t access, std::uint32_t share,
                               std::uint32_t disposition, std::uint32_t /*attributes*/) {
   DriveTree::Place place;

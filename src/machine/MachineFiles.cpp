@@ -11,9 +11,10 @@ namespace {
 constexpr std::size_t kMaximumDirectory = 248;  // MAX_PATH less a name of the form 8.3
 constexpr std::size_t kSearchBuffer = 260;
 
-std::uint32_t AttributesOf(const host::FileStatus& status) {
+FoundFile Found(const std::string& name, const host::FileStatus& status) {
   const std::uint32_t kind = status.kind == host::FileKind::Folder ? kAttributeDirectory : kAttributeArchive;
-  return status.writable ? kind : kind | kAttributeReadOnly;
+  return {name, status.writable ? kind : kind | kAttributeReadOnly,
+          kUnixEpoch + static_cast<FileTime>(status.modifiedNanoseconds / kNanosecondsPerUnit)};
 }
 
 }  // namespace
@@ -58,7 +59,7 @@ void MachineFiles::FindByPattern(DriveTree::Folder& folder, bool isRoot, std::st
     if (!tree_.LocateName(folder, match->first, match->second, place)) {
       found.push_back({match->second, kAttributeArchive});  // a link that cannot be followed
     } else if (place.Exists()) {
-      found.push_back({match->second, AttributesOf(place.status)});
+      found.push_back(Found(match->second, place.status));
     }
   }
 }
@@ -76,7 +77,7 @@ SystemError MachineFiles::Find(const std::string& pattern, std::vector<FoundFile
     error = tree_.Locate(parsed, place);
     if (error != SystemError::Success) return error;
     if (!place.Exists()) return SystemError::FileNotFound;
-    found.push_back({place.name, AttributesOf(place.status)});
+    found.push_back(Found(place.name, place.status));
     return SystemError::Success;
   }
   const WindowsPath parent = parsed.Parent();

@@ -27,18 +27,19 @@ constexpr std::uint32_t kShareWrite = 2;
 constexpr std::uint32_t kShareDelete = 4;
 constexpr std::uint32_t kOpenExisting = 3;
 
+// A point in time as FILETIME counts it: units of 100 ns since 1601-01-01 UTC.
+using FileTime = std::uint64_t;
+
 // One entry of a directory listing.
 struct FoundFile {
   std::string name;
   std::uint32_t attributes = 0;
+  FileTime written = 0;  // when its content was last changed; 0 when that is unknown
 };
 
 // An open file; kInvalidFile is INVALID_HANDLE_VALUE.
 using FileHandle = std::intptr_t;
 constexpr FileHandle kInvalidFile = -1;
-
-// A point in time as FILETIME counts it: units of 100 ns since 1601-01-01 UTC.
-using FileTime = std::uint64_t;
 
 // A read-only view of a whole file. The bytes stay valid as long as the object lives.
 class FileView {

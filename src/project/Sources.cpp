@@ -8,6 +8,7 @@ namespace bxvbwiz {
 SystemError Sources::Read(Lister lister, const std::string& path, const TakeControl& takeControl) {
   const SystemError error = platform_.files.Read(path, readBuffer_);
   if (error != SystemError::Success) return error;
+  paths_.push_back(path);
   ForEachControlLine(readBuffer_, [&](std::string_view value, int line) {
     const OriginScope origin(LineOrigin(path, line));
     const std::string text = platform_.codePage.Decode(value);

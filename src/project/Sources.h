@@ -40,6 +40,8 @@ class Sources {
   // Takes a control line; the current origin is where it stands.
   void AddControl(Lister lister, const std::string& rawLine);
 
+  // The paths of the files that were read.
+  const std::vector<std::string>& Paths() const { return paths_; }
   const std::vector<Control>& Controls() const { return controls_; }
   const std::vector<Use>& Uses() const { return uses_; }
   // A finding for each file that could not be read.
@@ -48,6 +50,7 @@ class Sources {
  private:
   Platform& platform_;
   std::string readBuffer_;
+  std::vector<std::string> paths_;
   std::vector<Control> controls_;
   std::vector<Use> uses_;
   std::vector<Finding> unread_;

@@ -57,7 +57,9 @@ SystemError Win32FileSystem::Find(const std::string& pattern, std::vector<FoundF
   const OwnedSearch search(FindFirstFileA(ToAnsi(pattern).c_str(), &entry));
   if (!search.Valid()) return LastError();
   do {
-    found.push_back({FromAnsi(entry.cFileName), entry.dwFileAttributes});
+    const FileTime written = static_cast<FileTime>(entry.ftLastWriteTime.dwHighDateTime) << 32 |
+                             entry.ftLastWriteTime.dwLowDateTime;
+    found.push_back({FromAnsi(entry.cFileName), entry.dwFileAttributes, written});
   } while (FindNextFileA(search.Get(), &entry) != FALSE);
   return SystemError::Success;
 }

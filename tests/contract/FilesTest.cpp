@@ -165,6 +165,9 @@ TEST_F(ContractFiles, AnOpenFileCannotBeMovedOrDeleted) {
   EXPECT_TRUE(files_.SetTimes(file, 127188000000000000));
   EXPECT_TRUE(files_.Close(file));
   EXPECT_FALSE(files_.Close(file));
+  std::vector<FoundFile> found;
+  files_.Find(At("file"), found);
+  EXPECT_EQ(found.at(0).written, 127188000000000000);
   Do({"rename file, other", "delete other"});
 }
 
