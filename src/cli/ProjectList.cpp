@@ -8,6 +8,7 @@
 #include "project/TypeLibraryFile.h"
 #include "support/basFile.h"
 #include "support/basStr.h"
+#include "text/ProfileLine.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
@@ -77,8 +78,10 @@ class ListMaker {
     LineReader reader(bytes);
     for (std::string_view line; reader.Next(line);) {
       const std::string text = platform_.codePage.Decode(line);
-      const std::string name = StripQuotes(TrimBlanks(std::string_view(text).substr(text.find('=') + 1)));
-      if (name.empty() || !(StartsWith(text, "StartupProject=") || StartsWith(text, "Project="))) continue;
+      const std::string key(KeyName(text));
+      const std::string name(KeyValue(text));
+      const bool isMember = EqualsIgnoreCase(key, "StartupProject") || EqualsIgnoreCase(key, "Project");
+      if (name.empty() || !isMember) continue;
       AddMember(Beside(path, name), LineOrigin(path, reader.Number()));
       isEmpty = false;
     }
