@@ -14,6 +14,8 @@
 namespace bxvbwiz {
 namespace {
 
+using Names = std::vector<std::string>;
+
 constexpr std::string_view kGroupMark = "VBGROUP";
 constexpr std::string_view kProjectMark = "*\\A";  // in front of the path of a project
 
@@ -120,11 +122,15 @@ class ListMaker {
         links.asks.insert(UpperCase(Beside(path, value.substr(kProjectMark.size()))));
     }
     links.offers = {UpperCase(path)};
-    if (program.empty()) return links;
-    links.offers.insert(UpperCase(program));
-    const std::string built = Beside(path, folder.empty() ? program : FixPath(folder) + program);
-    for (const TypeLibraryFacts& library : ReadTypeLibraries(platform_, built).libraries)
-      links.offers.insert(library.identifier);
+    const std::string title = ParsePath(path, PathPart::Title);
+    // A project that names no program is called like its file.
+    for (const std::string& name :
+         program.empty() ? Names{title + ".dll", title + ".exe", title + ".ocx"} : Names{program}) {
+      links.offers.insert(UpperCase(name));
+      const std::string built = Beside(path, folder.empty() ? name : FixPath(folder) + name);
+      for (const TypeLibraryFacts& library : ReadTypeLibraries(platform_, built).libraries)
+        links.offers.insert(library.identifier);
+    }
     return links;
   }
 
