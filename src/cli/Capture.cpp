@@ -190,8 +190,10 @@ int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   if (!options.json && !options.quiet) {
     std::cout << "Captured " << recording.FileCount() << " files in the machine folder " << options.captureTo
               << ". On another computer, run: bxvbwiz generate";
-    for (const std::string& project : options.projects)
-      std::cout << " \"" << computer.ProjectPath(project) << '"';
+    for (const std::string& project : options.projects) {
+      if (const std::string path = computer.ProjectPath(project); !path.empty())
+        std::cout << " \"" << path << '"';
+    }
     std::cout << " --machine " << options.captureTo << '\n';
   }
   return scratch->ExitCode(code);

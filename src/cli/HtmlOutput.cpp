@@ -167,7 +167,8 @@ class Joiner {
 SystemError WriteHtml(const Options& options, const Outcome& outcome, const StringTable& strings) {
   Json values = PartsOf(options, outcome, strings);
   values["error"] = outcome.error;
-  values["title"] = GetPathFileName(values["project"]["fileName"].get<std::string>());
+  const std::string project = values["project"]["fileName"];  // empty when it was not even begun
+  values["title"] = GetPathFileName(project.empty() ? options.projects.front() : project);
   if (outcome.analysis != nullptr) Joiner().Join(values, *outcome.analysis);
   Page page;
   page.Fill(kPage, values);

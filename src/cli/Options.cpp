@@ -166,7 +166,7 @@ void AddMachineCommands(CLI::App& app, Options& options, GivenOptions& given) {
   AddPath(*make, "DIR", options.newMachine, "The folder to create; it must be new or empty")->required();
   CLI::App* enter =
       AddCommand(*machine, "register", "Enter files' type libraries into a machine folder's registry",
-                 R"(machine register build/machine "C:\Components")", kNoRun);
+                 "machine register build/machine build/machine/drive_c/WINDOWS/system32", kNoRun);
   AddPath(*enter, "DIR", options.machine, "The machine folder")->required();
   AddDriveOption(*enter, given);
   AddPath(*enter, "PATH", options.components, "Files, and folders with all below, in the machine's drives")

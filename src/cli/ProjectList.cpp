@@ -8,10 +8,13 @@
 #include "project/TypeLibraryFile.h"
 #include "support/basFile.h"
 #include "support/basStr.h"
+#include "text/ProfileLine.h"
 #include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
+
+using Names = std::vector<std::string>;
 
 constexpr std::string_view kGroupMark = "VBGROUP";
 constexpr std::string_view kProjectMark = "*\\A";  // in front of the path of a project
@@ -77,8 +80,10 @@ class ListMaker {
     LineReader reader(bytes);
     for (std::string_view line; reader.Next(line);) {
       const std::string text = platform_.codePage.Decode(line);
-      const std::string name = StripQuotes(TrimBlanks(std::string_view(text).substr(text.find('=') + 1)));
-      if (name.empty() || !(StartsWith(text, "StartupProject=") || StartsWith(text, "Project="))) continue;
+      const std::string key(KeyName(text));
+      const std::string name(KeyValue(text));
+      const bool isMember = EqualsIgnoreCase(key, "StartupProject") || EqualsIgnoreCase(key, "Project");
+      if (name.empty() || !isMember) continue;
       AddMember(Beside(path, name), LineOrigin(path, reader.Number()));
       isEmpty = false;
     }
@@ -117,11 +122,15 @@ class ListMaker {
         links.asks.insert(UpperCase(Beside(path, value.substr(kProjectMark.size()))));
     }
     links.offers = {UpperCase(path)};
-    if (program.empty()) return links;
-    links.offers.insert(UpperCase(program));
-    const std::string built = Beside(path, folder.empty() ? program : FixPath(folder) + program);
-    for (const TypeLibraryFacts& library : ReadTypeLibraries(platform_, built).libraries)
-      links.offers.insert(library.identifier);
+    const std::string title = ParsePath(path, PathPart::Title);
+    // A project that names no program is called like its file.
+    for (const std::string& name :
+         program.empty() ? Names{title + ".dll", title + ".exe", title + ".ocx"} : Names{program}) {
+      links.offers.insert(UpperCase(name));
+      const std::string built = Beside(path, folder.empty() ? name : FixPath(folder) + name);
+      for (const TypeLibraryFacts& library : ReadTypeLibraries(platform_, built).libraries)
+        links.offers.insert(library.identifier);
+    }
     return links;
   }
 

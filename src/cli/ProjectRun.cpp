@@ -277,7 +277,8 @@ void RunProject(const Options& options, Computer& computer, const ListedProject&
   if (!project.error.empty()) {
     Outcome outcome;
     Tell(outcome, project.error);
-    return show(outcome, kExitProject);
+    const bool isSaved = options.html.empty() || SavePage(options, outcome, computer.platform().strings);
+    return show(outcome, isSaved ? kExitProject : kExitNotFinished);
   }
   Run run(options, computer);
   int code = run.Go(project.path);

@@ -6,6 +6,7 @@
 
 #include "support/basLogging.h"
 #include "text/Text.h"
+#include "text/Utf16Text.h"
 
 namespace bxvbwiz {
 namespace {
@@ -40,12 +41,6 @@ std::int32_t ExeTypeOf(const BytesSource& file, std::uint32_t newHeader) {
     default:
       return 0;
   }
-}
-
-// The code page's decoding is for the rare name that needs it: every code page holds ASCII as it stands.
-bool IsAscii(std::string_view bytes) {
-  return std::all_of(bytes.begin(), bytes.end(),
-                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
 // A name in an import table has no folder; in a table made to mislead it may have.
@@ -207,6 +202,7 @@ bool EXEFile::TakeName(const PeImage& image, std::uint32_t address, std::string&
   const std::string_view bytes = image.NameAt(address);
   if (bytes.size() >= nameBytesLeft_) return false;
   nameBytesLeft_ -= bytes.size() + 1;
+  // The code page's decoding is for the rare name that needs it.
   if (IsAscii(bytes)) {
     name.assign(bytes);
   } else {

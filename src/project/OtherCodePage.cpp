@@ -14,11 +14,13 @@ namespace {
 constexpr int kCodePages[] = {65001, 1252, 1251, 1250, 1253, 1254, 1255, 1256,
                               1257,  1258, 874,  932,  936,  949,  950};
 
-// Control characters and private ones stand for bytes without a character.
+// Control characters, private ones and the replacement stand for bytes without a character.
 bool HoldsOddBytes(const std::string& text) {
   for (std::size_t position = 0; position < text.size();) {
     const char32_t character = NextCharacter(text, position);
-    if ((character >= 0x80 && character < 0xA0) || (character >= 0xE000 && character < 0xF900)) return true;
+    if ((character >= 0x80 && character < 0xA0) || (character >= 0xE000 && character < 0xF900) ||
+        character == 0xFFFD)
+      return true;
   }
   return false;
 }
@@ -40,12 +42,12 @@ std::string FileNamed(Platform& platform, const std::string& projectFile, std::s
 bool TellOtherCodePage(Platform& platform, const std::string& projectFile, std::string_view bytes) {
   const CodePage& codePage = platform.codePage;
   const std::string own = std::to_string(codePage.Number());
-  std::map<int, std::string_view> lines;  // that are not ASCII and name no file that is there, by number
+  std::map<int, std::string_view> lines;  // with a text that is not ASCII and names no file that is there
   LineReader reader(bytes);
   std::string_view line;
   while (reader.Next(line)) {
-    const bool isAscii = codePage.Decode(line) == line;
-    if (!isAscii && FileNamed(platform, projectFile, line, codePage.Number()).empty())
+    const bool isText = line.find('=') != std::string_view::npos && codePage.Decode(line) != line;
+    if (isText && FileNamed(platform, projectFile, line, codePage.Number()).empty())
       lines.emplace(reader.Number(), line);
   }
   std::vector<Finding> best;
@@ -61,7 +63,7 @@ bool TellOtherCodePage(Platform& platform, const std::string& projectFile, std::
   const bool isFound = !best.empty();
   for (const auto& [at, text] : lines) {
     if (!best.empty() || !HoldsOddBytes(codePage.Decode(text))) continue;
-    const std::string key(text.substr(0, text.find('=')));
+    const std::string key = codePage.Decode(text.substr(0, text.find('=')));
     best.push_back({FindingId::TextInOtherCodePage, {key, own}, LineOrigin(projectFile, at)});
   }
   for (const Finding& finding : best) AddFinding(finding);

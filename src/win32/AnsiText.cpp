@@ -2,18 +2,10 @@
 
 #include <windows.h>
 
-#include <algorithm>
-
+#include "text/Utf16Text.h"
 #include "text/win32/WideText.h"
 
 namespace bxvbwiz {
-namespace {
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-}  // namespace
 
 std::string FromAnsi(std::string_view bytes) {
   return IsAscii(bytes) ? std::string(bytes) : FromCodePage(CP_ACP, bytes);

@@ -98,6 +98,8 @@ with tempfile.TemporaryDirectory() as folder:
     os.mkfifo(work / "pipe")
     for place in (work, work / "none/page.html", work / "pipe"):
         assert run(project, demo, "--html", place).returncode == 1, f"a page was written to {place}"
+    refused = run("none.vbp", demo, "--html", "-")
+    assert refused.returncode == 3 and b"no file none.vbp" in refused.stdout, "what could not be begun has no page"
     assert before == sorted((path, path.stat().st_mtime_ns) for path in demo.rglob("*")), "the machine was changed"
 
     if not shutil.which("chromium"):

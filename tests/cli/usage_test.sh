@@ -116,8 +116,8 @@ Expect "a capture fills no folder that is in use" 2 "not empty" capture "$projec
 Expect "a capture of nothing says that it is incomplete" 3 "captured0 is incomplete" capture 'C:\none.vbp' --to captured0
 Expect "a capture says how it is used" 0 'generate "C:\Src\Demo.vbp" --machine captured1' capture "$project" --to captured1
 Expect "a captured machine gives the same" 0 "1 error." analyse 'C:\Src\Demo.vbp' --machine captured1
-Expect "several projects are captured" 0 '"C:\Src\Demo.vbp" "C:\Src\Other.vbp" --machine captured3' \
-  capture "$project" 'C:\Src\Other.vbp' --to captured3
+Expect "several projects are captured, but for one that is lost" 3 '"C:\Src\Demo.vbp" "C:\Src\Other.vbp" --machine captured3' \
+  capture "$project" none.vbp 'C:\Src\Other.vbp' --to captured3
 Expect "several captured projects give the same" 0 "Projects: 2. Finished: 2. 2 errors" \
   analyse 'C:\Src\Demo.vbp' 'C:\Src\Other.vbp' --machine captured3
 [ "$("${run[@]}" analyse "$project" --quiet 2>/dev/null | wc -c)" -eq 0 ] || Fail "--quiet leaves standard output empty"
