@@ -119,8 +119,12 @@ int Worse(int code, int other) {
 
 // Begins what is printed of a project of a list.
 void PrintHeading(const Options& options, const std::string& heading, bool isFirst) {
-  if (options.json) std::cerr << "bxvbwiz: " << heading << '\n';
-  if (!options.json && !options.quiet) std::cout << (isFirst ? "" : "\n") << heading << std::endl;
+  // Messages are about this project, too.
+  if (options.json || options.quiet) {
+    std::cerr << "bxvbwiz: " << heading << '\n';
+  } else {
+    std::cout << (isFirst ? "" : "\n") << heading << std::endl;
+  }
 }
 
 // Prints how all projects of a list ended.
