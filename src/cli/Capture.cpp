@@ -16,7 +16,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr std::size_t kLongestValue = 1 << 20;  // far more than any caller's buffer
-constexpr std::size_t kPathBuffer = 260;        // MAX_PATH
 
 // A key by its full path.
 struct KeyPath {

@@ -11,8 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kPathBuffer = 260;  // MAX_PATH
-
 void WriteText(const fs::path& path, const std::string& text) {
   std::ofstream file(path, std::ios::binary);
   file << text;

@@ -9,6 +9,8 @@
 
 namespace bxvbwiz {
 
+constexpr std::size_t kPathBuffer = 260;  // bytes; MAX_PATH
+
 // The folder that a Windows path lies in, without a backslash at its end.
 inline std::string FolderOf(const std::string& path) {
   return path.substr(0, path.rfind('\\'));

@@ -27,7 +27,8 @@ constexpr SYSKIND kSystem = SYS_WIN32;
 constexpr const wchar_t* kSystemName = L"win32";
 constexpr REGSAM kOtherView = KEY_WOW64_64KEY;
 #endif
-constexpr DWORD kLongestPath = 32768;
+constexpr DWORD kPathBuffer =
+    32768;  // characters; of the longest path (UNICODE_STRING of ntdef.h) with a NUL
 // The version in the type library's description.
 constexpr USHORT kMajorVersion = 1;
 constexpr USHORT kMinorVersion = 0;
@@ -75,8 +76,8 @@ class ClassesKey {
     HKEY key = nullptr;
     if (RegOpenKeyExW(root_, (kClasses + path).c_str(), 0, KEY_QUERY_VALUE | view, &key) != ERROR_SUCCESS)
       return {};
-    DWORD size = kLongestPath * sizeof(wchar_t);
-    std::wstring text(kLongestPath, L'\0');
+    DWORD size = kPathBuffer * sizeof(wchar_t);
+    std::wstring text(kPathBuffer, L'\0');
     const LONG error = RegGetValueW(key, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, text.data(), &size);
     RegCloseKey(key);
     return error == ERROR_SUCCESS ? std::wstring(text.c_str()) : std::wstring();
@@ -117,8 +118,8 @@ HRESULT RegisterLibrary(Scope scope, std::wstring modulePath) {
 }
 
 std::wstring LongPath(const std::wstring& path) {
-  std::wstring full(kLongestPath, L'\0');
-  full.resize(GetLongPathNameW(path.c_str(), full.data(), kLongestPath));
+  std::wstring full(kPathBuffer, L'\0');
+  full.resize(GetLongPathNameW(path.c_str(), full.data(), kPathBuffer));
   return full.empty() ? path : full;
 }
 

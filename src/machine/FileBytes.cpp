@@ -6,8 +6,6 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr std::uint64_t kTooLarge = 0x80000000;
-
 class MemoryView : public FileView {
  public:
   MemoryView(std::unique_ptr<char[]> bytes, std::size_t size) : bytes_(std::move(bytes)), size_(size) {}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,9 +10,12 @@
 
 namespace bxvbwiz {
 
+// Bytes of the smallest file that no 32-bit program could hold: 2 GB.
+constexpr std::uint64_t kTooLarge = 0x80000000;
+
 // Reads the whole of a regular file of this computer into a text whose memory is reused. NotEnoughMemory when
-// there is none for it, and for files of 2 GB and more, which no 32-bit program could hold. `status`, if
-// given, is taken before the bytes are read.
+// there is none for it, and for a file of kTooLarge bytes or more. `status`, if given, is taken before the
+// bytes are read.
 SystemError ReadWholeFile(const std::string& hostPath, std::string& bytes,
                           host::FileStatus* status = nullptr);
 

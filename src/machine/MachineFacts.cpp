@@ -12,10 +12,8 @@
 namespace bxvbwiz {
 namespace {
 
-constexpr std::size_t kSettingSize = 0x10000;            // bytes; more than a program's settings hold
-constexpr std::int64_t kUnixEpochSeconds = 11644473600;  // from 1601, where FILETIME begins, to 1970
-constexpr std::int64_t kUnitsPerSecond = 10'000'000;     // of FILETIME
-constexpr std::int64_t kLastSecond = 253402300799;       // the end of the year 9999
+constexpr std::size_t kSettingSize = 0x10000;       // bytes; more than a program's settings hold
+constexpr std::int64_t kLastSecond = 253402300799;  // the end of the year 9999
 
 }  // namespace
 
@@ -59,11 +57,10 @@ MachineClock::MachineClock(const char* sourceDateEpoch) {
 }
 
 std::optional<FileTime> MachineClock::SystemTime() {
-  if (fixedSeconds_) return static_cast<FileTime>((*fixedSeconds_ + kUnixEpochSeconds) * kUnitsPerSecond);
+  if (fixedSeconds_) return static_cast<FileTime>(*fixedSeconds_ * kUnitsPerSecond + kUnixEpoch);
   using Units = std::chrono::duration<std::int64_t, std::ratio<1, kUnitsPerSecond>>;
   const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return static_cast<FileTime>(std::chrono::duration_cast<Units>(now).count() +
-                               kUnixEpochSeconds * kUnitsPerSecond);
+  return static_cast<FileTime>(std::chrono::duration_cast<Units>(now).count() + kUnixEpoch);
 }
 
 std::string MachineClock::LocalDateTimeText() {

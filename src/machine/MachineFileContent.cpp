@@ -26,7 +26,7 @@ bool MachineFiles::SetTimes(FileHandle file, FileTime time) {
   if (open == nullptr || (open->access & kGenericWrite) == 0) return false;
   constexpr std::int64_t kMost = std::numeric_limits<std::int64_t>::max();
   if (time > static_cast<FileTime>(kMost)) return false;
-  const std::int64_t units = static_cast<std::int64_t>(time) - static_cast<std::int64_t>(kUnixEpoch);
+  const std::int64_t units = static_cast<std::int64_t>(time) - kUnixEpoch;
   if (units > kMost / kNanosecondsPerUnit || units < -kMost / kNanosecondsPerUnit) return false;
   return host::SetModified(open->hostPath, units * kNanosecondsPerUnit) == SystemError::Success;
 }

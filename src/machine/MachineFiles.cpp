@@ -14,7 +14,7 @@ constexpr std::size_t kSearchBuffer = 260;
 FoundFile Found(const std::string& name, const host::FileStatus& status) {
   const std::uint32_t kind = status.kind == host::FileKind::Folder ? kAttributeDirectory : kAttributeArchive;
   return {name, status.writable ? kind : kind | kAttributeReadOnly,
-          kUnixEpoch + static_cast<FileTime>(status.modifiedNanoseconds / kNanosecondsPerUnit)};
+          static_cast<FileTime>(kUnixEpoch + status.modifiedNanoseconds / kNanosecondsPerUnit)};
 }
 
 }  // namespace

@@ -11,9 +11,6 @@
 
 namespace bxvbwiz {
 
-constexpr FileTime kUnixEpoch = 116444736000000000;  // 1970-01-01 as FILETIME counts
-constexpr std::int64_t kNanosecondsPerUnit = 100;
-
 // The files and folders of a machine folder's drives. A file is read-only when its owner may not write it,
 // for the superuser too; no other attribute can be set. Whole files are written atomically. Names that
 // Windows cannot have are not listed. Links that lead nowhere or out of the machine folder are listed as

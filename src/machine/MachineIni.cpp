@@ -13,7 +13,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr std::uint32_t kDefaultCodePage = 1252;
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 class Reader {
  public:

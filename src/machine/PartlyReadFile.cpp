@@ -2,10 +2,11 @@
 
 #include <algorithm>
 
+#include "machine/FileBytes.h"
+
 namespace bxvbwiz {
 namespace {
 
-constexpr std::uint64_t kTooLarge = 0x80000000;
 // Small tables come with one call, and a call costs about as much as copying a piece.
 constexpr std::size_t kPiece = 0x2000;
 

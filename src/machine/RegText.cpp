@@ -13,7 +13,6 @@ namespace {
 
 constexpr std::string_view kHeader4 = "REGEDIT4";
 constexpr std::string_view kHeader5 = "Windows Registry Editor Version 5.00";
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kHexDigits = "0123456789abcdef";
 // The registry editor breaks lines of bytes after this column.

@@ -29,6 +29,9 @@ constexpr std::uint32_t kOpenExisting = 3;
 
 // A point in time as FILETIME counts it: units of 100 ns since 1601-01-01 UTC.
 using FileTime = std::uint64_t;
+constexpr std::int64_t kUnixEpoch = 116444736000000000;  // 1970-01-01
+constexpr std::int64_t kNanosecondsPerUnit = 100;
+constexpr std::int64_t kUnitsPerSecond = 10000000;
 
 // One entry of a directory listing.
 struct FoundFile {

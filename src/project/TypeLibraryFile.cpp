@@ -12,7 +12,7 @@ namespace bxvbwiz {
 namespace {
 
 // IMAGE_RESOURCE_DIRECTORY, its entries and IMAGE_RESOURCE_DATA_ENTRY in winnt.h.
-constexpr std::uint32_t kDirectorySize = 16;
+constexpr std::uint32_t kResourceDirectorySize = 16;
 constexpr std::uint32_t kNumberOfNamedEntries = 12;
 constexpr std::uint32_t kNumberOfIdEntries = 14;
 constexpr std::uint32_t kEntrySize = 8;
@@ -46,7 +46,7 @@ constexpr std::uint16_t kNoText = 0xFFFF;
 constexpr std::uint16_t kLastSystemKind = 3;  // SYS_WIN64 of oaidl.h
 constexpr std::uint32_t kBlockTail = 34;      // from the help context to the end of the GUID
 
-constexpr std::uint32_t kNone = 0xFFFFFFFF;
+constexpr std::uint32_t kNoOffset = 0xFFFFFFFF;
 constexpr std::size_t kGuidSize = std::tuple_size<GuidBytes>::value;
 
 std::string VersionText(std::uint32_t major, std::uint32_t minor) {
@@ -92,7 +92,7 @@ class MsftLibrary {
   // Gives what is wrong, empty when nothing is.
   std::string Read(TypeLibraryFacts& facts) const {
     if (header_.size() < kMsftHeaderSize) return "its header is cut off";
-    if (Long(kGuidOffset) == kNone) return "it has no identifier";
+    if (Long(kGuidOffset) == kNoOffset) return "it has no identifier";
     const auto guid = InSegment(kGuids, Long(kGuidOffset), kGuidSize);
     facts.identifier = guid ? Identifier(*guid) : "";
     if (facts.identifier.empty()) return "its identifier lies outside the file";
@@ -122,7 +122,7 @@ class MsftLibrary {
   // is none; nothing when it lies outside.
   std::optional<std::string_view> Text(Segment segment, std::uint32_t offset, std::uint32_t headSize,
                                        std::uint32_t lengthAt) const {
-    if (offset == kNone) return std::string_view();
+    if (offset == kNoOffset) return std::string_view();
     const auto head = InSegment(segment, offset, headSize);
     if (!head) return std::nullopt;
     const std::uint32_t length = GetWordFromBytes(*head, lengthAt) & (segment == kNames ? 0xFFU : 0xFFFFU);
@@ -216,11 +216,12 @@ class Resources {
 
   std::vector<Entry> EntriesOf(std::uint32_t directory) const {
     std::vector<Entry> entries;
-    const auto head = image_.At(std::uint64_t{root_} + directory, kDirectorySize);
+    const auto head = image_.At(std::uint64_t{root_} + directory, kResourceDirectorySize);
     if (!head) return entries;
     const std::size_t count = std::size_t{GetWordFromBytes(*head, kNumberOfNamedEntries)} +
                               GetWordFromBytes(*head, kNumberOfIdEntries);
-    const auto rows = image_.At(std::uint64_t{root_} + directory + kDirectorySize, count * kEntrySize);
+    const auto rows =
+        image_.At(std::uint64_t{root_} + directory + kResourceDirectorySize, count * kEntrySize);
     for (std::size_t at = 0; rows && at + kEntrySize <= rows->size(); at += kEntrySize) {
       entries.push_back({GetLongFromBytes(*rows, at), GetLongFromBytes(*rows, at + 4) & ~kIsNameOrDirectory});
     }

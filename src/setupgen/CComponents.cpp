@@ -14,7 +14,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr const char* kVariableStart = "<VBWizVar-";
-constexpr std::size_t kListBuffer = 255;
 constexpr const char* kUserDefined = "USERDEFINED";  // the section that lists the script-defined folders
 
 // What a new component is made of; "%" is its name.

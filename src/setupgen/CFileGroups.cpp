@@ -17,7 +17,7 @@ namespace bxvbwiz {
 namespace {
 
 constexpr std::size_t kBuffer = 255;
-constexpr std::size_t kListBuffer = 254;  // of the lists of files and groups
+constexpr std::size_t kFileListBuffer = 254;  // of the lists of files and groups
 
 constexpr const char* kRedistributableIndex = "corecomp.ini";
 
@@ -223,7 +223,7 @@ bool CFileGroups::CreateFileGroup(const std::string& projectDir, const CFile& fi
   LogAndGoOn(kRoutine, [&] {
     const std::string listName = file.FileGroup + ".fgl";
     const std::string folder = GroupsFolder(projectDir);
-    const NumberedKeys::List list = ListOf(folder + listName, "TopDir", "file", kListBuffer);
+    const NumberedKeys::List list = ListOf(folder + listName, "TopDir", "file", kFileListBuffer);
     const std::string source = file.Source();
     // A list with entries exists. Looking it up for each of its files would store it as often.
     if (!lists_.Entries(list).empty() || FolderHoldsFile(platform_.files, folder, listName)) {
@@ -249,7 +249,7 @@ bool CFileGroups::AddFileGroupToProject(const std::string& projectDir, const Fil
     WriteSetting(platform_.profiles, list, "General", "Type", "FILELIST");
     WriteSetting(platform_.profiles, list, "General", "Version", "1.00.000");
     const std::string definitions = GroupsFolder(projectDir) + "Default.fdf";
-    lists_.AppendIfMissing(ListOf(definitions, "FileGroups", "group", kListBuffer), file.FileGroup);
+    lists_.AppendIfMissing(ListOf(definitions, "FileGroups", "group", kFileListBuffer), file.FileGroup);
     WriteGroupProperties(definitions, file);
     added = true;
   });
@@ -282,7 +282,7 @@ bool CFileGroups::AddFileGroupToComponent(const std::string& projectDir, const F
   LogAndGoOn(kRoutine, [&] {
     const std::string component = ComponentOf(FolderSymbol(file), file.FileGroup).values.front();
     if (!CComponents(platform_, *this, lists_).CreateComponent(projectDir, component, file)) return;
-    lists_.AppendIfMissing(ListOf(ComponentsFile(projectDir), component, "filegroup", kListBuffer),
+    lists_.AppendIfMissing(ListOf(ComponentsFile(projectDir), component, "filegroup", kFileListBuffer),
                            file.FileGroup);
     added = true;
   });

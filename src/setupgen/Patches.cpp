@@ -13,7 +13,6 @@ namespace bxvbwiz {
 namespace {
 
 constexpr const char* kData = "Data";
-constexpr std::size_t kListBuffer = 255;
 
 struct Patch {
   const char* section;

@@ -58,6 +58,8 @@ void WriteSettings(ProfileStrings& profiles, const std::string& file, const std:
   }
 }
 
+constexpr std::size_t kListBuffer = 255;  // bytes; of most lists
+
 // A list "name0", "name1", ... read into a buffer of `size` bytes.
 inline NumberedKeys::List ListOf(const std::string& file, const std::string& section, const char* name,
                                  std::size_t size) {

@@ -6,6 +6,9 @@
 // Text as the whole wizard uses it: UTF-8, counted in characters (code points). The same on every platform.
 namespace bxvbwiz {
 
+// What some editors write at the beginning of a UTF-8 file: U+FEFF.
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
 // Appends one character; a value that is not a code point becomes U+FFFD.
 void AppendUtf8(std::string& text, char32_t character);
 

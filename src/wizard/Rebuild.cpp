@@ -8,7 +8,7 @@ namespace bxvbwiz {
 
 namespace {
 
-constexpr const char* kRoutine = "frmPanel3!RebuildProject";
+constexpr const char* kRebuildProject = "frmPanel3!RebuildProject";
 constexpr const char* kBuildLog = "_BxVbErr.txt";
 constexpr std::size_t kFolderBuffer = 254;
 
@@ -54,7 +54,7 @@ void DeleteOldLog(FileSystem& files, const std::string& log) {
 }  // namespace
 
 bool RebuildProject(WizardCore& core, User& user, const CProject& project, TextId advice) {
-  const CallStackEntry entry(kRoutine);
+  const CallStackEntry entry(kRebuildProject);
   Platform& platform = core.platform();
   user.ShowStatus(platform.strings.Text(TextId::RebuildingProject));
   user.DoEvents();
@@ -77,7 +77,7 @@ bool RebuildProject(WizardCore& core, User& user, const CProject& project, TextI
     } catch (const RuntimeError& error) {
       // Reading again would change nothing: after Retry the build counts as failed.
       const bool isEmpty = error.Number() == kErrorFileNotFound || error.Number() == kErrorInputPastEnd;
-      ReportError(kRoutine, error,
+      ReportError(kRebuildProject, error,
                   isStarted && !isEmpty ? "" : WhyNoLog(platform.strings, compiler, isStarted, advice));
       return false;
     }

@@ -9,19 +9,18 @@ namespace {
 using namespace std::string_literals;
 
 constexpr RegistryHandle kMachine = kHKeyLocalMachine;
-constexpr std::uint32_t kAll = kKeyAllAccess;
 
 // Below HKEY_LOCAL_MACHINE: deletes the key "d", sets "v" of "s" to "2", deletes its "w" and makes "n\\m".
 void Change(MachineRegistry& registry) {
   RegistryHandle key = 0;
   registry.DeleteKey(kMachine, "d");
-  if (registry.OpenKey(kMachine, "s\\", kAll, key) == SystemError::Success) {
+  if (registry.OpenKey(kMachine, "s\\", kKeyAllAccess, key) == SystemError::Success) {
     registry.SetValue(key, "V", {1, "2\0"s});
     registry.SetValue(key, "new", {1, "\u0416\0"s});
     registry.DeleteValue(key, "W");
   }
-  EXPECT_EQ(registry.CreateKey(kMachine, "a\nb", 0, kAll, key), SystemError::InvalidName);
-  ASSERT_EQ(registry.CreateKey(kMachine, "n\\m", 0, kAll, key), SystemError::Success);
+  EXPECT_EQ(registry.CreateKey(kMachine, "a\nb", 0, kKeyAllAccess, key), SystemError::InvalidName);
+  ASSERT_EQ(registry.CreateKey(kMachine, "n\\m", 0, kKeyAllAccess, key), SystemError::Success);
   registry.SetValue(key, "", {4, "\1\0\0\0"s});
 }
 
@@ -63,13 +62,16 @@ TEST(Registry, VolatileKeysAreSeenAndNotStored) {
   MachineRegistry registry("REGEDIT4\n[HKEY_LOCAL_MACHINE\\s]\n", *codePage);
   RegistryHandle key = 0;
   RegistryData data;
-  ASSERT_EQ(registry.CreateKey(kMachine, "s\\v\\w", kRegOptionVolatile, kAll, key), SystemError::Success);
+  ASSERT_EQ(registry.CreateKey(kMachine, "s\\v\\w", kRegOptionVolatile, kKeyAllAccess, key),
+            SystemError::Success);
   ASSERT_EQ(registry.SetValue(key, "", {1, "1\0"s}), SystemError::Success);
-  ASSERT_EQ(registry.CreateKey(key, "below", kRegOptionNonVolatile, kAll, key), SystemError::Success);
+  ASSERT_EQ(registry.CreateKey(key, "below", kRegOptionNonVolatile, kKeyAllAccess, key),
+            SystemError::Success);
   EXPECT_FALSE(registry.Changed());
-  ASSERT_EQ(registry.OpenKey(kMachine, "S\\V\\W", kAll, key), SystemError::Success);
+  ASSERT_EQ(registry.OpenKey(kMachine, "S\\V\\W", kKeyAllAccess, key), SystemError::Success);
   EXPECT_EQ(registry.QueryValue(key, "", 99, data), SystemError::Success);
-  ASSERT_EQ(registry.CreateKey(kMachine, "s\\n", kRegOptionNonVolatile, kAll, key), SystemError::Success);
+  ASSERT_EQ(registry.CreateKey(kMachine, "s\\n", kRegOptionNonVolatile, kKeyAllAccess, key),
+            SystemError::Success);
   EXPECT_EQ(registry.Text(), "REGEDIT4\n[HKEY_LOCAL_MACHINE\\s]\n\r\n[HKEY_LOCAL_MACHINE\\s\\n]\r\n");
 }
 
@@ -80,8 +82,8 @@ TEST(Registry, TheClassesRootLiesBelowSoftwareAndSubkeysAreListedByName) {
       "[HKEY_LOCAL_MACHINE\\SOFTWARE\\a]\n",
       *codePage);
   RegistryHandle key = 0;
-  EXPECT_EQ(registry.OpenKey(kMachine, "Software\\classes\\.VBP", kAll, key), SystemError::Success);
-  registry.OpenKey(kMachine, "Software", kAll, key);
+  EXPECT_EQ(registry.OpenKey(kMachine, "Software\\classes\\.VBP", kKeyAllAccess, key), SystemError::Success);
+  registry.OpenKey(kMachine, "Software", kKeyAllAccess, key);
   std::string name;
   std::string names;
   for (std::uint32_t i = 0; registry.EnumKey(key, i, 255, name) == SystemError::Success; ++i) names += name;

@@ -4,15 +4,13 @@
 
 #include "machine/host/Host.h"
 #include "machine/host/win32/HostPaths.h"
+#include "platform/FileSystem.h"
 #include "platform/win32/OwnedHandle.h"
 #include "text/win32/WideText.h"
 
 namespace bxvbwiz::host {
 namespace {
 
-// FILETIME counts 100 nanoseconds since 1601.
-constexpr std::int64_t kNanosecondsPerTick = 100;
-constexpr std::int64_t kTicksTo1970 = 116'444'736'000'000'000;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 SystemError LastError() {
@@ -23,7 +21,7 @@ SystemError Result(BOOL succeeded) {
 }
 
 FILETIME ToFileTime(std::int64_t nanoseconds) {
-  const auto ticks = static_cast<std::uint64_t>(nanoseconds / kNanosecondsPerTick + kTicksTo1970);
+  const auto ticks = static_cast<std::uint64_t>(nanoseconds / kNanosecondsPerUnit + kUnixEpoch);
   return {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
 }
 
@@ -47,8 +45,8 @@ FileStatus StatusOfHandle(HANDLE file) {
   status.size = Join(facts.nFileSizeHigh, facts.nFileSizeLow);
   status.modifiedNanoseconds = (static_cast<std::int64_t>(Join(facts.ftLastWriteTime.dwHighDateTime,
                                                                facts.ftLastWriteTime.dwLowDateTime)) -
-                                kTicksTo1970) *
-                               kNanosecondsPerTick;
+                                kUnixEpoch) *
+                               kNanosecondsPerUnit;
   status.inode = Join(facts.nFileIndexHigh, facts.nFileIndexLow);
   status.device = facts.dwVolumeSerialNumber;
   status.permissions = facts.dwFileAttributes & FILE_ATTRIBUTE_READONLY;

@@ -3,13 +3,10 @@
 #include <wincrypt.h>
 
 #include "machine/host/Host.h"
+#include "platform/FileSystem.h"
 
 namespace bxvbwiz::host {
 namespace {
-
-// FILETIME counts 100 nanoseconds since 1601.
-constexpr std::int64_t kTicksPerSecond = 10'000'000;
-constexpr std::int64_t kTicksTo1970 = 116'444'736'000'000'000;
 
 // 0 unless exactly these bytes are a character.
 char16_t Character(UINT codePage, std::array<char, 2> bytes, int count) {
@@ -55,7 +52,7 @@ bool RandomBytes(unsigned char* bytes, std::size_t count) {
 }
 
 DateTime DateTimeOf(std::int64_t seconds, bool utc) {
-  const auto ticks = static_cast<std::uint64_t>(seconds * kTicksPerSecond + kTicksTo1970);
+  const auto ticks = static_cast<std::uint64_t>(seconds * kUnitsPerSecond + kUnixEpoch);
   const FILETIME time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
   SYSTEMTIME parts = {};
   if (FileTimeToSystemTime(&time, &parts) == FALSE) return {};
