@@ -23,7 +23,7 @@ void Collect(HKEY root, const std::wstring& path, std::set<std::wstring>& found)
   RegCloseKey(key);
 }
 
-std::set<std::wstring> Registry() {
+std::set<std::wstring> RegistryKeys() {
   std::set<std::wstring> found;
   std::set<std::wstring> keys = {L"CLSID", L"Interface", L"TypeLib"};
   for (const auto& [progId, interfaceId] : kClasses) keys.insert(progId);
@@ -35,7 +35,7 @@ std::set<std::wstring> Registry() {
 }
 
 TEST(RegistrationTest, IsForTheMachineAndIsUndoneCompletely) {
-  const std::set<std::wstring> before = Registry();
+  const std::set<std::wstring> before = RegistryKeys();
   {
     const RegisteredServer server;
     const std::wstring key = kRoot + kApplicationId;
@@ -44,13 +44,13 @@ TEST(RegistrationTest, IsForTheMachineAndIsUndoneCompletely) {
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, key + L"\\ProgID"), L"BX6VBWiz.Application");
     ComPtr<ITypeLib> library;
     ASSERT_EQ(LoadRegTypeLib(LIBID_BX6VBWiz, 1, 0, LOCALE_NEUTRAL, library.Receive()), S_OK);
-    const std::set<std::wstring> once = Registry();
+    const std::set<std::wstring> once = RegistryKeys();
     EXPECT_EQ(server.Call("DllRegisterServer"), S_OK);
-    EXPECT_EQ(Registry(), once) << "twice is once";
+    EXPECT_EQ(RegistryKeys(), once) << "twice is once";
     EXPECT_EQ(server.Call("DllUnregisterServer"), S_OK);
-    EXPECT_EQ(Registry(), before);
+    EXPECT_EQ(RegistryKeys(), before);
   }  // unregisters again
-  EXPECT_EQ(Registry(), before);
+  EXPECT_EQ(RegistryKeys(), before);
 }
 
 TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
@@ -73,7 +73,7 @@ TEST(RegistrationTest, IsForTheUserWhereTheMachineRefuses) {
 }
 
 TEST(RegistrationTest, UnregisteringLeavesWhatAnotherCopyHasRegistered) {
-  const std::set<std::wstring> before = Registry();
+  const std::set<std::wstring> before = RegistryKeys();
   wchar_t folder[MAX_PATH];
   GetTempPathW(MAX_PATH, folder);
   const std::wstring copy = std::wstring(folder) + L"Other copy.dll";
@@ -81,12 +81,12 @@ TEST(RegistrationTest, UnregisteringLeavesWhatAnotherCopyHasRegistered) {
   {
     const RegisteredServer first;
     const RegisteredServer second(copy);
-    const std::set<std::wstring> registered = Registry();
+    const std::set<std::wstring> registered = RegistryKeys();
     EXPECT_EQ(first.Call("DllUnregisterServer"), S_OK);
-    EXPECT_EQ(Registry(), registered);
+    EXPECT_EQ(RegistryKeys(), registered);
     EXPECT_EQ(RegistryText(HKEY_LOCAL_MACHINE, kRoot + kApplicationId + L"\\InprocServer32"), copy);
   }
-  EXPECT_EQ(Registry(), before);
+  EXPECT_EQ(RegistryKeys(), before);
   DeleteFileW(copy.c_str());
 }
 
