@@ -31,15 +31,16 @@ bool InstallAlike(const InstallationFacts& left, const InstallationFacts& right)
 }  // namespace
 
 Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
-    : platform_(platform),
+    : remembered_(platform.files),
+      platform_(WithParts(platform, remembered_)),
       user_(user),
       findings_(platform.strings),
       lists_(platform.profiles),
-      executables_(platform),
+      executables_(platform_),
       fileGroups_(
-          platform, global, [this] { return projectFile_; }, lists_, executables_),
+          platform_, global, [this] { return projectFile_; }, lists_, executables_),
       files_(platform.codePage),
-      context_{platform, user, global, fileGroups_, executables_, &passedOver_},
+      context_{platform_, user, global, fileGroups_, executables_, &passedOver_},
       session_(CurrentSession()) {
   global.StartAnalysis();
   if (session_ != nullptr) session_->findings = &findings_;
@@ -67,6 +68,8 @@ Analysis::Result Analysis::LoadTrees(const std::string& projectFile, bool needsR
       [this, previous = platform_.files.CurrentDirectory()] { platform_.files.ChangeDirectory(previous); });
   const std::string folder = GetPathFolder(projectFile_);
   if (!folder.empty()) platform_.files.ChangeDirectory(folder);
+  remembered_.Remember(true);
+  const AtEnd forget([this] { remembered_.Remember(false); });
 
   project_ = RetryOrCancel(kLoadTrees, [this] { return std::make_unique<CProject>(context_); });
   project_->NeedsRebuild = needsRebuild;
@@ -149,6 +152,7 @@ bool Analysis::RebuildIfNeeded(const Rebuild& rebuild) {
   if (!project_->NeedsRebuild) return true;
   if (!rebuild) return true;
   const bool rebuilt = rebuild(*project_);
+  remembered_.Remember(true);
   user_.CheckCancelled();
   if (rebuilt) {
     project_->NeedsRebuild = false;

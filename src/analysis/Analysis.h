@@ -15,6 +15,7 @@
 #include "setupgen/CFileGroups.h"
 #include "setupgen/SetupAnswers.h"
 #include "support/Findings.h"
+#include "support/RememberedFiles.h"
 
 namespace bxvbwiz {
 
@@ -75,7 +76,8 @@ class Analysis {
   void TreeAdd(const CFile& file);
   void EndStep();
 
-  Platform& platform_;
+  RememberedFiles remembered_;
+  Platform platform_;
   User& user_;
   Findings findings_;
   std::string projectFile_;  // full path

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/ForwardingFileSystem.h"
+
+namespace bxvbwiz {
+
+// Looks up each file that is there only once. What is missing is asked for each time, because the user may
+// add it and retry.
+class RememberedFiles : public ForwardingFileSystem {
+ public:
+  using ForwardingFileSystem::ForwardingFileSystem;
+
+  SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
+    const auto known = found_.find(pattern);
+    if (known != found_.end()) {
+      found.insert(found.end(), known->second.begin(), known->second.end());
+      return SystemError::Success;
+    }
+    std::vector<FoundFile> matches;
+    const SystemError error = ForwardingFileSystem::Find(pattern, matches);
+    if (error != SystemError::Success) return error;
+    found.insert(found.end(), matches.begin(), matches.end());
+    if (isOn_ && pattern.find_first_of("*?") == std::string::npos)
+      found_.emplace(pattern, std::move(matches));
+    return error;
+  }
+  // For a time in which nobody removes or changes files, or the current folder. Each call forgets what it
+  // knows.
+  void Remember(bool on) {
+    found_.clear();
+    isOn_ = on;
+  }
+
+ private:
+  bool isOn_ = false;
+  std::unordered_map<std::string, std::vector<FoundFile>> found_;  // by pattern
+};
+
+}  // namespace bxvbwiz
