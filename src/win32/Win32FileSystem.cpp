@@ -53,8 +53,15 @@ SystemError FillText(Call call, std::string& text) {
 }  // namespace
 
 SystemError Win32FileSystem::Find(const std::string& pattern, std::vector<FoundFile>& found) {
+  const std::string ansi = ToAnsi(pattern);
+  // Half of all look-ups are for what is not there. To ask for attributes opens no folder.
+  if (pattern.find_first_of("*?") == std::string::npos &&
+      GetFileAttributesA(ansi.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    const SystemError error = LastError();
+    if (MeansMissing(error)) return error;
+  }
   WIN32_FIND_DATAA entry;
-  const OwnedSearch search(FindFirstFileA(ToAnsi(pattern).c_str(), &entry));
+  const OwnedSearch search(FindFirstFileA(ansi.c_str(), &entry));
   if (!search.Valid()) return LastError();
   do {
     const FileTime written = static_cast<FileTime>(entry.ftLastWriteTime.dwHighDateTime) << 32 |
