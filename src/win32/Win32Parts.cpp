@@ -7,6 +7,7 @@
 
 #include <cstring>
 
+#include "platform/win32/OnDemand.h"
 #include "platform/win32/WaitForProcess.h"
 #include "win32/AnsiText.h"
 
@@ -74,7 +75,8 @@ std::unique_ptr<Process> Win32Processes::Start(const std::string& commandLine) {
 
 std::optional<GuidBytes> Win32Guids::Create(std::string_view /*place*/) {
   GUID guid;
-  if (FAILED(CoCreateGuid(&guid))) return std::nullopt;
+  static auto& create = BXVBWIZ_ON_DEMAND("ole32.dll", CoCreateGuid);
+  if (FAILED(create(&guid))) return std::nullopt;
   GuidBytes bytes{};
   static_assert(sizeof guid == sizeof(GuidBytes));
   std::memcpy(bytes.data(), &guid, sizeof guid);
@@ -112,14 +114,17 @@ std::string Win32Clock::LocalDateTimeText() {
   GetLocalTime(&now);
   double date = 0;
   BSTR text = nullptr;
-  if (SystemTimeToVariantTime(&now, &date) == FALSE ||
-      FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, 0, &text))) {
+  constexpr const char* kAutomation = "oleaut32.dll";
+  static auto& toDate = BXVBWIZ_ON_DEMAND(kAutomation, SystemTimeToVariantTime);
+  static auto& toText = BXVBWIZ_ON_DEMAND(kAutomation, VarBstrFromDate);
+  static auto& release = BXVBWIZ_ON_DEMAND(kAutomation, SysFreeString);
+  if (toDate(&now, &date) == FALSE || FAILED(toText(date, LOCALE_USER_DEFAULT, 0, &text))) {
     return {};
   }
   const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
   std::string result(static_cast<std::size_t>(size), '\0');
   WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), size, nullptr, nullptr);
-  SysFreeString(text);
+  release(text);
   result.resize(static_cast<std::size_t>(size - 1));
   return result;
 }
@@ -140,7 +145,9 @@ bool Win32CodePage::IsAlphaNumeric(char32_t character) const {
   const int size = WideCharToMultiByte(CP_ACP, 0, &wide, 1, ansi, sizeof ansi, nullptr, &replaced);
   if (size == 0 || replaced != FALSE) return false;
   // The A call takes one byte; a double-byte letter counts as a whole.
-  return size == 1 ? IsCharAlphaNumericA(ansi[0]) != FALSE : IsCharAlphaNumericW(wide) != FALSE;
+  static auto& isLetterA = BXVBWIZ_ON_DEMAND("user32.dll", IsCharAlphaNumericA);
+  static auto& isLetterW = BXVBWIZ_ON_DEMAND("user32.dll", IsCharAlphaNumericW);
+  return size == 1 ? isLetterA(ansi[0]) != FALSE : isLetterW(wide) != FALSE;
 }
 
 int Win32CodePage::Number() const {

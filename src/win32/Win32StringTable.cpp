@@ -5,10 +5,13 @@
 namespace bxvbwiz {
 
 std::string Win32StringTable::Text(TextId id) const {
-  // With a size of 0 the call gives the text itself, in the mapped resource and without a NUL.
-  const wchar_t* text = nullptr;
-  const int length = LoadStringW(module_, NumberOf(id), reinterpret_cast<wchar_t*>(&text), 0);
-  return length <= 0 ? std::string() : Narrow({text, static_cast<std::size_t>(length)});
+  // As LoadString, which is in user32: a resource holds 16 texts, each after its length.
+  const unsigned number = NumberOf(id);
+  HRSRC const block = FindResourceW(module_, MAKEINTRESOURCEW(number / 16 + 1), RT_STRING);
+  if (block == nullptr) return {};
+  const auto* text = static_cast<const wchar_t*>(LockResource(LoadResource(module_, block)));
+  for (unsigned before = number % 16; before > 0; --before) text += 1 + *text;
+  return Narrow({text + 1, *text});
 }
 
 }  // namespace bxvbwiz

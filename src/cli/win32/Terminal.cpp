@@ -4,15 +4,14 @@
 #include <io.h>
 #include <stdio.h>
 #include <windows.h>
-// after windows.h
-#include <shellapi.h>
 
 #include <algorithm>
 #include <atomic>
 #include <iostream>
-#include <memory>
 #include <streambuf>
 
+#include "machine/CommandLine.h"
+#include "text/Text.h"
 #include "text/win32/WideText.h"
 
 namespace bxvbwiz {
@@ -112,12 +111,9 @@ std::vector<std::string> ProgramArguments(int, char**) {
   _setmode(_fileno(stderr), _O_BINARY);
   static const ShownOnConsole output(std::cout, STD_OUTPUT_HANDLE);
   static const ShownOnConsole errors(std::cerr, STD_ERROR_HANDLE);
-  int count = 0;
-  const std::unique_ptr<LPWSTR, decltype(&LocalFree)> list(CommandLineToArgvW(GetCommandLineW(), &count),
-                                                           &LocalFree);
-  std::vector<std::string> arguments;
-  for (int i = 1; list != nullptr && i < count; ++i) arguments.push_back(Narrow(list.get()[i]));
-  return arguments;
+  const std::string line = Narrow(GetCommandLineW());
+  const std::size_t end = StartsWith(line, "\"") ? line.find('"', 1) : line.find_first_of(" \t");
+  return end == std::string::npos ? std::vector<std::string>() : SplitArguments(line.substr(end + 1));
 }
 
 std::string EnvironmentText(const char* name) {
