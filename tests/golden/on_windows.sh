@@ -57,9 +57,17 @@ LayOverDrive() {  # LayOverDrive MACHINE
     tar x -C "$drive" --transform "s#^./windows/system32#./$systemFolder#"
 }
 
-# Prints a registry file that removes the keys of FILE, and type libraries with all their versions.
+# Makes Wine's registry that of the case, without what the case before it has left. Each import starts a program.
+LayOverRegistry() {  # LayOverRegistry MACHINE
+  Removal "$1/registry.reg" >"$folder/removal"
+  touch "$prefix/left"
+  { printf 'REGEDIT4\r\n\r\n'; cat "$prefix/left" "$folder/removal"; tail -n +2 "$1/registry.reg"; } >"$folder/all.reg"
+  cp "$folder/removal" "$prefix/left"
+  ImportRegistry "$folder/all.reg"
+}
+
+# Prints the lines of a registry file that remove the keys of FILE, and type libraries with all their versions.
 Removal() {  # Removal FILE
-  printf 'REGEDIT4\r\n\r\n'
   sed -nE 's/\r$//; s/^\[-?(.*)\]$/\1/p' "$1" | sed -E 's/(\\TypeLib\\\{[^}]*\}).*/\1/' |
     grep -vi 'Windows\\CurrentVersion$' | sort -u | sed 's/.*/[-&]\r/'
 }
@@ -86,7 +94,6 @@ RunCase() {
   elif PutOnDrive; then
     if [ "$mode" = --captured ]; then
       Capture "Z:$folder/machine" InWine
-      ImportRegistry "$folder/removal.reg"
       rm -rf "$folder/before"
       RunInFolder "$native"
     else
@@ -118,9 +125,7 @@ PutOnDrive() {
     cp "$before/vb6.exe" "$drive/Program Files/VB98/VB6.EXE"
     cp "$before/vb6.txt" "$drive/Program Files/VB98/vb6.txt"
   }
-  Removal "$before/registry.reg" >"$folder/removal.reg"
-  ImportRegistry "$folder/removal.reg"
-  ImportRegistry "$before/registry.reg"
+  LayOverRegistry "$before"
 }
 
 InWine() {  # InWine ARGUMENT...
@@ -131,7 +136,6 @@ InWine() {  # InWine ARGUMENT...
 RunOnDrive() {
   local code=0
   (cd "$folder" && InWine "${options[@]}" >output 2>messages </dev/null) || code=$?
-  ImportRegistry "$folder/removal.reg"
   TakeMachine "$folder/before" "$folder/machine"
   [ ! -f "$folder/before/vb6.exe" ] || {
     cp -p "$folder/before/drive_c/Program Files/VB98/VB6.EXE" "$folder/machine/drive_c/Program Files/VB98/VB6.EXE"
