@@ -226,11 +226,13 @@ std::optional<int> ReadOptions(const std::vector<std::string>& arguments, Option
     // Not by the parser, which would let the variable overrule one command's option with another's.
     if (options.machine.empty()) options.machine = EnvironmentText("BXVBWIZ_MACHINE");
   } catch (const CLI::ParseError& error) {
-    // The parser names unexpected words from the last to the first.
-    const std::string text =
-        error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)
-            ? TokenReplace(CompiledText(TextId::NotExpected), {Joined(app.remaining(true))})
-            : error.what();
+    std::string text = error.what();
+    // The parser names unexpected words from the last to the first, with the "--" before them.
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)) {
+      std::vector<std::string> words = app.remaining(true);
+      words.erase(std::remove(words.begin(), words.end(), "--"), words.end());
+      text = TokenReplace(CompiledText(TextId::NotExpected), {Joined(words)});
+    }
     if (app.exit(CLI::Error(error.get_name(), text, error.get_exit_code())) == 0) return kExitFinished;
     KeepError(arguments, text, options);
     return kExitUsage;
