@@ -169,7 +169,8 @@ void AddMachineCommands(CLI::App& app, Options& options, GivenOptions& given) {
                  "machine register build/machine build/machine/drive_c/WINDOWS/system32", kNoRun);
   AddPath(*enter, "DIR", options.machine, "The machine folder")->required();
   AddDriveOption(*enter, given);
-  AddPath(*enter, "PATH", options.components, "Files, and folders with all below, in the machine's drives")
+  AddPath(*enter, "PATH", options.components,
+          "Files, and folders with all below, by the path on Windows or here")
       ->required();
   CLI::App* check = AddCommand(*machine, "check", "Say what a run on a machine folder would trip over",
                                "machine check build/machine --drive P=checkout", kNoRun);
