@@ -103,7 +103,8 @@ void AddWizardOptions(CLI::App& command, Options& options, GivenOptions& given, 
   command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
   command.add_option("--app-version", options.appVersion, "The application version")->check(CheckLine);
   command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
-  auto* rebuild = command.add_flag("--rebuild", options.rebuild, "Compile the project first");
+  auto* rebuild = command.add_flag("--rebuild", options.rebuild,
+                                   "Compile the project first, even if its program is there");
   command.add_flag("--no-rebuild", options.noRebuild, "Never compile; read the project as if it were built")
       ->excludes(rebuild);
   command.add_option("--answer", given.answers,
