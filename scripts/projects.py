@@ -101,8 +101,12 @@ def lay_out(machine, count):
 
 
 def main():
-    count = int(sys.argv[1]) if len(sys.argv) > 1 else 1000
-    random.seed(int(sys.argv[2]) if len(sys.argv) > 2 else 1)
+    numbers = sys.argv[1:]
+    if len(numbers) > 2 or not all(number.isdigit() for number in numbers):
+        print(__doc__, end="")
+        return 2
+    count, seed = map(int, numbers + ["1000", "1"][len(numbers):])
+    random.seed(seed)
     work = pathlib.Path(tempfile.mkdtemp())
     try:
         clean = failed = 0

@@ -45,6 +45,10 @@ class Recording : public Recorder {
   // Files that could not be captured, because their path is none or the disk is full, each once.
   const std::vector<std::string>& NotCaptured() const { return notCaptured_; }
   std::size_t FileCount() const { return isKnown_.size(); }
+  bool HoldsProject() const {
+    return std::any_of(isKnown_.begin(), isKnown_.end(),
+                       [](const auto& file) { return EndsWith(file.first, ".VBP"); });
+  }
 
   void After(const SeamCall& call, SystemError error) override {
     constexpr struct {
@@ -181,8 +185,8 @@ int Capture(const Options& options, Computer& computer, const WizardRun& run) {
   for (const std::string& path : recording.NotCaptured())
     std::cerr << "bxvbwiz: " << path << " cannot be kept in a machine folder\n";
   // Of a list, what cannot be packaged does not count: it cannot be packaged there either.
-  const bool isList = code == kExitProject && NamesList(options);
-  if (code != kExitFinished && code != kExitIncomplete && !isList) {
+  const bool isPart = code == kExitProject && NamesList(options) && recording.HoldsProject();
+  if (code != kExitFinished && code != kExitIncomplete && !isPart) {
     std::cerr << "bxvbwiz: the machine folder " << options.captureTo << " is incomplete\n";
     return code;
   }

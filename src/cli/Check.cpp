@@ -55,15 +55,6 @@ ProfileSection Listed(const Names& names) {
   return section;
 }
 
-// The one of that name; an empty one when there is none.
-template <class Named>
-const Named& Find(const std::vector<Named>& all, const std::string& name) {
-  static const Named none;
-  const auto found = std::find_if(all.begin(), all.end(),
-                                  [&](const Named& one) { return EqualsIgnoreCase(one.name, name); });
-  return found == all.end() ? none : *found;
-}
-
 class Comparer {
  public:
   std::vector<Difference> Run(const SetupContents& present, const SetupContents& expected) {
@@ -85,9 +76,13 @@ class Comparer {
   // Groups or components, those that are expected first.
   template <class Named>
   void CompareEach(const std::vector<Named>& present, const std::vector<Named>& expected) {
-    for (const Named& one : expected) Compare(one.name, Find(present, one.name), one);
+    const Named none;
+    for (const Named& one : expected) {
+      const Named* const there = FindNamed(present, one.name);
+      Compare(one.name, there == nullptr ? none : *there, one);
+    }
     for (const Named& one : present) {
-      if (Find(expected, one.name).name.empty()) Compare(one.name, one, Named());
+      if (FindNamed(expected, one.name) == nullptr) Compare(one.name, one, none);
     }
   }
 

@@ -28,7 +28,10 @@ class MachineFolder : public Computer {
     // On Windows both kinds of path look alike. One inside a drive is a path of this computer.
     std::error_code ignored;
     const std::filesystem::path full = std::filesystem::absolute(std::filesystem::u8path(project), ignored);
-    const std::string inside = machine_.WindowsPath(full.lexically_normal().u8string());
+    std::string inside = machine_.WindowsPath(full.lexically_normal().u8string());
+    // "\Src\Demo.vbp" starts at the root of the machine's current drive.
+    const bool isRooted = StartsWith(project, "\\") && !StartsWith(project, "\\\\");
+    if (inside.empty() && isRooted) machine_.platform().files.FullPath(project, inside);
     return inside.empty() && IsWindowsPath(project) ? project : inside;
   }
   void MakeFolder(const std::string& windowsPath) override { machine_.MakeFolder(windowsPath); }

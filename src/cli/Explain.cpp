@@ -82,7 +82,10 @@ class Question {
   void TakeFindings() {
     for (const Finding& finding : analysis_.Found().All()) {
       const auto names = [this](const std::string& value) { return NamesIt(value); };
-      if (!std::any_of(finding.values.begin(), finding.values.end(), names)) continue;
+      // A folder that could not be searched may hold it.
+      if (finding.id != FindingId::FileSearchFailed &&
+          !std::any_of(finding.values.begin(), finding.values.end(), names))
+        continue;
       answer_.findings.push_back(finding);
       const bool isLeftOut =
           finding.id == FindingId::FileLeftOut || finding.id == FindingId::FoundFileLeftOut;

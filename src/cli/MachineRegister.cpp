@@ -96,7 +96,10 @@ class Registration {
   // when it is not on the machine.
   void Collect(const std::string& path, std::vector<Component>& components) {
     std::error_code error;
-    const fs::path place = fs::absolute(fs::u8path(path), error).lexically_normal();
+    fs::path place = fs::absolute(fs::u8path(path), error).lexically_normal();
+    // One outside the drives may be a path on the machine.
+    const fs::path inside = fs::u8path(machine_.HostPath(path));
+    if (machine_.WindowsPath(place.u8string()).empty() && fs::exists(inside, error)) place = inside;
     if (path.empty() || !fs::exists(place, error))
       throw MachineError("'" + path + "': no such file or folder");
     std::vector<std::string> found;

@@ -9,9 +9,6 @@
 namespace bxvbwiz {
 namespace {
 
-// Buttons of a message box sit in the low four bits of its style.
-constexpr int kButtonsOfStyle = 15;
-
 struct ButtonName {
   Button button;
   const char* name;

@@ -103,7 +103,8 @@ void AddWizardOptions(CLI::App& command, Options& options, GivenOptions& given, 
   command.add_option("--app-type", options.appType, "The application type")->check(CheckLine);
   command.add_option("--app-version", options.appVersion, "The application version")->check(CheckLine);
   command.add_flag("--skip-info", options.skipInfo, "Skip the project-information page");
-  auto* rebuild = command.add_flag("--rebuild", options.rebuild, "Compile the project first");
+  auto* rebuild = command.add_flag("--rebuild", options.rebuild,
+                                   "Compile the project first, even if its program is there");
   command.add_flag("--no-rebuild", options.noRebuild, "Never compile; read the project as if it were built")
       ->excludes(rebuild);
   command.add_option("--answer", given.answers,
@@ -169,7 +170,8 @@ void AddMachineCommands(CLI::App& app, Options& options, GivenOptions& given) {
                  "machine register build/machine build/machine/drive_c/WINDOWS/system32", kNoRun);
   AddPath(*enter, "DIR", options.machine, "The machine folder")->required();
   AddDriveOption(*enter, given);
-  AddPath(*enter, "PATH", options.components, "Files, and folders with all below, in the machine's drives")
+  AddPath(*enter, "PATH", options.components,
+          "Files, and folders with all below, by the path on Windows or here")
       ->required();
   CLI::App* check = AddCommand(*machine, "check", "Say what a run on a machine folder would trip over",
                                "machine check build/machine --drive P=checkout", kNoRun);
@@ -226,11 +228,13 @@ std::optional<int> ReadOptions(const std::vector<std::string>& arguments, Option
     // Not by the parser, which would let the variable overrule one command's option with another's.
     if (options.machine.empty()) options.machine = EnvironmentText("BXVBWIZ_MACHINE");
   } catch (const CLI::ParseError& error) {
-    // The parser names unexpected words from the last to the first.
-    const std::string text =
-        error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)
-            ? TokenReplace(CompiledText(TextId::NotExpected), {Joined(app.remaining(true))})
-            : error.what();
+    std::string text = error.what();
+    // The parser names unexpected words from the last to the first, with the "--" before them.
+    if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError)) {
+      std::vector<std::string> words = app.remaining(true);
+      words.erase(std::remove(words.begin(), words.end(), "--"), words.end());
+      text = TokenReplace(CompiledText(TextId::NotExpected), {Joined(words)});
+    }
     if (app.exit(CLI::Error(error.get_name(), text, error.get_exit_code())) == 0) return kExitFinished;
     KeepError(arguments, text, options);
     return kExitUsage;

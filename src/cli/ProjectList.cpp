@@ -93,8 +93,9 @@ class ListMaker {
   void AddMember(const std::string& path, const Origin& line) {
     std::vector<FoundFile> found;
     const bool isThere = platform_.files.Find(path, found) == SystemError::Success;
-    const std::string missing = Text({TextId::FileDoesNotExist, {path}});
-    Add(path, isThere ? Sentence() : Sentence{TextId::NamedBy, {Text(line), missing}});
+    const Sentence fault = {isThere ? TextId::GroupInGroup : TextId::FileDoesNotExist, {path}};
+    const bool isProject = isThere && !IsGroup(path);
+    Add(path, isProject ? Sentence() : Sentence{TextId::NamedBy, {Text(line), Text(fault)}});
   }
 
   // The full path of a file that another names.

@@ -2,6 +2,7 @@
 
 #include <iostream>
 #include <map>
+#include <set>
 #include <sstream>
 
 #include "cli/Commands.h"
@@ -12,6 +13,7 @@
 #include "cli/Terminal.h"
 #include "machine/MachineError.h"
 #include "support/basStr.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 namespace {
@@ -136,6 +138,24 @@ void PrintSummary(const StringTable& strings, std::size_t count, std::size_t fin
             << (found.empty() ? "" : " " + found + ".") << '\n';
 }
 
+// Adds the file names of a project's components, in upper case.
+void AddComponents(const CProject& project, std::set<std::string>& names) {
+  for (const CObject& control : project.AllControls()) names.insert(UpperCase(control.Lookup().fileName));
+  for (const CReference& reference : project.References())
+    names.insert(UpperCase(reference.Lookup().fileName));
+}
+
+// Prints which answers are for a component that no project has.
+void PrintVainAnswers(const Options& options, const StringTable& strings,
+                      const std::set<std::string>& components) {
+  for (const auto& answer : options.answers) {
+    const auto& [number, component] = answer.first;
+    if (component.empty() || components.count(component) != 0) continue;
+    const Sentence text = {TextId::AnswerInVain, {std::to_string(NumberOf(number)), component}};
+    std::cerr << "bxvbwiz: " << TextOf(strings, text) << '\n';
+  }
+}
+
 }  // namespace
 
 int RunWizard(const Options& options) {
@@ -152,6 +172,7 @@ int RunWizardOn(const Options& options, Computer& computer) {
   const bool isList = NamesList(options);
   std::vector<std::string> documents;
   FindingCounts counts;
+  std::set<std::string> components;
   std::size_t finished = 0;
   int worst = kExitFinished;
   for (const ListedProject& project : projects) {
@@ -159,11 +180,15 @@ int RunWizardOn(const Options& options, Computer& computer) {
     if (isList)
       PrintHeading(options, TextOf(strings, {TextId::ProjectHeading, {project.path}}), documents.empty());
     RunProject(options, computer, project, [&](const Outcome& outcome, int code) {
+      if (outcome.finished) {
+        ++finished;
+        AddComponents(*outcome.analysis->Project(), components);
+      }
+      if (finished == projects.size()) PrintVainAnswers(options, strings, components);
       std::ostringstream document;
       Show(options, outcome, strings, computer.ExitCode(code), isList ? document : std::cout);
       documents.push_back(document.str());
       Count(outcome, counts);
-      if (outcome.finished) ++finished;
       worst = Worse(worst, code);
     });
   }

@@ -15,9 +15,6 @@ namespace {
 // Not owned: the objects and factories that the thread made own it, and another thread may let the last go.
 thread_local std::weak_ptr<Server> serverOfThread;
 
-// Buttons of a message box sit in the low four bits of its style.
-constexpr int kButtonsOfStyle = 15;
-
 }  // namespace
 
 // A failed step is retried once: more would not help.

@@ -135,7 +135,7 @@ void EXEFile::ReadFileHeader(std::string_view header) {
 std::uint32_t EXEFile::FindNewHeader(const BytesSource& file) {
   const std::string_view header = file.Part(0, kDosHeaderSize);
   if (header.size() < kDosHeaderSize) Fail(kExeErrorNotValid, "too short to be an executable");
-  if (GetWordFromBytes(header, 0) != kDosSignature) Fail(kExeErrorNotValid, "not an executable");
+  if (GetWordFromBytes(header, 0) != kDosSignature) Fail(kExeErrorNotValid, "it does not begin with \"MZ\"");
   if (GetWordFromBytes(header, kRelocationTable) < kDosHeaderSize) {
     ExeType = kExeTypeDos;
     Fail(kExeErrorNotValid, "a DOS program");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "support/basFile.h"
 #include "support/Findings.h"
 
 namespace bxvbwiz {
@@ -28,10 +29,14 @@ constexpr Report kReports[] = {
     {"QueryValue", FindingId::RegistryKeyUnreadable, true},
 };
 
+bool IsFault(SystemError error) {
+  return error != SystemError::Success && error != SystemError::NoMoreItems && !MeansMissing(error);
+}
+
 }  // namespace
 
 void CheckedPlatform::After(const SeamCall& call, SystemError error) {
-  if (error == SystemError::Success || error == SystemError::NoMoreItems || MeansMissing(error)) return;
+  if (!IsFault(error)) return;
   if (call.name == "WindowsDirectory") return AddFinding(FindingId::WindowsFolderUnknown);
   if (call.name == "SystemDirectory") return AddFinding(FindingId::SystemFolderUnknown);
   // A user without administrator rights may not create keys. They are opened for reading then.
@@ -40,6 +45,16 @@ void CheckedPlatform::After(const SeamCall& call, SystemError error) {
                                    [&](const Report& row) { return row.call == call.name; });
   if (report == std::end(kReports)) return;
   std::vector<std::string> values{std::string(call.subject)};
+  if (call.name == "Find") {
+    // Every look-up in a folder that cannot be listed fails. The folder is reported instead, once.
+    const std::string folder = FixPath(GetPathFolder(call.subject));
+    std::vector<FoundFile> found;
+    if (call.subject == folder + "*.*") {
+      values = {folder};
+    } else if (IsFault(forwarding_.platform().files.Find(folder + "*.*", found))) {
+      return;
+    }
+  }
   if (report->hasCode) values.push_back(ErrorCode(error));
   AddFinding(report->finding, std::move(values));
 }

@@ -7,7 +7,8 @@
 
 namespace bxvbwiz {
 
-// Styles of a message box, as MB_* in winuser.h.
+// Styles of a message box, as MB_* in winuser.h. The buttons sit in the low four bits.
+constexpr int kButtonsOfStyle = 15;
 constexpr int kStyleYesNo = 4;
 constexpr int kStyleRetryCancel = 5;
 constexpr int kStyleCritical = 16;

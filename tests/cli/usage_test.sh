@@ -43,7 +43,7 @@ Expect "a command that is nearly right is suggested" 2 "There is no command 'ana
 Expect "the commands are named" 2 "There are: new, register, check." machine list
 Expect "an option that is nearly right is suggested" 2 "has no option '--jason'. Did you mean '--json'?" --jason analyse X
 Expect "an option is of its command" 2 "bxvbwiz inspect has no option '--rebuild'." --rebuild inspect X
-Expect "unexpected words keep their order" 2 "Not expected: c, d." explain a.vbp b c d
+Expect "unexpected words keep their order" 2 "Not expected: c, d." explain a.vbp b -- c d
 Expect "options may precede the command" 1 '"command": "inspect"' --json inspect none.dll
 Expect "a path may be in quotes" 2 "none: the machine folder" analyze x.vbp --machine '"none"'
 Expect "a name may be that of a command" 2 "none" explain x.vbp check --machine none

@@ -8,6 +8,7 @@
 
 #include "cli/Computer.h"
 #include "platform/Forwarding.h"
+#include "text/Text.h"
 
 namespace bxvbwiz {
 
@@ -62,6 +63,7 @@ class FaultPlan : public CallHook {
     const std::vector<SystemError> errors =
         known == kErrors.end() ? std::vector{SystemError::GeneralFailure} : known->second;
     calls.push_back({call.name, std::string(call.subject), errors.size()});
+    if (call.name == "Find" && !folder.empty() && StartsWith(call.subject, folder)) return errors.front();
     if (calls.size() <= failingCall) return SystemError::Success;
     const Call& first = calls[failingCall];
     const bool isFirst = calls.size() - 1 == failingCall;
@@ -73,6 +75,7 @@ class FaultPlan : public CallHook {
   std::size_t failingCall;
   std::size_t failingWay;
   bool lasts;
+  std::string folder;     // with a backslash at its end; every look-up in it fails
   bool together = false;  // the files of a folder are copied in the machine folder's own way; not counted
 };
 

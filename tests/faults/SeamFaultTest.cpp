@@ -61,6 +61,16 @@ TEST_P(CodeOfFault, IsProduced) {
   }
 }
 
+TEST_P(CodeOfFault, NamesAFolderOnceInWhichEveryLookUpFails) {
+  Restore();
+  FaultPlan plan;
+  plan.folder = "C:\\windows\\system32\\";
+  std::size_t told = 0;
+  for (const std::string& line : Run(plan).said)
+    told += StartsWith(line, "bxvbwiz: warning [file-search-failed]: " + plan.folder) ? 1 : 0;
+  EXPECT_EQ(told, 1U);
+}
+
 INSTANTIATE_TEST_SUITE_P(Golden, CodeOfFault, ::testing::Values("standard"));
 INSTANTIATE_TEST_SUITE_P(Golden, SeamFault, ::testing::ValuesIn(kFaultCases));
 
