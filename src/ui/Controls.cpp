@@ -21,4 +21,8 @@ Control::Control(ControlKind ofKind, Container& holder, const Place& at, Texts t
   holder.controls.push_back(this);
 }
 
+bool Control::IsShown() const {
+  return Shows() && (page == nullptr || page->visible);
+}
+
 }  // namespace bxvbwiz

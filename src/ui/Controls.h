@@ -69,6 +69,10 @@ struct Control {
   std::string toolTip;
   bool enabled = true;
   bool visible = true;
+
+  // Whether it has anything to show, while its page is shown.
+  bool Shows() const { return visible && (kind != ControlKind::Label || !text.empty()); }
+  bool IsShown() const;
 };
 
 // A page of the form, or a box with a title on a page.

@@ -18,6 +18,45 @@ bool HasText(Kind kind) {
   return kind != Kind::Line && kind != Kind::ProgressBar && kind != Kind::TreeView;
 }
 
+struct WindowClass {
+  const wchar_t* name;
+  DWORD style;
+  DWORD extendedStyle;
+};
+
+WindowClass WindowClassOf(const Control& control, bool beginsGroup) {
+  constexpr DWORD kTab = WS_TABSTOP | WS_GROUP;
+  switch (control.kind) {
+    case Kind::Frame:
+      return {WC_BUTTONW, BS_GROUPBOX, 0};
+    case Kind::Label:
+      if (static_cast<const Label&>(control).style == Label::kText) return {WC_STATICW, SS_LEFT, 0};
+      // It notifies its tool tip.
+      return {WC_STATICW, SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_NOTIFY, 0};
+    case Kind::Line:
+      return {WC_STATICW, SS_ETCHEDHORZ, 0};
+    case Kind::CommandButton:
+      return {WC_BUTTONW, BS_PUSHBUTTON | kTab, 0};
+    case Kind::CheckBox:
+      return {WC_BUTTONW, BS_AUTOCHECKBOX | kTab, 0};
+    case Kind::OptionButton:
+      return {WC_BUTTONW, BS_AUTORADIOBUTTON | (beginsGroup ? WS_GROUP : 0UL), 0};
+    case Kind::TextBox:
+      if (!static_cast<const TextBox&>(control).readOnly)
+        return {WC_EDITW, ES_AUTOHSCROLL | kTab, WS_EX_CLIENTEDGE};
+      return {WC_EDITW, ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL | WS_VSCROLL | kTab, WS_EX_CLIENTEDGE};
+    case Kind::ComboBox:
+      return {WC_COMBOBOXW, CBS_DROPDOWN | CBS_AUTOHSCROLL | WS_VSCROLL | kTab, 0};
+    case Kind::ProgressBar:
+      return {PROGRESS_CLASSW, 0, 0};
+    case Kind::TreeView:
+      return {WC_TREEVIEWW,
+              TVS_HASBUTTONS | TVS_HASLINES | TVS_LINESATROOT | TVS_SHOWSELALWAYS | TVS_INFOTIP | kTab,
+              WS_EX_CLIENTEDGE};
+  }
+  return {};
+}
+
 // Both kinds of button have a state; they are types of their own. Null for other controls.
 bool* CheckOf(Control& control) {
   if (control.kind == Kind::CheckBox) return &static_cast<CheckBox&>(control).checked;
@@ -47,6 +86,15 @@ std::string TextOf(HWND window) {
   return Narrow(WideTextOf(window));
 }
 
+void ControlWindow::Make(HWND dialog, int id, const RECT& place, bool beginsGroup) {
+  const WindowClass made = WindowClassOf(control_, beginsGroup);
+  const DWORD style = made.style | WS_CHILD | WS_VISIBLE | (control_.enabled ? 0UL : WS_DISABLED);
+  window_ = CreateWindowExW(made.extendedStyle | WS_EX_NOPARENTNOTIFY, made.name, Widen(ShownText()).c_str(),
+                            style, place.left, place.top, place.right, place.bottom, dialog,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+  SendMessageW(window_, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog, WM_GETFONT, 0, 0)), FALSE);
+}
+
 bool ControlWindow::Show(bool isHeeded) {
   bool changed = HasText(control_.kind) && (ShowItems() || ShowText());
   changed = ShowChecked() || changed;
@@ -56,7 +104,7 @@ bool ControlWindow::Show(bool isHeeded) {
 
 bool ControlWindow::ShowState(bool isHeeded) {
   const LONG style = GetWindowLongW(window_, GWL_STYLE);
-  const bool visible = control_.visible && (onPage_ || control_.page == nullptr || control_.page->visible);
+  const bool visible = onPage_ ? control_.Shows() : control_.IsShown();
   const bool isVisible = (style & WS_VISIBLE) != 0;
   if (visible != isVisible) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
   const bool isEnabled = (style & WS_DISABLED) == 0;

@@ -16,11 +16,14 @@ enum class AccessKey { Own, None, First };
 class ControlWindow {
  public:
   // `onPage`: the window lies in that of its page, and is hidden with it.
-  ControlWindow(Control& control, HWND window, bool onPage)
-      : control_(control), window_(window), onPage_(onPage) {}
+  ControlWindow(Control& control, bool onPage) : control_(control), onPage_(onPage) {}
 
   // Another access key than the text's own.
   void SetAccessKey(AccessKey key) { accessKey_ = key; }
+
+  // Makes the window as the control is now, since each change afterwards would cost time, in the font of the
+  // dialog.
+  void Make(HWND dialog, int id, const RECT& place, bool beginsGroup);
 
   HWND Handle() const { return window_; }
   Control& Shown() const { return control_; }
@@ -49,7 +52,7 @@ class ControlWindow {
   bool ShowProgress();
 
   Control& control_;
-  HWND window_;
+  HWND window_ = nullptr;
   bool onPage_;
   AccessKey accessKey_ = AccessKey::Own;
   int shownItems_ = 0;

@@ -29,10 +29,11 @@ class Raised {
 void WizardWindow::ShowControls() {
   const Raised updating(updating_);
   bool progress = false;
+  const std::size_t made = controls_.size();
   ShowPages();
-  for (const auto& control : controls_) {
-    const Control* shown = &control->Shown();
-    const bool changed = control->Show(form_->Heeds(*shown));
+  for (std::size_t i = 0; i < controls_.size(); ++i) {
+    const Control* shown = &controls_[i]->Shown();
+    const bool changed = controls_[i]->Show(form_->Heeds(*shown)) || i >= made;
     progress = progress || (changed && (shown == &form_->lblStatus || shown == &form_->pbrProgress ||
                                         shown == &form_->lblProgress));
   }
@@ -175,7 +176,7 @@ void WizardWindow::FocusFirst() const {
   for (const Control* control : form_->controls) {
     // While a page follows another, the later one is still below it.
     const auto page = pages_.find(control);
-    if (page == pages_.end() || page->second == nullptr || !control->visible) continue;
+    if (page == pages_.end() || !control->visible) continue;
     if (const HWND first = GetNextDlgTabItem(page->second, nullptr, FALSE)) SetFocus(first);
     return;
   }

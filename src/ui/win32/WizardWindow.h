@@ -49,8 +49,12 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void Command(HWND used, int code);
 
   void Make(HWND owner);
-  HWND MakeDialog(const Container& holder, const Place& place, HWND parent, DWORD style, DWORD extendedStyle);
-  void TakeUp(Control& control, HWND window, bool onPage);
+  HWND MakeDialog(const Place& place, const std::string& title, HWND parent, DWORD style,
+                  DWORD extendedStyle);
+  void MakeShown(const Container& holder, HWND dialog);
+  HWND MadeWindow(const Control& control) const;
+  HWND MakeWindow(Control& control, const Container& holder, HWND dialog);
+  void Prepare(const Control& control, HWND window);
   void ShowIcon();
   void MoveToMiddle(HWND owner) const;
   void FollowSize();

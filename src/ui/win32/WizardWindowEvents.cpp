@@ -138,7 +138,7 @@ LRESULT CALLBACK WizardWindow::TextBoxProcedure(HWND box, UINT message, WPARAM w
     control->Take();
     // Half of a surrogate pair is never refused.
     auto character = static_cast<char32_t>(wParam);
-    if (keyPress) keyPress(character);
+    keyPress(character);
     if (character == 0 || window->form_ == nullptr) return 0;
   } catch (...) {
     return 0;

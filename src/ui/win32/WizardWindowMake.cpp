@@ -18,35 +18,70 @@ bool IsPage(const Control& control) {
   return control.kind == ControlKind::Frame && control.page == nullptr;
 }
 
-}  // namespace
-
-// Pages are not part of the form's own dialog.
-HWND WizardWindow::MakeDialog(const Container& holder, const Place& place, HWND parent, DWORD style,
-                              DWORD extendedStyle) {
-  DialogTemplate form(style, extendedStyle, place, form_->font);
-  for (const Control* control : holder.controls) {
-    if (!IsPage(*control)) form.Add(*control);
-  }
-  const HWND dialog = form.Create(module_, parent, &Procedure, reinterpret_cast<LPARAM>(this));
-  if (dialog == nullptr) throw RuntimeError(kErrorObjectNotSet, "Cannot make the wizard's window");
-  int id = DialogTemplate::kFirstId;
-  for (Control* control : holder.controls) {
-    if (!IsPage(*control)) TakeUp(*control, GetDlgItem(dialog, id++), holder.asControl != nullptr);
-  }
-  return dialog;
+HWND Checked(HWND made) {
+  if (made == nullptr) throw RuntimeError(kErrorObjectNotSet, "Cannot make the wizard's window");
+  return made;
 }
 
-void WizardWindow::TakeUp(Control& control, HWND window, bool onPage) {
-  controls_.push_back(std::make_unique<ControlWindow>(control, window, onPage));
+}  // namespace
+
+HWND WizardWindow::MakeDialog(const Place& place, const std::string& title, HWND parent, DWORD style,
+                              DWORD extendedStyle) {
+  DialogTemplate form(style, extendedStyle, place, title, form_->font);
+  return Checked(form.Create(module_, parent, &Procedure, reinterpret_cast<LPARAM>(this)));
+}
+
+// A window is made when its control or page is first shown, in the place where Tab visits it.
+void WizardWindow::MakeShown(const Container& holder, HWND dialog) {
+  HWND last = HWND_TOP;
+  const auto isMade = [this](const Control* control) { return MadeWindow(*control) != nullptr; };
+  const bool isFirst = std::none_of(holder.controls.begin(), holder.controls.end(), isMade);
+  for (Control* control : holder.controls) {
+    HWND window = MadeWindow(*control);
+    if (window == nullptr && control->IsShown()) {
+      window = MakeWindow(*control, holder, dialog);
+      if (!isFirst) SetWindowPos(window, last, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      enlarged_ = {};
+    }
+    if (window == nullptr) continue;
+    if (IsPage(*control)) MakeShown(*static_cast<Frame*>(control), window);
+    last = window;
+  }
+}
+
+HWND WizardWindow::MadeWindow(const Control& control) const {
+  if (const ControlWindow* made = WindowOf(&control)) return made->Handle();
+  const auto page = pages_.find(&control);
+  return page == pages_.end() ? nullptr : page->second;
+}
+
+HWND WizardWindow::MakeWindow(Control& control, const Container& holder, HWND dialog) {
+  if (IsPage(control)) {
+    return pages_[&control] = MakeDialog(control.place, {}, dialog, WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL,
+                                         WS_EX_CONTROLPARENT);
+  }
+  constexpr int kFirstId = 100;
+  const bool beginsGroup = controls_.empty() || controls_.back()->Shown().kind != control.kind;
+  auto made = std::make_unique<ControlWindow>(control, holder.asControl != nullptr);
   // Its label leads to the project's box; and on the summary page the key of Finish is that of a view.
-  if (&control == &form_->lblVBP) controls_.back()->SetAccessKey(AccessKey::First);
-  if (&control == &form_->cmdNext[kPanelSummary]) controls_.back()->SetAccessKey(AccessKey::None);
+  if (&control == &form_->lblVBP) made->SetAccessKey(AccessKey::First);
+  if (&control == &form_->cmdNext[kPanelSummary]) made->SetAccessKey(AccessKey::None);
+  made->Make(dialog, kFirstId + static_cast<int>(controls_.size()), PixelsOf(control.place), beginsGroup);
+  const HWND window = Checked(made->Handle());
+  controls_.push_back(std::move(made));
+  Prepare(control, window);
+  return window;
+}
+
+void WizardWindow::Prepare(const Control& control, HWND window) {
   if (control.kind == ControlKind::TreeView) {
     if (images_ == nullptr) images_ = LoadNodeImages(module_);
     SendMessageW(window, TVM_SETIMAGELIST, TVSIL_NORMAL, reinterpret_cast<LPARAM>(images_.get()));
   }
   if (control.kind != ControlKind::TextBox) return;
-  SetWindowSubclass(window, static_cast<TextBox&>(control).readOnly ? &ReportProcedure : &TextBoxProcedure, 0,
+  const auto& box = static_cast<const TextBox&>(control);
+  if (!box.readOnly && !box.keyPress) return;
+  SetWindowSubclass(window, box.readOnly ? &ReportProcedure : &TextBoxProcedure, 0,
                     reinterpret_cast<DWORD_PTR>(this));
 }
 
@@ -56,7 +91,7 @@ void WizardWindow::Make(HWND owner) {
   InitCommonControlsEx(&classes);
   const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | WS_THICKFRAME;
   const bool isOnly = owner == nullptr;  // of its program
-  window_.reset(MakeDialog(*form_, kFormPlace, owner,
+  window_.reset(MakeDialog(kFormPlace, form_->caption, owner,
                            style | (isOnly ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX : 0UL),
                            isOnly ? WS_EX_APPWINDOW : 0UL));
   RECT place{};
@@ -72,22 +107,13 @@ void WizardWindow::ShowIcon() {
   SendMessageW(window_.get(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
 }
 
-// A page's window is made when it is first shown, before the controls of the form, so that Tab visits them
-// after it.
+// Makes what is shown for the first time, and shows and hides the pages.
 void WizardWindow::ShowPages() {
-  for (Control* control : form_->controls) {
-    if (!IsPage(*control)) continue;
-    HWND& page = pages_[control];
-    if (control->visible && page == nullptr) {
-      page = MakeDialog(*static_cast<Frame*>(control), control->place, window_.get(),
-                        WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL, WS_EX_CONTROLPARENT);
-      SetWindowPos(page, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-      enlarged_ = {};
-      FollowSize();
-    }
-    if (page == nullptr) continue;
+  MakeShown(*form_, window_.get());
+  FollowSize();
+  for (const auto& [frame, page] : pages_) {
     const bool isVisible = (GetWindowLongW(page, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (control->visible != isVisible) ShowWindow(page, control->visible ? SW_SHOWNA : SW_HIDE);
+    if (frame->visible != isVisible) ShowWindow(page, frame->visible ? SW_SHOWNA : SW_HIDE);
   }
 }
 
@@ -108,9 +134,7 @@ void WizardWindow::FollowSize() {
                  first.right + by(kWidens, more.cx), first.bottom + by(kHeightens, more.cy),
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   };
-  for (const auto& [frame, page] : pages_) {
-    if (page != nullptr) follow(page, frame->place);
-  }
+  for (const auto& [frame, page] : pages_) follow(page, frame->place);
   for (const auto& control : controls_) follow(control->Handle(), control->Shown().place);
 }
 
