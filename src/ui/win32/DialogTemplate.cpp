@@ -27,9 +27,12 @@ int NumberOf(const std::string& font, const char* name, const char* otherwise) {
 std::string FaceOf(const std::string& font) {
   constexpr int kDesignResolution = 96;
   const std::string name = ItemOf(font, "Name", "MS Shell Dlg");
-  const HDC screen = GetDC(nullptr);
-  const int resolution = GetDeviceCaps(screen, LOGPIXELSY);
-  ReleaseDC(nullptr, screen);
+  static const int resolution = [] {  // of the program, whatever becomes of the screen's
+    const HDC screen = GetDC(nullptr);
+    const int found = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return found;
+  }();
   return resolution != kDesignResolution && EqualsIgnoreCase(name, "MS Sans Serif") ? "Microsoft Sans Serif"
                                                                                     : name;
 }

@@ -103,8 +103,9 @@ void WizardWindow::Make(HWND owner) {
 void WizardWindow::ShowIcon() {
   icon_ = LoadWizardIcon(module_, GetSystemMetrics(SM_CXICON));
   smallIcon_ = LoadWizardIcon(module_, GetSystemMetrics(SM_CXSMICON));
-  SendMessageW(window_.get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
+  // The small one first: without it, the system would make one of the big one.
   SendMessageW(window_.get(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
+  SendMessageW(window_.get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
 }
 
 // Makes what is shown for the first time, and shows and hides the pages.
