@@ -29,11 +29,13 @@ class DisabledOwner {
 class ControlsOfModule {
  public:
   explicit ControlsOfModule(HINSTANCE module) {
+    const auto manifest = MAKEINTRESOURCEW(2);
+    if (FindResourceW(module, manifest, RT_MANIFEST) == nullptr) return;
     ACTCTXW wanted{};
     wanted.cbSize = sizeof(wanted);
     wanted.dwFlags = ACTCTX_FLAG_HMODULE_VALID | ACTCTX_FLAG_RESOURCE_NAME_VALID;
     wanted.hModule = module;
-    wanted.lpResourceName = MAKEINTRESOURCEW(2);
+    wanted.lpResourceName = manifest;
     context_ = CreateActCtxW(&wanted);
     if (context_ != INVALID_HANDLE_VALUE) isActive_ = ActivateActCtx(context_, &cookie_) != FALSE;
   }
@@ -59,7 +61,7 @@ void WizardWindow::RunModal() {
   Make(owner);
   const DisabledOwner disabled(owner);
   Refresh();
-  MoveToMiddle(owner);
+  if (owner != nullptr) MoveToMiddle(owner);
   if (form_ != nullptr) {
     ShowWindow(window_.get(), SW_SHOW);
     MoveFocus();

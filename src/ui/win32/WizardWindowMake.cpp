@@ -31,7 +31,8 @@ HWND WizardWindow::MakeDialog(const Place& place, const std::string& title, HWND
   return Checked(form.Create(module_, parent, &Procedure, reinterpret_cast<LPARAM>(this)));
 }
 
-// A window is made when its control or page is first shown, in the place where Tab visits it.
+// A window is made when its control or page is first shown, in the place where Tab visits it. A page is above
+// the others, so that it is seen while its tree is filled.
 void WizardWindow::MakeShown(const Container& holder, HWND dialog) {
   HWND last = HWND_TOP;
   const auto isMade = [this](const Control* control) { return MadeWindow(*control) != nullptr; };
@@ -40,7 +41,9 @@ void WizardWindow::MakeShown(const Container& holder, HWND dialog) {
     HWND window = MadeWindow(*control);
     if (window == nullptr && control->IsShown()) {
       window = MakeWindow(*control, holder, dialog);
-      if (!isFirst) SetWindowPos(window, last, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      if (!isFirst)
+        SetWindowPos(window, IsPage(*control) ? HWND_TOP : last, 0, 0, 0, 0,
+                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
       enlarged_ = {};
     }
     if (window == nullptr) continue;
@@ -92,7 +95,7 @@ void WizardWindow::Make(HWND owner) {
   const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | WS_THICKFRAME;
   const bool isOnly = owner == nullptr;  // of its program
   window_.reset(MakeDialog(kFormPlace, form_->caption, owner,
-                           style | (isOnly ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX : 0UL),
+                           style | (isOnly ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX | DS_CENTER : 0UL),
                            isOnly ? WS_EX_APPWINDOW : 0UL));
   RECT place{};
   GetWindowRect(window_.get(), &place);
@@ -139,7 +142,7 @@ void WizardWindow::FollowSize() {
   for (const auto& control : controls_) follow(control->Handle(), control->Shown().place);
 }
 
-// In the middle of its owner, or of the screen.
+// In the middle of its owner, or of the owner's screen.
 void WizardWindow::MoveToMiddle(HWND owner) const {
   RECT place{};
   GetWindowRect(window_.get(), &place);
@@ -150,7 +153,7 @@ void WizardWindow::MoveToMiddle(HWND owner) const {
   GetMonitorInfoW(MonitorFromWindow(owner, MONITOR_DEFAULTTOPRIMARY), &monitor);
   const RECT& work = monitor.rcWork;
   RECT around = work;
-  if (owner != nullptr && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around);
+  if (IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around);
   const auto within = [](LONG wanted, LONG least, LONG most) {
     return std::max(least, std::min(wanted, most));
   };
