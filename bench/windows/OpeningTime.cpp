@@ -35,7 +35,8 @@ LONGLONG Now() {
 
 constexpr UINT kPainted = WM_APP + 1;
 
-// A posted message is handled before the next window is painted, so it shows when this one has been.
+// A posted message is handled before the next window is painted, so it shows when this one has been. The
+// thread has no other hook: looking for one after each message would take as long as a part of the painting.
 LRESULT CALLBACK OnMessage(int code, WPARAM wParam, LPARAM lParam) {
   const auto& message = *reinterpret_cast<const MSG*>(lParam);
   if (code == HC_ACTION && wParam == PM_REMOVE) {
@@ -45,7 +46,7 @@ LRESULT CALLBACK OnMessage(int code, WPARAM wParam, LPARAM lParam) {
     }
     if (message.message == kPainted) watch.painted = Now();
   }
-  return CallNextHookEx(nullptr, code, wParam, lParam);
+  return 0;
 }
 
 void CALLBACK OnQuiet(HWND, UINT, UINT_PTR, DWORD) {

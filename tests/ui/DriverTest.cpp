@@ -58,7 +58,8 @@ class WizardWindows : public testing::Test {
 TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   WizardDriver& driver = Start();
   driver.WaitForFocus(kProjectFile);
-  EXPECT_EQ(FindWindowExW(driver.Window(), nullptr, L"Button", L"&OK"), nullptr) << "made when it is first shown";
+  EXPECT_EQ(FindWindowExW(driver.Window(), nullptr, L"Button", L"&OK"), nullptr)
+      << "made when it is first shown";
   driver.SetText(kProjectFile, "");
   EXPECT_FALSE(driver.Enabled("&Next>"));
   driver.Key(VK_RETURN);  // presses nothing
