@@ -66,6 +66,7 @@ for purpose in "${@:-build}"; do
     packages)
       Need git HasProgram git
       Need dpkg-dev HasProgram dpkg-shlibdeps
+      Need file HasProgram file
       ;;
     *)
       echo "install.sh: unknown purpose '$purpose'; the purposes are build, tests, tidy, windows, bench and packages" >&2

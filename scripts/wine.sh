@@ -9,6 +9,8 @@ repository=$(cd "$(dirname "$0")/.." && pwd)
 export WINEPREFIX=${BXVBWIZ_WINEPREFIX:-$repository/build/wine}
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winedbg.exe=d" WINEDEBUG=${WINEDEBUG:--all}
 unset DISPLAY WAYLAND_DISPLAY
+# In another locale Wine sees no name beyond ASCII.
+[[ ${LC_ALL:-${LC_CTYPE:-${LANG:-}}} == *[Uu][Tt][Ff]* ]] || export LC_ALL=C.UTF-8
 [ -z "${BXVBWIZ_DISPLAY:-}" ] || export DISPLAY=$BXVBWIZ_DISPLAY
 
 if [ "${1:-}" = --stop ]; then

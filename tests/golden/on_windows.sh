@@ -89,7 +89,7 @@ RunCase() {
   ReadOptions "$folder/machine" C:
   if [[ ${options[*]} == *--machine* || ${options[0]} == machine ]]; then
     LayOut "$folder/machine"
-    LC_ALL=C.UTF-8 RunInFolder "${run[@]}"  # or Wine sees no name beyond ASCII
+    RunInFolder "${run[@]}"
     sed -i 's#Z:<machine>#<machine>#' "$folder/output" "$folder/result"
   elif PutOnDrive; then
     if [ "$mode" = --captured ]; then
