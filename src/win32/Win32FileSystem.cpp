@@ -58,7 +58,8 @@ SystemError Win32FileSystem::Find(const std::string& pattern, std::vector<FoundF
   if (pattern.find_first_of("*?") == std::string::npos &&
       GetFileAttributesA(ansi.c_str()) == INVALID_FILE_ATTRIBUTES) {
     const SystemError error = LastError();
-    if (MeansMissing(error)) return error;
+    // A search may show the name of a file that is closed to this user.
+    if (error != SystemError::AccessDenied && error != SystemError::SharingViolation) return error;
   }
   WIN32_FIND_DATAA entry;
   const OwnedSearch search(FindFirstFileA(ansi.c_str(), &entry));
