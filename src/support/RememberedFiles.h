@@ -8,8 +8,8 @@
 
 namespace bxvbwiz {
 
-// Looks up each file that is there only once. What is missing is asked for each time, because the user may
-// add it and retry.
+// Looks up each ordinary file that is there only once. What is missing or hidden is asked for each time,
+// because the user may change that and retry.
 class RememberedFiles : public ForwardingFileSystem {
  public:
   using ForwardingFileSystem::ForwardingFileSystem;
@@ -24,7 +24,9 @@ class RememberedFiles : public ForwardingFileSystem {
     const SystemError error = ForwardingFileSystem::Find(pattern, matches);
     if (error != SystemError::Success) return error;
     found.insert(found.end(), matches.begin(), matches.end());
-    if (isOn_ && pattern.find_first_of("*?") == std::string::npos)
+    constexpr std::uint32_t kOther = kAttributeHidden | kAttributeSystem | kAttributeDirectory;
+    if (isOn_ && matches.size() == 1 && (matches[0].attributes & kOther) == 0 &&
+        pattern.find_first_of("*?") == std::string::npos)
       found_.emplace(pattern, std::move(matches));
     return error;
   }
