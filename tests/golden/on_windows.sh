@@ -62,8 +62,9 @@ LayOverRegistry() {  # LayOverRegistry MACHINE
   Removal "$1/registry.reg" >"$folder/removal"
   touch "$prefix/left"
   { printf 'REGEDIT4\r\n\r\n'; cat "$prefix/left" "$folder/removal"; tail -n +2 "$1/registry.reg"; } >"$folder/all.reg"
-  cp "$folder/removal" "$prefix/left"
+  cat "$folder/removal" >>"$prefix/left"  # both stand there should the import not end
   ImportRegistry "$folder/all.reg"
+  cp "$folder/removal" "$prefix/left"
 }
 
 # Prints the lines of a registry file that remove the keys of FILE, and type libraries with all their versions.
