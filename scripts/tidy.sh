@@ -64,9 +64,11 @@ checking=$({ cat .clang-tidy scripts/tidy.sh src/com/*.idl; clang-tidy --version
       split("", seen)
       fingerprint = checking
       Visit(batch)
+      found = 1
       print batch
       print fingerprint
     }
+    if (!found) { print "tidy.sh: no source of src that is compiled:" wanted >"/dev/stderr"; exit 2 }
   }' | while read -r batch && read -r fingerprint; do
   known=
   { read -r known <"build/tidy/${batch//\//,}"; } 2>/dev/null || true
