@@ -20,12 +20,8 @@ using namespace bxvbwiz;
 // Longer than any window takes to be painted.
 constexpr UINT kQuietMilliseconds = 300;
 
-// What the thread's windows did last. It is global, because a hook and a timer get no object.
-struct Watch {
-  LONGLONG painted = 0;
-  HWND window = nullptr;
-};
-thread_local Watch watch;
+// When the thread's windows were last painted. It is global, because a hook gets no object.
+LONGLONG painted = 0;
 
 LONGLONG Now() {
   LARGE_INTEGER now{};
@@ -35,22 +31,25 @@ LONGLONG Now() {
 
 constexpr UINT kPainted = WM_APP + 1;
 
-// A posted message is handled before the next window is painted, so it shows when this one has been. The
-// thread has no other hook: looking for one after each message would take as long as a part of the painting.
+// A posted message is handled before the next window is painted, so it shows when those before it have been.
+// The thread has no other hook: looking for one after each message would take as long as a part of the
+// painting.
 LRESULT CALLBACK OnMessage(int code, WPARAM wParam, LPARAM lParam) {
   const auto& message = *reinterpret_cast<const MSG*>(lParam);
   if (code == HC_ACTION && wParam == PM_REMOVE) {
-    if (message.message == WM_PAINT) {
-      watch.window = GetAncestor(message.hwnd, GA_ROOT);
-      PostThreadMessageW(GetCurrentThreadId(), kPainted, 0, 0);
-    }
-    if (message.message == kPainted) watch.painted = Now();
+    if (message.message == WM_PAINT) PostThreadMessageW(GetCurrentThreadId(), kPainted, 0, 0);
+    if (message.message == kPainted && GetActiveWindow() != nullptr) painted = Now();
   }
   return 0;
 }
 
+BOOL CALLBACK CloseVisible(HWND window, LPARAM) {
+  if (IsWindowVisible(window)) PostMessageW(window, WM_CLOSE, 0, 0);
+  return TRUE;
+}
+
 void CALLBACK OnQuiet(HWND, UINT, UINT_PTR, DWORD) {
-  PostMessageW(watch.window, WM_CLOSE, 0, 0);
+  EnumThreadWindows(GetCurrentThreadId(), &CloseVisible, 0);
 }
 
 // Milliseconds from now to the last painting of what `open` shows until it is closed.
@@ -60,11 +59,13 @@ double Measure(Open open) {
   QueryPerformanceFrequency(&frequency);
   const HHOOK hook = SetWindowsHookExW(WH_GETMESSAGE, &OnMessage, nullptr, GetCurrentThreadId());
   const UINT_PTR timer = SetTimer(nullptr, 0, kQuietMilliseconds, &OnQuiet);
+  painted = 0;
   const LONGLONG start = Now();
+  PostThreadMessageW(GetCurrentThreadId(), kPainted, 0, 0);  // for what is painted before the first message
   open();
-  const LONGLONG painted = watch.painted;
   KillTimer(nullptr, timer);
   UnhookWindowsHookEx(hook);
+  if (painted == 0) throw std::runtime_error("no window was painted");
   return 1000.0 * static_cast<double>(painted - start) / static_cast<double>(frequency.QuadPart);
 }
 

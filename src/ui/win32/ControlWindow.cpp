@@ -15,7 +15,7 @@ namespace {
 using Kind = ControlKind;
 
 bool HasText(Kind kind) {
-  return kind != Kind::Line && kind != Kind::ProgressBar && kind != Kind::TreeView;
+  return kind != Kind::ProgressBar && kind != Kind::TreeView;
 }
 
 struct WindowClass {
@@ -34,7 +34,7 @@ WindowClass WindowClassOf(const Control& control, bool beginsGroup) {
       // It notifies its tool tip.
       return {WC_STATICW, SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_NOTIFY, 0};
     case Kind::Line:
-      return {WC_STATICW, SS_ETCHEDHORZ, 0};
+      break;  // has no window
     case Kind::CommandButton:
       return {WC_BUTTONW, BS_PUSHBUTTON | kTab, 0};
     case Kind::CheckBox:

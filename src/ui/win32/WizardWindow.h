@@ -57,7 +57,9 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void Prepare(const Control& control, HWND window);
   void ShowIcon();
   void MoveToMiddle(HWND owner) const;
+  RECT PlaceNow(const Place& place) const;
   void FollowSize();
+  void Paint() const;
   void FillTip(NMTVGETINFOTIPW& asked) const;
   void ShowPages();
   void ShowControls();

@@ -45,6 +45,10 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
     case WM_SIZE:
       if (window == window_.get() && wParam != SIZE_MINIMIZED) FollowSize();
       return FALSE;
+    case WM_PAINT:
+      if (window != window_.get()) return FALSE;
+      Paint();
+      return TRUE;
     case WM_GETMINMAXINFO:
       if (window != window_.get()) return FALSE;
       reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least_.cx, least_.cy};

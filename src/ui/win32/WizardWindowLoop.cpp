@@ -65,6 +65,8 @@ void WizardWindow::RunModal() {
   if (form_ != nullptr) {
     ShowWindow(window_.get(), SW_SHOW);
     MoveFocus();
+    // All windows at once: a message to each of them would cost time.
+    RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     Loop();
   }
   if (quitCode_.has_value()) PostQuitMessage(*quitCode_);

@@ -38,6 +38,7 @@ void WizardWindow::MakeShown(const Container& holder, HWND dialog) {
   const auto isMade = [this](const Control* control) { return MadeWindow(*control) != nullptr; };
   const bool isFirst = std::none_of(holder.controls.begin(), holder.controls.end(), isMade);
   for (Control* control : holder.controls) {
+    if (control->kind == ControlKind::Line) continue;  // the form paints it
     HWND window = MadeWindow(*control);
     if (window == nullptr && control->IsShown()) {
       window = MakeWindow(*control, holder, dialog);
@@ -121,6 +122,25 @@ void WizardWindow::ShowPages() {
   }
 }
 
+// In pixels, with width and height as right and bottom, as large as the window is now.
+RECT WizardWindow::PlaceNow(const Place& place) const {
+  const auto by = [&](unsigned change, LONG amount) {
+    return (place.whenEnlarged & change) != 0 ? amount : 0;
+  };
+  const RECT first = PixelsOf(place);
+  return {first.left + by(kMovesRight, enlarged_.cx), first.top + by(kMovesDown, enlarged_.cy),
+          first.right + by(kWidens, enlarged_.cx), first.bottom + by(kHeightens, enlarged_.cy)};
+}
+
+void WizardWindow::Paint() const {
+  PAINTSTRUCT paint{};
+  const HDC context = BeginPaint(window_.get(), &paint);
+  RECT line = PlaceNow(form_->linBranding.place);
+  line.right += line.left;
+  DrawEdge(context, &line, EDGE_ETCHED, BF_TOP);
+  EndPaint(window_.get(), &paint);
+}
+
 // Moves and enlarges what follows the size of the window.
 void WizardWindow::FollowSize() {
   RECT inside{};
@@ -130,14 +150,11 @@ void WizardWindow::FollowSize() {
   if (more.cx == enlarged_.cx && more.cy == enlarged_.cy) return;
   enlarged_ = more;
   const auto follow = [&](HWND window, const Place& place) {
-    const auto by = [&](unsigned change, LONG amount) {
-      return (place.whenEnlarged & change) != 0 ? amount : 0;
-    };
-    const RECT first = PixelsOf(place);
-    SetWindowPos(window, nullptr, first.left + by(kMovesRight, more.cx), first.top + by(kMovesDown, more.cy),
-                 first.right + by(kWidens, more.cx), first.bottom + by(kHeightens, more.cy),
+    const RECT now = PlaceNow(place);
+    SetWindowPos(window, nullptr, now.left, now.top, now.right, now.bottom,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   };
+  InvalidateRect(window_.get(), nullptr, TRUE);  // with the line
   for (const auto& [frame, page] : pages_) follow(page, frame->place);
   for (const auto& control : controls_) follow(control->Handle(), control->Shown().place);
 }
