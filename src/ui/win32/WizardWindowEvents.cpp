@@ -43,7 +43,7 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
         FillTip(*reinterpret_cast<NMTVGETINFOTIPW*>(lParam));
       return FALSE;
     case WM_SIZE:
-      if (window == window_.get() && wParam != SIZE_MINIMIZED) FollowSize();
+      if (window == window_.get()) FollowSize();
       return FALSE;
     case WM_PAINT:
       if (window != window_.get()) return FALSE;

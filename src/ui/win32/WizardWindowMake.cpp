@@ -143,6 +143,7 @@ void WizardWindow::Paint() const {
 
 // Moves and enlarges what follows the size of the window.
 void WizardWindow::FollowSize() {
+  if (IsIconic(window_.get()) != FALSE) return;
   RECT inside{};
   GetClientRect(window_.get(), &inside);
   const RECT least = PixelsOf(kFormPlace);
