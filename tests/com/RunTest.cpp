@@ -25,6 +25,15 @@ void CALLBACK OnTimer(HWND, UINT, UINT_PTR timer, DWORD) {
   whileShown();
 }
 
+// The window of this thread's wizard; other processes may show one, too.
+HWND OwnWizard() {
+  HWND window = nullptr;
+  do {
+    window = FindWindowExW(nullptr, window, nullptr, L"Visual Basic Project Wizard - Welcome");
+  } while (window != nullptr && GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId());
+  return window;
+}
+
 // Runs the wizard of this thread while a user presses the buttons of WizardDriver::Press.
 template <class Run>
 void Pressing(const char* buttons, Run&& run) {
@@ -113,7 +122,7 @@ TEST_F(RunTest, LetsMessagesFlowAndSurvivesCallsAndReleaseFromInside) {
     constexpr HRESULT kFormShown = static_cast<HRESULT>(0x800A0190);  // run-time error 400
     for (const ComPtr<IApplication>& any : {app, CreateApplication()}) EXPECT_EQ(any->Run(), kFormShown);
     app = ComPtr<IApplication>();
-    HWND window = FindWindowW(nullptr, L"Visual Basic Project Wizard - Welcome");
+    const HWND window = OwnWizard();
     EXPECT_TRUE(IsWindowVisible(window));
     PostMessageW(window, WM_CLOSE, 0, 0);
   };
@@ -139,7 +148,7 @@ TEST_F(RunTest, ReturnsWhenTheHostDestroysItsWindow) {
                                    nullptr, nullptr, nullptr, nullptr);
   SetActiveWindow(owner);
   whileShown = [&] {
-    EXPECT_EQ(GetWindow(FindWindowW(nullptr, L"Visual Basic Project Wizard - Welcome"), GW_OWNER), owner);
+    EXPECT_EQ(GetWindow(OwnWizard(), GW_OWNER), owner);
     DestroyWindow(owner);
   };
   SetTimer(nullptr, 0, 10, &OnTimer);
