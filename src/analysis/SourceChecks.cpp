@@ -54,7 +54,7 @@ FileTime WhenWritten(FileSystem& files, const std::string& path) {
 // order, which may take minutes. The project file does not count: Visual Basic saves it after it has
 // compiled.
 void TellOlderOutput(const AuditSubject& subject) {
-  constexpr FileTime kCheckout = FileTime{10'000'000} * 60 * 10;
+  constexpr FileTime kCheckout = FileTime{kUnitsPerSecond} * 60 * 10;
   if (subject.output == nullptr || !subject.output->LinkResolves) return;
   FileSystem& files = subject.platform.files;
   const std::string program = subject.output->Source();

@@ -27,8 +27,8 @@ constexpr SYSKIND kSystem = SYS_WIN32;
 constexpr const wchar_t* kSystemName = L"win32";
 constexpr REGSAM kOtherView = KEY_WOW64_64KEY;
 #endif
-constexpr DWORD kPathBuffer =
-    32768;  // characters; of the longest path (UNICODE_STRING of ntdef.h) with a NUL
+// Characters of the longest path (UNICODE_STRING of ntdef.h) with a NUL.
+constexpr DWORD kPathBuffer = 32768;
 // The version in the type library's description.
 constexpr USHORT kMajorVersion = 1;
 constexpr USHORT kMinorVersion = 0;

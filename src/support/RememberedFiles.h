@@ -17,7 +17,7 @@ class RememberedFiles : public ForwardingFileSystem {
   SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
     const auto known = found_.find(pattern);
     if (known != found_.end()) {
-      found.insert(found.end(), known->second.begin(), known->second.end());
+      found.push_back(known->second);
       return SystemError::Success;
     }
     std::vector<FoundFile> matches;
@@ -27,7 +27,7 @@ class RememberedFiles : public ForwardingFileSystem {
     constexpr std::uint32_t kOther = kAttributeHidden | kAttributeSystem | kAttributeDirectory;
     if (isOn_ && matches.size() == 1 && (matches[0].attributes & kOther) == 0 &&
         pattern.find_first_of("*?") == std::string::npos)
-      found_.emplace(pattern, std::move(matches));
+      found_.emplace(pattern, matches[0]);
     return error;
   }
   // For a time in which nobody removes or changes files, or the current folder. Each call forgets what it
@@ -39,7 +39,7 @@ class RememberedFiles : public ForwardingFileSystem {
 
  private:
   bool isOn_ = false;
-  std::unordered_map<std::string, std::vector<FoundFile>> found_;  // by pattern
+  std::unordered_map<std::string, FoundFile> found_;  // by pattern
 };
 
 }  // namespace bxvbwiz
