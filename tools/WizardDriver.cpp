@@ -166,10 +166,10 @@ void WizardDriver::AccessKey(char letter) {
 
 // ---------------------------------------------------------------- waiting
 
-// A visible dialog of the program.
+// A visible window of the program.
 HWND WizardDriver::Dialog(const std::function<bool(HWND)>& isWanted) const {
   DWORD owner = 0;
-  for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, kDialogClass, nullptr)) != nullptr;) {
+  for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, nullptr, nullptr)) != nullptr;) {
     GetWindowThreadProcessId(dialog, &owner);
     if (owner == processId_ && IsWindowVisible(dialog) && isWanted(dialog)) return dialog;
   }

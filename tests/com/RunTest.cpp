@@ -156,15 +156,13 @@ TEST_F(RunTest, ReturnsWhenTheHostDestroysItsWindow) {
   EXPECT_EQ(Results(app), L"False 0 ");
 }
 
-LRESULT CALLBACK RefuseDialog(int code, WPARAM window, LPARAM created) {
-  const bool isDialog =
-      code == HCBT_CREATEWND && reinterpret_cast<CBT_CREATEWNDW*>(created)->lpcs->lpszClass == WC_DIALOG;
-  return isDialog ? 1 : CallNextHookEx(nullptr, code, window, created);
+LRESULT CALLBACK RefuseWindow(int code, WPARAM window, LPARAM created) {
+  return code == HCBT_CREATEWND ? 1 : CallNextHookEx(nullptr, code, window, created);
 }
 
 TEST_F(RunTest, AWizardWithoutAWindowSaysSo) {
   const ComPtr<IApplication> app = CreateApplication();
-  const HHOOK hook = SetWindowsHookExW(WH_CBT, &RefuseDialog, nullptr, GetCurrentThreadId());
+  const HHOOK hook = SetWindowsHookExW(WH_CBT, &RefuseWindow, nullptr, GetCurrentThreadId());
   EXPECT_EQ(app->Run(), static_cast<HRESULT>(0x800A005B));  // run-time error 91
   UnhookWindowsHookEx(hook);
   ComPtr<IErrorInfo> error;

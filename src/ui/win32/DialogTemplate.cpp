@@ -39,15 +39,16 @@ std::string FaceOf(const std::string& font) {
 
 }  // namespace
 
-DialogTemplate::DialogTemplate(DWORD style, DWORD extendedStyle, const Place& place, const std::string& title,
-                               const std::string& font)
+DialogTemplate::DialogTemplate(DWORD style, DWORD extendedStyle, const std::wstring& className,
+                               const Place& place, const std::string& title, const std::string& font)
     : words_{1, 0xFFFF} {  // the version, and what distinguishes this structure from the older one
   Append(0);               // help
   Append(extendedStyle);
   Append(style | DS_SETFONT);
   words_.push_back(0);  // controls
   Append(place);
-  words_.insert(words_.end(), 2, 0);  // no menu and class
+  words_.push_back(0);  // no menu
+  Append(className);
   Append(Widen(title));
   words_.push_back(static_cast<WORD>(std::max(1, NumberOf(font, "Size", "8"))));
   words_.push_back(NumberOf(font, "Bold", "0") != 0 ? FW_BOLD : FW_NORMAL);

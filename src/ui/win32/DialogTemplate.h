@@ -12,10 +12,11 @@ namespace bxvbwiz {
 // What the system's dialog manager makes a dialog of, with title and font (DLGTEMPLATEEX).
 class DialogTemplate {
  public:
-  // `font` is a description like "Name=MS Sans Serif;Bold=0;Italic=0;Size=8"; what it lacks is taken from the
-  // system's dialog font, 8 points.
-  DialogTemplate(DWORD style, DWORD extendedStyle, const Place& place, const std::string& title,
-                 const std::string& font);
+  // An empty class name stands for the system's class of dialogs. `font` is a description like
+  // "Name=MS Sans Serif;Bold=0;Italic=0;Size=8"; what it lacks is taken from the system's dialog font,
+  // 8 points.
+  DialogTemplate(DWORD style, DWORD extendedStyle, const std::wstring& className, const Place& place,
+                 const std::string& title, const std::string& font);
 
   // Makes the dialog, which is not shown yet. Null when the system refuses it.
   HWND Create(HINSTANCE module, HWND parent, DLGPROC procedure, LPARAM parameter);

@@ -49,13 +49,13 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void Command(HWND used, int code);
 
   void Make(HWND owner);
-  HWND MakeDialog(const Place& place, const std::string& title, HWND parent, DWORD style,
-                  DWORD extendedStyle);
+  HWND MakeDialog(const wchar_t* className, const Place& place, const std::string& title, HWND parent,
+                  DWORD style, DWORD extendedStyle);
   void MakeShown(const Container& holder, HWND dialog);
+  bool IsPainted(const Control& control) const;
   HWND MadeWindow(const Control& control) const;
   HWND MakeWindow(Control& control, const Container& holder, HWND dialog);
   void Prepare(const Control& control, HWND window);
-  void ShowIcon();
   void MoveToMiddle(HWND owner) const;
   RECT PlaceNow(const Place& place) const;
   void FollowSize();
@@ -81,8 +81,6 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   frmMain* form_;  // null once it is unloaded
   HINSTANCE module_;
   OwnedImageList images_;
-  OwnedIcon icon_;
-  OwnedIcon smallIcon_;
   OwnedWindow window_;                    // goes before the pictures, and takes all the others with it
   std::map<const Control*, HWND> pages_;  // those that were shown
   std::vector<std::unique_ptr<ControlWindow>> controls_;

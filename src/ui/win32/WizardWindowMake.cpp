@@ -18,6 +18,36 @@ bool IsPage(const Control& control) {
   return control.kind == ControlKind::Frame && control.page == nullptr;
 }
 
+// The class of the form's window: a dialog with the wizard's icons. It is registered once; the system would
+// keep it when the module is unloaded.
+class FormClass {
+ public:
+  static constexpr const wchar_t* kName = L"frmMain";
+
+  explicit FormClass(HINSTANCE module)
+      : module_(module),
+        icon_(LoadWizardIcon(module, GetSystemMetrics(SM_CXICON))),
+        smallIcon_(LoadWizardIcon(module, GetSystemMetrics(SM_CXSMICON))) {
+    WNDCLASSEXW form{};
+    form.cbSize = sizeof(form);
+    GetClassInfoExW(nullptr, WC_DIALOG, &form);
+    form.style &= ~static_cast<UINT>(CS_GLOBALCLASS);
+    form.hInstance = module;
+    form.hIcon = icon_.get();
+    form.hIconSm = smallIcon_.get();
+    form.lpszClassName = kName;
+    RegisterClassExW(&form);
+  }
+  ~FormClass() { UnregisterClassW(kName, module_); }
+  FormClass(const FormClass&) = delete;
+  FormClass& operator=(const FormClass&) = delete;
+
+ private:
+  HINSTANCE module_;
+  OwnedIcon icon_;
+  OwnedIcon smallIcon_;
+};
+
 HWND Checked(HWND made) {
   if (made == nullptr) throw RuntimeError(kErrorObjectNotSet, "Cannot make the wizard's window");
   return made;
@@ -25,9 +55,9 @@ HWND Checked(HWND made) {
 
 }  // namespace
 
-HWND WizardWindow::MakeDialog(const Place& place, const std::string& title, HWND parent, DWORD style,
-                              DWORD extendedStyle) {
-  DialogTemplate form(style, extendedStyle, place, title, form_->font);
+HWND WizardWindow::MakeDialog(const wchar_t* className, const Place& place, const std::string& title,
+                              HWND parent, DWORD style, DWORD extendedStyle) {
+  DialogTemplate form(style, extendedStyle, className, place, title, form_->font);
   return Checked(form.Create(module_, parent, &Procedure, reinterpret_cast<LPARAM>(this)));
 }
 
@@ -61,8 +91,8 @@ HWND WizardWindow::MadeWindow(const Control& control) const {
 
 HWND WizardWindow::MakeWindow(Control& control, const Container& holder, HWND dialog) {
   if (IsPage(control)) {
-    return pages_[&control] = MakeDialog(control.place, {}, dialog, WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL,
-                                         WS_EX_CONTROLPARENT);
+    return pages_[&control] = MakeDialog(L"", control.place, {}, dialog,
+                                         WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL, WS_EX_CONTROLPARENT);
   }
   constexpr int kFirstId = 100;
   const bool beginsGroup = controls_.empty() || controls_.back()->Shown().kind != control.kind;
@@ -93,23 +123,15 @@ void WizardWindow::Make(HWND owner) {
   INITCOMMONCONTROLSEX classes{
       sizeof(classes), ICC_TREEVIEW_CLASSES | ICC_PROGRESS_CLASS | ICC_STANDARD_CLASSES | ICC_BAR_CLASSES};
   InitCommonControlsEx(&classes);
+  static const FormClass formClass(module_);
   const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | WS_THICKFRAME;
   const bool isOnly = owner == nullptr;  // of its program
-  window_.reset(MakeDialog(kFormPlace, form_->caption, owner,
+  window_.reset(MakeDialog(FormClass::kName, kFormPlace, form_->caption, owner,
                            style | (isOnly ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX | DS_CENTER : 0UL),
                            isOnly ? WS_EX_APPWINDOW : 0UL));
   RECT place{};
   GetWindowRect(window_.get(), &place);
   least_ = {place.right - place.left, place.bottom - place.top};
-  ShowIcon();
-}
-
-void WizardWindow::ShowIcon() {
-  icon_ = LoadWizardIcon(module_, GetSystemMetrics(SM_CXICON));
-  smallIcon_ = LoadWizardIcon(module_, GetSystemMetrics(SM_CXSMICON));
-  // The small one first: without it, the system would make one of the big one.
-  SendMessageW(window_.get(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon_.get()));
-  SendMessageW(window_.get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
 }
 
 // Makes what is shown for the first time, and shows and hides the pages.
