@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "support/Errors.h"
+#include "text/win32/WideText.h"
 #include "ui/win32/DialogTemplate.h"
 #include "ui/win32/Pictures.h"
 #include "ui/win32/WizardWindow.h"
@@ -68,7 +69,7 @@ void WizardWindow::MakeShown(const Container& holder, HWND dialog) {
   const auto isMade = [this](const Control* control) { return MadeWindow(*control) != nullptr; };
   const bool isFirst = std::none_of(holder.controls.begin(), holder.controls.end(), isMade);
   for (Control* control : holder.controls) {
-    if (control->kind == ControlKind::Line) continue;  // the form paints it
+    if (IsPainted(*control)) continue;
     HWND window = MadeWindow(*control);
     if (window == nullptr && control->IsShown()) {
       window = MakeWindow(*control, holder, dialog);
@@ -81,6 +82,11 @@ void WizardWindow::MakeShown(const Container& holder, HWND dialog) {
     if (IsPage(*control)) MakeShown(*static_cast<Frame*>(control), window);
     last = window;
   }
+}
+
+// The product's name and the line beside it: nobody can use them.
+bool WizardWindow::IsPainted(const Control& control) const {
+  return &control == &form_->lblBranding || &control == &form_->linBranding;
 }
 
 HWND WizardWindow::MadeWindow(const Control& control) const {
@@ -144,22 +150,29 @@ void WizardWindow::ShowPages() {
   }
 }
 
-// In pixels, with width and height as right and bottom, as large as the window is now.
+// In pixels, as large as the window is now.
 RECT WizardWindow::PlaceNow(const Place& place) const {
   const auto by = [&](unsigned change, LONG amount) {
     return (place.whenEnlarged & change) != 0 ? amount : 0;
   };
   const RECT first = PixelsOf(place);
-  return {first.left + by(kMovesRight, enlarged_.cx), first.top + by(kMovesDown, enlarged_.cy),
-          first.right + by(kWidens, enlarged_.cx), first.bottom + by(kHeightens, enlarged_.cy)};
+  const LONG left = first.left + by(kMovesRight, enlarged_.cx);
+  const LONG top = first.top + by(kMovesDown, enlarged_.cy);
+  return {left, top, left + first.right + by(kWidens, enlarged_.cx),
+          top + first.bottom + by(kHeightens, enlarged_.cy)};
 }
 
 void WizardWindow::Paint() const {
   PAINTSTRUCT paint{};
   const HDC context = BeginPaint(window_.get(), &paint);
   RECT line = PlaceNow(form_->linBranding.place);
-  line.right += line.left;
   DrawEdge(context, &line, EDGE_ETCHED, BF_TOP);
+  RECT name = PlaceNow(form_->lblBranding.place);
+  const HGDIOBJ previous = SelectObject(context, Font());
+  SetBkMode(context, TRANSPARENT);
+  SetTextColor(context, GetSysColor(COLOR_GRAYTEXT));
+  DrawTextW(context, Widen(form_->lblBranding.text).c_str(), -1, &name, DT_SINGLELINE | DT_NOPREFIX);
+  SelectObject(context, previous);
   EndPaint(window_.get(), &paint);
 }
 
@@ -174,7 +187,7 @@ void WizardWindow::FollowSize() {
   enlarged_ = more;
   const auto follow = [&](HWND window, const Place& place) {
     const RECT now = PlaceNow(place);
-    SetWindowPos(window, nullptr, now.left, now.top, now.right, now.bottom,
+    SetWindowPos(window, nullptr, now.left, now.top, now.right - now.left, now.bottom - now.top,
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
   };
   InvalidateRect(window_.get(), nullptr, TRUE);  // with the line
