@@ -86,9 +86,10 @@ std::string TextOf(HWND window) {
   return Narrow(WideTextOf(window));
 }
 
-void ControlWindow::Make(HWND dialog, int id, const RECT& place, bool beginsGroup) {
+void ControlWindow::Make(HWND dialog, int id, const RECT& place, bool beginsGroup, bool isDefault) {
   const WindowClass made = WindowClassOf(control_, beginsGroup);
-  const DWORD style = made.style | WS_CHILD | WS_VISIBLE | (control_.enabled ? 0UL : WS_DISABLED);
+  const DWORD style = made.style | WS_CHILD | WS_VISIBLE | (control_.enabled ? 0UL : WS_DISABLED) |
+                      (isDefault ? BS_DEFPUSHBUTTON : 0UL);
   window_ = CreateWindowExW(made.extendedStyle | WS_EX_NOPARENTNOTIFY, made.name, Widen(ShownText()).c_str(),
                             style, place.left, place.top, place.right, place.bottom, dialog,
                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);

@@ -23,7 +23,7 @@ class ControlWindow {
 
   // Makes the window as the control is now, since each change afterwards would cost time, in the font of the
   // dialog.
-  void Make(HWND dialog, int id, const RECT& place, bool beginsGroup);
+  void Make(HWND dialog, int id, const RECT& place, bool beginsGroup, bool isDefault);
 
   HWND Handle() const { return window_; }
   Control& Shown() const { return control_; }

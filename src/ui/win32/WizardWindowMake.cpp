@@ -106,7 +106,10 @@ HWND WizardWindow::MakeWindow(Control& control, const Container& holder, HWND di
   // Its label leads to the project's box; and on the summary page the key of Finish is that of a view.
   if (&control == &form_->lblVBP) made->SetAccessKey(AccessKey::First);
   if (&control == &form_->cmdNext[kPanelSummary]) made->SetAccessKey(AccessKey::None);
-  made->Make(dialog, kFirstId + static_cast<int>(controls_.size()), PixelsOf(control.place), beginsGroup);
+  // The first default button has the identifier that dialogs give it: the system looks for no other one.
+  const bool isFirstDefault = &control == form_->defaultButton && shownDefault_ == nullptr;
+  made->Make(dialog, isFirstDefault ? IDOK : kFirstId + static_cast<int>(controls_.size()),
+             PixelsOf(control.place), beginsGroup, isFirstDefault);
   const HWND window = Checked(made->Handle());
   controls_.push_back(std::move(made));
   Prepare(control, window);
