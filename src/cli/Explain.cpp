@@ -123,7 +123,7 @@ class Question {
       answer_.name = name;
       answer_.verdict = {record.LinkResolves ? TextId::ExplainInstalled : TextId::ExplainNotFound,
                          {file.symbol, record.FileLinkPath}};
-      answer_.why = file.why;
+      answer_.why = file.Why();
       return TakeAskers(record);
     }
   }

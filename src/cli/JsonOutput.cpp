@@ -98,8 +98,8 @@ class Writer {
         {"symbol", installed.symbol},        {"sharedFile", file.SharedFile},
         {"selfRegister", file.SelfRegister}, {"selfRegisterName", NameIn(kRegisterCodes, file.SelfRegister)},
         {"fileLinkPath", file.FileLinkPath}, {"linkResolves", file.LinkResolves},
-        {"fileGroup", file.FileGroup},       {"component", installed.component},
-        {"askedBy", Array(file.askers)},     {"why", Array(installed.why)}};
+        {"fileGroup", file.FileGroup},       {"component", installed.Component()},
+        {"askedBy", Array(file.askers)},     {"why", Array(installed.Why())}};
   }
 
   Json Of(const ShownMessage& shown) const {

@@ -22,10 +22,17 @@ struct ShownMessage {
 
 // A file of the setup, and where it is in the setup project.
 struct InstalledFile {
-  const CFile* record;        // of the analysis
-  std::string symbol;         // of its destination; empty when it could not be found out
-  std::string component;      // likewise
-  std::vector<Sentence> why;  // the rules that decided all this, in their order
+  const CFile* record;  // of the analysis
+  std::string symbol;   // of its destination; empty when it could not be found out
+  Sentence component;   // its value, and why; without one as long as there is no symbol
+
+  std::string Component() const { return component.values.empty() ? "" : component.values.front(); }
+  // The rules that decided all this, in their order.
+  std::vector<Sentence> Why() const {
+    std::vector<Sentence> why = record->reasons;
+    if (!component.values.empty()) why.push_back(component);
+    return why;
+  }
 };
 
 // What explain tells of one name.

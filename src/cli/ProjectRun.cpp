@@ -221,11 +221,10 @@ class Run {
 
   // A file whose symbol could not be found out has an empty one.
   void TakeFiles(Analysis& analysis) {
-    for (const CFile& file : analysis.Files()) outcome_.files.push_back({&file, "", "", file.reasons});
+    for (const CFile& file : analysis.Files()) outcome_.files.push_back({&file, "", {}});
     for (InstalledFile& file : outcome_.files) {
       file.symbol = analysis.FileGroups().ConvertDestMacroToBXDestSymbol(file.record->Destination);
-      file.why.push_back(ComponentOf(file.symbol, file.record->FileGroup));
-      file.component = file.why.back().values.front();
+      file.component = ComponentOf(file.symbol, file.record->FileGroup);
     }
   }
 
