@@ -18,18 +18,34 @@ if [ "${1:-}" = --stop ]; then
   exit 0
 fi
 
+# Wine takes half a minute to make a prefix, so it makes one that is only copied, for all but the first.
+template=$repository/build/wine-new
+
+New() {  # New PREFIX
+  rm -rf "$1"
+  WINEPREFIX=$1 wineboot -i
+  # Programs without windows need no display.
+  WINEPREFIX=$1 wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d x11,null /f
+  WINEPREFIX=$1 wineserver -w
+} >/dev/null 2>&1 9>&-
+
 MakePrefix() {
-  mkdir -p "$(dirname "$WINEPREFIX")"
+  mkdir -p "$(dirname "$WINEPREFIX")" "$(dirname "$template")"
   (
     flock 9
     [ ! -e "$WINEPREFIX/made" ] || exit 0
-    rm -rf "$WINEPREFIX"
-    wineboot -i >/dev/null 2>&1 9>&-
-    # Programs without windows need no display.
-    wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d x11,null /f >/dev/null 2>&1 9>&-
-    wineserver -w
+    if [ "$WINEPREFIX" = "$repository/build/wine" ] && [ ! -e "$template.made" ]; then
+      New "$WINEPREFIX"
+    else
+      if [ ! -e "$template.made" ]; then
+        New "$template"
+        touch "$template.made"
+      fi
+      rm -rf "$WINEPREFIX"
+      cp -R "$template" "$WINEPREFIX"
+    fi
     touch "$WINEPREFIX/made"
-  ) 9>"$WINEPREFIX.lock"
+  ) 9>"$template.lock"
 }
 [ -e "$WINEPREFIX/made" ] || MakePrefix
 # The server stays for a while after the last program, so that the next one starts fast. It belongs to no program, so
