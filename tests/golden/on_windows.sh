@@ -37,19 +37,17 @@ LayOutDriveD() {  # LayOutDriveD MACHINE
 
 # Removes everything that is not the prefix's own, and puts back what was replaced.
 CleanDrive() {
-  (cd "$drive" && find . | sort | comm -13 "$prefix/pristine" - | sort -r | while IFS= read -r path; do
-    if [ -d "$path" ] && [ ! -L "$path" ]; then rmdir "$path"; else rm -f "$path"; fi
-  done)
+  (cd "$drive" && find . | sort | comm -13 "$prefix/pristine" - | sort -r | xargs -r -d '\n' rm -df)
   cp -R "$prefix/replaced/." "$drive"
 }
 
 # Lays the machine folder's drive over Wine's, replacing Wine's own files, except the kernel, which no case reads.
 LayOverDrive() {  # LayOverDrive MACHINE
-  local path existing
+  local existing
   (cd "$1/drive_c" && find . -type f ! -name KERNEL32.DLL) | sed "s#^./windows/system32#./$systemFolder#" |
-    while IFS= read -r path; do
-      existing=$(cd "$drive" && find "${path%/*}" -maxdepth 1 -iname "${path##*/}" 2>/dev/null || true)
-      [ -n "$existing" ] || continue
+    awk '{ name = tolower($0) } NR == FNR { wine[name] = $0; next } name in wine { print wine[name] }' \
+      "$prefix/pristine" - |
+    while IFS= read -r existing; do
       mkdir -p "$prefix/replaced/${existing%/*}"
       mv "$drive/$existing" "$prefix/replaced/$existing"
     done

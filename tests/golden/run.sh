@@ -92,15 +92,18 @@ SaysTheSame() {  # SaysTheSame FILE
 # Keeps the lines of findings; of a note the first one, as it is printed.
 FindingLines() { awk '/^[a-z]/ { note = /^note / } /^(error|warning|note) / || (!note && /^  (from|to do): /)'; }
 
+# Prints what is in a folder, sorted: a checksum and a path, of empty folders "-" and the path.
+Contents() {  # Contents FOLDER
+  (cd "$1" && { find -- * -type f -exec cksum {} + | sed 's/ /:/'; find -- * -type d -empty -printf '- %p\n'; } | sort)
+}
+
 # Prints what a run made of $folder/before: what $folder/machine has, then what it lacks.
 PrintChanges() {
   local path before=$folder/before after=$folder/machine
   local template="$before/drive_c/Program Files/Borvex/VBWiz/Template"
-  (cd "$after" && find -- * ! -type d -o -empty | sort) | while IFS= read -r path; do
+  comm -13 <(Contents "$before") <(Contents "$after") | cut -d ' ' -f 2- | sort | while IFS= read -r path; do
     if [ -d "$after/$path" ]; then
       [ -d "$before/$path" ] || echo "== $path/ is empty"
-    elif cmp -s "$before/$path" "$after/$path"; then
-      continue
     elif cmp -s "$template/${path#drive_c/*/*/}" "$after/$path"; then
       echo "== $path is the template's"
     elif [[ $path == */"Left To Do.txt" ]] && SaysTheSame "$after/$path"; then
@@ -109,9 +112,7 @@ PrintChanges() {
       Print "$path" "$after/$path"
     fi
   done
-  (cd "$before" && find -- * | sort) | while IFS= read -r path; do
-    [ -e "$after/$path" ] || echo "== $path is gone"
-  done
+  comm -23 <(cd "$before" && find -- * | sort) <(cd "$after" && find -- * | sort) | sed 's/.*/== & is gone/'
 }
 
 # Prints a result without what may differ from the expectation: the version of the program.
