@@ -71,7 +71,7 @@ WizardDriver::WizardDriver() : processId_(GetCurrentProcessId()) {
 
 void WizardDriver::WaitForWindow() {
   WaitUntil("the wizard's window", [this] {
-    window_ = Dialog([](HWND dialog) { return StartsWith(TextOfWindow(dialog), kTitle); });
+    window_ = VisibleWindow([](HWND dialog) { return StartsWith(TextOfWindow(dialog), kTitle); });
     return window_ != nullptr || HasMessage() || Ended();
   });
 }
@@ -167,17 +167,17 @@ void WizardDriver::AccessKey(char letter) {
 // ---------------------------------------------------------------- waiting
 
 // A visible window of the program.
-HWND WizardDriver::Dialog(const std::function<bool(HWND)>& isWanted) const {
+HWND WizardDriver::VisibleWindow(const std::function<bool(HWND)>& isWanted) const {
   DWORD owner = 0;
-  for (HWND dialog = nullptr; (dialog = FindWindowExW(nullptr, dialog, nullptr, nullptr)) != nullptr;) {
-    GetWindowThreadProcessId(dialog, &owner);
-    if (owner == processId_ && IsWindowVisible(dialog) && isWanted(dialog)) return dialog;
+  for (HWND window = nullptr; (window = FindWindowExW(nullptr, window, nullptr, nullptr)) != nullptr;) {
+    GetWindowThreadProcessId(window, &owner);
+    if (owner == processId_ && IsWindowVisible(window) && isWanted(window)) return window;
   }
   return nullptr;
 }
 
 HWND WizardDriver::MessageBoxWindow() const {
-  return Dialog([](HWND dialog) { return GetDlgItem(dialog, kMessageText) != nullptr; });
+  return VisibleWindow([](HWND dialog) { return GetDlgItem(dialog, kMessageText) != nullptr; });
 }
 
 std::string WizardDriver::WaitForMessage() {
@@ -194,7 +194,8 @@ void WizardDriver::Answer(int button) {
 void WizardDriver::AnswerFileDialog(const std::string& name) {
   HWND dialog = nullptr;
   WaitUntil("the file dialog", [&] {
-    return (dialog = Dialog([](HWND found) { return GetDlgItem(found, kFileName) != nullptr; })) != nullptr;
+    return (dialog = VisibleWindow([](HWND found) { return GetDlgItem(found, kFileName) != nullptr; })) !=
+           nullptr;
   });
   SendMessageW(GetDlgItem(dialog, kFileName), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(Widen(name).c_str()));
   PostMessageW(dialog, WM_COMMAND, IDOK, 0);

@@ -65,7 +65,7 @@ class WizardDriver {
  private:
   void WaitForWindow();
   HWND MessageBoxWindow() const;
-  HWND Dialog(const std::function<bool(HWND)>& isWanted) const;
+  HWND VisibleWindow(const std::function<bool(HWND)>& isWanted) const;
   HWND FocusWindow() const;
 
   OwnedHandle process_;
