@@ -69,7 +69,7 @@ Test() {  # Test PRESET
 # Stops only the servers that the tests have started.
 StopWine() {
   local prefix
-  for prefix in build/wine build/win{32,64}/wine-golden{,--captured}; do
+  for prefix in build/wine{,-new} build/win{32,64}/wine-golden{,--captured}; do
     BXVBWIZ_WINEPREFIX=$PWD/$prefix scripts/wine.sh --stop 2>/dev/null
   done
 }

@@ -18,7 +18,7 @@ if [ "${1:-}" = --stop ]; then
   exit 0
 fi
 
-# Wine takes half a minute to make a prefix, so it makes one that is only copied, for all but the first.
+# Wine takes half a minute to make a prefix. It makes build/wine, and one that is only copied, for all others.
 template=$repository/build/wine-new
 
 New() {  # New PREFIX
