@@ -13,9 +13,8 @@ namespace {
 
 constexpr DWORD kMostMilliseconds = 60000;
 constexpr DWORD kBetweenLooks = 10;
-constexpr int kMessageText = 0xFFFF;  // the identifier of a message box's text
-constexpr int kFileName = 1148;       // and of the file dialog's name (dlgs.h, cmb13)
-constexpr const wchar_t* kDialogClass = L"#32770";
+constexpr int kMessageText = 0xFFFF;                          // the identifier of a message box's text
+constexpr int kFileName = 1148;                               // and of the file dialog's name (dlgs.h, cmb13)
 const std::string kTitle = "Visual Basic Project Wizard - ";  // and the page's name
 
 std::string TextOfWindow(HWND window) {
@@ -99,13 +98,7 @@ void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()
 }
 
 std::string WizardDriver::Page() const {
-  HWND shown = nullptr;
-  for (HWND page = nullptr; (page = FindWindowExW(window_, page, kDialogClass, nullptr)) != nullptr;) {
-    if (!IsWindowVisible(page)) continue;
-    if (shown != nullptr) return {};
-    shown = page;
-  }
-  const std::string title = shown == nullptr ? std::string() : TextOfWindow(window_);
+  const std::string title = TextOfWindow(window_);
   return StartsWith(title, kTitle) ? title.substr(kTitle.size()) : std::string();
 }
 
@@ -147,6 +140,11 @@ void WizardDriver::Press(const std::string& buttons) {
     Click(button == 'o' ? "&OK" : button == 'c' ? "Cancel" : page == "Summary" ? "Finish" : "&Next>");
     if (button == 'n') WaitForAnything(page);
   }
+}
+
+void WizardDriver::Click(const std::string& name) {
+  WaitUntil("the button " + name, [&] { return Enabled(name); });
+  PostMessageW(Find(name), BM_CLICK, 0, 0);
 }
 
 void WizardDriver::Type(const std::string& name, const std::string& characters) {

@@ -54,7 +54,6 @@ void frmMain::ShowPanel(std::int16_t panel) {
   }
   if (panel == kPanelDataAccess) pbrProgress.visible = false;
   cmdCancel.enabled = panel != kPanelReport;  // the setup project is made; there is nothing left to cancel
-  view_->Refresh();
 }
 
 void frmMain::HidePanel(std::int16_t panel) {

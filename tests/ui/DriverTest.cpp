@@ -103,7 +103,7 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   driver.Key(VK_RETURN);
 
   driver.WaitForPage("Summary");
-  EXPECT_EQ(driver.Ask("SysTreeView32", TVM_GETCOUNT), 5);
+  driver.WaitUntil("the project view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 5; });
   driver.AccessKey('f');
   driver.WaitUntil("the file view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 3; });
   const HWND tree = driver.Find("SysTreeView32");

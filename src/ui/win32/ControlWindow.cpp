@@ -28,7 +28,8 @@ WindowClass WindowClassOf(const Control& control, bool beginsGroup) {
   constexpr DWORD kTab = WS_TABSTOP | WS_GROUP;
   switch (control.kind) {
     case Kind::Frame:
-      return {WC_BUTTONW, BS_GROUPBOX, 0};
+      // The form is seen inside it.
+      return {WC_BUTTONW, BS_GROUPBOX, WS_EX_TRANSPARENT};
     case Kind::Label:
       if (static_cast<const Label&>(control).style == Label::kText) return {WC_STATICW, SS_LEFT, 0};
       // It notifies its tool tip.
@@ -105,7 +106,7 @@ bool ControlWindow::Show(bool isHeeded) {
 
 bool ControlWindow::ShowState(bool isHeeded) {
   const LONG style = GetWindowLongW(window_, GWL_STYLE);
-  const bool visible = onPage_ ? control_.Shows() : control_.IsShown();
+  const bool visible = control_.IsShown();
   const bool isVisible = (style & WS_VISIBLE) != 0;
   if (visible != isVisible) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
   const bool isEnabled = (style & WS_DISABLED) == 0;

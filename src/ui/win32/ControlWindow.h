@@ -15,8 +15,7 @@ enum class AccessKey { Own, None, First };
 // One control of the form and the window that shows it, which dies with its dialog.
 class ControlWindow {
  public:
-  // `onPage`: the window lies in that of its page, and is hidden with it.
-  ControlWindow(Control& control, bool onPage) : control_(control), onPage_(onPage) {}
+  explicit ControlWindow(Control& control) : control_(control) {}
 
   // Another access key than the text's own.
   void SetAccessKey(AccessKey key) { accessKey_ = key; }
@@ -53,7 +52,6 @@ class ControlWindow {
 
   Control& control_;
   HWND window_ = nullptr;
-  bool onPage_;
   AccessKey accessKey_ = AccessKey::Own;
   int shownItems_ = 0;
   int shownValue_ = -1;

@@ -12,7 +12,7 @@ namespace bxvbwiz {
 // What the system's dialog manager makes a dialog of, with title and font (DLGTEMPLATEEX).
 class DialogTemplate {
  public:
-  // An empty class name stands for the system's class of dialogs. `font` is a description like
+  // `className` is a class of dialogs; `font` is a description like
   // "Name=MS Sans Serif;Bold=0;Italic=0;Size=8"; what it lacks is taken from the system's dialog font,
   // 8 points.
   DialogTemplate(DWORD style, DWORD extendedStyle, const std::wstring& className, const Place& place,

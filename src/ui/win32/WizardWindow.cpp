@@ -30,7 +30,8 @@ void WizardWindow::ShowControls() {
   const Raised updating(updating_);
   bool progress = false;
   const std::size_t made = controls_.size();
-  ShowPages();
+  MakeShown();
+  FollowSize();
   for (std::size_t i = 0; i < controls_.size(); ++i) {
     const Control* shown = &controls_[i]->Shown();
     const bool changed = controls_[i]->Show(form_->Heeds(*shown)) || i >= made;
@@ -173,13 +174,7 @@ bool WizardWindow::FocusIsUsable() const {
 }
 
 void WizardWindow::FocusFirst() const {
-  for (const Control* control : form_->controls) {
-    // While a page follows another, the later one is still below it.
-    const auto page = pages_.find(control);
-    if (page == pages_.end() || !control->visible) continue;
-    if (const HWND first = GetNextDlgTabItem(page->second, nullptr, FALSE)) SetFocus(first);
-    return;
-  }
+  if (const HWND first = GetNextDlgTabItem(window_.get(), nullptr, FALSE)) SetFocus(first);
 }
 
 }  // namespace bxvbwiz

@@ -2,7 +2,6 @@
 
 #include <windows.h>
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -49,19 +48,15 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   void Command(HWND used, int code);
 
   void Make(HWND owner);
-  HWND MakeDialog(const wchar_t* className, const Place& place, const std::string& title, HWND parent,
-                  DWORD style, DWORD extendedStyle);
-  void MakeShown(const Container& holder, HWND dialog);
+  void MakeShown();
   bool IsPainted(const Control& control) const;
-  HWND MadeWindow(const Control& control) const;
-  HWND MakeWindow(Control& control, const Container& holder, HWND dialog);
+  ControlWindow& MakeWindow(Control& control);
   void Prepare(const Control& control, HWND window);
   void MoveToMiddle(HWND owner) const;
   RECT PlaceNow(const Place& place) const;
   void FollowSize();
   void Paint() const;
   void FillTip(NMTVGETINFOTIPW& asked) const;
-  void ShowPages();
   void ShowControls();
   void ShowToolTips();
   void FillVisibleTrees();
@@ -81,8 +76,7 @@ class WizardWindow : public std::enable_shared_from_this<WizardWindow> {
   frmMain* form_;  // null once it is unloaded
   HINSTANCE module_;
   OwnedImageList images_;
-  OwnedWindow window_;                    // goes before the pictures, and takes all the others with it
-  std::map<const Control*, HWND> pages_;  // those that were shown
+  OwnedWindow window_;  // goes before the pictures, and takes all the others with it
   std::vector<std::unique_ptr<ControlWindow>> controls_;
   ToolTips toolTips_;
   const Control* shownDefault_ = nullptr;

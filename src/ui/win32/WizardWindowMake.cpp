@@ -15,8 +15,18 @@ namespace bxvbwiz {
 
 namespace {
 
-bool IsPage(const Control& control) {
-  return control.kind == ControlKind::Frame && control.page == nullptr;
+// The controls of all pages and of the form itself.
+std::vector<Control*> InTabOrder(const Container& form) {
+  std::vector<Control*> controls;
+  for (Control* control : form.controls) {
+    if (control->kind != ControlKind::Frame) {
+      controls.push_back(control);
+      continue;
+    }
+    const Container& page = *static_cast<Frame*>(control);
+    controls.insert(controls.end(), page.controls.begin(), page.controls.end());
+  }
+  return controls;
 }
 
 // The class of the form's window: a dialog with the wizard's icons. It is registered once; the system would
@@ -56,31 +66,19 @@ HWND Checked(HWND made) {
 
 }  // namespace
 
-HWND WizardWindow::MakeDialog(const wchar_t* className, const Place& place, const std::string& title,
-                              HWND parent, DWORD style, DWORD extendedStyle) {
-  DialogTemplate form(style, extendedStyle, className, place, title, form_->font);
-  return Checked(form.Create(module_, parent, &Procedure, reinterpret_cast<LPARAM>(this)));
-}
-
-// A window is made when its control or page is first shown, in the place where Tab visits it. A page is above
-// the others, so that it is seen while its tree is filled.
-void WizardWindow::MakeShown(const Container& holder, HWND dialog) {
+// A window is made when its control is first shown, and then put where Tab visits it: the system puts it
+// last.
+void WizardWindow::MakeShown() {
+  const bool isFirst = controls_.empty();
   HWND last = HWND_TOP;
-  const auto isMade = [this](const Control* control) { return MadeWindow(*control) != nullptr; };
-  const bool isFirst = std::none_of(holder.controls.begin(), holder.controls.end(), isMade);
-  for (Control* control : holder.controls) {
-    if (IsPainted(*control)) continue;
-    HWND window = MadeWindow(*control);
-    if (window == nullptr && control->IsShown()) {
-      window = MakeWindow(*control, holder, dialog);
-      if (!isFirst)
-        SetWindowPos(window, IsPage(*control) ? HWND_TOP : last, 0, 0, 0, 0,
-                     SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  for (Control* control : InTabOrder(*form_)) {
+    const ControlWindow* made = WindowOf(control);
+    if (made == nullptr && control->IsShown() && !IsPainted(*control)) {
+      made = &MakeWindow(*control);
       enlarged_ = {};
+      if (!isFirst) SetWindowPos(made->Handle(), last, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
-    if (window == nullptr) continue;
-    if (IsPage(*control)) MakeShown(*static_cast<Frame*>(control), window);
-    last = window;
+    if (made != nullptr) last = made->Handle();
   }
 }
 
@@ -89,31 +87,21 @@ bool WizardWindow::IsPainted(const Control& control) const {
   return &control == &form_->lblBranding || &control == &form_->linBranding;
 }
 
-HWND WizardWindow::MadeWindow(const Control& control) const {
-  if (const ControlWindow* made = WindowOf(&control)) return made->Handle();
-  const auto page = pages_.find(&control);
-  return page == pages_.end() ? nullptr : page->second;
-}
-
-HWND WizardWindow::MakeWindow(Control& control, const Container& holder, HWND dialog) {
-  if (IsPage(control)) {
-    return pages_[&control] = MakeDialog(L"", control.place, {}, dialog,
-                                         WS_CHILD | WS_CLIPSIBLINGS | DS_CONTROL, WS_EX_CONTROLPARENT);
-  }
+ControlWindow& WizardWindow::MakeWindow(Control& control) {
   constexpr int kFirstId = 100;
   const bool beginsGroup = controls_.empty() || controls_.back()->Shown().kind != control.kind;
-  auto made = std::make_unique<ControlWindow>(control, holder.asControl != nullptr);
+  auto made = std::make_unique<ControlWindow>(control);
   // Its label leads to the project's box; and on the summary page the key of Finish is that of a view.
   if (&control == &form_->lblVBP) made->SetAccessKey(AccessKey::First);
   if (&control == &form_->cmdNext[kPanelSummary]) made->SetAccessKey(AccessKey::None);
   // The first default button has the identifier that dialogs give it: the system looks for no other one.
   const bool isFirstDefault = &control == form_->defaultButton && shownDefault_ == nullptr;
-  made->Make(dialog, isFirstDefault ? IDOK : kFirstId + static_cast<int>(controls_.size()),
+  made->Make(window_.get(), isFirstDefault ? IDOK : kFirstId + static_cast<int>(controls_.size()),
              PixelsOf(control.place), beginsGroup, isFirstDefault);
   const HWND window = Checked(made->Handle());
   controls_.push_back(std::move(made));
   Prepare(control, window);
-  return window;
+  return *controls_.back();
 }
 
 void WizardWindow::Prepare(const Control& control, HWND window) {
@@ -135,22 +123,13 @@ void WizardWindow::Make(HWND owner) {
   static const FormClass formClass(module_);
   const DWORD style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN | WS_THICKFRAME;
   const bool isOnly = owner == nullptr;  // of its program
-  window_.reset(MakeDialog(FormClass::kName, kFormPlace, form_->caption, owner,
-                           style | (isOnly ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX | DS_CENTER : 0UL),
-                           isOnly ? WS_EX_APPWINDOW : 0UL));
+  DialogTemplate form(style | (isOnly ? WS_MINIMIZEBOX | WS_MAXIMIZEBOX | DS_CENTER : 0UL),
+                      isOnly ? WS_EX_APPWINDOW : 0UL, FormClass::kName, kFormPlace, form_->caption,
+                      form_->font);
+  window_.reset(Checked(form.Create(module_, owner, &Procedure, reinterpret_cast<LPARAM>(this))));
   RECT place{};
   GetWindowRect(window_.get(), &place);
   least_ = {place.right - place.left, place.bottom - place.top};
-}
-
-// Makes what is shown for the first time, and shows and hides the pages.
-void WizardWindow::ShowPages() {
-  MakeShown(*form_, window_.get());
-  FollowSize();
-  for (const auto& [frame, page] : pages_) {
-    const bool isVisible = (GetWindowLongW(page, GWL_STYLE) & WS_VISIBLE) != 0;
-    if (frame->visible != isVisible) ShowWindow(page, frame->visible ? SW_SHOWNA : SW_HIDE);
-  }
 }
 
 // In pixels, as large as the window is now.
@@ -188,14 +167,12 @@ void WizardWindow::FollowSize() {
   const SIZE more{inside.right - least.right, inside.bottom - least.bottom};
   if (more.cx == enlarged_.cx && more.cy == enlarged_.cy) return;
   enlarged_ = more;
-  const auto follow = [&](HWND window, const Place& place) {
-    const RECT now = PlaceNow(place);
-    SetWindowPos(window, nullptr, now.left, now.top, now.right - now.left, now.bottom - now.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
-  };
   InvalidateRect(window_.get(), nullptr, TRUE);  // with the line
-  for (const auto& [frame, page] : pages_) follow(page, frame->place);
-  for (const auto& control : controls_) follow(control->Handle(), control->Shown().place);
+  for (const auto& control : controls_) {
+    const RECT now = PlaceNow(control->Shown().place);
+    SetWindowPos(control->Handle(), nullptr, now.left, now.top, now.right - now.left, now.bottom - now.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+  }
 }
 
 // In the middle of its owner, or of the owner's screen.
