@@ -37,7 +37,7 @@ class WizardRun {
  private:
   class YesUser : public User {
    public:
-    Button ShowMessage(const Message&) override { return Button::Yes; }
+    Button Display(const Message&) override { return Button::Yes; }
   };
 
   YesUser user_;

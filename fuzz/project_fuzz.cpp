@@ -49,7 +49,7 @@ struct NoFacts : FileGroupBuilder {
 
 // Answers Yes and No in turn.
 struct AlternatingUser : RecordingUser {
-  Button ShowMessage(const Message&) override { return (yes = !yes) ? Button::Yes : Button::No; }
+  Button Display(const Message&) override { return (yes = !yes) ? Button::Yes : Button::No; }
   bool yes = false;
 };
 

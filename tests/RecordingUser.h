@@ -23,7 +23,7 @@ class RecordingUser : public User {
   int returnCode = -1;
   bool ended = false;
 
-  Button ShowMessage(const Message& message) override {
+  Button Display(const Message& message) override {
     messages.push_back(message.text);
     numbers += std::to_string(NumberOf(message.number)) + " ";
     if (answers.empty()) return otherwise;

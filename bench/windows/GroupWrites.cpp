@@ -24,7 +24,7 @@ constexpr double kLimit = 5;
 
 class SilentUser : public User {
  public:
-  Button ShowMessage(const Message&) override { return Button::Yes; }
+  Button Display(const Message&) override { return Button::Yes; }
 };
 
 template <class Work>

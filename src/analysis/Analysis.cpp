@@ -31,7 +31,7 @@ bool InstallAlike(const InstallationFacts& left, const InstallationFacts& right)
 }  // namespace
 
 Analysis::Analysis(Platform& platform, User& user, basGlobal& global)
-    : remembered_(platform.files),
+    : remembered_(platform.files, user),
       platform_(WithParts(platform, remembered_)),
       user_(user),
       findings_(platform.strings),

@@ -31,7 +31,7 @@ ConsoleUser::ConsoleUser(basGlobal& global, const Options& options, Outcome& out
   global_.ResetProgress(static_cast<std::int16_t>(steps_));
 }
 
-Button ConsoleUser::ShowMessage(const Message& message) {
+Button ConsoleUser::Display(const Message& message) {
   if (!message.detail.empty()) WriteLog(message.text + " (" + message.detail + ")");
   ClearBar();
   std::cerr << Readable(message) << '\n';

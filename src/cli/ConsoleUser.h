@@ -16,7 +16,6 @@ class ConsoleUser : public User {
   // `outcome` receives the messages and their answers, and what the wizard leaves for its host.
   ConsoleUser(basGlobal& global, const Options& options, Outcome& outcome);
 
-  Button ShowMessage(const Message& message) override;
   void ShowStatus(const std::string& text) override;
   void ShowProgress(const std::string& text) override;
   void AdvanceProgress() override;
@@ -31,6 +30,7 @@ class ConsoleUser : public User {
   void ClearBar();
 
  private:
+  Button Display(const Message& message) override;
   Button Answer(const Message& message);
   bool AskOnTerminal(const Message& message, Button& answer);
   void DrawBar();

@@ -18,7 +18,7 @@ thread_local std::weak_ptr<Server> serverOfThread;
 }  // namespace
 
 // A failed step is retried once: more would not help.
-Button UserWithoutForm::ShowMessage(const Message& message) {
+Button UserWithoutForm::Display(const Message& message) {
   lastMessage_ = message.text;
   switch (message.style & kButtonsOfStyle) {
     case kStyleRetryCancel:

@@ -15,12 +15,12 @@ namespace bxvbwiz {
 // that the host gets instead.
 class UserWithoutForm : public User {
  public:
-  Button ShowMessage(const Message& message) override;
-
   void BeginCall();
   const std::string& LastMessage() const { return lastMessage_; }
 
  private:
+  Button Display(const Message& message) override;
+
   std::string lastMessage_;
   bool retried_ = false;
 };

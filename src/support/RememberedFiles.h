@@ -2,17 +2,19 @@
 
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/ForwardingFileSystem.h"
+#include "support/User.h"
 
 namespace bxvbwiz {
 
-// Looks up each ordinary file that is there only once. What is missing or hidden is asked for each time,
-// because the user may change that and retry.
+// Looks up each ordinary file only once, and one that is missing once between two messages: the user may put
+// it in its place and retry. What is hidden is asked for each time.
 class RememberedFiles : public ForwardingFileSystem {
  public:
-  using ForwardingFileSystem::ForwardingFileSystem;
+  RememberedFiles(FileSystem& inner, const User& user) : ForwardingFileSystem(inner), user_(user) {}
 
   SystemError Find(const std::string& pattern, std::vector<FoundFile>& found) override {
     const auto known = found_.find(pattern);
@@ -20,8 +22,13 @@ class RememberedFiles : public ForwardingFileSystem {
       found.push_back(known->second);
       return SystemError::Success;
     }
+    if (std::exchange(messages_, user_.Messages()) != user_.Messages()) missing_.clear();
+    const auto missed = missing_.find(pattern);
+    if (missed != missing_.end()) return missed->second;
     std::vector<FoundFile> matches;
     const SystemError error = ForwardingFileSystem::Find(pattern, matches);
+    if (isOn_ && (error == SystemError::FileNotFound || error == SystemError::PathNotFound))
+      missing_.emplace(pattern, error);
     if (error != SystemError::Success) return error;
     found.insert(found.end(), matches.begin(), matches.end());
     constexpr std::uint32_t kOther = kAttributeHidden | kAttributeSystem | kAttributeDirectory;
@@ -30,16 +37,20 @@ class RememberedFiles : public ForwardingFileSystem {
       found_.emplace(pattern, matches[0]);
     return error;
   }
-  // For a time in which nobody removes or changes files, or the current folder. Each call forgets what it
-  // knows.
+  // For a time in which nobody changes or removes files, or adds any but while a message is shown, and the
+  // current folder stays. Each call forgets what it knows.
   void Remember(bool on) {
     found_.clear();
+    missing_.clear();
     isOn_ = on;
   }
 
  private:
+  const User& user_;
+  unsigned messages_ = 0;  // that had been shown at the last look-up
   bool isOn_ = false;
   std::unordered_map<std::string, FoundFile> found_;  // by pattern
+  std::unordered_map<std::string, SystemError> missing_;
 };
 
 }  // namespace bxvbwiz

@@ -53,7 +53,12 @@ class User {
   virtual ~User() = default;
 
   // Shows a message titled as the wizard and gives the button that was pressed.
-  virtual Button ShowMessage(const Message& message) = 0;
+  Button ShowMessage(const Message& message) {
+    ++messages_;
+    return Display(message);
+  }
+  // How many messages were shown. While it looks at one, the user may put a missing file in its place.
+  unsigned Messages() const { return messages_; }
   // What is shown while the wizard works. A user without a display ignores it.
 
   // Names the present step; empty clears it.
@@ -77,6 +82,11 @@ class User {
   virtual void SetProjectFile(const std::string& /*path*/) {}
   // Marks the wizard as ended. Callers use EndWizard or CancelWizard below, which also stop what is running.
   virtual void WizardHasEnded() {}
+
+ private:
+  virtual Button Display(const Message& message) = 0;
+
+  unsigned messages_ = 0;
 };
 
 // Ends the wizard by a fatal message; the return code stays.

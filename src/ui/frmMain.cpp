@@ -213,7 +213,7 @@ void frmMain::optProjectView_Click() {
 
 // ---------------------------------------------------------------- the user
 
-Button frmMain::ShowMessage(const Message& message) {
+Button frmMain::Display(const Message& message) {
   if (!message.detail.empty()) WriteLog(message.text + " (" + message.detail + ")");
   return view_->ShowMessage(message, platform_.strings.Text(TextId::WizardTitle));
 }

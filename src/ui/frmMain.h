@@ -189,7 +189,6 @@ class frmMain : public User, public Container {
   bool generating = false;  // from Finish until the report page is shown
 
   // The user.
-  Button ShowMessage(const Message& message) override;
   void ShowStatus(const std::string& text) override;
   void ShowProgress(const std::string& text) override;
   void AdvanceProgress() override;
@@ -202,6 +201,7 @@ class frmMain : public User, public Container {
   void WizardHasEnded() override;
 
  private:
+  Button Display(const Message& message) override;
   void Handle(std::string_view routine, const std::function<void()>& handler);
   void Attempt(std::string_view routine, const std::function<void()>& handler);
   void Cancel();

@@ -4,6 +4,7 @@
 #include "support/basFile.h"
 #include "support/basMisc.h"
 #include "support/basShell.h"
+#include "support/RememberedFiles.h"
 #include "TestSession.h"
 
 namespace bxvbwiz {
@@ -209,6 +210,21 @@ TEST_F(Files, DirSeesNormalFilesAndFoldersOnRequest) {
   EXPECT_EQ(Dir(files, "C:\\S\\fold", true), "Fold");
   EXPECT_TRUE(FolderHoldsFile(files, "C:\\S\\", "x.dll"));
   EXPECT_FALSE(FolderHoldsFile(files, "C:\\S\\", "*.*"));
+}
+
+TEST_F(Files, WhatIsMissingIsAskedForAgainAfterAMessage) {
+  RememberedFiles remembered(files, user);
+  remembered.Remember(true);
+  const auto isThere = [&] { return FolderHoldsFile(remembered, "C:\\S\\", "Grid.ocx"); };
+  EXPECT_FALSE(isThere());
+  files.Write("C:\\S\\Grid.ocx", "", WriteMode::Create);
+  EXPECT_FALSE(isThere()) << "nobody had the time to put it there";
+  user.ShowMessage({});
+  EXPECT_TRUE(isThere());
+  files.Delete("C:\\S\\Grid.ocx");
+  EXPECT_TRUE(isThere());
+  remembered.Remember(false);
+  EXPECT_FALSE(isThere());
 }
 
 // A program that is still running at the first three looks.
