@@ -109,6 +109,9 @@ bool IsTerminal(Stream stream) {
 std::vector<std::string> ProgramArguments(int, char**) {
   _setmode(_fileno(stdout), _O_BINARY);
   _setmode(_fileno(stderr), _O_BINARY);
+  // The C library takes the null device for a terminal, and would write to it byte by byte.
+  constexpr std::size_t kBlock = 1 << 16;
+  setvbuf(stdout, nullptr, _IOFBF, kBlock);
   static const ShownOnConsole output(std::cout, STD_OUTPUT_HANDLE);
   static const ShownOnConsole errors(std::cerr, STD_ERROR_HANDLE);
   const std::string line = Narrow(GetCommandLineW());
