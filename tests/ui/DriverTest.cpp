@@ -84,6 +84,7 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   for (const char* ignored : {"&Next>", kProjectFile, "&Rebuild the Project"})
     EXPECT_FALSE(driver.Enabled(ignored)) << ignored;
   EXPECT_TRUE(driver.Enabled("Cancel"));
+  const HWND rebuild = driver.Find("&Rebuild the Project");
   ExpectMessage("Gone.tlb");
 
   driver.WaitForPage("Project Information");
@@ -103,6 +104,7 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
   driver.Key(VK_RETURN);
 
   driver.WaitForPage("Summary");
+  EXPECT_FALSE(IsWindowEnabled(rebuild)) << "its access key would still press it";
   driver.WaitUntil("the project view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 5; });
   driver.AccessKey('f');
   driver.WaitUntil("the file view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 3; });

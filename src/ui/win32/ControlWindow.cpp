@@ -104,14 +104,16 @@ bool ControlWindow::Show(bool isHeeded) {
   return ShowState(isHeeded) || changed;
 }
 
+// What is hidden is disabled: the dialog would still heed its access key.
 bool ControlWindow::ShowState(bool isHeeded) {
   const LONG style = GetWindowLongW(window_, GWL_STYLE);
   const bool visible = control_.IsShown();
   const bool isVisible = (style & WS_VISIBLE) != 0;
   if (visible != isVisible) ShowWindow(window_, visible ? SW_SHOWNA : SW_HIDE);
+  const bool enabled = visible && isHeeded;
   const bool isEnabled = (style & WS_DISABLED) == 0;
-  if (isHeeded != isEnabled) EnableWindow(window_, isHeeded ? TRUE : FALSE);
-  return visible != isVisible || isHeeded != isEnabled;
+  if (enabled != isEnabled) EnableWindow(window_, enabled ? TRUE : FALSE);
+  return visible != isVisible || enabled != isEnabled;
 }
 
 bool ControlWindow::ShowText() {
