@@ -22,7 +22,8 @@ Control::Control(ControlKind ofKind, Container& holder, const Place& at, Texts t
 }
 
 bool Control::IsShown() const {
-  return Shows() && (page == nullptr || page->visible);
+  const bool isEmpty = kind == ControlKind::Label && text.empty();
+  return visible && !isEmpty && (page == nullptr || page->visible);
 }
 
 }  // namespace bxvbwiz

@@ -62,7 +62,7 @@ struct Control {
 
   const ControlKind kind;
   const Control* page;    // the frame that it is shown with; null when it is always shown
-  const Place place;      // on the form or its frame
+  const Place place;      // on the form
   const std::string tag;  // "Resource=n;Tooltip=n": string-table numbers of its text and tool tip
   const Handler handler;  // of a click, or of a change of a text; empty when the form ignores it
   std::string text;
@@ -70,8 +70,7 @@ struct Control {
   bool enabled = true;
   bool visible = true;
 
-  // Whether it has anything to show, while its page is shown.
-  bool Shows() const { return visible && (kind != ControlKind::Label || !text.empty()); }
+  // Whether there is anything of it to see.
   bool IsShown() const;
 };
 

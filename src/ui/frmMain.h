@@ -27,7 +27,7 @@ constexpr std::size_t kPanelsWithNext = 4;
 
 // The smallest size of the form, without its border, and of each page; Back and Next.
 constexpr Place kFormPlace{0, 0, 330, 228};
-constexpr Place kFramePlace{0, 0, 330, 192, kWidens | kHeightens};
+constexpr Place kFramePlace{0, 0, 330, 192};
 constexpr Place kBackPlace{102, 208, 50, 14, kMovesRight | kMovesDown};
 constexpr Place kNextPlace{152, 208, 50, 14, kMovesRight | kMovesDown};
 
