@@ -99,7 +99,8 @@ void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()
 
 std::string WizardDriver::Page() const {
   const std::string title = TextOfWindow(window_);
-  return StartsWith(title, kTitle) ? title.substr(kTitle.size()) : std::string();
+  const bool isIdle = Enabled("Bro&wse...") || Enabled("<&Back") || Enabled("&OK");
+  return isIdle && StartsWith(title, kTitle) ? title.substr(kTitle.size()) : std::string();
 }
 
 HWND WizardDriver::Find(const std::string& name) const {
@@ -140,11 +141,6 @@ void WizardDriver::Press(const std::string& buttons) {
     Click(button == 'o' ? "&OK" : button == 'c' ? "Cancel" : page == "Summary" ? "Finish" : "&Next>");
     if (button == 'n') WaitForAnything(page);
   }
-}
-
-void WizardDriver::Click(const std::string& name) {
-  WaitUntil("the button " + name, [&] { return Enabled(name); });
-  PostMessageW(Find(name), BM_CLICK, 0, 0);
 }
 
 void WizardDriver::Type(const std::string& name, const std::string& characters) {

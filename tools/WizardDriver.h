@@ -24,7 +24,7 @@ class WizardDriver {
   WizardDriver& operator=(const WizardDriver&) = delete;
 
   HWND Window() const { return window_; }
-  // The page that is shown, like "Welcome"; empty when the window is gone.
+  // The page that is shown, like "Welcome"; empty while the wizard works, and when the window is gone.
   std::string Page() const;
   // The window of a visible control; null when there is none.
   HWND Find(const std::string& name) const;
@@ -37,9 +37,8 @@ class WizardDriver {
 
   // Replaces the whole text of a text box, or of the one in a combo box.
   void SetText(const std::string& name, const std::string& text);
-  // Waits until the control is enabled. The click is posted, because it may show a message box and return
-  // only after it.
-  void Click(const std::string& name);
+  // Posted, because a click may show a message box and return only after it.
+  void Click(const std::string& name) { PostMessageW(Find(name), BM_CLICK, 0, 0); }
   // The page's (n)ext or finish, (o)k or (c)ancel, or (e)scape, one after the other. After Next, waits for
   // anything.
   void Press(const std::string& buttons);

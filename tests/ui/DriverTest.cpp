@@ -105,7 +105,7 @@ TEST_F(WizardWindows, AreWorkedByKeyboardAndMouseFromWelcomeToReport) {
 
   driver.WaitForPage("Summary");
   EXPECT_FALSE(IsWindowEnabled(rebuild)) << "its access key would still press it";
-  driver.WaitUntil("the project view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 5; });
+  EXPECT_EQ(driver.Ask("SysTreeView32", TVM_GETCOUNT), 5);
   driver.AccessKey('f');
   driver.WaitUntil("the file view", [&] { return driver.Ask("SysTreeView32", TVM_GETCOUNT) == 3; });
   const HWND tree = driver.Find("SysTreeView32");
