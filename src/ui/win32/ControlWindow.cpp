@@ -192,7 +192,7 @@ void ControlWindow::ShowSelection() const {
 }
 
 bool ControlWindow::IsOutdatedTree() const {
-  return control_.kind == Kind::TreeView && control_.visible && control_.page->visible &&
+  return control_.kind == Kind::TreeView && control_.IsShown() &&
          static_cast<const TreeView&>(control_).Revision() != shownRevision_;
 }
 

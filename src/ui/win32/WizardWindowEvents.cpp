@@ -5,7 +5,7 @@
 #include "text/win32/WideText.h"
 #include "ui/win32/WizardWindow.h"
 
-// The messages of the wizard's windows. No exception may pass through the system; the form's handlers let
+// The messages of the wizard's window. No exception may pass through the system; the form's handlers let
 // none out, so what is caught here is a lack of memory.
 namespace bxvbwiz {
 
@@ -31,38 +31,35 @@ INT_PTR CALLBACK WizardWindow::Procedure(HWND window, UINT message, WPARAM wPara
 }
 
 INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (window != window_.get()) return FALSE;  // it is being made or destroyed
   switch (message) {
     case WM_COMMAND:
       if (!updating_) Command(GetDlgItem(window, LOWORD(wParam)), HIWORD(wParam));
       return TRUE;
     case WM_CLOSE:
-      if (window == window_.get()) form_->Form_QueryUnload();
+      form_->Form_QueryUnload();
       return TRUE;
     case WM_NOTIFY:
       if (const auto& header = *reinterpret_cast<const NMHDR*>(lParam); header.code == TVN_GETINFOTIPW)
         FillTip(*reinterpret_cast<NMTVGETINFOTIPW*>(lParam));
       return FALSE;
     case WM_SIZE:
-      if (window == window_.get()) FollowSize();
+      FollowSize();
       return FALSE;
     case WM_PAINT:
-      if (window != window_.get()) return FALSE;
       Paint();
       return TRUE;
     case WM_GETMINMAXINFO:
-      if (window != window_.get()) return FALSE;
       reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least_.cx, least_.cy};
       return TRUE;
     case WM_SYSCOLORCHANGE:
       // The system tells the windows of programs only.
-      if (window != window_.get()) return FALSE;
       for (const auto& control : controls_) SendMessageW(control->Handle(), message, wParam, lParam);
       return FALSE;
     case WM_SETFOCUS:
-      return window == window_.get() && form_->IsWorking() ? TRUE : FALSE;  // it stays there
+      return form_->IsWorking() ? TRUE : FALSE;  // it stays there
     case WM_DESTROY:
       // The host has destroyed the owner, which takes this window with it.
-      if (window != window_.get()) return FALSE;
       static_cast<void>(window_.release());
       PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);  // wakes the loop
       form_->Form_QueryUnload();
@@ -74,7 +71,7 @@ INT_PTR WizardWindow::Handle(HWND window, UINT message, WPARAM wParam, LPARAM lP
       SetWindowLongPtrW(window, DWLP_MSGRESULT, TRUE);
       return TRUE;
     case WM_ACTIVATE:
-      if (window == window_.get() && LOWORD(wParam) != WA_INACTIVE) PostMessageW(window, kActivated, 0, 0);
+      if (LOWORD(wParam) != WA_INACTIVE) PostMessageW(window, kActivated, 0, 0);
       return FALSE;
     case kActivated:
       MoveFocus();
