@@ -35,8 +35,9 @@ void WizardWindow::ShowControls() {
   for (std::size_t i = 0; i < controls_.size(); ++i) {
     const Control* shown = &controls_[i]->Shown();
     const bool changed = controls_[i]->Show(form_->Heeds(*shown)) || i >= made;
-    progress = progress || (changed && (shown == &form_->lblStatus || shown == &form_->pbrProgress ||
-                                        shown == &form_->lblProgress));
+    const bool isOfStep =
+        shown == &form_->lblStatus || shown == &form_->pbrProgress || shown == &form_->lblProgress;
+    progress = progress || (changed && isOfStep && shown->page->visible);
   }
   if (TextOf(window_.get()) != form_->caption) SetWindowTextW(window_.get(), Widen(form_->caption).c_str());
   if (form_->defaultButton != shownDefault_) {
