@@ -76,8 +76,8 @@ struct Control {
 
 // A page of the form, or a box with a title on a page.
 struct Frame : Control, Container {
-  Frame(Container& holder, const Place& at, Texts texts = {})
-      : Control(ControlKind::Frame, holder, at, texts) {
+  explicit Frame(Container& form) : Frame(form, {}, {}) {}
+  Frame(Container& holder, const Place& at, Texts texts) : Control(ControlKind::Frame, holder, at, texts) {
     asControl = this;
   }
 };

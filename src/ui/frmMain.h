@@ -25,9 +25,8 @@ constexpr std::int16_t kPanelDataAccess = 3;
 constexpr std::int16_t kPanelReport = 4;
 constexpr std::size_t kPanelsWithNext = 4;
 
-// The smallest size of the form, without its border, and of each page; Back and Next.
+// The smallest size of the form, without its border; Back and Next.
 constexpr Place kFormPlace{0, 0, 330, 228};
-constexpr Place kFramePlace{0, 0, 330, 192};
 constexpr Place kBackPlace{102, 208, 50, 14, kMovesRight | kMovesDown};
 constexpr Place kNextPlace{152, 208, 50, 14, kMovesRight | kMovesDown};
 
@@ -64,8 +63,7 @@ class frmMain : public User, public Container {
 
   // The controls, one row each: its place, its texts, and the handlers of what the user does to it. A view
   // needs nothing else.
-  Frame fraPanel1{*this, kFramePlace}, fraPanel2{*this, kFramePlace}, fraPanel3{*this, kFramePlace},
-      fraPanel4{*this, kFramePlace}, fraReport{*this, kFramePlace};
+  Frame fraPanel1{*this}, fraPanel2{*this}, fraPanel3{*this}, fraPanel4{*this}, fraReport{*this};
   // Welcome
   Label lblPanel1Inst{fraPanel1, {10, 10, 310, 28, kWidens}, {TextId::WelcomeInstruction}};
   Label lblVBP{fraPanel1, {10, 50, 310, 9}, {TextId::VisualBasicProjectFile}};
@@ -162,7 +160,8 @@ class frmMain : public User, public Container {
   void optFileView_Click();
   void optProjectView_Click();
 
-  // Pages. Other panel numbers do nothing.
+  // Pages. Other panel numbers do nothing. The view follows when the former page is hidden, and so never sees
+  // two of them.
   void ShowPanel(std::int16_t panel);
   void HidePanel(std::int16_t panel);
   void InitPanel(std::int16_t panel);
