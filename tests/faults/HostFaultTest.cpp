@@ -61,14 +61,18 @@ bool Fails(std::string_view name, const std::string& path) {
 }
 
 // The same for a call that gives a file its content as a whole.
-bool Fails(std::string_view name, const char* from, const std::string& to) {
+bool Fails(std::string_view name, const std::string& from, const std::string& to) {
   if (Fails(name, to)) return true;
   if (watched != nullptr) watched->versions[to].insert(ReadBytes(from));
   return false;
 }
 
+std::string PathOf(int file) {
+  return "/proc/self/fd/" + std::to_string(file);
+}
+
 std::string PathIn(int folder, const char* name) {
-  return std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(folder)).string() + "/" + name;
+  return std::filesystem::read_symlink(PathOf(folder)).string() + "/" + name;
 }
 
 // A call `name` of the library, which the linker names __real_<name>, and ours, which it calls instead.
@@ -96,7 +100,8 @@ FAILING(rename, (const char* from, const char* to), (from, to), from, to)
 FAILING(renameat2, (int fromFolder, const char* from, int toFolder, const char* to, unsigned flags),
         (fromFolder, from, toFolder, to, flags), from, to)
 FAILING(linkat, (int fromFolder, const char* from, int toFolder, const char* to, int flags),
-        (fromFolder, from, toFolder, to, flags), from, PathIn(toFolder, to))
+        (fromFolder, from, toFolder, to, flags), *from == '\0' ? PathOf(fromFolder) : from,
+        PathIn(toFolder, to))
 FAILING(mkdir, (const char* path, mode_t mode), (path, mode), path)
 FAILING(unlink, (const char* path), (path), path)
 FAILING(chmod, (const char* path, mode_t mode), (path, mode), path)

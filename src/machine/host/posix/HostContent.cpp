@@ -100,6 +100,18 @@ SystemError ReplaceContent(const std::string& path, std::string_view bytes, cons
 
 #ifdef O_TMPFILE
 
+namespace {
+
+// Enters a file without a name into a folder.
+bool GiveName(int file, int folder, const char* name) {
+  if (linkat(file, "", folder, name, AT_EMPTY_PATH) == 0) return true;
+  // Linux before 6.10 allows that to the superuser only.
+  const std::string nameless = "/proc/self/fd/" + std::to_string(file);
+  return errno == ENOENT && linkat(AT_FDCWD, nameless.c_str(), folder, name, AT_SYMLINK_FOLLOW) == 0;
+}
+
+}  // namespace
+
 FolderCopy::FolderCopy(const std::string& source, const std::string& target)
     : source_(open(source.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)),
       target_(open(target.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {}
@@ -127,9 +139,7 @@ bool FolderCopy::CopyNew(const std::string& name, FileStatus& target) {
   if (FillNewFile(copy.Get(), content, {from.permissions, from.modifiedNanoseconds, false}) !=
       SystemError::Success)
     return false;
-  const std::string nameless = "/proc/self/fd/" + std::to_string(copy.Get());
-  if (linkat(AT_FDCWD, nameless.c_str(), static_cast<int>(target_), name.c_str(), AT_SYMLINK_FOLLOW) != 0)
-    return false;
+  if (!GiveName(copy.Get(), static_cast<int>(target_), name.c_str())) return false;
   if (copy.Close() != SystemError::Success) {
     unlinkat(static_cast<int>(target_), name.c_str(), 0);
     return false;
