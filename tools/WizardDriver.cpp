@@ -99,6 +99,7 @@ void WizardDriver::WaitUntil(const std::string& what, const std::function<bool()
 
 std::string WizardDriver::Page() const {
   const std::string title = TextOfWindow(window_);
+  // Every page has one of these, which is disabled while a step runs.
   const bool isIdle = Enabled("Bro&wse...") || Enabled("<&Back") || Enabled("&OK");
   return isIdle && StartsWith(title, kTitle) ? title.substr(kTitle.size()) : std::string();
 }
